@@ -1,0 +1,152 @@
+#include "app/mainfrm.h"
+
+#include "basics/number.h"
+#include "basics/number_text.h"
+#include "displays/chart.h"
+#include "displays/panel.h"
+#include "link/calls.h"
+#include "link/channel_rec.h"
+#include "link/start_stop.h"
+#include "logging/event_file.h"
+#include "logging/log_header.h"
+#include "platform/clock.h"
+#include "platform/debug_output.h"
+#include "platform/message_box.h"
+#include "platform/program.h"
+#include "settings/serial_ports.h"
+#include "settings/settings.h"
+
+namespace tyxo {
+
+namespace {
+
+using sensor::channels;
+using sensor::max_sensors;
+
+/// Narrower or lower screens get a warning; the text of the warning speaks of other limits on purpose.
+constexpr i16 least_screen_w = 1272;
+constexpr i16 least_screen_h = 937;
+
+void program_event(std::string_view text) {
+    const local_time now = local_now();
+    event_line(date_text(now) + ';' + time_text(now) + ';' + std::string(text));
+}
+
+void start_event() {
+    program_event("Tyxo Logger software started !");
+}
+
+bool screen_accepted() {
+    const i16 width = main_form.screen_w;
+    const i16 height = main_form.screen_h;
+    if (width >= least_screen_w && height >= least_screen_h) return true;
+    const std::string text = "Resolution is actual " + plain(width) + " x " + plain(height) + "dots\r\n" +
+                             "Screen does not fulfil the minimum requirements !\r\n\r\n" +
+                             "It must have at least 1280 x 1024 dots !";
+    return message_box(text, box_icon::information, box_buttons::ok_cancel, "WARNING !") == box_answer::ok;
+}
+
+void design_all_channels() {
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        channels[channel].eva_mode = evaluator_mode::not_available;
+        const auto index = static_cast<std::size_t>(channel);
+        main_form.chart_w[index] = static_cast<float>(charts.chart[index].Width);
+        main_form.chart_h[index] = static_cast<float>(charts.chart[index].Height);
+    }
+    for (i16 channel = 0; channel < channel_count; ++channel)
+        setup_thermo_gauge(channel);
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        charts.chart[channel].Width = 635;
+        hide_until_data(channel);
+    }
+}
+
+void setup_channels_in_use() {
+    for (i16 channel = 0; channel < max_sensors; ++channel)
+        setup_relay_captions(channel);
+    for (i16 channel = 0; channel < max_sensors; ++channel) {
+        iStripChartX& chart = charts.chart[channel];
+        chart.YAxisMin = 0;
+        chart.YAxisMax = 150;
+        chart.XAxisDateTimeFormatString = "d/m hh:nn:ss";
+        channels[channel].connected = true;
+        show_thermo_choice(channel);
+    }
+    for (i16 channel = 0; channel < max_sensors; ++channel) {
+        setup_chart(channel);
+        setup_panel(channel);
+    }
+    hide_curves_by_settings();
+}
+
+void setup_missing_channels() {
+    for (i16 channel = max_sensors; channel < channel_count; ++channel) {
+        setup_missing_panel(channel);
+        charts.chart[channel].Title = "not installed";
+    }
+}
+
+void set_send_interval() {
+    constexpr std::array<int, 3> intervals{600, 450, 300};
+    if (settings.IPRefresh < intervals.size()) main_form.timer_tcp_interval = intervals[settings.IPRefresh];
+}
+
+} // namespace
+
+void load_settings() {
+    for (const Ini::global_key& row : Ini::first_keys())
+        Ini::load(row);
+    for (i16 channel = 0; channel < max_sensors; ++channel) {
+        for (const Ini::channel_key& row : Ini::channel_keys())
+            Ini::load(row, channel);
+    }
+    setup_time_resolution();
+    for (const Ini::global_key& row : Ini::last_keys())
+        Ini::load(row);
+    settings.eventfile_ena_edit = settings.eventfile_ena;
+}
+
+void form_load(double width, double height) {
+    debug_output("Programmstart");
+    design_panels();
+    load_settings();
+    const screen_size size = screen();
+    main_form.screen_w = narrow<i16>(size.width);
+    main_form.screen_h = narrow<i16>(size.height);
+    if (!screen_accepted()) {
+        event_file_init();
+        start_event();
+        query_unload(); // nothing measures yet: the program ends here
+        return;
+    }
+    main_form.design_w = width;
+    main_form.design_h = height;
+    design_all_channels();
+    setup_channels_in_use();
+    setup_missing_channels();
+    serial::get_serial_port();
+    sensor::measure_running = false;
+    event_file_init();
+    start_event();
+    if (settings.autostart) mainfrm::startstop_click();
+    main_form.Caption = " Quarvo / Tyxo Data Logger  " + std::string(log::version);
+    set_send_interval();
+}
+
+void start_program(double width, double height) {
+    hold_events(true);
+    if (const auto why = attempt([&] { form_load(width, height); })) {
+        message_box(*why, box_icon::critical);
+        end_program(1);
+    }
+    hold_events(false);
+}
+
+bool query_unload() {
+    program_event("Tyxo Data Logger software stopped !");
+    if (sensor::measure_running && !calls.stop_lock()) return false;
+    end_program(0);
+    return true;
+}
+
+} // namespace tyxo

@@ -1,0 +1,39 @@
+#pragma once
+// The main window without its picture: the start in one pass, the close request, the settings' loading.
+
+#include "basics/types.h"
+
+#include <array>
+#include <string>
+
+namespace tyxo {
+
+struct mainfrm_state {
+    std::string Caption;
+    i16 screen_w = 0; ///< pixels
+    i16 screen_h = 0;
+    double design_w = 0; ///< the window's size at load, the base of its resizing
+    double design_h = 0;
+    std::array<float, 5> chart_w{}; ///< design sizes of the charts
+    std::array<float, 5> chart_h{};
+    int timer_tcp_interval = 0; ///< ms, from `IPRefresh`; 0 leaves the design value
+};
+
+inline mainfrm_state main_form;
+
+/// Reads all settings, in the order of the table of keys, and repairs what is out of range. Failure: a number
+/// outside its type, or more channels than there are records.
+void load_settings();
+
+/// The start: everything from the settings to the first running channel. `width` and `height` are the
+/// window's. Failure: settings that cannot be used.
+void form_load(double width, double height);
+
+/// `form_load` with timers and serial ports held until it has returned. Settings that cannot be used end the
+/// program with a message box and exit code 1.
+void start_program(double width, double height);
+
+/// The close request of the main window. True lets the window close; the program has ended then.
+bool query_unload();
+
+} // namespace tyxo

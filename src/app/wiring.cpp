@@ -1,0 +1,36 @@
+#include "app/wiring.h"
+
+#include "displays/panel.h"
+#include "link/calls.h"
+#include "link/serial.h"
+#include "link/supervision.h"
+#include "logging/event_file.h"
+#include "logging/log.h"
+
+namespace tyxo {
+
+namespace {
+
+void wire_channel(i16 channel) {
+    const auto index = static_cast<std::size_t>(channel);
+    serial::comm[index].on_comm([channel] { serial::on_comm(channel); });
+    mainfrm::Timer_timeout[index].on_tick([channel] { sensor::link_timed_out(channel); });
+    mainfrm::Timer_intervall[index].on_tick([channel] { sensor::poll(channel); });
+}
+
+} // namespace
+
+void wire() {
+    calls.createlog = log::createlog;
+    calls.close_log = log::close_log;
+    calls.log_record = log::log_record;
+    calls.log_note = log::log_note;
+    calls.log_comment = log::log_comment;
+    calls.event_line = event_line;
+
+    mainfrm::Timer_chart_upd.on_tick(Timer_chart_upd_tick);
+    for (i16 channel = 0; channel < channel_count; ++channel)
+        wire_channel(channel);
+}
+
+} // namespace tyxo

@@ -1,0 +1,46 @@
+#pragma once
+// Where everything of the main window stands, in pixels of its client area.
+
+#include "basics/types.h"
+
+#include <array>
+
+namespace tyxo {
+
+struct rectangle {
+    i32 left = 0;
+    i32 top = 0;
+    i32 width = 0;
+    i32 height = 0;
+    bool operator==(const rectangle&) const = default;
+};
+
+/// The client area that the main window is designed for, below the menu.
+inline constexpr i32 design_client_width = 1272;
+inline constexpr i32 design_client_height = 911;
+
+/// The places of one channel's controls.
+struct quadrant_layout {
+    rectangle Frame_sensor;
+    rectangle XYplot; ///< also the place of `Frame_message`, with the buttons' place
+    rectangle Frame_message;
+    rectangle Cmd_diagramm;
+    rectangle Cmd_diagramm2;
+    rectangle cmd_zoom_xy;
+    rectangle chart;
+};
+
+struct window_layout {
+    std::array<quadrant_layout, channel_count>
+        quadrants; ///< 1 top left, 2 bottom left, 3 top right, 4 bottom right
+    rectangle Text_status;
+    rectangle frame_resolution;
+    rectangle Lbl_TY_logger;
+    rectangle StatusBar;
+};
+
+/// The layout of a client area. A maximised window shares its width and the height above `Text_status`, less
+/// 36 pixels, in halves; any other window has the design's positions.
+[[nodiscard]] window_layout layout_window(i32 client_width, i32 client_height, bool maximised);
+
+} // namespace tyxo

@@ -1,0 +1,191 @@
+#pragma once
+// What the system knows about each Evaluator: one record per channel, a mirror of the last frames.
+//
+// The link writes the measurement, parameter and status fields, settings and dialogs the configuration
+// fields; everybody else reads. Nothing is cleared when a channel stops or a link is lost, but for `tsignal`
+// and `speed`.
+
+#include "basics/failure.h"
+#include "basics/types.h"
+
+#include <array>
+#include <string>
+
+namespace tyxo {
+
+inline constexpr i32 curve_samples = 256;
+inline constexpr i32 cylinder_max = 24;
+
+/// A flag that comes from the settings or a check box: a number, each reader tests it in its own way.
+using number_flag = i16;
+
+/// "This Evaluator does not know it", as the parameter frame's readers see it.
+namespace unknown {
+inline constexpr i32 theff = 9999;
+inline constexpr i32 alminhibit_time = 99999;
+inline constexpr const char* evasnr = "inactive";
+} // namespace unknown
+
+/// Values of `eva_mode`.
+namespace evaluator_mode {
+inline constexpr i32 advanced = 0;
+inline constexpr i32 standard = 1;
+inline constexpr i32 not_available = 99;
+} // namespace evaluator_mode
+
+/// Values of `log_state`.
+namespace log_states {
+inline constexpr i16 none = 0;
+inline constexpr i16 wanted = 1; ///< the file waits for the first parameter frame
+inline constexpr i16 open = 2;   ///< the only state that lets a line through
+} // namespace log_states
+
+struct channel_rec {
+    // Identification, ":00"; kept, read by nothing.
+    std::string id_text1;
+    std::string id_text2;
+    std::string id_text3;
+    std::string id_text4;
+
+    // Measured values, ":01".
+    i32 tsignal = 0;                ///< thermosignal, % of alarm level
+    i32 teff_dc = 0;                ///< % of alarm level
+    i32 teff_ac = 0;                ///< % of alarm level
+    double tvoltage = 0;            ///< thermovoltage in 1/100 mV, always a whole number
+    i32 speed = 0;                  ///< rpm
+    i32 tstsig_state = 0;           ///< test signal now: 0 off, 1 or 2
+    i32 tstsig_prev = 0;            ///< test signal last announced in the log
+    number_flag tstsig_visible = 0; ///< not 0: values measured during a test signal count too
+
+    // Curves of one engine cycle, ":03" and ":04": samples 0 to 255, the slot behind them is never written.
+    std::array<i32, curve_samples + 1> thermo_data{}; ///< raw converter values, 0 to 65535
+    std::array<i32, curve_samples + 1> angacc_data{}; ///< time counts, 0 to 65535
+
+    // Values per cylinder of the bar diagrams and of the gateway; 4000 and 200 stand for "no value".
+    std::array<i32, cylinder_max> bar_angacc_val{};
+    std::array<double, cylinder_max> bar_angacc_diff{}; ///< rpm
+    std::array<i32, cylinder_max> bar_thermo_val{};
+    std::array<double, cylinder_max> bar_thermo_diff{}; ///< percentage points
+    std::array<i32, cylinder_max> mb_angacc_val{};
+    std::array<double, cylinder_max> mb_angacc_diff{}; ///< rpm
+    std::array<i32, cylinder_max> mb_thermo_val{};
+    std::array<double, cylinder_max> mb_thermo_diff{}; ///< percentage points
+
+    // Parameters, ":06"; real once `param_valid` holds.
+    i32 alarmlevel = 0;
+    i32 ratedspeed = 0; ///< rpm
+    i32 overspeed = 0;  ///< rpm
+    i32 enginetype = 0; ///< 4: "4 stroke", 2: "2 stroke"
+    i32 numzyl = 0;     ///< cylinders
+    i32 cylconf = 0;    ///< 4: "in-line", 2: "V-cylinder"
+    /// Cylinder per firing position: above 200 bank B and the number less 200, 101 to 199 bank A and the
+    /// number less 100, below 100 no bank; exactly 100 and 200 show as nothing.
+    std::array<i32, cylinder_max> firingorder{};
+    std::array<i32, cylinder_max> firingangle{}; ///< degrees crank angle per firing position
+    i32 prealarmlevel = 0;
+    i32 impoffset = 0;
+    bool param_valid = false; ///< a ":06" frame was decoded
+    i32 tsttime = 0;
+    i32 tstlen = 0;
+    i32 aimp_level_cur = 0; ///< AC alarm level in use
+    i32 ialarmlevel1 = 0;
+    i32 ialarmlevel2 = 0;
+    i32 ialmrpm = 0;
+    std::string fwvers_ext; ///< firmware version, ten characters
+    i32 ialarmdelay = 0;
+    i32 ialarmlen = 0;
+    i32 ialarmlevel = 0;     ///< % of the AC level
+    i32 theff_cnt = 0;       ///< `unknown::theff` when the Evaluator does not send it
+    i32 theff_alm = 0;       ///< likewise
+    i32 alminhibit_time = 0; ///< `unknown::alminhibit_time` likewise
+    i32 dcalarmpercent = 0;  ///< % of the DC level
+
+    // Status, ":08"; real once `status_valid` holds.
+    std::string fwvers; ///< firmware version, five characters
+    i32 status_alarm = 0;
+    i32 status_error = 0;
+    bool status_valid = false; ///< a ":08" frame was decoded
+    i32 status_ext = 0;        ///< kept, read by nothing
+    i32 alminhibit_left = 0;   ///< remaining alarm inhibit time
+    i32 alminhibit_on = 0;     ///< 1 while the alarms are inhibited
+    i32 eva_mode = 0;          ///< `evaluator_mode`
+
+    // Configuration.
+    std::string typecode;
+    std::string location; ///< the channel's name in every message
+    std::string text_almrel1;
+    std::string text_almrel2;
+
+    bool connected = false; ///< the link is believed to be up
+    bool tst_valid = false; ///< the last ":06" frame carried `tsttime` and `tstlen`
+    double speed_scale = 0; ///< factor of the speed line in the strip chart
+    std::string speed_unit;
+    bool ext1_valid = false;      ///< the last ":06" frame carried `aimp_level_cur` to `fwvers_ext`
+    bool ext2_valid = false;      ///< it carried `ialarmdelay` to `ialarmlevel`
+    bool dcpercent_valid = false; ///< it carried `dcalarmpercent`
+    number_flag th_dig_val = 0;   ///< not 0: the thermo gauge shows `teff_dc`, else `tsignal`
+    std::string evasnr;           ///< serial number, or `unknown::evasnr`
+
+    // Log.
+    i16 log_state = log_states::none;
+    std::string logname; ///< file name without its folder
+    std::string logpath; ///< folder of the logs, with its closing separator
+    i16 log_fileno = 0;
+
+    // Latches of the status machine: the bit was announced.
+    bool lat_mem_overflow = false;
+    bool lat_crc_error = false;
+    bool lat_mem_timeout = false;
+    bool lat_mem_error = false;
+    bool lat_inca = false;
+    bool lat_incb = false;
+    bool lat_sync = false;
+    bool lat_testsignal = false;
+    bool lat_not_connected = false;
+    bool lat_main_alarm = false;
+    bool lat_prealarm = false;
+    bool lat_main_ac = false;
+    bool lat_pre_ac = false;
+    bool lat_main_dc = false;
+    bool lat_pre_dc = false;
+    bool lat_overspeed = false;
+    bool lat_main_error = false;
+    bool lat_inhibit = false;
+
+    bool xy_zoom_state = false; ///< this channel's strip chart is enlarged
+};
+
+namespace sensor {
+
+using curve = std::array<i32, curve_samples>;
+
+inline std::array<channel_rec, channel_count> channels;
+inline i16 max_sensors = 0; ///< channels in use, 0 to 4
+inline std::array<i16, channel_count> comport{};
+inline std::array<bool, channel_count> channel_running{};
+inline bool measure_running = false; ///< from the first start until all channels are stopped
+inline bool chart_timer_on = false;
+inline i16 upd_periode = 0;     ///< ms: 100, 250, 500 or 1000
+inline i32 cmd_periode = 0;     ///< loaded and saved, used by nothing
+inline i16 adc_offset = 0;      ///< zero point of the thermosignal samples, 460 to 520
+inline i16 zyl_speed_range = 0; ///< half width of a cylinder's window, 1 to 20 samples
+inline double scale_polar_a = 0;
+inline double scale_polar_t = 0;
+inline i16 polar_channel = 0;      ///< channel number 1 to 4 in the Detailed Display, 0 for none
+inline i16 bar_channel_angacc = 0; ///< likewise in the speed difference bars
+inline i16 bar_channel_thermo = 0; ///< likewise in the thermosignal difference bars
+inline curve detail_angacc{};
+inline curve detail_thermo{};
+inline std::array<curve, 7> mb_angacc{};
+inline std::array<curve, 7> mb_thermo{};
+inline std::array<bool, channel_count> alert_latched{}; ///< the alert was raised for this relay alarm
+inline bool alert_open = false;
+inline i16 inhibit_reset_channel = 0;
+
+/// The record of a channel; the subscript failure when there is no such channel.
+[[nodiscard]] inline channel_rec& channel_at(i16 channel) {
+    return at(channels, channel);
+}
+
+} // namespace sensor
+} // namespace tyxo

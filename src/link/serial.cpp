@@ -1,0 +1,150 @@
+#include "link/serial.h"
+
+#include "link/channel_rec.h"
+#include "link/frame_dispatch.h"
+#include "link/hex.h"
+#include "link/supervision.h"
+#include "platform/debug_output.h"
+
+namespace tyxo::serial {
+
+namespace {
+
+struct event_text {
+    i32 event;
+    std::string_view text;
+};
+
+// Line changes: known, and nothing is done about them.
+constexpr std::array<event_text, 5> line_changes{{
+    {3, "CTS ge\xE4ndert"},
+    {4, "DSR ge\xE4ndert"},
+    {5, "CD ge\xE4ndert"},
+    {6, "Das Telefon klingelt."},
+    {7, "Dateiende erkannt."},
+}};
+
+constexpr std::array<event_text, 10> line_errors{{
+    {1001, "Break empfangen"},
+    {1007, "CD-Zeit\xFC"
+           "berschreitung"},
+    {1002, "CTS-Zeit\xFC"
+           "berschreitung"},
+    {1011, "Fehler bei DCB-Abfrage"},
+    {0, "DSR-Zeit\xFC"
+        "berschreitung"}, // keyed by 0; a DSR time-out, 1003, counts as unknown, and that stays
+    {1004, "Frame-Fehler"},
+    {1006, "\xDC"
+           "berlauffehler"},
+    {1008, "Empfangspuffer\xFC"
+           "berlauf"},
+    {1009, "Parit\xE4tsfehler"},
+    {1010, "Sendepuffer voll"},
+}};
+constexpr std::string_view unknown_event = "Fehler oder Ereignis unbekannt";
+
+template <std::size_t N>
+std::string_view text_of(const std::array<event_text, N>& table, i32 event, std::string_view otherwise) {
+    for (const event_text& row : table) {
+        if (row.event == event) return row.text;
+    }
+    return otherwise;
+}
+
+void report_line_event(i32 event) {
+    if (!text_of(line_changes, event, "").empty()) return;
+    debug_output(text_of(line_errors, event, unknown_event));
+}
+
+void complete_frame(i16 channel) {
+    rx_start_seen[channel] = false;
+    rx_cr_seen[channel] = false;
+    rx_spare[channel] = false;
+    // Before the check: a frame with a wrong check keeps the link alive too.
+    funct::timeout_timer_stop(channel);
+    funct::timeout_timer_start(channel);
+    rx_frame[channel] += "\r\n";
+    sensor::frame_dispatch(rx_frame[channel], channel);
+}
+
+void receive_character(i16 channel, char letter) {
+    switch (letter) {
+    case ':':
+        rx_start_seen[channel] = true;
+        rx_cr_seen[channel] = false;
+        rx_spare[channel] = false;
+        rx_frame[channel] = ':';
+        return;
+    case '\r':
+        if (rx_start_seen[channel]) rx_cr_seen[channel] = true;
+        return;
+    case '\n':
+        if (rx_start_seen[channel] && rx_cr_seen[channel]) complete_frame(channel);
+        return;
+    default:
+        if (rx_start_seen[channel]) rx_frame[channel] += letter;
+    }
+}
+
+/// The description of the last failure, or nothing.
+std::optional<std::string> receive(i16 channel) {
+    std::optional<std::string> last = attempt([&] { comm[channel].Input(rx_chunk[channel]); });
+    if (last) rx_chunk[channel].clear();
+    for (const char letter : rx_chunk[channel]) {
+        if (auto why = attempt([&] { receive_character(channel, letter); })) last = std::move(why);
+    }
+    if (auto why = attempt([&] { sensor::link_returned(channel); })) last = std::move(why);
+    return last;
+}
+
+} // namespace
+
+void on_comm(i16 channel) {
+    std::optional<std::string> last;
+    switch (const i32 event = comm[channel].CommEvent()) {
+    case comm_event::receive:
+        last = receive(channel);
+        break;
+    case comm_event::send_buffer_low:
+        last = attempt([&] { comm[channel].RTSEnable(false); });
+        break;
+    default:
+        report_line_event(event);
+    }
+    if (last) debug_output("mscomm: " + *last);
+}
+
+bool port_open(i16 channel, i16 port) {
+    MSComm& line = comm[channel];
+    const auto prepared = attempt(
+        [&] {
+            if (line.PortOpen()) line.PortOpen(false);
+        },
+        [&] { line.CommPort(port); }, [&] { line.Settings(comm_settings); });
+    if (line.PortOpen()) return prepared.has_value();
+    const auto opened =
+        attempt([&] { line.PortOpen(true); }, [&] { line.InBufferCount(0); }, [&] { line.OutBufferCount(0); },
+                [&] { line.InputMode(1); }, [&] { line.RTSEnable(false); }, [&] { line.RThreshold(1); },
+                [&] { line.SThreshold(1); }, [&] { line.Handshaking(0); });
+    return prepared || opened;
+}
+
+void port_close(i16 channel) {
+    if (comm[channel].PortOpen()) comm[channel].PortOpen(false);
+}
+
+void frame_send(std::string_view body, i16 channel) {
+    MSComm& line = at(comm, channel);
+    const std::string frame = std::string(body) + funct::frame_lrc(body) + "\r\n";
+    debug_output("TX: " + frame);
+    const bool was_open = line.PortOpen();
+    if (!was_open) {
+        line.CommPort(sensor::comport[channel]);
+        line.Settings(comm_settings);
+        line.PortOpen(true);
+    }
+    line.Output(frame);
+    if (!was_open) line.PortOpen(false);
+}
+
+} // namespace tyxo::serial

@@ -1,0 +1,43 @@
+#pragma once
+// The serial lines: characters become frames, frames go out, ports open and close.
+
+#include "basics/types.h"
+#include "platform/mscomm.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace tyxo::serial {
+
+/// Baud rate, parity, data bits and stop bits of every Evaluator line.
+inline constexpr std::string_view comm_settings = "38400,n,8,1";
+
+/// The ports, one per channel.
+inline std::array<MSComm, channel_count> comm;
+
+/// What a channel has received so far of an open frame. A frame has no limit in length and no time-out: only
+/// the next ":" gives it up.
+inline std::array<std::string, channel_count> rx_chunk; ///< bytes of the last receive event
+inline std::array<std::string, channel_count> rx_frame; ///< from its ":" on, without CR and LF
+inline std::array<bool, channel_count> rx_start_seen{}; ///< a ":" was seen, the frame is open
+inline std::array<bool, channel_count> rx_cr_seen{};    ///< a CR was seen in the open frame
+inline std::array<bool, channel_count> rx_spare{};      ///< cleared with the others, tested by nothing
+
+/// Handles the event that the channel's port reports. A step that fails is skipped; "mscomm: " and the last
+/// failure's description go to the debug output.
+void on_comm(i16 channel);
+
+/// Opens the channel's port with number `port`, a port that is open already anew. Every step is tried; True
+/// if any failed.
+[[nodiscard]] bool port_open(i16 channel, i16 port);
+
+/// Closes the channel's port if it is open.
+void port_close(i16 channel);
+
+/// Sends `body`, from ":" to the last data character, with its check and CR LF. A closed port is opened for
+/// this one frame, with the channel's port number. Failure: the port cannot be opened or does not take the
+/// frame.
+void frame_send(std::string_view body, i16 channel);
+
+} // namespace tyxo::serial

@@ -1,0 +1,29 @@
+#include "logging/event_file.h"
+
+#include "basics/failure.h"
+#include "platform/files.h"
+#include "platform/message_box.h"
+#include "settings/ini.h"
+#include "settings/settings.h"
+
+namespace tyxo {
+
+void event_file_init() {
+    if (settings.eventfile_ena != 1) return;
+    event_path = Ini::ini_read("evtpath") + "TY_all_events.txt";
+    event_fileno = 256;
+}
+
+void event_line(std::string_view text) {
+    if (settings.eventfile_ena != 1 || event_file_failed) return;
+    const auto failed = attempt([text] {
+        output_file file; // open for this line only, so that the file is whole at any moment
+        file.append_to(event_path);
+        file.print("##;" + std::string(text));
+    });
+    if (!failed) return;
+    event_file_failed = true;
+    message_box("Directory for Eventfile doesn't exist, start setup Installation !");
+}
+
+} // namespace tyxo

@@ -1,0 +1,22 @@
+#pragma once
+// The plant-wide event file: one line per event of the whole system, in the order in which they happened.
+
+#include "basics/types.h"
+
+#include <string>
+#include <string_view>
+
+namespace tyxo {
+
+inline std::string event_path;         ///< of the event file
+inline i16 event_fileno = 0;           ///< from the range above those of the logs
+inline bool event_file_failed = false; ///< a write has failed: no more lines in this run
+
+/// Reads the folder and builds the path, when the event file is enabled.
+void event_file_init();
+
+/// Appends "##;" and the text as one line. The first failure is told in a message box and ends the event file
+/// for this run.
+void event_line(std::string_view text);
+
+} // namespace tyxo

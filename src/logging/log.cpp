@@ -1,0 +1,144 @@
+#include "logging/log.h"
+
+#include "basics/number.h"
+#include "basics/number_text.h"
+#include "link/channel_rec.h"
+#include "link/indicators.h"
+#include "logging/log_header.h"
+#include "platform/clock.h"
+#include "platform/debug_output.h"
+#include "platform/files.h"
+#include "settings/ini.h"
+#include "settings/settings.h"
+
+namespace tyxo::log {
+
+namespace {
+
+using sensor::channels;
+
+bool hourly() {
+    return settings.log_mode == 1;
+}
+
+std::string period_stamp(const local_time& moment) {
+    std::string stamp = date_text(moment);
+    if (hourly()) append_plain(stamp, moment.hour);
+    return stamp;
+}
+
+std::string name_digits(const local_time& moment) {
+    std::string digits = padded(moment.year, 4) + padded(moment.month, 2) + padded(moment.day, 2);
+    if (hourly()) append_padded(digits, moment.hour, 2);
+    return digits;
+}
+
+/// Goes on with the file, or begins it with a header.
+void open_file(i16 channel, const std::string& path) {
+    output_file& file = log_files[channel];
+    file.close();
+    if (readable(path)) {
+        file.append_to(path);
+    } else {
+        file.create(path);
+        log_header(channel, file);
+    }
+}
+
+/// Gives every channel in use a new file when the period has changed, also a channel that is not logging.
+void check_period() {
+    std::string stamp = period_stamp(local_now());
+    if (stamp == log_period) return;
+    log_period = std::move(stamp);
+    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
+        close_log(channel);
+        createlog(channel);
+    }
+}
+
+/// The line being composed; it keeps its memory from one line to the next.
+std::string line;
+
+void print_values(i16 channel, std::string_view tag, const std::string& time,
+                  const std::array<i32, curve_samples + 1>& data) {
+    line.assign("<").append(tag).append("> ").append(time).append(" ");
+    for (std::size_t sample = 0; sample < curve_samples; ++sample) {
+        append_plain(line, data[sample]);
+        line += ' ';
+    }
+    line.append(" </").append(tag).append(">");
+    log_files[channel].print(line);
+}
+
+void print_measured_values(i16 channel, const std::string& time) {
+    const channel_rec& rec = channels[channel];
+    line.assign("<REC1> ").append(time).append(" ");
+    for (const i32 value :
+         {rec.tsignal, rec.speed, round_even<i32>(rec.tvoltage), rec.teff_dc, rec.teff_ac}) {
+        append_plain(line, value);
+        line += ' ';
+    }
+    line += "</REC1>";
+    log_files[channel].print(line);
+}
+
+void print_comment(i16 channel, std::string_view begin, std::string_view text) {
+    if (sensor::channel_at(channel).log_state != log_states::open) return;
+    const std::string time = time_text(local_now());
+    check_period();
+    attempt([&] {
+        line.assign(begin).append(time).append(" ").append(text).append(" -->");
+        log_files[channel].print(line);
+    });
+}
+
+} // namespace
+
+void createlog(i16 channel) {
+    channel_rec& rec = sensor::channel_at(channel);
+    const local_time now = local_now();
+    log_period = period_stamp(now);
+    const std::string folder = Ini::ini_read("logpath " + channel_number(channel)) +
+                               Ini::ini_read("location " + channel_number(channel));
+    if (attempt([&] { make_folder(folder); })) debug_output("createlog : Path exists");
+    rec.log_fileno = static_cast<i16>(channel + 1); // every channel has a file of its own
+    rec.logname = name_digits(now) + "Qu_" + Ini::ini_read("location " + channel_number(channel)) + ".xlg";
+    attempt([&] { open_file(channel, folder + "\\" + rec.logname); });
+    // In the first file of a measurement this line is lost, as `log_state` follows only afterwards; it stays.
+    log_comment(channel, "Log Started");
+}
+
+void log_record(i16 channel, std::string_view kind) {
+    const channel_rec& rec = sensor::channel_at(channel);
+    if (rec.log_state != log_states::open) return;
+    const std::string time = time_text(local_now());
+    check_period();
+    switch (round_even<i32>(leading_number(kind))) {
+    case 1:
+        print_measured_values(channel, time);
+        break;
+    case 3:
+        print_values(channel, "REC2", time, rec.thermo_data);
+        break;
+    case 4:
+        print_values(channel, "REC3", time, rec.angacc_data);
+        break;
+    default:
+        break;
+    }
+}
+
+void log_comment(i16 channel, std::string_view text) {
+    print_comment(channel, "<!-- ", text);
+}
+
+void log_note(i16 channel, std::string_view text) {
+    print_comment(channel, "<#-- ", text);
+}
+
+void close_log(i16 channel) {
+    log_comment(channel, "Measure Stopped");
+    log_files[channel].close();
+}
+
+} // namespace tyxo::log

@@ -1,0 +1,39 @@
+#pragma once
+// The measurement logs: one ".xlg" file per channel and period, written only.
+//
+// Lines go through only while the channel's `log_state` is 2. Nothing here tells the operator of an error: a
+// line that cannot be written is lost, and logging goes on with the next file that can be.
+
+#include "basics/types.h"
+#include "platform/files.h"
+
+#include <array>
+#include <string>
+#include <string_view>
+
+namespace tyxo::log {
+
+/// The period of the files in use: the local date, in hourly mode with the hour behind it. One for all
+/// channels; it is only compared.
+inline std::string log_period;
+
+/// The open file of each channel.
+inline std::array<output_file, channel_count> log_files;
+
+/// Begins the channel's file of this period, or goes on with it when it exists; a new file gets its header.
+void createlog(i16 channel);
+
+/// Writes a record of the frame's kind: "1", "3" or "4". Other kinds write nothing. Failure: the file does
+/// not take the line.
+void log_record(i16 channel, std::string_view kind);
+
+/// Writes the text as a comment line.
+void log_comment(i16 channel, std::string_view text);
+
+/// Writes the text as a hash comment line.
+void log_note(i16 channel, std::string_view text);
+
+/// Writes the closing comment and closes the file; `log_state` stays.
+void close_log(i16 channel);
+
+} // namespace tyxo::log

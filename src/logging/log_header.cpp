@@ -1,0 +1,186 @@
+#include "logging/log_header.h"
+
+#include "basics/number_text.h"
+#include "displays/chart.h"
+#include "link/channel_rec.h"
+#include "platform/clock.h"
+#include "settings/settings.h"
+
+namespace tyxo::log {
+
+namespace {
+
+/// Writes the header's lines of one channel to its file.
+class header_writer {
+  public:
+    header_writer(i16 channel, output_file& file)
+        : rec_(sensor::channel_at(channel)), chart_(charts.chart[channel]), file_(file) {}
+
+    void write() {
+        info();
+        chart_settings();
+        engine_and_evaluator();
+        firing_list("FIRINGORDER", rec_.firingorder, append_cylinder);
+        firing_list("FIRINGANGLE", rec_.firingangle, append_angle);
+        line("    </PARAMETER>");
+        entry_types();
+        structure();
+        line("</HEADER>");
+        line("<LOG>");
+    }
+
+  private:
+    using text = std::string_view;
+
+    void line(text content) { file_.print(content); }
+
+    /// Chart settings stand close to their tags, everything behind them between blanks.
+    void close_entry(text tag, const std::string& value) { entry(tag, value, ""); }
+    void entry(text tag, const std::string& value, text gap = " ") {
+        std::string content = "        <";
+        content.append(tag).append(">").append(gap).append(value).append(gap).append("</").append(tag).append(
+            ">");
+        line(content);
+    }
+    void entry(text tag, i32 value) { entry(tag, plain(value)); }
+    void close_entry(text tag, i32 value) { close_entry(tag, plain(value)); }
+
+    void info() {
+        const local_time now = local_now();
+        line("<?xml version=\"1.0\"?>");
+        line("<!DOCTYPE LOG >");
+        line("<HEADER>");
+        line("    <INFO>");
+        line("        <VERSION> MTyxo " + std::string(version) + "  " + std::string(version_date) +
+             " </VERSION> ");
+        line("        <LOGNAME> " + rec_.logname + " </LOGNAME> ");
+        entry("LOGDATE", padded(now.year, 4) + padded(now.month, 2) + padded(now.day, 2));
+        if (settings.log_mode == 1) entry("LOGHOUR", padded(now.hour, 2));
+        line("    </INFO>");
+    }
+
+    void chart_settings() {
+        line("    <PARAMETER>");
+        close_entry("AXISGRIDCOLOR", chart_.AxisGridColor);
+        close_entry("LEGENDFONTCOLOR", chart_.LegendFontColor);
+        close_entry("XAXISLABELFONTCOLOR", chart_.XAxisLabelFontColor);
+        close_entry("YAXISLABELFONTCOLOR", chart_.YAxisLabelFontColor);
+        close_entry("TITLEFONTCOLOR", chart_.TitleFontColor);
+        close_entry("XAXISTICKCOLOR", chart_.XAxisTickMajorColor);
+        close_entry("XAXISDATETIMEFORMAT", chart_.XAxisDateTimeFormatString);
+        close_entry("BACKGROUNDCOLOR", chart_.BackGroundColor);
+        close_entry("GRIDBACKGROUNDCOLOR", chart_.GridBackGroundColor);
+        close_entry("GRIDLINESTYLE", chart_.GridLineStyle);
+        close_entry("XAXISMIN", signed_form(chart_.XAxisMin));
+        close_entry("XAXISSPAN", signed_form(chart_.XAxisSpan));
+        close_entry("XAXISTICKS", chart_.XAxisTickMajorCount);
+        close_entry("YAXISMIN", signed_form(chart_.YAxisMin));
+        close_entry("YAXISSPAN", signed_form(chart_.YAxisMax - chart_.YAxisMin));
+        close_entry("YAXISTICKS", chart_.YAxisTickMajorCount);
+    }
+
+    void engine_and_evaluator() {
+        entry("TYPECODE", rec_.typecode);
+        entry("ENGINETYPE", rec_.enginetype);
+        entry("CYLCONF", rec_.cylconf);
+        entry("NUMZYL", rec_.numzyl);
+        entry("TSTTIME", rec_.tst_valid ? plain(rec_.tsttime) : "NA");
+        entry("TSTLEN", rec_.tst_valid ? plain(rec_.tstlen) : "NA");
+        entry("FWVERS", rec_.ext1_valid ? rec_.fwvers_ext : rec_.fwvers);
+        if (rec_.ext1_valid) {
+            entry("IALARMLEVEL1", rec_.ialarmlevel1);
+            entry("IALARMLEVEL2", rec_.ialarmlevel2);
+            entry("IALMRPM", rec_.ialmrpm);
+        }
+        if (rec_.ext2_valid) {
+            entry("IMPOFFSET", rec_.impoffset);
+            entry("IALARMDELAY", rec_.ialarmdelay);
+            entry("IALARMLEN", rec_.ialarmlen);
+            entry("IALARMLEVEL", rec_.ialarmlevel);
+        }
+        if (rec_.dcpercent_valid) entry("DCALARMPERCENT", rec_.dcalarmpercent);
+        if (rec_.theff_alm != unknown::theff) entry("THEFF_ALM", rec_.theff_alm);
+        if (rec_.theff_cnt != unknown::theff) entry("THEFF_CNT", rec_.theff_cnt);
+        if (rec_.alminhibit_time != unknown::alminhibit_time) entry("ALMINHIBIT_TIME", rec_.alminhibit_time);
+        entry("EVASNR", rec_.evasnr);
+        entry("ALARMLEVEL", rec_.alarmlevel);
+        entry("PREALARMLEVEL", rec_.prealarmlevel);
+        entry("OVERSPEED", rec_.overspeed);
+        entry("RATEDSPEED", rec_.ratedspeed);
+    }
+
+    static void append_cylinder(std::string& list, i32 value) {
+        constexpr i32 bank_a = 100;
+        constexpr i32 bank_b = 200;
+        if (value == bank_a || value == bank_b) return; // no entry at all; it stays
+        list += value > bank_b ? " B" : value > bank_a ? " A" : " ";
+        append_plain(list, value > bank_b ? value - bank_b : value > bank_a ? value - bank_a : value);
+    }
+
+    static void append_angle(std::string& list, i32 value) {
+        list += ' ';
+        append_plain(list, value);
+    }
+
+    void firing_list(text tag, const std::array<i32, cylinder_max>& table,
+                     void (*append)(std::string&, i32)) {
+        std::string content;
+        for (i32 cylinder = 0; cylinder < rec_.numzyl; ++cylinder)
+            append(content, at(table, cylinder));
+        line("        <" + std::string(tag) + ">" + content + " </" + std::string(tag) + ">");
+    }
+
+    /// One of the value types; a type without a scale has no colour either.
+    void entry_type(text type, text name, text unit, text scale = {}, text color = {}) {
+        const auto nested = [this](text tag, text value) {
+            line("            <" + std::string(tag) + ">" + std::string(value) + "</" + std::string(tag) +
+                 ">");
+        };
+        line("        <" + std::string(type) + ">");
+        nested("NAME", name);
+        nested("UNIT", unit);
+        if (!scale.empty()) nested("SCALE", scale);
+        if (!color.empty()) nested("COLOR", color);
+        line("        </" + std::string(type) + ">");
+    }
+
+    void entry_types() {
+        line("    <ENTRYTYPES>");
+        entry_type("T1", "Time", "HH:MM:SS");
+        entry_type("T2", "Tsignal", "  % alarm", "1", "255");
+        entry_type("T3", "Speed", rec_.speed_unit, signed_form(rec_.speed_scale), "16711680");
+        entry_type("T4", "Angular Signal", "", signed_form(sensor::scale_polar_t), "255");
+        entry_type("T5", "Angular Acceleration", "", signed_form(sensor::scale_polar_a), "16711680");
+        entry_type("T6", "Tvoltage", "  mV x50", ".5", "65280");
+        entry_type("T7", "Teff DC", "  %alarm", "1", "16711935");
+        entry_type("T8", "Teff AC", "  %alarm", "1", "16777215");
+        line("    </ENTRYTYPES>");
+    }
+
+    static std::string polar_columns(text type) {
+        std::string columns;
+        for (i32 sample = 0; sample < curve_samples; ++sample)
+            columns.append(type).append(" ");
+        return columns;
+    }
+
+    void structure() {
+        line("    <STRUCTURE>");
+        line("        <REC1><LINEAR> T1 T2 T3 T6 T7 T8 </LINEAR></REC1>");
+        line("        <REC2><POLAR> T1 " + polar_columns("T4") + "</POLAR></REC2>");
+        line("        <REC3><POLAR> T1 " + polar_columns("T5") + "</POLAR></REC3>");
+        line("    </STRUCTURE>");
+    }
+
+    const channel_rec& rec_;
+    const iStripChartX& chart_;
+    output_file& file_;
+};
+
+} // namespace
+
+void log_header(i16 channel, output_file& file) {
+    header_writer(channel, file).write();
+}
+
+} // namespace tyxo::log

@@ -1,0 +1,23 @@
+#pragma once
+// The process and its event loop.
+
+namespace tyxo {
+
+/// Ends the process at once; nothing is closed or saved first.
+void end_program(int exit_code);
+
+/// Lets the event loop handle what waits, once.
+void do_events();
+
+/// While events are held, timers and serial ports deliver nothing; sockets and windows go on. Bytes that
+/// arrive meanwhile are delivered at the release.
+void hold_events(bool held);
+
+/// The screen in pixels.
+struct screen_size {
+    int width = 0;
+    int height = 0;
+};
+[[nodiscard]] screen_size screen();
+
+} // namespace tyxo

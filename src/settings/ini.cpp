@@ -1,0 +1,25 @@
+#include "settings/ini.h"
+
+#include "platform/files.h"
+#include "settings/ini_text.h"
+
+namespace tyxo::Ini {
+
+namespace {
+
+std::string file_path() {
+    return ".\\" + std::string(program_name) + ".ini";
+}
+
+} // namespace
+
+std::string ini_read(std::string_view key) {
+    return get_key(read_file(file_path()).value_or(""), program_name, key).substr(0, value_limit);
+}
+
+void ini_write(std::string_view key, std::string_view value) {
+    const std::string text = read_file(file_path()).value_or("");
+    replace_file(file_path(), set_key(text, program_name, key, value));
+}
+
+} // namespace tyxo::Ini

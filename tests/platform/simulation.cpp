@@ -1,0 +1,183 @@
+#include "platform/simulation.h"
+
+#include "simulated_ports.h"
+
+#include "app/mainfrm.h"
+#include "displays/chart.h"
+#include "displays/panel.h"
+#include "link/calls.h"
+#include "link/channel_rec.h"
+#include "link/frame_dispatch.h"
+#include "link/hex.h"
+#include "link/indicators.h"
+#include "link/serial.h"
+#include "link/supervision.h"
+#include "logging/event_file.h"
+#include "logging/log.h"
+#include "platform/clock.h"
+#include "platform/debug_output.h"
+#include "settings/serial_ports.h"
+#include "settings/settings.h"
+
+#include <algorithm>
+#include <ctime>
+
+namespace tyxo {
+
+namespace simulation {
+
+machine& world() {
+    static machine the_machine;
+    return the_machine;
+}
+
+namespace {
+
+void reset_measurement() {
+    using namespace sensor;
+    channels.fill({});
+    max_sensors = 0;
+    comport.fill(0);
+    channel_running.fill(false);
+    measure_running = chart_timer_on = false;
+    upd_periode = adc_offset = zyl_speed_range = 0;
+    cmd_periode = 0;
+    scale_polar_a = scale_polar_t = 0;
+    polar_channel = bar_channel_angacc = bar_channel_thermo = 0;
+    detail_angacc.fill(0);
+    detail_thermo.fill(0);
+    mb_angacc.fill({});
+    mb_thermo.fill({});
+    alert_latched.fill(false);
+    alert_open = false;
+    inhibit_reset_channel = 0;
+    thermo_block_last.fill(0);
+    angacc_block_last.fill(0);
+    poll_step = 0;
+    poll_hold.fill(false);
+}
+
+void reset_link() {
+    serial::rx_chunk.fill({});
+    serial::rx_frame.fill({});
+    serial::rx_start_seen.fill(false);
+    serial::rx_cr_seen.fill(false);
+    serial::rx_spare.fill(false);
+    serial::serial_ports.clear();
+    for (MSComm& port : serial::comm)
+        port.on_comm({});
+    calls = {};
+}
+
+void reset_timers() {
+    const auto reset = [](Timer& timer) {
+        timer.Enabled(false);
+        timer.Interval(0);
+        timer.on_tick({});
+    };
+    reset(mainfrm::Timer_chart_upd);
+    for (Timer& timer : mainfrm::Timer_intervall)
+        reset(timer);
+    for (Timer& timer : mainfrm::Timer_timeout)
+        reset(timer);
+}
+
+} // namespace
+
+void fresh_world() {
+    world() = {};
+    reset_measurement();
+    reset_link();
+    reset_timers();
+    reset_ports();
+    settings = {};
+    indicators = {};
+    panels = {};
+    charts = {};
+    main_form = {};
+    log::log_period.clear();
+    for (output_file& file : log::log_files)
+        file.close();
+    event_path.clear();
+    event_fileno = 0;
+    event_file_failed = false;
+}
+
+void set_local(const local_time& moment) {
+    world().local = moment;
+    world().local_set_ms = world().now_ms;
+}
+
+std::string framed(std::string_view body) {
+    return std::string(body) + funct::frame_lrc(body) + "\r\n";
+}
+
+} // namespace simulation
+
+using simulation::world;
+
+local_time local_now() {
+    // The wall clock runs with the virtual one from where it was set; no time zone takes part.
+    const simulation::machine& machine = world();
+    const std::int64_t seconds = (machine.now_ms - machine.local_set_ms) / 1000;
+    const local_time& set = machine.local;
+    if (seconds == 0) return set;
+    std::tm parts{};
+    parts.tm_year = set.year - 1900;
+    parts.tm_mon = set.month - 1;
+    parts.tm_mday = set.day;
+    parts.tm_hour = set.hour;
+    parts.tm_min = set.minute;
+    parts.tm_sec = set.second;
+    const std::time_t moment = timegm(&parts) + seconds;
+    gmtime_r(&moment, &parts);
+    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
+}
+
+void debug_output(std::string_view message) {
+    if (message.ends_with("\r\n")) message.remove_suffix(2);
+    world().debug.emplace_back(message);
+}
+
+box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons, std::string_view title) {
+    simulation::machine& machine = world();
+    machine.boxes.push_back({std::string(text), icon, buttons, std::string(title)});
+    if (machine.during_box) machine.during_box();
+    if (machine.answers.empty()) return box_answer::ok;
+    const box_answer answer = machine.answers.front();
+    machine.answers.pop_front();
+    return answer;
+}
+
+void end_program(int exit_code) {
+    if (!world().exit_code) world().exit_code = exit_code;
+}
+
+void do_events() {
+    ++world().do_events_calls;
+    if (world().during_do_events) world().during_do_events();
+}
+
+void hold_events(bool held) {
+    world().events_held = held;
+    if (!held) simulation::deliver_waiting();
+}
+
+screen_size screen() {
+    return world().screen;
+}
+
+std::optional<std::vector<port_name>> list_ports(int& error_code) {
+    if (world().port_list_unreadable) {
+        error_code = world().port_list_error;
+        return std::nullopt;
+    }
+    return world().port_names;
+}
+
+std::string system_error_text(int error_code) {
+    const auto found = world().error_texts.find(error_code);
+    return found == world().error_texts.end() ? std::string() : found->second;
+}
+
+} // namespace tyxo

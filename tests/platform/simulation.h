@@ -1,0 +1,115 @@
+#pragma once
+// The simulated machine that the core is tested on: a clock that only moves when told, ports and files that
+// do what the test wants, and a memory of everything that the system asked for.
+
+#include "basics/clock_text.h"
+#include "basics/types.h"
+#include "platform/message_box.h"
+#include "platform/port_list.h"
+#include "platform/program.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tyxo::simulation {
+
+/// What the machine does with one serial port number.
+struct port_behaviour {
+    bool refuses_to_open = false;
+    bool refuses_output = false;
+    bool refuses_input = false;
+};
+
+/// A message box that was shown.
+struct shown_box {
+    std::string text;
+    box_icon icon;
+    box_buttons buttons;
+    std::string title;
+};
+
+struct machine {
+    std::int64_t now_ms = 0;                ///< virtual time since the start of the test
+    local_time local{2026, 7, 2, 13, 5, 9}; ///< what the wall clock showed at `local_set_ms`
+    std::int64_t local_set_ms = 0;
+
+    std::vector<std::string> debug; ///< every message, CR LF at its end dropped
+
+    std::vector<shown_box> boxes;
+    std::deque<box_answer> answers;   ///< of the next boxes; `ok` when there are no more
+    std::function<void()> during_box; ///< runs while a box is up
+
+    bool events_held = false;
+    int do_events_calls = 0;
+    std::function<void()> during_do_events;
+    std::optional<int> exit_code; ///< set when the program ended itself
+
+    screen_size screen{1280, 1024};
+
+    std::map<i16, port_behaviour> ports;
+    std::vector<port_name> port_names;
+    bool port_list_unreadable = false;
+    int port_list_error = 5;
+    std::map<int, std::string> error_texts;
+
+    std::map<std::string, std::string> files; ///< by normalised path
+    std::set<std::string> folders{"."};
+    std::set<std::string> unreadable;      ///< files that exist and cannot be opened for reading
+    std::set<std::string> unwritable;      ///< files and folders that cannot be written
+    std::optional<std::size_t> disk_space; ///< bytes left; nothing for no limit
+    std::vector<std::string> opened;       ///< every path that was opened for writing, in order
+};
+
+/// The machine of the running test.
+[[nodiscard]] machine& world();
+
+/// A new machine, and all state of the system as it is before the program starts. Nothing is wired.
+void fresh_world();
+
+/// Moves the virtual clock; timers that come due tick at their time, in order.
+void advance(std::int64_t milliseconds);
+
+/// Sets the wall clock, which runs on from there.
+void set_local(const local_time& moment);
+
+/// Bytes arrive at the open port of a channel, as one receive event. With `held` events or a closed port they
+/// wait or are lost, as on a real line. True if the system took them.
+bool receive(i16 channel, std::string_view bytes);
+
+/// Another event of the port: a line change or an error.
+void port_event(i16 channel, i32 event);
+
+/// Everything that the system sent to the line of a channel.
+[[nodiscard]] std::string& sent(i16 channel);
+
+/// What the channel's port was set to.
+struct port_settings {
+    bool open = false;
+    i16 number = 0;
+    std::string settings;
+    i32 input_mode = 0;
+    bool rts = true;
+    i32 r_threshold = 0;
+    i32 s_threshold = 0;
+    i32 handshaking = -1;
+    int opened = 0; ///< how often
+};
+[[nodiscard]] const port_settings& port(i16 channel);
+
+/// The path as the simulated disk knows it: "/" between folders, no "./" in front.
+[[nodiscard]] std::string normalised(std::string_view path);
+
+/// The content of a file; an empty text when there is none.
+[[nodiscard]] std::string file(std::string_view path);
+void put_file(std::string_view path, std::string_view content);
+
+/// The body with its check and CR LF, as an Evaluator sends it.
+[[nodiscard]] std::string framed(std::string_view body);
+
+} // namespace tyxo::simulation
