@@ -6,6 +6,8 @@
 #include "link/supervision.h"
 #include "platform/debug_output.h"
 
+#include <algorithm>
+
 namespace tyxo::serial {
 
 namespace {
@@ -67,31 +69,33 @@ void complete_frame(i16 channel) {
     sensor::frame_dispatch(rx_frame[channel], channel);
 }
 
-void receive_character(i16 channel, char letter) {
-    switch (letter) {
-    case ':':
+/// The characters that make a frame; all others are its content.
+bool is_mark(char letter) { return letter == ':' || letter == '\r' || letter == '\n'; }
+
+void receive_mark(i16 channel, char letter) {
+    if (letter == ':') {
         rx_start_seen[channel] = true;
         rx_cr_seen[channel] = false;
         rx_spare[channel] = false;
         rx_frame[channel] = ':';
-        return;
-    case '\r':
+    } else if (letter == '\r') {
         if (rx_start_seen[channel]) rx_cr_seen[channel] = true;
-        return;
-    case '\n':
-        if (rx_start_seen[channel] && rx_cr_seen[channel]) complete_frame(channel);
-        return;
-    default:
-        if (rx_start_seen[channel]) rx_frame[channel] += letter;
+    } else if (rx_start_seen[channel] && rx_cr_seen[channel]) {
+        complete_frame(channel);
     }
 }
 
 /// The description of the last failure, or nothing.
 std::optional<std::string> receive(i16 channel) {
-    std::optional<std::string> last = attempt([&] { comm[channel].Input(rx_chunk[channel]); });
-    if (last) rx_chunk[channel].clear();
-    for (const char letter : rx_chunk[channel]) {
-        if (auto why = attempt([&] { receive_character(channel, letter); })) last = std::move(why);
+    std::string& chunk = rx_chunk[channel];
+    std::optional<std::string> last = attempt([&] { comm[channel].Input(chunk); });
+    if (last) chunk.clear();
+    for (auto at = chunk.cbegin(); at != chunk.cend();) {
+        const auto mark = std::find_if(at, chunk.cend(), is_mark);
+        if (rx_start_seen[channel]) rx_frame[channel].append(at, mark);
+        if (mark == chunk.cend()) break;
+        if (auto why = attempt([&] { receive_mark(channel, *mark); })) last = std::move(why);
+        at = mark + 1;
     }
     if (auto why = attempt([&] { sensor::link_returned(channel); })) last = std::move(why);
     return last;

@@ -1,0 +1,175 @@
+#include "app/mainfrm_view.h"
+
+#include "app/mainfrm.h"
+#include "displays/chart.h"
+#include "displays/click_label_view.h"
+#include "displays/panel_view.h"
+#include "displays/show_view.h"
+#include "displays/text_status_view.h"
+#include "link/indicators.h"
+#include "link/start_stop.h"
+#include "platform/desktop/handlers.h"
+
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QMenuBar>
+#include <QRadioButton>
+#include <QScreen>
+#include <QStatusBar>
+
+namespace tyxo {
+
+namespace {
+
+constexpr int show_delay = 20; // ms: changes of this time are shown together
+
+/// A handler of the core for a command of the operator.
+template <class Handler> auto on_command(Handler handler) {
+    return [handler] { desktop::run_handler(desktop::source::operator_, handler); };
+}
+
+QRect on_screen(const rectangle& place) { return {place.left, place.top, place.width, place.height}; }
+
+} // namespace
+
+mainfrm_view::mainfrm_view() {
+    setObjectName("mainfrm");
+    make_menu();
+    make_client();
+    pending_.setSingleShot(true);
+    connect(&pending_, &QTimer::timeout, this, &mainfrm_view::show_state);
+    desktop::on_handled([this] {
+        if (!pending_.isActive()) pending_.start(show_delay);
+    });
+    const QSize design(design_client_width, design_client_height + menuBar()->sizeHint().height());
+    setMinimumSize(design.boundedTo(screen()->availableSize()));
+    resize(design);
+}
+
+QAction* mainfrm_view::add_entry(QMenu* menu, const char* name, const QString& caption) {
+    QAction* const entry = menu->addAction(caption);
+    entry->setObjectName(name);
+    return entry;
+}
+
+void mainfrm_view::make_menu() {
+    const auto add_menu = [this](const char* name, const QString& caption) {
+        QMenu* const menu = menuBar()->addMenu(caption);
+        menu->setObjectName(name);
+        return menu;
+    };
+    QMenu* const file = add_menu("file", "&File");
+    add_entry(file, "prt", "&Print");
+    file->addSeparator()->setObjectName("null");
+    Quit = add_entry(file, "Quit", "E&xit");
+    connect(Quit, &QAction::triggered, this, &QWidget::close);
+
+    QMenu* const setup = add_menu("Setup_menue", "&Setup");
+    add_entry(setup, "setup", "Setup preferences");
+    add_entry(setup, "setup_scale", "Setup scales");
+    add_entry(setup, "setup_passwd", "Setup password");
+    add_entry(setup, "setup_tcp", "Setup Modbus TCP/IP");
+
+    QMenu* const start = add_menu("start", "&Start/Stop Log");
+    startstop = add_entry(start, "startstop", {});
+    connect(startstop, &QAction::triggered, this, on_command(mainfrm::startstop_click));
+    start->addSeparator()->setObjectName("null1");
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        QAction* const entry = add_entry(start, "", {});
+        entry->setObjectName(element("start_channel", channel));
+        connect(entry, &QAction::triggered, this, on_command([channel] { mainfrm::start_channel_click(channel); }));
+        start_channel[static_cast<std::size_t>(channel)] = entry;
+    }
+    QAction* const about = menuBar()->addAction("&About");
+    about->setObjectName("about");
+}
+
+void mainfrm_view::make_client() {
+    auto* const client = new QWidget(this);
+    setCentralWidget(client);
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        panels_[static_cast<std::size_t>(channel)] = new panel_view(channel, client);
+    }
+    Text_status = new text_status_view(client);
+    Text_status->setObjectName("Text_status");
+    make_resolution(client);
+    Lbl_TY_logger = new click_label(client);
+    Lbl_TY_logger->setObjectName("Lbl_TY_logger");
+    Lbl_TY_logger->setText("Tyxo Data Logger");
+    Lbl_TY_logger->setAlignment(Qt::AlignCenter);
+
+    auto* const bar = new QStatusBar(client);
+    bar->setObjectName("StatusBar");
+    bar->setSizeGripEnabled(false);
+    status_panel_ = new QLabel(bar);
+    status_panel_->setObjectName("StatusBar(1)");
+    bar->addWidget(status_panel_, 1);
+}
+
+void mainfrm_view::make_resolution(QWidget* client) {
+    frame_resolution = new QGroupBox("Time Resolution", client);
+    frame_resolution->setObjectName("frame_resolution");
+    auto* const row = new QGridLayout(frame_resolution);
+    row->setContentsMargins(8, 4, 8, 4);
+    for (std::size_t index = 0; index < opt_res.size(); ++index) {
+        const int column = static_cast<int>(index);
+        opt_res[index] = new QRadioButton(frame_resolution);
+        opt_res[index]->setObjectName(element("opt_res", column));
+        connect(opt_res[index], &QRadioButton::clicked, this, on_command([index] { opt_res_click(index); }));
+        Lbl_opt_res[index] = new QLabel(frame_resolution);
+        Lbl_opt_res[index]->setObjectName(element("Lbl_opt_res", column));
+        row->addWidget(opt_res[index], 0, 2 * column);
+        row->addWidget(Lbl_opt_res[index], 0, 2 * column + 1);
+    }
+}
+
+void mainfrm_view::show_menu() {
+    show_entry(*startstop, indicators.startstop);
+    show_entry(*Quit, indicators.Quit);
+    for (std::size_t channel = 0; channel < start_channel.size(); ++channel) {
+        show_entry(*start_channel[channel], indicators.start_channel[channel]);
+    }
+}
+
+void mainfrm_view::show_state() {
+    setWindowTitle(qt_text(main_form.Caption));
+    show_menu();
+    for (panel_view* panel : panels_) panel->show_state();
+    Text_status->show_control(indicators.Text_status);
+    status_panel_->setText(qt_text(indicators.StatusBar));
+    for (std::size_t index = 0; index < opt_res.size(); ++index) {
+        show_label(*Lbl_opt_res[index], charts.Lbl_opt_res[index]);
+        opt_res[index]->setAccessibleName(Lbl_opt_res[index]->text());
+        opt_res[index]->setChecked(index == charts.opt_res);
+    }
+}
+
+void mainfrm_view::place() {
+    const QSize client = centralWidget()->size();
+    const window_layout layout = layout_window(client.width(), client.height(), isMaximized() || isFullScreen());
+    for (std::size_t channel = 0; channel < panels_.size(); ++channel) {
+        panels_[channel]->place(layout.quadrants[channel]);
+    }
+    Text_status->setGeometry(on_screen(layout.Text_status));
+    frame_resolution->setGeometry(on_screen(layout.frame_resolution));
+    Lbl_TY_logger->setGeometry(on_screen(layout.Lbl_TY_logger));
+    status_panel_->parentWidget()->setGeometry(on_screen(layout.StatusBar));
+}
+
+void mainfrm_view::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    place();
+}
+
+void mainfrm_view::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) place();
+}
+
+void mainfrm_view::closeEvent(QCloseEvent* event) {
+    event->ignore(); // a granted request ends the program and does not come back
+    desktop::run_handler(desktop::source::operator_, [] { query_unload(); });
+}
+
+} // namespace tyxo

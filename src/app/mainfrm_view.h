@@ -1,0 +1,61 @@
+#pragma once
+// The main window.
+
+#include "basics/types.h"
+#include "displays/layout.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+#include <array>
+
+class QAction;
+class QGroupBox;
+class QLabel;
+class QMenu;
+class QRadioButton;
+
+namespace tyxo {
+
+class click_label;
+class panel_view;
+class text_status_view;
+
+/// Shows the state of the core: after every handler, at most 50 times a second. It passes commands on and changes
+/// nothing by itself.
+class mainfrm_view : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    mainfrm_view();
+
+    /// Shows what has changed; runs by itself some milliseconds after a handler.
+    void show_state();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void make_menu();
+    QAction* add_entry(QMenu* menu, const char* name, const QString& caption);
+    void make_client();
+    void make_resolution(QWidget* client);
+    void show_menu();
+    void place();
+
+    QAction* startstop = nullptr;
+    QAction* Quit = nullptr;
+    std::array<QAction*, channel_count> start_channel{};
+    std::array<panel_view*, channel_count> panels_{};
+    text_status_view* Text_status = nullptr;
+    QGroupBox* frame_resolution = nullptr;
+    std::array<QRadioButton*, 4> opt_res{};
+    std::array<QLabel*, 4> Lbl_opt_res{};
+    click_label* Lbl_TY_logger = nullptr;
+    QLabel* status_panel_ = nullptr;
+    QTimer pending_; // runs while a change waits to be shown
+};
+
+} // namespace tyxo

@@ -1,0 +1,39 @@
+#pragma once
+// The painted lamp: round, lit in one colour, dark in another.
+
+#include "displays/paint_helpers.h"
+#include "platform/controls.h"
+
+#include <QWidget>
+
+namespace tyxo {
+
+/// Readable from about 10 pixels on; the lamp is the largest circle in the widget, in its middle.
+class led_view : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(bool Active READ active)
+    Q_PROPERTY(int ActiveColor READ active_color)
+    Q_PROPERTY(int InactiveColor READ inactive_color)
+
+  public:
+    explicit led_view(QWidget* parent = nullptr);
+
+    /// Shows the control as it is now; costs a comparison when nothing differs.
+    void show_control(const iLedRoundX& control);
+
+    [[nodiscard]] QSize sizeHint() const override { return {16, 16}; }
+
+    [[nodiscard]] bool active() const { return shown_.Active; }
+    [[nodiscard]] int active_color() const { return shown_.ActiveColor; }
+    [[nodiscard]] int inactive_color() const { return shown_.InactiveColor; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void describe();
+
+    iLedRoundX shown_;
+};
+
+} // namespace tyxo

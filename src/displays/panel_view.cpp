@@ -1,0 +1,178 @@
+#include "displays/panel_view.h"
+
+#include "displays/analog_display_view.h"
+#include "displays/angular_gauge_view.h"
+#include "displays/chart.h"
+#include "displays/chart_view.h"
+#include "displays/click_label_view.h"
+#include "displays/led_view.h"
+#include "displays/linear_gauge_view.h"
+#include "displays/panel.h"
+#include "displays/seven_segment_view.h"
+#include "displays/show_view.h"
+#include "displays/wrapped_button_view.h"
+#include "platform/desktop/handlers.h"
+
+#include <algorithm>
+
+namespace tyxo {
+
+namespace {
+
+// The size of `Frame_sensor` that the places below are given for.
+constexpr double design_width = 397;
+constexpr double design_height = 119;
+constexpr double greatest_text_scale = 1.5;
+
+QRect on_screen(const rectangle& place) {
+    return {place.left, place.top, place.width, place.height};
+}
+
+void set_text_size(QWidget* widget, double pixels) {
+    QFont font = widget->font();
+    font.setPixelSize(std::max(9, static_cast<int>(pixels)));
+    widget->setFont(font);
+}
+
+} // namespace
+
+template <class Widget> Widget* panel_view::make(const char* array, QWidget* parent) {
+    auto* const widget = new Widget(parent);
+    widget->setObjectName(element(array, channel_));
+    return widget;
+}
+
+template <class Widget> Widget* panel_view::instrument(const char* array, const rectangle& place, int font) {
+    auto* const widget = make<Widget>(array, Frame_sensor);
+    instruments_.push_back({widget, place, font});
+    return widget;
+}
+
+QLabel* panel_view::caption(const char* array, const QString& text, const rectangle& place, int font) {
+    auto* const label = instrument<QLabel>(array, place, font);
+    label->setText(text);
+    return label;
+}
+
+panel_view::panel_view(i16 channel, QWidget* parent)
+    : QObject(parent), channel_(channel), Frame_sensor(make<QGroupBox>("Frame_sensor", parent)) {
+    make_gauges();
+    make_displays();
+    make_lamps();
+    make_levels();
+    make_plot_side(parent);
+    chart = make<chart_view>("chart", parent);
+}
+
+void panel_view::make_gauges() {
+    drehzahl = instrument<angular_gauge_view>("drehzahl", {5, 15, 101, 101});
+    drehzahl->setAccessibleName(tr("Speed"));
+    dig_drehzahl = instrument<seven_segment_view>("dig_drehzahl", {32, 97, 48, 19});
+    dig_drehzahl->setAccessibleName(tr("Speed"));
+    caption("lbl_rpm", "RPM", {82, 103, 28, 13}, 9);
+    Gauge_thermo = instrument<linear_gauge_view>("Gauge_thermo", {112, 15, 50, 101});
+    Gauge_thermo->setAccessibleName(tr("Thermosignal"));
+}
+
+void panel_view::make_displays() {
+    Label4 = instrument<click_label>("Label4", {166, 16, 84, 15});
+    connect(Label4, &click_label::clicked, this, [channel = channel_] {
+        desktop::run_handler(desktop::source::operator_, [channel] { Label4_click(channel); });
+    });
+    digi_Thermo = instrument<analog_display_view>("digi_Thermo", {166, 32, 84, 26}, 16);
+    caption("Lbl_tmv", "Thermovoltage", {166, 66, 88, 15});
+    t_mv = instrument<analog_display_view>("t_mv", {166, 82, 84, 26}, 16);
+    t_mv->setAccessibleName(tr("Thermovoltage"));
+}
+
+void panel_view::make_lamps() {
+    LED_Rdy = instrument<led_view>("LED_Rdy", {258, 15, 15, 15});
+    caption("Label2", "System Ready", {277, 15, 116, 15});
+    LED_prealarm = instrument<led_view>("LED_prealarm", {258, 32, 15, 15});
+    lbl_alm2 = caption("lbl_alm2", "", {277, 32, 116, 15});
+    LED_Alarm = instrument<led_view>("LED_Alarm", {258, 49, 15, 15});
+    Lbl_alm1 = caption("Lbl_alm1", "", {277, 49, 116, 15});
+
+    // They stand in the place of the relays' names.
+    Lbl_alminhibit = instrument<click_label>("Lbl_alminhibit", {277, 32, 116, 15});
+    Lbl_alminhibit->setStyleSheet("color: #a00000; font-weight: bold");
+    Lbl_inhtime = caption("Lbl_inhtime", "", {277, 49, 116, 15});
+}
+
+void panel_view::make_levels() {
+    caption("lbl_sens", "Alarm Level:", {258, 66, 110, 13});
+    Lbl_dc_percent = caption("Lbl_dc_percent", "", {258, 80, 54, 17});
+    Lbl_dc_percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    dig_sens = instrument<seven_segment_view>("dig_sens", {316, 80, 48, 17});
+    dig_sens->setAccessibleName(tr("DC alarm level"));
+    caption("lbl_sens2", "DC", {368, 80, 24, 17});
+    lbl_aimplevel = caption("lbl_aimplevel", "", {258, 99, 54, 17});
+    lbl_aimplevel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    dig_sens2 = instrument<seven_segment_view>("dig_sens2", {316, 99, 48, 17});
+    dig_sens2->setAccessibleName(tr("AC alarm level"));
+    caption("lbl_sens1", "AC", {368, 99, 24, 17});
+}
+
+void panel_view::make_plot_side(QWidget* parent) {
+    XYplot = make<QFrame>("XYplot", parent);
+    XYplot->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    Cmd_diagramm = make<wrapped_button>("Cmd_diagramm", parent);
+    Cmd_diagramm2 = make<wrapped_button>("Cmd_diagramm2", parent);
+    cmd_zoom_xy = make<wrapped_button>("cmd_zoom_xy", parent);
+    Frame_message = make<QGroupBox>("Frame_message", parent);
+    Lbl_dama = make<QLabel>("Lbl_dama", Frame_message);
+    Lbl_dama->setWordWrap(true);
+    Lbl_dama->setAlignment(Qt::AlignCenter);
+}
+
+void panel_view::place(const quadrant_layout& layout) {
+    Frame_sensor->setGeometry(on_screen(layout.Frame_sensor));
+    const double across = layout.Frame_sensor.width / design_width;
+    const double down = layout.Frame_sensor.height / design_height;
+    const double text = std::min({across, down, greatest_text_scale});
+    for (const placed& item : instruments_) {
+        const rectangle& place = item.place;
+        item.widget->setGeometry(static_cast<int>(place.left * across), static_cast<int>(place.top * down),
+                                 static_cast<int>(place.width * across),
+                                 static_cast<int>(place.height * down));
+        set_text_size(item.widget, item.font * text);
+    }
+    XYplot->setGeometry(on_screen(layout.XYplot));
+    Cmd_diagramm->setGeometry(on_screen(layout.Cmd_diagramm));
+    Cmd_diagramm2->setGeometry(on_screen(layout.Cmd_diagramm2));
+    cmd_zoom_xy->setGeometry(on_screen(layout.cmd_zoom_xy));
+    Frame_message->setGeometry(on_screen(layout.Frame_message));
+    Lbl_dama->setGeometry(Frame_message->rect().adjusted(6, 14, -6, -4));
+    chart->setGeometry(on_screen(layout.chart));
+}
+
+void panel_view::show_state() {
+    const auto index = static_cast<std::size_t>(channel_);
+    show_frame(*Frame_sensor, panels.Frame_sensor[index]);
+    drehzahl->show_control(indicators.drehzahl[index]);
+    dig_drehzahl->show_control(indicators.dig_drehzahl[index]);
+    Gauge_thermo->show_control(panels.Gauge_thermo[index]);
+    show_label(*Label4, panels.Label4[index]);
+    digi_Thermo->show_control(indicators.digi_Thermo[index]);
+    t_mv->show_control(indicators.t_mv[index]);
+    LED_Rdy->show_control(indicators.LED_Rdy[index]);
+    LED_prealarm->show_control(indicators.LED_prealarm[index]);
+    LED_Alarm->show_control(indicators.LED_Alarm[index]);
+    show_label(*Lbl_alm1, indicators.Lbl_alm1[index]);
+    show_label(*lbl_alm2, indicators.lbl_alm2[index]);
+    show_label(*Lbl_alminhibit, indicators.Lbl_alminhibit[index]);
+    show_label(*Lbl_inhtime, indicators.Lbl_inhtime[index]);
+    show_label(*Lbl_dc_percent, panels.Lbl_dc_percent[index]);
+    show_label(*lbl_aimplevel, panels.lbl_aimplevel[index]);
+    dig_sens->show_control(panels.dig_sens[index]);
+    dig_sens2->show_control(panels.dig_sens2[index]);
+    show_frame(*Frame_message, panels.Frame_message[index]);
+    show_label(*Lbl_dama, panels.Lbl_dama[index]);
+    XYplot->setVisible(panels.XYplot_visible[index]);
+    show_button(*Cmd_diagramm, panels.Cmd_diagramm[index]);
+    show_button(*Cmd_diagramm2, panels.Cmd_diagramm2[index]);
+    show_button(*cmd_zoom_xy, panels.cmd_zoom_xy[index]);
+    chart->show_control(charts.chart[index]);
+}
+
+} // namespace tyxo

@@ -1,0 +1,83 @@
+#pragma once
+// One channel's quadrant of the main window.
+
+#include "basics/types.h"
+#include "displays/layout.h"
+
+#include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
+#include <QObject>
+#include <QPushButton>
+
+#include <vector>
+
+namespace tyxo {
+
+class analog_display_view;
+class angular_gauge_view;
+class chart_view;
+class click_label;
+class led_view;
+class linear_gauge_view;
+class seven_segment_view;
+
+/// Makes a channel's controls as children of `parent`, named after their control arrays, puts them in their
+/// places and shows what the core says they show.
+class panel_view : public QObject {
+    Q_OBJECT
+
+  public:
+    panel_view(i16 channel, QWidget* parent);
+
+    void place(const quadrant_layout& layout);
+    void show_state();
+
+  private:
+    /// A control inside `Frame_sensor` and its place in the frame's design size.
+    struct placed {
+        QWidget* widget;
+        rectangle place;
+        int font; ///< pixels at the design size
+    };
+
+    template <class Widget> Widget* make(const char* array, QWidget* parent);
+    template <class Widget> Widget* instrument(const char* array, const rectangle& place, int font = 11);
+    QLabel* caption(const char* array, const QString& text, const rectangle& place, int font = 11);
+    void make_gauges();
+    void make_displays();
+    void make_lamps();
+    void make_levels();
+    void make_plot_side(QWidget* parent);
+
+    i16 channel_;
+    QGroupBox* Frame_sensor;
+    std::vector<placed> instruments_;
+
+    angular_gauge_view* drehzahl;
+    seven_segment_view* dig_drehzahl;
+    linear_gauge_view* Gauge_thermo;
+    click_label* Label4;
+    analog_display_view* digi_Thermo;
+    analog_display_view* t_mv;
+    led_view* LED_Rdy;
+    led_view* LED_prealarm;
+    led_view* LED_Alarm;
+    click_label* Lbl_alminhibit;
+    QLabel* Lbl_alm1;
+    QLabel* lbl_alm2;
+    QLabel* Lbl_inhtime;
+    QLabel* Lbl_dc_percent;
+    QLabel* lbl_aimplevel;
+    seven_segment_view* dig_sens;
+    seven_segment_view* dig_sens2;
+    QGroupBox* Frame_message;
+    QLabel* Lbl_dama;
+    QFrame* XYplot;
+    QPushButton* Cmd_diagramm;
+    QPushButton* Cmd_diagramm2;
+    QPushButton* cmd_zoom_xy;
+    chart_view* chart;
+};
+
+} // namespace tyxo

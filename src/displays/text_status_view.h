@@ -1,0 +1,36 @@
+#pragma once
+// The status text of the main window.
+
+#include "platform/text_box.h"
+
+#include <QPlainTextEdit>
+
+#include <cstdint>
+
+namespace tyxo {
+
+/// Follows a `text_box`: adds what is new at its end and cuts at its start what the box has dropped. The cost
+/// of a new line does not depend on how much the box holds.
+class text_status_view : public QPlainTextEdit {
+    Q_OBJECT
+
+  public:
+    explicit text_status_view(QWidget* parent);
+    void show_control(const text_box& box);
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void show_end();
+    void drop_front(std::uint64_t characters);
+    void append_end(std::string_view added);
+
+    std::uint64_t appended_ = 0; // of the box, as shown
+    std::uint64_t dropped_ = 0;
+    std::uint64_t caret_ = 0;
+    bool break_pending_ = false; // the last line's break is not in the document yet
+    bool feed_pending_ = false;  // the CR of a line end is in, its LF is not
+};
+
+} // namespace tyxo

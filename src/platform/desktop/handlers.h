@@ -1,0 +1,34 @@
+#pragma once
+// How the desktop runs the system's handlers: one at a time to its end, failures caught, the windows told.
+
+#include <functional>
+
+namespace tyxo::desktop {
+
+/// Where an event comes from.
+enum class source {
+    device,   ///< a serial port or a timer
+    operator_ ///< a menu, a button, a click, the start
+};
+
+/// Runs a handler. A failure that it does not catch itself goes to the debug output. A command of the operator that
+/// arrives while a tick yields to the event loop runs when that tick has ended: a dialog opened inside the tick would
+/// hold up all later ones.
+void run_handler(source from, std::function<void()> handler);
+
+/// True while the innermost running handler is that of a serial port or a timer.
+[[nodiscard]] bool inside_device_handler();
+
+/// Lets the event loop run inside a handler.
+void yield();
+
+/// Called when a handler has ended and the state may have changed.
+void on_handled(std::function<void()> hook);
+
+/// Held events: see `hold_events`.
+[[nodiscard]] bool events_held();
+
+/// Delivers what serial ports received while events were held.
+void deliver_waiting_bytes();
+
+} // namespace tyxo::desktop

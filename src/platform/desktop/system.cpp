@@ -1,0 +1,79 @@
+// Clock, debug output, message boxes and the process.
+
+#include "basics/ansi.h"
+#include "platform/clock.h"
+#include "platform/debug_output.h"
+#include "platform/desktop/handlers.h"
+#include "platform/message_box.h"
+#include "platform/program.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QScreen>
+
+#include <cstdlib>
+#include <ctime>
+#include <unistd.h>
+
+namespace tyxo {
+
+namespace {
+
+bool held = false;
+
+QString shown_text(std::string_view text) {
+    return QString::fromStdString(utf8_from_ansi(text)).replace("\r\n", "\n");
+}
+
+} // namespace
+
+local_time local_now() {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    localtime_r(&now, &parts);
+    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
+}
+
+void debug_output(std::string_view message) {
+    if (message.ends_with("\r\n")) message.remove_suffix(2);
+    std::string line = utf8_from_ansi(message) + '\n';
+    // One write, so that a line stays whole beside those of other processes. A lost debug line is no event.
+    static_cast<void>(::write(STDERR_FILENO, line.data(), line.size()) < 0);
+}
+
+box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons, std::string_view title) {
+    auto* const box = new QMessageBox(QApplication::activeWindow());
+    box->setObjectName("message_box");
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setTextFormat(Qt::PlainText);
+    box->setText(shown_text(text));
+    box->setWindowTitle(shown_text(title));
+    if (icon == box_icon::critical) box->setIcon(QMessageBox::Critical);
+    if (icon == box_icon::information) box->setIcon(QMessageBox::Information);
+    box->setStandardButtons(QMessageBox::Ok);
+    if (buttons == box_buttons::ok_cancel) box->addButton(QMessageBox::Cancel);
+    if (buttons == box_buttons::ok && desktop::inside_device_handler()) {
+        box->open();
+        return box_answer::ok;
+    }
+    return box->exec() == QMessageBox::Ok ? box_answer::ok : box_answer::cancel;
+}
+
+void end_program(int exit_code) { std::_Exit(exit_code); }
+
+void do_events() { desktop::yield(); }
+
+void hold_events(bool hold) {
+    held = hold;
+    if (!hold) desktop::deliver_waiting_bytes();
+}
+
+bool desktop::events_held() { return held; }
+
+screen_size screen() {
+    const QScreen* const primary = QGuiApplication::primaryScreen();
+    const QSize size = primary->geometry().size() * primary->devicePixelRatio();
+    return {size.width(), size.height()};
+}
+
+} // namespace tyxo

@@ -1,0 +1,113 @@
+// Port numbers and the device nodes behind them.
+
+#include "platform/desktop/port_nodes.h"
+
+#include "platform/port_list.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <unistd.h>
+
+namespace {
+
+using namespace tyxo;
+namespace fs = std::filesystem;
+
+/// A working directory of its own, with a folder of port links.
+class port_nodes : public testing::Test {
+  protected:
+    void SetUp() override {
+        before = fs::current_path();
+        std::string name = (fs::temp_directory_path() / "tyxo_ports_XXXXXX").string();
+        ASSERT_NE(::mkdtemp(name.data()), nullptr);
+        fs::current_path(name);
+        fs::create_directory("ports");
+    }
+    void TearDown() override {
+        const fs::path own = fs::current_path();
+        fs::current_path(before);
+        fs::remove_all(own);
+    }
+
+    fs::path before;
+};
+
+TEST_F(port_nodes, kernel_nodes_have_their_numbers) {
+    EXPECT_EQ(desktop::number_of_node("ttyS0"), 1);
+    EXPECT_EQ(desktop::number_of_node("ttyS63"), 64);
+    EXPECT_EQ(desktop::number_of_node("ttyUSB0"), 65);
+    EXPECT_EQ(desktop::number_of_node("ttyUSB2"), 67);
+    EXPECT_EQ(desktop::number_of_node("ttyACM0"), 129);
+}
+
+TEST_F(port_nodes, other_names_have_none) {
+    EXPECT_EQ(desktop::number_of_node("tty0"), std::nullopt);
+    EXPECT_EQ(desktop::number_of_node("ttyS"), std::nullopt);
+    EXPECT_EQ(desktop::number_of_node("ttyS1x"), std::nullopt);
+    EXPECT_EQ(desktop::number_of_node("ttyS64"), std::nullopt); // would be the number of ttyUSB0
+    EXPECT_EQ(desktop::number_of_node("rfcomm0"), std::nullopt);
+}
+
+TEST_F(port_nodes, numbers_lead_back_to_their_nodes) {
+    EXPECT_EQ(desktop::node_of_number(1), "/dev/ttyS0");
+    EXPECT_EQ(desktop::node_of_number(64), "/dev/ttyS63");
+    EXPECT_EQ(desktop::node_of_number(65), "/dev/ttyUSB0");
+    EXPECT_EQ(desktop::node_of_number(128), "/dev/ttyUSB63");
+    EXPECT_EQ(desktop::node_of_number(129), "/dev/ttyACM0");
+    EXPECT_EQ(desktop::node_of_number(0), "");
+}
+
+TEST_F(port_nodes, the_link_in_the_working_directory_comes_first) {
+    fs::create_symlink("/dev/null", "ports/COM1");
+    EXPECT_EQ(desktop::device_of(1), "/dev/null");
+}
+
+TEST_F(port_nodes, a_link_to_a_device_that_is_gone_is_no_port) {
+    fs::create_symlink("/dev/pts/no_such_node", "ports/COM300");
+    EXPECT_EQ(desktop::device_of(300), std::nullopt);
+}
+
+TEST_F(port_nodes, the_list_holds_the_links_and_no_dangling_one) {
+    fs::create_symlink("/dev/null", "ports/COM301");
+    fs::create_symlink("/dev/pts/no_such_node", "ports/COM302");
+    fs::create_symlink("/dev/null", "ports/COMX");
+    int error_code = -1;
+    const auto ports = list_ports(error_code);
+    ASSERT_TRUE(ports.has_value());
+    const auto listed = [&](const std::string& name) {
+        return std::ranges::count(*ports, name, &port_name::name);
+    };
+    EXPECT_EQ(listed("COM301"), 1);
+    EXPECT_EQ(listed("COM302"), 0);
+    EXPECT_EQ(listed("COMX"), 0);
+}
+
+TEST_F(port_nodes, a_missing_right_names_the_port_the_device_and_the_group) {
+    if (::geteuid() != 0) {
+        EXPECT_NE(desktop::missing_right(7, "/etc/shadow")->find("COM7: no right to open /etc/shadow, join the group "),
+                  std::string::npos);
+        return;
+    }
+    // Root may open anything: ask as somebody else.
+    fs::permissions(fs::current_path(), fs::perms::all);
+    int answer[2];
+    ASSERT_EQ(::pipe(answer), 0);
+    if (::fork() == 0) {
+        if (::setgid(65534) != 0 || ::setuid(65534) != 0) ::_exit(1);
+        const std::string text = desktop::missing_right(7, "/etc/shadow").value_or("nothing");
+        ::_exit(::write(answer[1], text.data(), text.size()) > 0 ? 0 : 1);
+    }
+    std::string text(200, ' ');
+    const ssize_t length = ::read(answer[0], text.data(), text.size());
+    ASSERT_GT(length, 0);
+    EXPECT_EQ(text.substr(0, static_cast<std::size_t>(length)),
+              "COM7: no right to open /etc/shadow, join the group shadow");
+}
+
+TEST_F(port_nodes, a_device_that_may_be_opened_has_no_obstacle) {
+    EXPECT_EQ(desktop::missing_right(7, "/dev/null"), std::nullopt);
+}
+
+} // namespace
