@@ -89,7 +89,7 @@ double angular_gauge_view::angle_of(double share) const {
 QRect angular_gauge_view::digit_area() const {
     const double r = radius();
     const QPointF middle = QRectF(rect()).center();
-    return QRectF(middle.x() - 0.45 * r, middle.y() + 0.56 * r, 0.90 * r, 0.34 * r).toRect();
+    return QRectF(middle.x() - 0.45 * r, middle.y() + 0.595 * r, 0.90 * r, 0.325 * r).toRect();
 }
 
 void angular_gauge_view::paintEvent(QPaintEvent* /*event*/) {

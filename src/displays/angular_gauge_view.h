@@ -38,7 +38,8 @@ class angular_gauge_view : public QWidget {
     void show_control(const iAngularGaugeX& control);
 
     /// The area between hub, scale ends and rim that stays free for a digit display placed over the dial, in
-    /// the widget's coordinates. Free for arcs that leave the bottom open as the design values do.
+    /// the widget's coordinates. Its lower corners may touch the rim. Free for arcs that leave the bottom
+    /// open as the design values do.
     [[nodiscard]] QRect digit_area() const;
 
     [[nodiscard]] QSize sizeHint() const override { return {104, 104}; }

@@ -14,7 +14,8 @@ constexpr double margin_of_height = 0.10;
 constexpr double digit_of_pitch = 0.74;  ///< the rest of a place is for the point
 constexpr double narrowest_pitch = 0.55; ///< of the digit's height; below that the digits get smaller
 constexpr double thickness_of_height = 0.14;
-constexpr double least_pointed_pixels = 3;  ///< device pixels
+constexpr double unlit_of_thickness = 0.6;
+constexpr double least_pointed_pixels = 5;  ///< device pixels
 constexpr double joint_of_thickness = 0.09; ///< what a segment's end keeps away from its corner
 
 /// The outline of a digit: its box, and the thickness of a segment.
@@ -22,16 +23,17 @@ struct digit_form {
     QRectF box;
     double middle = 0; ///< height of the middle segment
     double thickness = 1;
-    bool pointed = true; ///< the ends of the segments; slanted edges blur what is a few pixels thick
+    double unlit_thickness = 1; ///< less, so that shape tells what is lit where the two colours are alike
+    bool pointed = true;        ///< the ends of the segments; slanted edges blur what is a few pixels thick
 };
 
-/// A segment between two corners of a digit, square at both ends.
+/// A segment between two corners of a digit, square at both ends, the corners included.
 QPolygonF plain_bar(QPointF from, QPointF to, double thickness) {
     const double half = thickness / 2;
     const bool level = from.y() == to.y();
     const QPointF along = level ? QPointF(half, 0) : QPointF(0, half);
     const QPointF across = level ? QPointF(0, half) : QPointF(-half, 0);
-    return {{from + along - across, to - along - across, to - along + across, from + along + across}};
+    return {{from - along - across, to + along - across, to + along + across, from - along + across}};
 }
 
 /// The same, pointed at both ends.
@@ -58,8 +60,9 @@ QPolygonF pointed_bar(QPointF from, QPointF to, double thickness) {
              {from.x() - half, top + half}}};
 }
 
-QPolygonF bar_between(QPointF from, QPointF to, const digit_form& form) {
-    return form.pointed ? pointed_bar(from, to, form.thickness) : plain_bar(from, to, form.thickness);
+QPolygonF bar_between(QPointF from, QPointF to, const digit_form& form, bool lit) {
+    const double thickness = lit ? form.thickness : form.unlit_thickness;
+    return form.pointed ? pointed_bar(from, to, thickness) : plain_bar(from, to, thickness);
 }
 
 void add_digit(QPainterPath& lit, QPainterPath& unlit, const digit_form& form, char symbol) {
@@ -84,12 +87,14 @@ void add_digit(QPainterPath& lit, QPainterPath& unlit, const digit_form& form, c
         {segment::middle, {left, middle}, {right, middle}},
     }};
     const u8 bits = segment_bits(symbol);
-    for (const segment_place& place : places)
-        ((bits & place.bit) != 0 ? lit : unlit).addPolygon(bar_between(place.from, place.to, form));
+    for (const segment_place& place : places) {
+        const bool is_lit = (bits & place.bit) != 0;
+        (is_lit ? lit : unlit).addPolygon(bar_between(place.from, place.to, form, is_lit));
+    }
     if ((bits & segment::upright_of_plus) != 0) {
         const double across = left + (right - left) / 2;
-        const double reach = (bottom - top) / 4;
-        lit.addPolygon(bar_between({across, middle - reach}, {across, middle + reach}, form));
+        const double reach = (bottom - top) * 0.36;
+        lit.addPolygon(bar_between({across, middle - reach}, {across, middle + reach}, form, true));
     }
 }
 
@@ -130,6 +135,7 @@ void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {
 
     const double middle = snapped(top + (height - thickness) / 2, ratio) + thickness / 2;
 
+    const bool all_dark = shown_.SegmentColor == shown_.SegmentOffColor;
     QPainterPath lit;
     QPainterPath unlit;
     lit.setFillRule(Qt::WindingFill);
@@ -138,15 +144,18 @@ void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {
         const digit_place& place = places[static_cast<std::size_t>(index)];
         const double left = snapped(room.right() - (count - index) * pitch, ratio);
         const QRectF box(left, top, snapped(digit_of_pitch * pitch, ratio), height);
-        const digit_form form{box, middle, thickness, thickness * ratio >= least_pointed_pixels};
-        add_digit(lit, unlit, form, place.symbol);
-        if (place.point) {
+        const digit_form form{box, middle, thickness, unlit_of_thickness * thickness,
+                              thickness * ratio >= least_pointed_pixels};
+        add_digit(lit, unlit, form, all_dark ? ' ' : place.symbol);
+        if (place.point && !all_dark) {
             const double side = std::min(thickness, (1 - digit_of_pitch) * pitch);
             lit.addRect(QRectF(left + pitch - side, top + height - side, side, side));
         }
     }
     painter.setPen(Qt::NoPen);
-    painter.fillPath(unlit, shaded(color_of(shown_.SegmentOffColor), *this));
+    QColor off = shaded_ground(color_of(shown_.SegmentOffColor), *this);
+    if (!isEnabled()) off = mixed(off, shaded_ground(QColor(ink::glass), *this), 0.5);
+    painter.fillPath(unlit, off);
     painter.fillPath(lit, shaded(color_of(shown_.SegmentColor), *this));
 }
 

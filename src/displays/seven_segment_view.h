@@ -10,7 +10,8 @@
 namespace tyxo {
 
 /// Right-aligned, as high as the widget allows; a number too long for the width gets narrower, then smaller
-/// digits and is never cut. Readable from about 14 pixels height on.
+/// digits and is never cut. With one colour for lit and unlit segments the display looks switched off.
+/// Readable from about 14 pixels height on.
 class seven_segment_view : public QWidget {
     Q_OBJECT
     Q_PROPERTY(double Value READ value)

@@ -18,7 +18,8 @@ void text_status_view::show_control(const text_box& box) {
     if (box.appended() == appended_ && box.dropped() == dropped_ && box.caret() == caret_) return;
     if (box.dropped() >= appended_) {
         clear();
-        feed_pending_ = break_pending_ = false;
+        break_pending_ = false;
+        feed_pending_ = box.text().starts_with('\n');
         appended_ = dropped_ = box.dropped();
     }
     const std::uint64_t added = box.appended() - appended_;

@@ -1,0 +1,396 @@
+// The painted controls with their real widgets: what they tell through their properties, and what they paint.
+
+#include "desktop/control_pictures.h"
+#include "displays/analog_display_view.h"
+#include "displays/angular_gauge_view.h"
+#include "displays/led_view.h"
+#include "displays/linear_gauge_view.h"
+#include "displays/seven_segment_view.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using namespace tyxo;
+
+namespace {
+
+// Before any screen is opened: the tests need none.
+const bool offscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
+
+QImage dial(const iAngularGaugeX& gauge, int side = 200) {
+    return shown<angular_gauge_view>(gauge, {side, side});
+}
+QImage bar(const iLinearGaugeX& gauge) {
+    return shown<linear_gauge_view>(gauge, {104, 208});
+}
+QImage seven_segments(const iSevenSegmentAnalogX& control, QSize size = {60, 60}) {
+    return shown<seven_segment_view>(control, size);
+}
+
+class paint_counter : public QObject {
+  public:
+    int paints = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++paints;
+        return false;
+    }
+};
+
+template <class View, class Control> void check_repaints(const Control& first, const Control& second) {
+    View view;
+    view.resize(60, 60);
+    view.show_control(first);
+    paint_counter counter;
+    view.installEventFilter(&counter);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&view));
+    QTRY_VERIFY(counter.paints > 0);
+    QCoreApplication::processEvents();
+    const int before = counter.paints;
+    view.show_control(first);
+    QTest::qWait(20);
+    QCOMPARE(counter.paints, before);
+    view.show_control(second);
+    QTRY_VERIFY(counter.paints > before);
+}
+
+void expect_properties(const QWidget& view, const std::vector<std::pair<const char*, QVariant>>& expected) {
+    for (const auto& [name, value] : expected) {
+        QVERIFY2(view.property(name).isValid(), name);
+        QVERIFY2(view.property(name) == value, name);
+    }
+}
+
+} // namespace
+
+class controls_test : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void dial_tells_what_it_shows() {
+        angular_gauge_view view;
+        iAngularGaugeX gauge = speed_gauge(517);
+        gauge.PositionMin = -10;
+        gauge.TickMajorCount = 9;
+        view.show_control(gauge);
+        expect_properties(view, {{"Position", 517.0},
+                                 {"PositionMin", -10.0},
+                                 {"PositionMax", 1000.0},
+                                 {"SectionCount", 3},
+                                 {"SectionEnd1", 600.0},
+                                 {"SectionEnd2", 800.0},
+                                 {"SectionColor1", 0x00FF00},
+                                 {"SectionColor2", 0x00FFFF},
+                                 {"SectionColor3", 0x0000FF},
+                                 {"ArcStartDegrees", 230},
+                                 {"ArcRangeDegrees", 280},
+                                 {"TickMajorCount", 9},
+                                 {"TickMinorCount", 1},
+                                 {"Label1Text", "RPM"},
+                                 {"Label2Text", "RPM"}});
+        QCOMPARE(view.accessibleDescription(), "517 RPM");
+    }
+
+    void dial_section_colours_lie_on_the_arc() {
+        const QImage image = dial(speed_gauge(0));
+        constexpr double band = 0.885;
+        QCOMPARE(dial_pixel(image, 230 - 0.10 * 280, band), QColor(0, 255, 0));
+        QCOMPARE(dial_pixel(image, 230 - 0.58 * 280, band), QColor(0, 255, 0));
+        QCOMPARE(dial_pixel(image, 230 - 0.62 * 280, band), QColor(255, 255, 0));
+        QCOMPARE(dial_pixel(image, 230 - 0.78 * 280, band), QColor(255, 255, 0));
+        QCOMPARE(dial_pixel(image, 230 - 0.82 * 280, band), QColor(255, 0, 0));
+        QVERIFY(dial_pixel(image, 230 + 5, band).value() < 100); // the gap below
+        QVERIFY(dial_pixel(image, -50 - 5, band).value() < 100);
+    }
+
+    void dial_needle_points_at_the_position() {
+        const QImage upright = dial(speed_gauge(500));
+        QCOMPARE(dial_pixel(upright, 90, 0.5), white);
+        QVERIFY(dial_pixel(upright, 230, 0.5).value() < 100);
+        const QImage resting = dial(speed_gauge(0));
+        QCOMPARE(dial_pixel(resting, 230, 0.4), white);
+        QVERIFY(dial_pixel(resting, 90, 0.5).value() < 100);
+    }
+
+    void dial_needle_stops_at_the_ends() {
+        QCOMPARE(dial(speed_gauge(99999)), dial(speed_gauge(1000)));
+        QCOMPARE(dial(speed_gauge(infinite)), dial(speed_gauge(1000)));
+        QCOMPARE(dial(speed_gauge(-1)), dial(speed_gauge(0)));
+        QCOMPARE(dial(speed_gauge(not_a_number)), dial(speed_gauge(0)));
+        QVERIFY(dial(speed_gauge(0)) != dial(speed_gauge(1000)));
+    }
+
+    void dial_moved_back_looks_as_before() {
+        angular_gauge_view view;
+        view.resize(104, 104);
+        view.show_control(speed_gauge(300));
+        const QImage before = picture_of(view);
+        view.show_control(speed_gauge(700));
+        QVERIFY(picture_of(view) != before);
+        view.show_control(speed_gauge(300));
+        QCOMPARE(picture_of(view), before);
+    }
+
+    void dial_face_follows_its_scale() {
+        angular_gauge_view view;
+        view.resize(200, 200);
+        iAngularGaugeX gauge = speed_gauge(300);
+        view.show_control(gauge);
+        picture_of(view);
+        gauge.SectionEnd = {100, 200};
+        view.show_control(gauge);
+        QCOMPARE(dial_pixel(picture_of(view), 90, 0.885), QColor(255, 0, 0));
+        view.resize(104, 104);
+        QCOMPARE(picture_of(view), dial(gauge, 104));
+    }
+
+    void dial_leaves_corners_and_digit_area_free() {
+        for (const int side : {80, 104, 200, 300}) {
+            for (const double position : {0.0, 1000.0}) {
+                const QImage image = dial(speed_gauge(position), side);
+                QCOMPARE(pixel_at(image, 0, 0), page_color);
+                QCOMPARE(pixel_at(image, side - 1, side - 1), page_color);
+                angular_gauge_view view;
+                view.resize(side, side);
+                const QRect area = view.digit_area();
+                QVERIFY(area.width() > 0.4 * side);
+                for (int x = area.left(); x <= area.right(); ++x)
+                    for (int y = area.top(); y <= area.bottom(); ++y) {
+                        if (std::hypot(x + 0.5 - side / 2.0, y + 0.5 - side / 2.0) > 0.46 * side)
+                            continue; // the rim
+                        QVERIFY(pixel_at(image, x, y).value() < 110);
+                    }
+            }
+        }
+    }
+
+    void dial_labels_only_where_they_can_be_read() {
+        // Without ticks only the caption prints; labels come and go with the room that they have.
+        iAngularGaugeX gauge = speed_gauge(0);
+        gauge.Label1Text = gauge.Label2Text = "";
+        const auto label_ring_is_printed = [&gauge](int side) {
+            const QImage image = dial(gauge, side);
+            for (double angle = 60; angle > -40; angle -= 0.5)
+                for (double share = 0.45; share < 0.74; share += 0.02)
+                    if (dial_pixel(image, angle, share).value() > 150) return true;
+            return false;
+        };
+        QVERIFY(label_ring_is_printed(104));
+        QVERIFY(!label_ring_is_printed(50));
+        gauge.TickMajorCount = 0;
+        QVERIFY(!label_ring_is_printed(104));
+    }
+
+    void bar_tells_what_it_shows() {
+        linear_gauge_view view;
+        iLinearGaugeX gauge = thermo_gauge(80);
+        gauge.set_position(42);
+        view.show_control(gauge);
+        expect_properties(view, {{"Position", 42.0},
+                                 {"PositionMin", 0.0},
+                                 {"PositionMax", 125.0},
+                                 {"SectionCount", 2},
+                                 {"SectionEnd1", 100.0},
+                                 {"SectionEnd2", 125.0},
+                                 {"SectionColor1", 0xC0C0C0},
+                                 {"SectionColor2", rgb(255, 120, 55)},
+                                 {"TickMajorCount", 6},
+                                 {"PointerSize", 8},
+                                 {"PointerColor", 198},
+                                 {"ShowMaxPointer", true},
+                                 {"MaxPointerColor", 0},
+                                 {"MaxPosition", 80.0}});
+        QCOMPARE(view.accessibleDescription(), "42, highest 80");
+    }
+
+    void bar_sections_end_at_their_values() {
+        const QImage image = bar(thermo_gauge(0));
+        const QRectF lower = area_of(image, lower_section);
+        const QRectF upper = area_of(image, upper_section);
+        QVERIFY(upper.bottom() <= lower.top());
+        QVERIFY(std::abs(upper.height() / (upper.height() + lower.height()) - 0.2) < 0.02);
+    }
+
+    void bar_pointer_stands_at_the_position() {
+        for (const double value : {0.0, 42.0, 110.0, 125.0})
+            QVERIFY(std::abs(pointer_share(bar(thermo_gauge(value)), pointer) - value / 125) < 0.015);
+        QCOMPARE(bar(thermo_gauge(-7)), bar(thermo_gauge(0)));
+        iLinearGaugeX beyond = thermo_gauge(400);
+        QVERIFY(std::abs(pointer_share(bar(beyond), pointer) - 1) < 0.015);
+        QCOMPARE(bar(beyond), bar(thermo_gauge(125)));
+    }
+
+    void bar_keeps_the_highest_position() {
+        iLinearGaugeX gauge = thermo_gauge(75);
+        gauge.set_position(25);
+        QVERIFY(std::abs(pointer_share(bar(gauge), black) - 0.6) < 0.015);
+        QVERIFY(std::abs(pointer_share(bar(gauge), pointer) - 0.2) < 0.015);
+        gauge.ShowMaxPointer = false;
+        QVERIFY(!has(bar(gauge), black));
+    }
+
+    void digits_tell_what_they_show() {
+        seven_segment_view view;
+        iSevenSegmentAnalogX control = digits(-12.345);
+        control.Precision = 2;
+        control.DigitCount = 6;
+        view.show_control(control);
+        expect_properties(view, {{"Value", -12.345},
+                                 {"Precision", 2},
+                                 {"DigitCount", 6},
+                                 {"ShowSign", false},
+                                 {"SegmentColor", 33023},
+                                 {"SegmentOffColor", 85},
+                                 {"Text", "-12.35"}});
+        QCOMPARE(view.accessibleDescription(), "-12.35");
+        control = digits(2.5);
+        control.ShowSign = true;
+        view.show_control(control);
+        QCOMPARE(view.property("Text").toString(), "+2");
+    }
+
+    void digits_light_their_segments() {
+        const QImage eight = seven_segments(digits(8));
+        QVERIFY(!has(eight, unlit));
+        const QRectF digit = area_of(eight, lit);
+        const QImage one = seven_segments(digits(1));
+        QVERIFY(area_of(one, lit).left() > digit.center().x());
+        QVERIFY(area_of(one, unlit).left() < digit.center().x());
+        QVERIFY(pixel_at(seven_segments(digits(8)), digit.center().x(), digit.center().y()) == lit);
+        QVERIFY(pixel_at(seven_segments(digits(0)), digit.center().x(), digit.center().y()) == unlit);
+        // A sign takes its own place and lights its middle only.
+        iSevenSegmentAnalogX blank = digits(1);
+        blank.DigitCount = 2;
+        QVERIFY(area_of(seven_segments(digits(-1)), lit).left() < area_of(seven_segments(blank), lit).left());
+    }
+
+    void digits_are_right_aligned_and_never_cut() {
+        const QImage one_digit = seven_segments(digits(8), {200, 40});
+        QVERIFY(area_of(one_digit, lit).left() > 150);
+        const QImage three = seven_segments(digits(888), {200, 40});
+        QVERIFY(std::abs(area_of(three, lit).right() - area_of(one_digit, lit).right()) < 1);
+        const QImage many = seven_segments(digits(888888888888), {240, 40});
+        QVERIFY(area_of(many, lit).left() > 0);
+        const QRectF row = area_of(many, lit);
+        const double quarter = (row.top() + row.height() / 4) * many.devicePixelRatio();
+        QCOMPARE(lit_runs(many, static_cast<int>(quarter)), 24);
+    }
+
+    void digits_of_one_colour_are_dark() {
+        iSevenSegmentAnalogX dark = digits(3);
+        dark.SegmentColor = dark.SegmentOffColor;
+        const QImage three = seven_segments(dark);
+        dark.Value = 8;
+        QCOMPARE(seven_segments(dark), three);
+        QVERIFY(has(three, unlit));
+    }
+
+    void number_tells_what_it_shows() {
+        analog_display_view view;
+        view.show_control({12.344, 2, "\xB5V", rgb(0, 255, 0)});
+        expect_properties(view, {{"Value", 12.344},
+                                 {"Precision", 2},
+                                 {"UnitsText", QString::fromUtf8("\u00B5V")},
+                                 {"ForeColor", 0x00FF00},
+                                 {"Text", QString::fromUtf8("12.34 \u00B5V")}});
+        QCOMPARE(view.accessibleDescription(), view.property("Text").toString());
+        view.show_control({23.5, 0, "", 0});
+        QCOMPARE(view.property("Text").toString(), "24");
+    }
+
+    void number_is_right_aligned_and_never_cut() {
+        const auto number = [](double value) {
+            return shown<analog_display_view>(iAnalogDisplayX{value, 0, "", rgb(255, 0, 0)}, {100, 30});
+        };
+        const QColor red(255, 0, 0);
+        const QRectF short_number = area_of(number(1), red);
+        QVERIFY(short_number.left() > 40);
+        QVERIFY(short_number.right() > 85);
+        const QRectF long_number = area_of(number(1e12), red);
+        QVERIFY(long_number.left() >= 2);
+        QVERIFY(long_number.right() > 85);
+        QVERIFY(long_number.height() < short_number.height());
+    }
+
+    void lamp_tells_and_shows_its_state() {
+        led_view view;
+        view.resize(16, 16);
+        iLedRoundX lamp{.ActiveColor = rgb(255, 0, 0), .InactiveColor = 16512};
+        view.show_control(lamp);
+        expect_properties(view, {{"Active", false}, {"ActiveColor", 255}, {"InactiveColor", 16512}});
+        QCOMPARE(view.accessibleDescription(), "off");
+        QCOMPARE(pixel_at(picture_of(view), 8, 8), QColor(128, 64, 0));
+        lamp.Active = true;
+        view.show_control(lamp);
+        QCOMPARE(view.property("Active").toBool(), true);
+        QCOMPARE(view.accessibleDescription(), "on");
+        QCOMPARE(pixel_at(picture_of(view), 8, 8), QColor(255, 0, 0));
+        QCOMPARE(pixel_at(picture_of(view), 0, 0), page_color);
+        QCOMPARE(pixel_at(picture_of(view), 15, 15), page_color);
+    }
+
+    void disabled_controls_are_muted() {
+        angular_gauge_view view;
+        view.resize(200, 200);
+        view.show_control(speed_gauge(0));
+        picture_of(view);
+        view.setEnabled(false);
+        const QColor muted = dial_pixel(picture_of(view), 90, 0.885);
+        QVERIFY(muted.saturation() < 200);
+        QVERIFY(muted.green() > muted.red() + 30);
+        QVERIFY(!has(shown<linear_gauge_view>(thermo_gauge(50), {52, 104}, false), pointer));
+        QVERIFY(!has(shown<seven_segment_view>(digits(8), {60, 60}, false), lit));
+        QVERIFY(!has(shown<led_view>(iLedRoundX{.Active = true}, {16, 16}, false), QColor(0, 255, 0)));
+        const iAnalogDisplayX number{8, 0, "%", rgb(255, 0, 0)};
+        QVERIFY(!has(shown<analog_display_view>(number, {100, 30}, false), QColor(255, 0, 0)));
+    }
+
+    void only_a_difference_repaints() {
+        check_repaints<angular_gauge_view>(speed_gauge(1), speed_gauge(2));
+        check_repaints<linear_gauge_view>(thermo_gauge(1), thermo_gauge(2));
+        check_repaints<seven_segment_view>(digits(1), digits(2));
+        check_repaints<analog_display_view>(iAnalogDisplayX{1, 0, "%", 0}, iAnalogDisplayX{2, 0, "%", 0});
+        check_repaints<led_view>(iLedRoundX{}, iLedRoundX{.Active = true});
+    }
+
+    void degenerate_controls_are_painted_data() {
+        QTest::addColumn<QSize>("size");
+        QTest::addRow("one pixel") << QSize(1, 1);
+        QTest::addRow("a line") << QSize(300, 2);
+        QTest::addRow("a column") << QSize(3, 300);
+        QTest::addRow("small") << QSize(15, 9);
+        QTest::addRow("design") << QSize(104, 104);
+        QTest::addRow("a wall") << QSize(3840, 2160);
+    }
+
+    void degenerate_controls_are_painted() {
+        QFETCH(const QSize, size);
+        constexpr double values[] = {not_a_number, infinite, -1e308, 0};
+        for (const double value : values) {
+            iAngularGaugeX flat_dial = speed_gauge(value);
+            flat_dial.PositionMax = flat_dial.TickMajorCount = 0;
+            iLinearGaugeX flat_bar = thermo_gauge(value);
+            flat_bar.PositionMax = flat_bar.TickMajorCount = flat_bar.PointerSize = 0;
+            const iSevenSegmentAnalogX many{
+                .Value = value, .Precision = most, .DigitCount = most, .ShowSign = true};
+            const iAnalogDisplayX number{value, most, std::string(99, 'm'), 0};
+            const int x = size.width() / 2;
+            const int y = size.height() / 2;
+            const double ratio = QWidget().devicePixelRatioF();
+            for (const QImage& image :
+                 {shown<angular_gauge_view>(degenerate_dial(value), size),
+                  shown<angular_gauge_view>(flat_dial, size), shown<linear_gauge_view>(flat_bar, size),
+                  shown<linear_gauge_view>(degenerate_bar(value), size),
+                  shown<seven_segment_view>(many, size), shown<analog_display_view>(number, size),
+                  shown<led_view>(iLedRoundX{}, size)}) {
+                QCOMPARE(image.size(), size * ratio);
+                QVERIFY(pixel_at(image, x, y) != page_color);
+            }
+        }
+    }
+};
+
+QTEST_MAIN(controls_test)
+#include "controls_test.moc"

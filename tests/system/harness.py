@@ -1,0 +1,202 @@
+"""What the system tests share: a virtual display, pseudo-terminals as serial lines, and the real program."""
+
+import os
+import pathlib
+import pty
+import re
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+import tty
+
+PROGRAM = os.environ["TYXO"]
+
+
+def frame(body):
+    """The body with its check digits and CR LF."""
+    return f"{body}{-sum(body[1:].encode()) & 0xFF:02x}\r\n".encode()
+
+
+def masked(text):
+    """The text with every date and time replaced."""
+    text = re.sub(r"\b\d\d:\d\d:\d\d\b", "hh:mm:ss", text)
+    return re.sub(r"\b\d\d-\d\d-\d{4}\b", "mm-dd-yyyy", text)
+
+
+def wait_for(condition, seconds=10.0, what="the condition"):
+    """Polls until the condition holds; its last value is returned."""
+    end = time.monotonic() + seconds
+    while True:
+        value = condition()
+        if value:
+            return value
+        if time.monotonic() > end:
+            raise AssertionError(f"waited {seconds} s in vain for {what}")
+        time.sleep(0.02)
+
+
+class Display:
+    """An X server without a screen."""
+
+    def __init__(self, size="1280x1024", window_manager=False):
+        reading, writing = os.pipe()
+        self.process = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp", "-noreset"],
+            pass_fds=[writing], stderr=subprocess.DEVNULL)
+        os.close(writing)
+        with os.fdopen(reading) as answer:
+            number = answer.readline().strip()
+        if not number:
+            raise RuntimeError("Xvfb did not start")
+        self.name = f":{number}"
+        self.runtime = tempfile.mkdtemp(prefix="tyxo_runtime_")
+        self.environment = dict(os.environ, DISPLAY=self.name, QT_QPA_PLATFORM="xcb", XDG_RUNTIME_DIR=self.runtime)
+        self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL) \
+            if window_manager else None
+
+    def stop(self):
+        for process in filter(None, [self.manager, self.process]):
+            process.terminate()
+            process.wait()
+        shutil.rmtree(self.runtime)
+
+    def tool(self, *command):
+        done = subprocess.run(command, env=self.environment, capture_output=True, text=True)
+        return done.stdout.split()
+
+    def windows(self, title):
+        return self.tool("xdotool", "search", "--onlyvisible", "--name", title)
+
+    def window(self, title, seconds=10.0):
+        return wait_for(lambda: self.windows(title), seconds, f"a window {title!r}")[0]
+
+    def press(self, window, *keys):
+        self.tool("xdotool", "windowfocus", "--sync", window)
+        self.tool("xdotool", "key", "--delay", "60", *keys)
+
+    def ask_to_close(self, window):
+        """By the window manager, as a click on the window's cross does."""
+        self.press(window, "alt+F4")
+
+
+class Line:
+    """A pseudo-terminal that stands for a serial line."""
+
+    def __init__(self, folder, number):
+        self.link = folder / "ports" / f"COM{number}"
+        self.link.parent.mkdir(exist_ok=True)
+        self.master, self.slave = pty.openpty()
+        tty.setraw(self.slave)
+        self.link.unlink(missing_ok=True)
+        self.link.symlink_to(os.ttyname(self.slave))
+
+    def send(self, *bodies):
+        for body in bodies:
+            self.raw(frame(body))
+
+    def raw(self, data):
+        while data:
+            data = data[os.write(self.master, data):]
+            time.sleep(0.002)
+
+    def vanish(self):
+        for end in (self.master, self.slave):
+            if end >= 0:
+                os.close(end)
+        self.master = self.slave = -1
+        self.link.unlink(missing_ok=True)
+
+
+class Plant:
+    """A working directory with settings and lines, and the program that runs in it."""
+
+    def __init__(self, display, channels=1, **settings):
+        self.display = display
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="tyxo_plant_"))
+        (self.folder / "logs").mkdir()
+        (self.folder / "events").mkdir()
+        values = {"upd_periode": 100, "max_sensors": channels, "scale_polar_a": ".1", "scale_polar_t": ".2",
+                  "adc_offset": 479, "zyl_speed_range": 1, "xy_tmv": 1, "xy_theff": 1, "xy_theff_AC": 1, "xy_tha": 1,
+                  "autostart": 1, "eventfile_ena": 1, "evtpath": ".\\events\\"}
+        for number in range(1, channels + 1):
+            values |= {f"comport {number}": number, f"location {number}": f"Engine {number}",
+                       f"logpath {number}": ".\\logs\\"}
+        values |= {key.replace("__", " "): value for key, value in settings.items()}
+        lines = [f"{key}={value}" for key, value in values.items() if value is not None]
+        (self.folder / "tyxo.ini").write_bytes("\r\n".join(["[tyxo]", *lines, ""]).encode("cp1252"))
+        self.lines = {number: Line(self.folder, number) for number in range(1, channels + 1)}
+        self.program = None
+
+    def start(self, ready="Tyxo Data Logger", **options):
+        self.debug_file = open(self.folder / "debug.log", "wb")
+        self.program = subprocess.Popen([PROGRAM], cwd=self.folder, env=self.display.environment,
+                                        stderr=self.debug_file, **options)
+        if ready:
+            self.display.window(ready)
+        return self
+
+    def stop(self):
+        if self.program and self.program.poll() is None:
+            self.program.kill()
+        if self.program:
+            self.program.wait()
+            self.debug_file.close()
+        for line in self.lines.values():
+            line.vanish()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+    def kill(self):
+        self.program.send_signal(signal.SIGKILL)
+        self.program.wait()
+
+    def text(self, name):
+        path = self.folder / name
+        return path.read_bytes().decode("cp1252") if path.exists() else ""
+
+    def debug(self):
+        return (self.folder / "debug.log").read_text("utf-8").splitlines()
+
+    def events(self):
+        return masked(self.text("events/TY_all_events.txt")).split("\r\n")
+
+    def log_names(self, number=1):
+        return sorted(path.name for path in (self.folder / "logs" / f"Engine {number}").glob("*.xlg"))
+
+    def log(self, number=1):
+        names = self.log_names(number)
+        return self.text(f"logs/Engine {number}/{names[-1]}") if names else ""
+
+    def records(self, number=1):
+        return [line for line in self.log(number).split("\r\n") if line.startswith("<REC1>")]
+
+    def processor_seconds(self):
+        fields = pathlib.Path(f"/proc/{self.program.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+def hex4(*values):
+    return "".join(f"{value:04X}" for value in values)
+
+
+def parameter_frame(order=(1, 5, 3, 6, 2, 4), angles=(0, 120, 120, 120, 120, 120)):
+    """A parameter frame with everything that an Evaluator can send."""
+    order = list(order) + [0] * (24 - len(order))
+    angles = list(angles) + [0] * (24 - len(angles))
+    return (":06" + hex4(3, 2, 750, 900, 4, 6, 4) + "".join(f"{value:02X}" for value in order) + hex4(*angles) +
+            hex4(17) + hex4(600, 30) + "05" + hex4(6, 7, 400) + "V2.10-0718" + hex4(8, 9, 60) + hex4(11, 12) +
+            hex4(90) + "EV020117" + hex4(80))
+
+
+def measured_values(tsignal=41, speed=723, voltage=1234, dc=38, ac=12, test_signal=0):
+    return ":01" + hex4(32768 + 10 * tsignal, 10 * speed, test_signal, 32768 + voltage, 10 * dc, 10 * ac)
+
+
+def curve(code, samples):
+    return [f":{code}{block + 1:02X}" + hex4(*samples[64 * block:64 * block + 64]) for block in range(4)]
+
+
+def status(alarm=0x20, error=0, mode=1, inhibit=0, left=0):
+    return ":08V1.22" + hex4(alarm, error) + "0000" + f"{mode:02X}" + hex4(inhibit, left) + "00"

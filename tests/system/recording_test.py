@@ -1,0 +1,170 @@
+"""What a measurement leaves on the disk, to the byte."""
+
+import datetime
+import random
+import time
+import unittest
+
+from harness import (Display, Plant, curve, masked, measured_values, parameter_frame, status, wait_for)
+
+
+def expected_header(plant, name):
+    """The header of a log whose Evaluator sent `parameter_frame()`."""
+    types = [("T1", "Time", "HH:MM:SS", None, None), ("T2", "Tsignal", "  % alarm", "1", "255"),
+             ("T3", "Speed", "RPM /10", " .1", "16711680"), ("T4", "Angular Signal", "", " .2", "255"),
+             ("T5", "Angular Acceleration", "", " .1", "16711680"), ("T6", "Tvoltage", "  mV x50", ".5", "65280"),
+             ("T7", "Teff DC", "  %alarm", "1", "16711935"), ("T8", "Teff AC", "  %alarm", "1", "16777215")]
+    chart = [("AXISGRIDCOLOR", "4210752"), ("LEGENDFONTCOLOR", "0"), ("XAXISLABELFONTCOLOR", "0"),
+             ("YAXISLABELFONTCOLOR", "0"), ("TITLEFONTCOLOR", "255"), ("XAXISTICKCOLOR", "0"),
+             ("XAXISDATETIMEFORMAT", "d/m hh:nn:ss"), ("BACKGROUNDCOLOR", "12632256"),
+             ("GRIDBACKGROUNDCOLOR", "12632256"), ("GRIDLINESTYLE", "2"), ("XAXISMIN", " 0"),
+             ("XAXISSPAN", " 1.38888888888889E-03"), ("XAXISTICKS", "6"), ("YAXISMIN", " 0"), ("YAXISSPAN", " 150"),
+             ("YAXISTICKS", "7")]
+    engine = [("TYPECODE", "unknown"), ("ENGINETYPE", "4"), ("CYLCONF", "4"), ("NUMZYL", "6"), ("TSTTIME", "600"),
+              ("TSTLEN", "30"), ("FWVERS", "V2.10-0718"), ("IALARMLEVEL1", "6"), ("IALARMLEVEL2", "7"),
+              ("IALMRPM", "400"), ("IMPOFFSET", "17"), ("IALARMDELAY", "8"), ("IALARMLEN", "9"),
+              ("IALARMLEVEL", "60"), ("DCALARMPERCENT", "80"), ("THEFF_ALM", "11"), ("THEFF_CNT", "12"),
+              ("ALMINHIBIT_TIME", "90"), ("EVASNR", "EV020117"), ("ALARMLEVEL", "3"), ("PREALARMLEVEL", "2"),
+              ("OVERSPEED", "900"), ("RATEDSPEED", "750")]
+    lines = ['<?xml version="1.0"?>', "<!DOCTYPE LOG >", "<HEADER>", "    <INFO>",
+             "        <VERSION> MTyxo Version 2.10_4  02.07.2026 </VERSION> ",
+             f"        <LOGNAME> {name} </LOGNAME> ",
+             f"        <LOGDATE> {datetime.date.today():%Y%m%d} </LOGDATE>", "    </INFO>", "    <PARAMETER>"]
+    lines += [f"        <{tag}>{value}</{tag}>" for tag, value in chart]
+    lines += [f"        <{tag}> {value} </{tag}>" for tag, value in engine]
+    lines += ["        <FIRINGORDER> 1 5 3 6 2 4 </FIRINGORDER>",
+              "        <FIRINGANGLE> 0 120 120 120 120 120 </FIRINGANGLE>", "    </PARAMETER>", "    <ENTRYTYPES>"]
+    for tag, title, unit, scale, color in types:
+        lines += [f"        <{tag}>", f"            <NAME>{title}</NAME>", f"            <UNIT>{unit}</UNIT>"]
+        lines += [f"            <SCALE>{scale}</SCALE>"] if scale else []
+        lines += [f"            <COLOR>{color}</COLOR>"] if color else []
+        lines += [f"        </{tag}>"]
+    lines += ["    </ENTRYTYPES>", "    <STRUCTURE>",
+              "        <REC1><LINEAR> T1 T2 T3 T6 T7 T8 </LINEAR></REC1>",
+              "        <REC2><POLAR> T1 " + "T4 " * 256 + "</POLAR></REC2>",
+              "        <REC3><POLAR> T1 " + "T5 " * 256 + "</POLAR></REC3>", "    </STRUCTURE>", "</HEADER>", "<LOG>"]
+    return lines
+
+
+class Recording(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.display = Display()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.display.stop()
+
+    def start(self, **settings):
+        plant = Plant(self.display, **settings)
+        self.addCleanup(plant.stop)
+        return plant.start()
+
+    def test_log_event_file_and_debug_output_to_the_byte(self):
+        plant = self.start()
+        line = plant.lines[1]
+        thermo = [1000 + sample for sample in range(256)]
+        angacc = [65535 - sample for sample in range(256)]
+        line.send(measured_values(1, 2))  # no file yet
+        line.send(parameter_frame())
+        line.send(measured_values())
+        line.send(*curve("03", thermo), *curve("04", angacc))
+        line.send(measured_values(test_signal=1), measured_values(40, 700))
+        line.send(status(0x20), status(0xA0A2 | 0x4000, 0x0010), status(0x20))
+        line.raw(b":0180000000zz\r\n")
+        line.send(":07010")
+        line.send(measured_values(39))
+        wait_for(lambda: len(plant.records()) == 4, what="four records")
+
+        name = f"{datetime.date.today():%Y%m%d}Qu_Engine 1.xlg"
+        self.assertEqual(plant.log_names(), [name])
+        body = ["<REC1> hh:mm:ss 41 723 1234 38 12 </REC1>",
+                "<REC2> hh:mm:ss " + "".join(f"{sample} " for sample in thermo) + " </REC2>",
+                "<REC3> hh:mm:ss " + "".join(f"{sample} " for sample in angacc) + " </REC3>",
+                "<#-- hh:mm:ss Testsignal1 ON -->",
+                # values of the engine stand still while the test signal runs
+                "<REC1> hh:mm:ss 41 723 1234 38 12 </REC1>",
+                "<#-- hh:mm:ss Testsignal OFF -->",
+                "<REC1> hh:mm:ss 40 700 1234 38 12 </REC1>",
+                "<!-- hh:mm:ss KVD SYNC Error -->",
+                "<!-- hh:mm:ss KVD Overspeed Alarm ON -->",
+                "<!-- hh:mm:ss KVD Main ALARM DC ON -->",
+                "<!-- hh:mm:ss KVD Main ALARM ON -->",
+                "<!-- hh:mm:ss KVD Prealarm ON -->",
+                "<!-- hh:mm:ss KVD Overspeed Alarm OFF -->",
+                "<!-- hh:mm:ss KVD Main ALARM DC OFF -->",
+                "<!-- hh:mm:ss KVD Main ALARM OFF -->",
+                "<!-- hh:mm:ss KVD Prealarm OFF -->",
+                "<REC1> hh:mm:ss 39 723 1234 38 12 </REC1>", ""]
+        self.assertEqual(masked(plant.log()).split("\r\n"), expected_header(plant, name) + body)
+
+        when = "##;mm-dd-yyyy;hh:mm:ss;"
+        self.assertEqual(plant.events(), [
+            when + "Tyxo Logger software started !",
+            when + "KVD Engine 1 ## Measure started ",
+            when + "KVD Engine 1 ## Sync signal Error",
+            when + "KVD Engine 1 ## Overspeed Alarm ON",
+            when + "KVD Engine 1 ## Main Alarm DC ON",
+            when + "KVD Engine 1 ## Main Alarm ON",
+            when + "KVD 1 Prealarm ON",
+            when + "KVD Engine 1 ## Overspeed Alarm OFF",
+            when + "KVD Engine 1 ## Main Alarm DC OFF",
+            when + "KVD Engine 1 ## Main Alarm OFF",
+            when + "KVD Engine 1 ## Prealarm OFF", ""])
+
+        debug = plant.debug()
+        self.assertEqual(debug[0], "Programmstart")
+        self.assertIn("ports/COM1 COM1", debug)
+        self.assertEqual(debug[-2:], ["LRC Error", "write parameter OK"])
+
+    def test_frames_in_single_bytes_and_in_one_piece_are_the_same_frames(self):
+        plant = self.start()
+        chance = random.Random(1)
+        from harness import frame
+        data = frame(parameter_frame()) + b"".join(frame(measured_values(index, 500 + index)) for index in range(100))
+        while data:
+            size = chance.choice([1, 1, 2, 3, 17, 200])
+            plant.lines[1].raw(data[:size])
+            data = data[size:]
+        records = wait_for(lambda: len(plant.records()) == 100 and plant.records(), what="100 records")
+        self.assertEqual([masked(record) for record in records],
+                         [f"<REC1> hh:mm:ss {index} {500 + index} 1234 38 12 </REC1>" for index in range(100)])
+
+    def test_a_killed_program_has_lost_no_line(self):
+        for round_ in range(5):
+            with self.subTest(round=round_):
+                plant = self.start()
+                plant.lines[1].send(parameter_frame())
+                sent = 40 + 17 * round_
+                for index in range(sent):
+                    plant.lines[1].send(measured_values(index % 100, index))
+                wait_for(lambda: len(plant.records()) >= sent - 1, what="the records")
+                plant.kill()
+                log = plant.log()
+                self.assertTrue(log.endswith("</REC1>\r\n"))
+                speeds = [int(record.split()[3]) for record in plant.records()]
+                self.assertEqual(speeds, list(range(len(speeds))))
+                self.assertGreaterEqual(len(speeds), sent - 1)
+                plant.stop()
+
+    def test_four_channels_at_the_pace_of_their_lines_lose_nothing(self):
+        plant = self.start(channels=4)
+        for line in plant.lines.values():
+            line.send(parameter_frame())
+        load_before = plant.processor_seconds()
+        begin = time.monotonic()
+        count = 300
+        for index in range(count):
+            for number, line in plant.lines.items():
+                line.send(measured_values(index % 100, number * 1000 + index))
+        duration = time.monotonic() - begin
+        for number in plant.lines:
+            wait_for(lambda: len(plant.records(number)) == count, what=f"all records of channel {number}")
+            speeds = [int(record.split()[3]) for record in plant.records(number)]
+            self.assertEqual(speeds, [number * 1000 + index for index in range(count)])
+        load = (plant.processor_seconds() - load_before) / duration
+        print(f"{4 * count / duration:.0f} frames a second, processor load {100 * load:.1f} %")
+
+
+if __name__ == "__main__":
+    unittest.main()
