@@ -1,0 +1,137 @@
+#include "app/started_program.h"
+
+#include "link/supervision.h"
+
+#include <gtest/gtest.h>
+
+namespace tyxo {
+namespace {
+
+using namespace simulation;
+using sensor::channels;
+
+std::string autostart_settings(i16 used, std::string_view value = "1") {
+    return logging_settings(used, std::string(with_events) + "autostart=" + std::string(value) + "\r\n");
+}
+
+std::string started(int number) {
+    return "##;07-02-2026;13:05:09;KVD Engine " + std::to_string(number) + " ## Measure started ";
+}
+std::string stopped(int number) {
+    return "##;07-02-2026;13:05:09;KVD Engine " + std::to_string(number) + " ## Measure stopped ";
+}
+
+TEST(Autostart, StartsAllChannelsBehindTheStartLine) {
+    prepare(autostart_settings(3));
+    start_program(1272, 911);
+    EXPECT_TRUE(sensor::measure_running);
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        EXPECT_EQ(sensor::channel_running[static_cast<std::size_t>(channel)], channel < 3);
+        EXPECT_EQ(port(channel).open, channel < 3);
+    }
+    EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), started(1), started(2), started(3)}));
+    EXPECT_EQ(indicators.startstop.Caption, "Stop all channels");
+}
+
+TEST(Autostart, FollowsTheNumberOfItsSetting) {
+    struct value_row {
+        std::string_view value;
+        bool starts;
+    };
+    for (const value_row& row : {value_row{"1", true},
+                                 {" 1", true},
+                                 {"1.0", true},
+                                 {"yes", false},
+                                 {"2", false},
+                                 {"0", false},
+                                 {"", false}}) {
+        prepare(autostart_settings(1, row.value));
+        start_program(1272, 911);
+        EXPECT_EQ(sensor::measure_running, row.starts) << row.value;
+        EXPECT_EQ(port(0).opened, row.starts ? 1 : 0) << row.value;
+    }
+}
+
+TEST(Autostart, WithoutChannelsSaysSo) {
+    prepare(autostart_settings(0));
+    start_program(1272, 911);
+    EXPECT_EQ(box_texts(), text_lines{std::string(no_sensor_text)});
+    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(world().exit_code.has_value());
+    EXPECT_NE(main_form.Caption, "");
+}
+
+TEST(Autostart, AMissingPortShowsItsBoxDuringTheLoadAndStopsTheChannelsBehindIt) {
+    prepare(autostart_settings(3));
+    world().ports[2].refuses_to_open = true;
+    bool held = false;
+    world().during_box = [&] { held = world().events_held; };
+    start_program(1272, 911);
+    EXPECT_TRUE(held);
+    EXPECT_EQ(box_texts(), text_lines{std::string(no_port_text) + "2"});
+    EXPECT_EQ(world().boxes[0].icon, box_icon::critical);
+    EXPECT_TRUE(port(0).open);
+    EXPECT_FALSE(port(1).open);
+    EXPECT_EQ(port(2).opened, 0);
+    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), started(1), stopped(2)}));
+    EXPECT_NE(main_form.Caption, "") << "the load goes on";
+}
+
+TEST(Autostart, APortNumberOfNoughtIsAMissingPort) {
+    prepare("[tyxo]\r\nmax_sensors=1\r\nautostart=1\r\n");
+    start_program(1272, 911);
+    EXPECT_EQ(box_texts(), text_lines{std::string(no_port_text) + "1"});
+}
+
+TEST(Autostart, BytesThatComeDuringABoxWaitForTheEndOfTheLoad) {
+    prepare(autostart_settings(2));
+    world().ports[2].refuses_to_open = true;
+    bool taken = true;
+    i32 speed_in_box = -1;
+    world().during_box = [&] {
+        taken = receive(0, framed(parameter_body({})) + framed(measured_body({.speed = 777})));
+        speed_in_box = channels[0].speed;
+        EXPECT_EQ(channels[0].log_state, log_states::wanted);
+        EXPECT_TRUE(world().opened.empty() || world().opened.back() == events_path) << "no log yet";
+    };
+    start_program(1272, 911);
+    EXPECT_FALSE(taken);
+    EXPECT_EQ(speed_in_box, 0);
+    EXPECT_EQ(channels[0].speed, 777);
+    EXPECT_EQ(logged(0), text_lines{"<REC1> 13:05:09 51 777 1234 48 7 </REC1>"});
+}
+
+TEST(Autostart, TimersDoNotTickDuringABox) {
+    prepare(autostart_settings(2));
+    world().ports[2].refuses_to_open = true;
+    int ticks = -1;
+    bool connected = false;
+    world().during_box = [&] {
+        advance(20000);
+        ticks = world().do_events_calls;
+        connected = channels[0].connected;
+    };
+    start_program(1272, 911);
+    EXPECT_EQ(ticks, 0);
+    EXPECT_TRUE(connected) << "the watchdog rests too";
+    EXPECT_FALSE(world().events_held);
+    advance(5000);
+    EXPECT_EQ(world().do_events_calls, 10);
+    EXPECT_FALSE(channels[0].connected);
+}
+
+TEST(Autostart, EventsAreHeldInEveryBoxOfTheStartAndNoLonger) {
+    prepare(logging_settings(2, "eventfile_ena=1\r\nevtpath=Q:\\\r\nautostart=1\r\n"));
+    world().screen = {640, 480};
+    world().ports[1].refuses_to_open = true;
+    int held = 0;
+    world().during_box = [&] { held += world().events_held ? 1 : 0; };
+    start_program(1272, 911);
+    EXPECT_EQ(world().boxes.size(), 3U);
+    EXPECT_EQ(held, 3);
+    EXPECT_FALSE(world().events_held);
+}
+
+} // namespace
+} // namespace tyxo

@@ -1,0 +1,115 @@
+// Rounding to even and range-checked narrowing.
+
+#include "basics/number.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+namespace tyxo {
+namespace {
+
+struct rounding_case {
+    double value;
+    i32 rounded;
+};
+
+class round_to_even : public testing::TestWithParam<rounding_case> {};
+
+TEST_P(round_to_even, takes_the_nearest_and_a_half_to_the_even_neighbour) {
+    EXPECT_EQ(round_even<i32>(GetParam().value), GetParam().rounded) << GetParam().value;
+}
+
+INSTANTIATE_TEST_SUITE_P(table, round_to_even,
+                         testing::Values(rounding_case{0.0, 0}, rounding_case{-0.0, 0}, rounding_case{0.4, 0},
+                                         rounding_case{0.5, 0}, rounding_case{0.50000001, 1},
+                                         rounding_case{1.5, 2}, rounding_case{2.5, 2}, rounding_case{3.5, 4},
+                                         rounding_case{-0.5, 0}, rounding_case{-1.5, -2},
+                                         rounding_case{-2.5, -2}, rounding_case{-2.51, -3},
+                                         rounding_case{2147483646.5, 2147483646},
+                                         rounding_case{2147483647.4, 2147483647},
+                                         rounding_case{-2147483648.5, std::numeric_limits<i32>::min()}),
+                         [](const auto& info) { return "row_" + std::to_string(info.index); });
+
+TEST(round_even_limits, of_16_bits) {
+    EXPECT_EQ(round_even<i16>(32767.49), 32767);
+    EXPECT_EQ(round_even<i16>(-32768.5), -32768);
+    EXPECT_THROW((void)round_even<i16>(32767.5), failure);
+    EXPECT_THROW((void)round_even<i16>(-32768.51), failure);
+}
+
+TEST(round_even_limits, of_8_bits_without_sign) {
+    EXPECT_EQ(round_even<u8>(255.49), 255);
+    EXPECT_EQ(round_even<u8>(-0.5), 0);
+    EXPECT_THROW((void)round_even<u8>(255.5), failure);
+    EXPECT_THROW((void)round_even<u8>(-0.51), failure);
+}
+
+TEST(round_even_limits, of_32_bits) {
+    EXPECT_THROW((void)round_even<i32>(2147483647.5), failure);
+    EXPECT_THROW((void)round_even<i32>(-2147483648.6), failure);
+}
+
+TEST(round_even_limits, infinity_and_nan_overflow) {
+    for (const double value :
+         {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+          std::numeric_limits<double>::quiet_NaN(), 1e300}) {
+        EXPECT_THROW((void)round_even<i32>(value), failure) << value;
+    }
+}
+
+TEST(divide_even, agrees_with_the_exact_quotient) {
+    for (i32 divisor = 1; divisor <= 12; ++divisor) {
+        for (i32 dividend = 0; dividend <= 240; ++dividend) {
+            // Whole multiples and halves of these small numbers are exact in a double.
+            const i32 expected = round_even<i32>(static_cast<double>(dividend) / divisor);
+            EXPECT_EQ(divide_even(dividend, divisor), expected) << dividend << " / " << divisor;
+        }
+    }
+}
+
+TEST(divide_even, takes_a_half_to_the_even_neighbour) {
+    EXPECT_EQ(divide_even(5, 10), 0);
+    EXPECT_EQ(divide_even(15, 10), 2);
+    EXPECT_EQ(divide_even(25, 10), 2);
+    EXPECT_EQ(divide_even(65535, 10), 6554);
+}
+
+TEST(divide_even, holds_for_the_largest_numbers) {
+    constexpr i32 greatest = std::numeric_limits<i32>::max();
+    EXPECT_EQ(divide_even(greatest, 1), greatest);
+    EXPECT_EQ(divide_even(greatest, greatest), 1);
+    EXPECT_EQ(divide_even(2'000'000'000, greatest), 1);
+    EXPECT_EQ(divide_even(1'073'741'823, greatest), 0);
+    EXPECT_EQ(divide_even(greatest - 1, greatest), 1);
+}
+
+TEST(divide_even, refuses_zero) {
+    EXPECT_THROW((void)divide_even(1, 0), failure);
+    EXPECT_THROW((void)divide_even(0, 0), failure);
+}
+
+TEST(narrow, keeps_what_fits) {
+    EXPECT_EQ(narrow<i16>(32767), 32767);
+    EXPECT_EQ(narrow<i16>(-32768), -32768);
+    EXPECT_EQ(narrow<u8>(255), 255);
+    EXPECT_EQ(narrow<i32>(std::int64_t{-2147483648LL}), std::numeric_limits<i32>::min());
+}
+
+TEST(narrow, overflows_on_what_does_not) {
+    EXPECT_THROW((void)narrow<i16>(32768), failure);
+    EXPECT_THROW((void)narrow<i16>(-32769), failure);
+    EXPECT_THROW((void)narrow<i16>(65536), failure);
+    EXPECT_THROW((void)narrow<u8>(256), failure);
+    EXPECT_THROW((void)narrow<u8>(-1), failure);
+    EXPECT_THROW((void)narrow<i32>(std::int64_t{2147483648LL}), failure);
+}
+
+TEST(narrow, minds_the_sign_between_types_of_one_width) {
+    EXPECT_THROW((void)narrow<i32>(4294967295U), failure);
+    EXPECT_THROW((void)narrow<std::uint32_t>(-1), failure);
+}
+
+} // namespace
+} // namespace tyxo

@@ -1,0 +1,251 @@
+"""Every check finds what it is for, and nothing in a sound tree."""
+
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+
+from hygiene import CHECKS
+from symbols import qt_libraries, qt_symbols
+from tree import Tree
+
+ABOUT = "#pragma once\n// Says what the header is for.\n\n"
+# A small repository with nothing to find, core and desktop.
+SOUND = {
+    "src/CMakeLists.txt": "add_library(tyxo_core STATIC\n  basics/a.cpp\n  link/b.cpp)\n"
+                          "add_library(tyxo_desktop STATIC app/c_view.cpp platform/desktop/d.cpp)\n",
+    "src/basics/a.h": ABOUT + "#include <string>\n",
+    "src/basics/a.cpp": '#include "basics/a.h"\n',
+    "src/link/b.h": ABOUT + '#include "basics/a.h"\n',
+    "src/link/b.cpp": '#include "link/b.h"\n',
+    "src/app/c_view.h": ABOUT + '#include <QWidget>\n#include "link/b.h"\n',
+    "src/app/c_view.cpp": '#include "app/c_view.h"\n',
+    "src/platform/desktop/d.cpp": '#include <QTimer>\n#include <unistd.h>\n#include "basics/a.h"\n',
+    "tests/settings/golden/old.ini": "[section]\r\nkey=1",
+    "LICENSE": "A text of others.\n",
+    "run": "#!/bin/sh\n",
+}
+
+
+class HygieneTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="hygiene-")
+        self.addCleanup(folder.cleanup)
+        self.root = Path(folder.name)
+        for path, content in SOUND.items():
+            self.write(path, content)
+
+    def write(self, path, content):
+        file = self.root / path
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_bytes(content if isinstance(content, bytes) else content.encode())
+
+    def append(self, path, content):
+        self.write(path, SOUND[path] + content)
+
+    def findings(self, check):
+        return list(CHECKS[check](Tree(self.root)))
+
+    def expect(self, check, *beginnings):
+        """The check finds these places, each given by the beginning of its line, and no others."""
+        findings = self.findings(check)
+        self.assertEqual(len(findings), len(beginnings), findings)
+        for finding, beginning in zip(findings, beginnings):
+            self.assertTrue(finding.startswith(beginning), finding)
+
+    def test_a_sound_tree_has_no_findings(self):
+        for check in CHECKS:
+            with self.subTest(check):
+                self.expect(check)
+
+    def test_qt_in_a_core_source(self):
+        for header in ("<QString>", "<QtCore/QString>", '"qcustomplot.h"', "<qglobal.h>"):
+            with self.subTest(header):
+                self.append("src/link/b.cpp", f"  #  include {header}\n")
+                self.expect("no_qt_in_core", "src/link/b.cpp:2:")
+
+    def test_qt_in_a_header_that_the_core_reaches_over_another(self):
+        self.append("src/basics/a.h", '#include "deep.h"\n')
+        self.write("src/basics/deep.h", ABOUT + "#include <QString>\n")
+        self.expect("no_qt_in_core", "src/basics/deep.h:4:")
+
+    def test_a_desktop_header_in_the_core(self):
+        self.append("src/link/b.cpp", '#include "link/lamp_view.h"\n')
+        self.write("src/link/lamp_view.h", ABOUT)
+        self.expect("no_qt_in_core", "src/link/lamp_view.h:")
+
+    def test_a_header_of_the_machine_in_the_core(self):
+        self.append("src/basics/a.cpp", "#include <unistd.h>\n")
+        self.expect("core_uses_the_standard_library_only", "src/basics/a.cpp:2:")
+
+    def test_a_file_with_qt_and_another_name(self):
+        self.write("src/displays/paint.h", ABOUT + "#include <QPainter>\n#include <QColor>\n")
+        self.write("src/app/mainfrm.cpp", "#include <QString>\n")
+        self.write("src/app/main.cpp", "#include <QApplication>\n")
+        self.expect("desktop_files_are_known_by_name", "src/app/mainfrm.cpp:1:", "src/displays/paint.h:4:")
+
+    def test_a_source_in_no_target(self):
+        self.write("src/link/forgotten.cpp", "\n")
+        self.expect("every_source_is_built", "src/link/forgotten.cpp:")
+
+    def test_two_headers_that_include_each_other(self):
+        self.append("src/basics/a.h", '#include "basics/z.h"\n')
+        self.write("src/basics/z.h", ABOUT + '#include "a.h"\n')
+        self.expect("no_include_cycle", "src/basics/a.h -> src/basics/z.h -> src/basics/a.h")
+
+    def test_a_circle_of_tools(self):
+        self.write("tools/plant/one.h", '#include "two.h"\n')
+        self.write("tools/plant/two.h", '#include "three.h"\n')
+        self.write("tools/plant/three.h", '#include "one.h"\n')
+        self.expect("no_include_cycle", "tools/plant/one.h -> tools/plant/two.h -> tools/plant/three.h -> ")
+
+    def test_an_include_of_a_floor_above(self):
+        self.append("src/basics/a.cpp", '#include "link/b.h"\n')
+        self.expect("includes_point_downwards", "src/basics/a.cpp:2:")
+
+    def test_the_desktop_platform_is_on_the_floor_of_its_folder(self):
+        self.append("src/platform/desktop/d.cpp", '#include "platform/t.h"\n#include "link/b.h"\n')
+        self.write("src/platform/t.h", ABOUT)
+        self.expect("includes_point_downwards", "src/platform/desktop/d.cpp:5:")
+
+    def test_displays_and_gateway_do_not_know_each_other(self):
+        self.write("src/displays/x.h", ABOUT + '#include "gateway/y.h"\n')
+        self.write("src/gateway/y.h", ABOUT)
+        self.write("src/gateway/z.h", ABOUT + '#include "displays/w.h"\n#include "y.h"\n')
+        self.write("src/displays/w.h", ABOUT)
+        self.expect("includes_point_downwards", "src/displays/x.h:4:", "src/gateway/z.h:4:")
+
+    def test_every_floor_includes_those_below_only(self):
+        floors = ["basics", "platform", "link", "settings", "displays", "logging", "dialogs", "app"]
+        for upper, lower in zip(floors[1:], floors):
+            with self.subTest(upper):
+                self.write(f"src/{upper}/up.h", ABOUT + f'#include "{lower}/down.h"\n')
+                self.write(f"src/{lower}/down.h", ABOUT)
+                self.expect("includes_point_downwards")
+                self.write(f"src/{upper}/up.h", ABOUT)
+                self.write(f"src/{lower}/down.h", ABOUT + f'#include "{upper}/up.h"\n')
+                self.expect("includes_point_downwards", f"src/{lower}/down.h:4:")
+                self.write(f"src/{lower}/down.h", ABOUT)
+
+    def test_a_folder_without_a_floor(self):
+        self.write("src/misc/x.h", ABOUT)
+        self.expect("includes_point_downwards", "src/misc/x.h:")
+
+    def test_forbidden_words(self):
+        for words in ("as Part" " 1.2 says", "Parts" " 4.1 and 4.2", "see spec" ".md",
+                      "As the speci" "fication",
+                      "the sp" "ec", "the seed" " document", "shared" "/style", "iss" "ue #12", "Iss" "ue 3",
+                      "DEVEL" "OPERS.md", "cd /wo" "rk/main", "/ro" "ot", '"/fa' 'rm/x"', "TO" "DO: later",
+                      "// FIX" "ME", "XX" "X", "HA" "CK", "GTEST_" "SKIP()", "Q" "SKIP(1)",
+                      "DISABLED" "_Test", "@skip" "Test", "http://deb" ".debian.org/debian"):
+            with self.subTest(words):
+                self.write("docs/page.md", f"A line.\nThen {words}\n")
+                self.expect("no_forbidden_words", "docs/page.md:2:")
+
+    def test_words_that_look_forbidden(self):
+        for words in ("Part 7.1", "Parts of 1.2", "unspecific", "network/port", "home/work/x", "tests/root.h",
+                      "mktemp XXXXXX", "tissue of 3", "a todo list", "disabled_label", "www.debian.org"):
+            with self.subTest(words):
+                self.write("docs/page.md", f"{words}\n")
+                self.expect("no_forbidden_words")
+
+    def test_a_forbidden_word_in_a_file_name(self):
+        self.write("docs/Part" " 1.2.md", "\n")
+        self.expect("no_forbidden_words", "docs/Part")
+
+    def test_words_of_others_stay(self):
+        self.write("LICENSE", "the speci" "fication\n")
+        self.expect("no_forbidden_words")
+
+    def test_a_long_file(self):
+        self.write("tools/x/long.cpp", "\n" * 400)
+        self.write("tools/x/shorter.cpp", "\n" * 399)
+        self.write("run", "#!/bin/sh\n" + "\n" * 400)
+        self.write("docs/page.md", "\n" * 1000)
+        self.expect("files_are_short", "run:", "tools/x/long.cpp:")
+
+    def test_a_long_line(self):
+        self.write("bench/x.cpp", "x" * 110 + "\n" + "\u00e4" * 110 + "\n" + "x" * 111 + "\n")
+        self.write("tests/hygiene/x.py", "x" * 111 + "\n")
+        self.write("tests/settings/golden/x.cpp", "x" * 500 + "\n")
+        self.expect("lines_are_short", "bench/x.cpp:3:", "tests/hygiene/x.py:1:")
+
+    def test_a_long_line_of_a_table(self):
+        table = "x" * 240 + "\n"
+        self.write("src/link/b.cpp", f"// clang-format off\n{table}x{table}// clang-format on\n{table}")
+        self.expect("lines_are_short", "src/link/b.cpp:3:", "src/link/b.cpp:5:")
+
+    def test_a_header_without_guard_or_comment(self):
+        for content, place in (("// Says what it is for.\n#pragma once\n", 1),
+                               ("", 1),
+                               ("#pragma once\n", 2),
+                               ("#pragma once\n//\n", 2),
+                               ("#pragma once\n\n// Says what it is for.\n", 2),
+                               ("#pragma once\n#include <string>\n", 2)):
+            with self.subTest(content):
+                self.write("src/link/b.h", content)
+                self.expect("headers_say_what_they_are_for", f"src/link/b.h:{place}:")
+
+    def test_a_text_without_its_last_line_end(self):
+        self.write("docs/page.md", "one\ntwo")
+        self.write("packaging/icon.png", b"\x89PNG\0")
+        self.write("docs/empty.txt", "")
+        self.expect("texts_end_in_a_line_end", "docs/page.md:")
+
+    def test_carriage_returns(self):
+        self.write("docs/page.md", "one\r\ntwo\n")
+        self.expect("texts_have_plain_line_ends", "docs/page.md:")
+
+
+class TreeTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="hygiene-")
+        self.addCleanup(folder.cleanup)
+        self.root = Path(folder.name).resolve()
+        for path in ("src/a.h", "build/release/b.h", "plant/c.txt", "tools/plant/__pycache__/d.pyc",
+                     ".ci/run", "e.swp", "tools/plant/f.py"):
+            (self.root / path).parent.mkdir(parents=True, exist_ok=True)
+            (self.root / path).write_text("\n")
+        (self.root / ".gitignore").write_text("/build/\n/plant/\n__pycache__/\n*.swp\n")
+
+    def test_without_git_everything_but_what_is_built(self):
+        self.assertEqual(Tree(self.root).files, [".ci/run", ".gitignore", "e.swp", "src/a.h", "tools/plant/f.py"])
+
+    def test_inside_another_repository_of_git_as_without(self):
+        subprocess.run(["git", "init", "-q", self.root], check=True)
+        (self.root / "src/inner").mkdir()
+        (self.root / "src/inner/x.h").write_text("\n")
+        self.assertEqual(Tree(self.root / "src").files, ["a.h", "inner/x.h"])
+
+    def test_with_git_whatever_is_not_ignored_and_exists(self):
+        def git(*words):
+            subprocess.run(["git", "-C", self.root, *words], check=True)
+
+        (self.root / "gone.h").write_text("\n")
+        git("init", "-q")
+        git("add", "src", "gone.h")
+        (self.root / "gone.h").unlink()
+        self.assertEqual(Tree(self.root).files, [".ci/run", ".gitignore", "src/a.h", "tools/plant/f.py"])
+
+
+class SymbolsTest(unittest.TestCase):
+    def test_names_of_qt(self):
+        for name in ("QString::fromLatin1(QByteArrayView)", "vtable for QObject", "operator<<(QDebug, char)",
+                     "QtPrivate::find(int)", "qt_assert(char const*)", "qWarning()", "typeinfo for QWidget",
+                     "std::vector<QPointF, std::allocator<QPointF> >::clear()"):
+            with self.subTest(name):
+                self.assertEqual(qt_symbols(f"a.o:\n                 U {name}\n"), [name])
+
+    def test_names_of_others(self):
+        for name in ("tyxo::Quadrant::add(int)", "std::queue<int>::pop()", "qsort", "tyxo::qt_like()", "Query"):
+            with self.subTest(name):
+                self.assertEqual(qt_symbols(f"a.o:\n                 U {name}\n0000 T QString::x()\n"), [])
+
+    def test_libraries(self):
+        lines = ("0x1 (NEEDED)  Shared library: [libQt6Core.so.6]\n0x1 (NEEDED)  Shared library: [libc.so.6]\n"
+                 "0xe (SONAME)  Library soname: [libQt6Gui.so.6]\n")
+        self.assertEqual(qt_libraries(lines), ["libQt6Core.so.6"])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,187 @@
+// The serial port's events, sending, opening and closing.
+
+#include "link/serial.h"
+
+#include "basics/failure.h"
+#include "link/frames.h"
+#include "link/link_world.h"
+
+namespace tyxo::link_testing {
+namespace {
+
+class serial_port : public link_world {};
+
+struct event_case {
+    i32 event;
+    const char* text; ///< empty: no line in the debug output
+};
+
+class port_event_of : public serial_port, public testing::WithParamInterface<event_case> {};
+
+TEST_P(port_event_of, goes_to_the_debug_output_and_nowhere_else) {
+    open_port(0);
+    receive(":01");
+    record(0).connected = false;
+    simulation::port_event(0, GetParam().event);
+    EXPECT_EQ(debug(), *GetParam().text != '\0' ? lines{GetParam().text} : lines{});
+    EXPECT_EQ(serial::rx_frame[0], ":01"); // the open frame is kept
+    EXPECT_TRUE(serial::rx_start_seen[0]);
+    EXPECT_FALSE(record(0).connected);
+    EXPECT_TRUE(said.empty());
+    EXPECT_EQ(box(), "");
+}
+
+constexpr const char* unknown = "Fehler oder Ereignis unbekannt";
+
+INSTANTIATE_TEST_SUITE_P(
+    events, port_event_of,
+    testing::Values(event_case{1, ""}, event_case{3, ""}, event_case{4, ""}, event_case{5, ""},
+                    event_case{6, ""}, event_case{7, ""}, event_case{1001, "Break empfangen"},
+                    event_case{1007, "CD-Zeit\xFC"
+                                     "berschreitung"},
+                    event_case{1002, "CTS-Zeit\xFC"
+                                     "berschreitung"},
+                    event_case{1011, "Fehler bei DCB-Abfrage"},
+                    event_case{0, "DSR-Zeit\xFC"
+                                  "berschreitung"},
+                    event_case{1004, "Frame-Fehler"},
+                    event_case{1006, "\xDC"
+                                     "berlauffehler"},
+                    event_case{1008, "Empfangspuffer\xFC"
+                                     "berlauf"},
+                    event_case{1009, "Parit\xE4tsfehler"}, event_case{1010, "Sendepuffer voll"},
+                    event_case{1003, unknown}, event_case{1005, unknown}, event_case{1012, unknown},
+                    event_case{1000, unknown}, event_case{8, unknown}, event_case{-1, unknown},
+                    event_case{65536, unknown}),
+    [](const auto& info) { return "event_" + std::to_string(static_cast<std::uint32_t>(info.param.event)); });
+
+TEST_F(serial_port, an_emptied_send_buffer_switches_rts_off) {
+    open_port(2);
+    serial::comm[2].RTSEnable(true);
+    simulation::port_event(2, comm_event::send_buffer_low);
+    EXPECT_FALSE(simulation::port(2).rts);
+}
+
+TEST_F(serial_port, other_events_leave_rts_and_waiting_bytes_alone) {
+    open_port(2);
+    serial::comm[2].RTSEnable(true);
+    for (const i32 event : {0, 3, 4, 5, 6, 7, 1001, 1003})
+        simulation::port_event(2, event);
+    EXPECT_TRUE(simulation::port(2).rts);
+    EXPECT_EQ(serial::rx_chunk[2], "");
+}
+
+TEST_F(serial_port, a_read_that_fails_is_reported_and_the_next_one_goes_on) {
+    open_port(0);
+    simulation::world().ports[11].refuses_input = true;
+    receive(":01");
+    EXPECT_EQ(debug(), lines{"mscomm: Device unavailable"});
+    simulation::world().ports[11].refuses_input = false;
+    receive(measured({.speed = 5000}));
+    EXPECT_EQ(record(0).speed, 500);
+    EXPECT_EQ(debug().size(), 1U);
+}
+
+TEST_F(serial_port, sends_a_frame_with_its_check_and_line_end) {
+    open_port(1);
+    serial::frame_send(":00", 1);
+    EXPECT_EQ(simulation::sent(1), ":00a0\r\n");
+    EXPECT_EQ(debug(), lines{"TX: :00a0"});
+    serial::frame_send(":8009", 1);
+    EXPECT_EQ(simulation::sent(1), ":00a0\r\n:80092f\r\n");
+    EXPECT_EQ(simulation::sent(0), "");
+}
+
+TEST_F(serial_port, sends_one_byte_per_character) {
+    open_port(0);
+    std::string body = ":";
+    for (int byte = 1; byte < 256; ++byte)
+        body += static_cast<char>(byte);
+    serial::frame_send(body, 0);
+    EXPECT_EQ(simulation::sent(0), closed(body));
+}
+
+TEST_F(serial_port, an_open_port_stays_open_after_sending) {
+    open_port(0);
+    serial::frame_send(":00", 0);
+    EXPECT_TRUE(simulation::port(0).open);
+    EXPECT_EQ(simulation::port(0).opened, 1);
+}
+
+TEST_F(serial_port, a_closed_port_is_open_for_the_time_of_the_frame) {
+    serial::frame_send(":8009", 3);
+    EXPECT_EQ(simulation::sent(3), ":80092f\r\n");
+    EXPECT_FALSE(simulation::port(3).open);
+    EXPECT_EQ(simulation::port(3).opened, 1);
+    EXPECT_EQ(simulation::port(3).number, 14);
+    EXPECT_EQ(simulation::port(3).settings, "38400,n,8,1");
+    sensor::comport[3] = 7; // changed in the setup dialog
+    serial::frame_send(":8009", 3);
+    EXPECT_EQ(simulation::port(3).number, 7);
+}
+
+TEST_F(serial_port, an_output_that_fails_is_raised_to_the_caller) {
+    open_port(0);
+    simulation::world().ports[11].refuses_output = true;
+    EXPECT_THROW(serial::frame_send(":00", 0), failure);
+    EXPECT_EQ(debug(), lines{"TX: :00a0"});
+    EXPECT_TRUE(simulation::port(0).open);
+    EXPECT_EQ(simulation::sent(0), "");
+}
+
+TEST_F(serial_port, a_port_that_does_not_open_for_sending_is_raised_to_the_caller) {
+    simulation::world().ports[11].refuses_to_open = true;
+    EXPECT_THROW(serial::frame_send(":00", 0), failure);
+    EXPECT_EQ(debug(), lines{"TX: :00a0"});
+    EXPECT_FALSE(simulation::port(0).open);
+}
+
+TEST_F(serial_port, sending_on_a_channel_that_does_not_exist_is_a_failure) {
+    EXPECT_THROW(serial::frame_send(":00", -1), failure);
+    EXPECT_THROW(serial::frame_send(":00", channel_count), failure);
+}
+
+TEST_F(serial_port, opens_with_the_settings_of_an_evaluator_line) {
+    EXPECT_FALSE(serial::port_open(2, 5));
+    const simulation::port_settings& port = simulation::port(2);
+    EXPECT_TRUE(port.open);
+    EXPECT_EQ(port.number, 5);
+    EXPECT_EQ(port.settings, "38400,n,8,1");
+    EXPECT_EQ(port.input_mode, 1);
+    EXPECT_FALSE(port.rts);
+    EXPECT_EQ(port.r_threshold, 1);
+    EXPECT_EQ(port.s_threshold, 1);
+    EXPECT_EQ(port.handshaking, 0);
+}
+
+TEST_F(serial_port, an_open_port_is_closed_and_opened_anew) {
+    open_port(0);
+    EXPECT_FALSE(serial::port_open(0, 9));
+    EXPECT_EQ(simulation::port(0).opened, 2);
+    EXPECT_EQ(simulation::port(0).number, 9);
+}
+
+TEST_F(serial_port, a_port_that_is_busy_says_so) {
+    simulation::world().ports[5].refuses_to_open = true;
+    EXPECT_TRUE(serial::port_open(0, 5));
+    EXPECT_FALSE(simulation::port(0).open);
+    EXPECT_EQ(simulation::port(0).handshaking, 0); // the steps behind were tried all the same
+    EXPECT_EQ(simulation::port(0).r_threshold, 1);
+}
+
+TEST_F(serial_port, a_step_that_fails_before_the_opening_counts_as_failure) {
+    EXPECT_TRUE(serial::port_open(0, 0));
+    EXPECT_TRUE(simulation::port(0).open);
+}
+
+TEST_F(serial_port, closes_what_is_open_only) {
+    open_port(0);
+    serial::port_close(0);
+    EXPECT_FALSE(simulation::port(0).open);
+    serial::port_close(0);
+    EXPECT_FALSE(simulation::port(0).open);
+    EXPECT_FALSE(simulation::receive(0, ":"));
+}
+
+} // namespace
+} // namespace tyxo::link_testing

@@ -1,0 +1,113 @@
+#include "settings/ini.h"
+#include "settings/settings_lines.h"
+
+#include <gtest/gtest.h>
+
+namespace tyxo::Ini {
+namespace {
+
+using namespace simulation;
+
+class SettingsFile : public testing::Test {
+  protected:
+    void SetUp() override { fresh_world(); }
+};
+
+TEST_F(SettingsFile, LiesInTheWorkingDirectoryUnderTheProgramsName) {
+    put_file("tyxo.ini", "[tyxo]\r\nevtpath=C:\\events\\\r\n");
+    EXPECT_EQ(ini_read("evtpath"), "C:\\events\\");
+    ini_write("passwd", "abc");
+    EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nevtpath=C:\\events\\\r\npasswd=abc\r\n");
+    EXPECT_EQ(world().files.size(), 1U);
+}
+
+TEST_F(SettingsFile, AMissingFileReadsAsEmptyTexts) {
+    EXPECT_EQ(ini_read("evtpath"), "");
+    EXPECT_TRUE(world().files.empty()) << "reading creates nothing";
+}
+
+TEST_F(SettingsFile, TheFirstWriteCreatesFileSectionAndKey) {
+    ini_write("adc_offset", "479");
+    EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nadc_offset=479\r\n");
+}
+
+TEST_F(SettingsFile, EveryReadGoesToTheFile) {
+    put_settings("location 1=Engine 1\n");
+    EXPECT_EQ(ini_read("location 1"), "Engine 1");
+    put_settings("location 1=Engine 2\n");
+    EXPECT_EQ(ini_read("location 1"), "Engine 2");
+    world().files.clear();
+    EXPECT_EQ(ini_read("location 1"), "");
+}
+
+TEST_F(SettingsFile, AValueIsCutToItsFirst69Characters) {
+    for (const std::size_t length : {0U, 1U, 68U, 69U, 70U, 71U, 500U}) {
+        const std::string value = std::string("C:\\") + std::string(length, 'x') + "\\";
+        put_settings("logpath 1=" + value + "\n");
+        EXPECT_EQ(ini_read("logpath 1"), value.substr(0, 69)) << length;
+    }
+}
+
+TEST_F(SettingsFile, QuotesAndBlanksAreNoPartOfThe69Characters) {
+    const std::string value(69, 'q');
+    put_settings("logpath 1=    \"" + value + "\"   \n");
+    EXPECT_EQ(ini_read("logpath 1"), value);
+}
+
+TEST_F(SettingsFile, AWriteIsNotCut) {
+    const std::string value(200, 'w');
+    ini_write("evtpath", value);
+    EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nevtpath=" + value + "\r\n");
+}
+
+TEST_F(SettingsFile, TextsAreBytes) {
+    const std::string value = "M\xFChle \x80\x9F\xFF";
+    ini_write("location 1", value);
+    EXPECT_EQ(ini_read("location 1"), value);
+    EXPECT_NE(file("tyxo.ini").find(value), std::string::npos);
+}
+
+TEST_F(SettingsFile, AKeyWrittenInOneSpellingIsReadInTheOther) {
+    struct spelling {
+        std::string_view written;
+        std::string_view read;
+    };
+    for (const spelling& key : {spelling{"IPPort", "IPport"}, spelling{"IpenaTRS", "IPenaTRS"},
+                                spelling{"Ippolar", "IPpolar"}, spelling{"Ipsysstat", "IPsysstat"}}) {
+        ini_write(key.written, " 1");
+        ini_write(key.read, " 7");
+        EXPECT_EQ(ini_read(key.written), "7");
+        EXPECT_EQ(ini_read(key.read), "7");
+    }
+}
+
+struct disk_fault {
+    std::string_view name;
+    void (*strike)();
+};
+
+class SettingsFileOnABadDisk : public SettingsFile, public testing::WithParamInterface<disk_fault> {};
+
+TEST_P(SettingsFileOnABadDisk, AFailedWriteLeavesTheOldFileAndSaysNothing) {
+    put_settings("max_sensors= 2\nlocation 1=Engine 1\n");
+    const std::string before = file("tyxo.ini");
+    GetParam().strike();
+    ini_write("max_sensors", " 3");
+    ini_write("a new key", "value");
+    EXPECT_EQ(file("tyxo.ini"), before);
+    EXPECT_TRUE(world().boxes.empty());
+    EXPECT_TRUE(world().debug.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, SettingsFileOnABadDisk,
+    testing::Values(disk_fault{"WriteProtectedFile", [] { world().unwritable.insert("tyxo.ini"); }},
+                    disk_fault{"WriteProtectedFolder", [] { world().unwritable.insert("."); }},
+                    disk_fault{"FullDisk", [] { world().disk_space = 0; }},
+                    disk_fault{"NearlyFullDisk", [] { world().disk_space = 20; }},
+                    // A writer that takes an unreadable file for an empty one would lose all other keys.
+                    disk_fault{"FileThatCannotBeReadNow", [] { world().unreadable.insert("tyxo.ini"); }}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+} // namespace
+} // namespace tyxo::Ini

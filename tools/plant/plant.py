@@ -1,0 +1,132 @@
+"""Runs the built program beside four simulated Evaluators, in the fresh folder plant/ of this repository.
+
+With a display until its window is closed; without one a minute on a virtual screen, with pictures. What it
+has left stands in a summary at the end. Exit code 0: the program ended in order, and on the virtual screen
+all four channels have logged.
+"""
+
+import fcntl
+import os
+import shutil
+import signal
+import sys
+import time
+from pathlib import Path
+
+from helpers import Failure, Helper, wait_until
+from screen import Screen
+from summary import all_logged, logged, summary
+
+ROOT = Path(__file__).resolve().parents[2]
+PLANT = ROOT / "plant"
+BUILD = ROOT / "build" / "release"
+SCENARIO = ROOT / "tools" / "evaluator" / "scenarios" / "plant.txt"
+TITLE = "Quarvo / Tyxo Data Logger"
+
+# Seconds after the start, and what happens then: "maximise", or the name of a picture.
+ONE_MINUTE = ((5, "05s"), (18, "18s"), (35, "35s"), (45, "maximise"), (55, "55s-maximised"), (60, None))
+LARGE_SCREEN = ((3, "maximise"), (10, "1920x1080"), (12, None))
+
+
+def main():
+    for number in (signal.SIGTERM, signal.SIGHUP):
+        signal.signal(number, lambda number, _: sys.exit(128 + number))
+    os.chdir(ROOT)
+    try:
+        return run()
+    except Failure as failure:
+        print(f"{failure}.", file=sys.stderr)
+    except KeyboardInterrupt:
+        print("Interrupted.", file=sys.stderr)
+    return 1
+
+
+def run():
+    with open(ROOT / "build" / "plant.lock", "w", encoding="ascii") as lock:
+        try:
+            fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        except BlockingIOError:
+            raise Failure("Another run is at work in this folder") from None
+        make_folder()
+        with_display = bool(os.environ.get("DISPLAY") or os.environ.get("WAYLAND_DISPLAY"))
+        try:
+            with open(PLANT / "evaluator.log", "wb") as report:
+                words = [BUILD / "evaluator", "--no-input", "--ports", "ports", SCENARIO]
+                with Helper("evaluator", words, cwd=PLANT, stdout=report, stderr=report) as evaluators:
+                    wait_for_ports(evaluators)
+                    run_at_display() if with_display else run_on_virtual_screen()
+        finally:
+            print_summary()
+    if with_display or all_logged(logged(PLANT / "logs")):
+        return 0
+    raise Failure("Not every channel has logged")
+
+
+def make_folder():
+    shutil.rmtree(PLANT, ignore_errors=True)
+    for folder in ("logs", "pictures", "ports"):
+        (PLANT / folder).mkdir(parents=True)
+    shutil.copy(ROOT / "tools" / "plant" / "tyxo.ini", PLANT)
+
+
+def wait_for_ports(evaluators):
+    ports = [PLANT / "ports" / f"COM{number}" for number in range(1, 5)]
+    wait_until(lambda: evaluators.check() or all(port.exists() for port in ports), 10,
+               "The simulated Evaluators made no ports")
+
+
+def start_program(environment):
+    environment = dict(environment)
+    if not any(environment.get(name) for name in ("LC_ALL", "LC_CTYPE", "LANG")):
+        environment["LC_CTYPE"] = "C.UTF-8"  # names of files beyond ASCII
+    with open(PLANT / "debug.log", "ab") as output:
+        return Helper("The program", [BUILD / "tyxo"], cwd=PLANT, env=environment,
+                      stdout=output, stderr=output)
+
+
+def run_at_display():
+    print("Running until the window is closed ...", flush=True)
+    with start_program(os.environ) as program:
+        program.process.wait()
+    check_ending(program)
+
+
+def run_on_virtual_screen():
+    for (width, height), moments in (((1280, 1024), ONE_MINUTE), ((1920, 1080), LARGE_SCREEN)):
+        print(f"Running {moments[-1][0]} s on a virtual screen of {width} x {height} ...", flush=True)
+        with Screen(width, height) as screen, start_program(screen.environment) as program:
+            play(screen, program, moments)
+            close(screen, program)
+
+
+def play(screen, program, moments):
+    start = time.monotonic()
+    for second, action in moments:
+        program.wait(max(0, start + second - time.monotonic()))
+        program.check()
+        if action == "maximise":
+            screen.maximise(TITLE)
+        elif action:
+            screen.picture(PLANT / "pictures" / f"{action}.png")
+
+
+def close(screen, program):
+    """As an operator does; a program that asks back is ended all the same."""
+    screen.close(TITLE)
+    if program.wait(5):
+        check_ending(program)
+
+
+def check_ending(program):
+    if program.process.returncode != 0:
+        raise Failure(f"The program ended in disorder, {program.ending()}")
+
+
+def print_summary():
+    file = PLANT / "evaluator.log"
+    report = file.read_text(errors="replace") if file.exists() else ""
+    print("\n".join(summary(PLANT.relative_to(ROOT), report)))
+
+
+if __name__ == "__main__":
+    sys.exit(main())
