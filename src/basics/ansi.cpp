@@ -43,6 +43,22 @@ char ansi_byte(char32_t code) {
     return static_cast<char>(0x80 + (found - upper_controls.begin()));
 }
 
+/// Takes one character off the text at `at`; bytes that are no UTF-8 are `no_character`, one by one.
+char32_t next_code_point(std::string_view utf8, std::size_t& at) {
+    const auto byte = [&utf8](std::size_t index) { return static_cast<unsigned char>(utf8[index]); };
+    const unsigned char lead = byte(at++);
+    if (lead < 0x80) return lead;
+    const std::size_t tail = lead < 0xC0 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : lead < 0xF8 ? 3 : 0;
+    if (tail == 0 || at + tail > utf8.size()) return no_character;
+    char32_t code = lead & (0x3FU >> tail);
+    for (std::size_t index = at; index < at + tail; ++index) {
+        if ((byte(index) & 0xC0U) != 0x80) return no_character;
+        code = (code << 6U) | (byte(index) & 0x3FU);
+    }
+    at += tail;
+    return code;
+}
+
 } // namespace
 
 std::string utf8_from_ansi(std::string_view ansi) {
@@ -56,14 +72,8 @@ std::string utf8_from_ansi(std::string_view ansi) {
 std::string ansi_from_utf8(std::string_view utf8) {
     std::string text;
     for (std::size_t at = 0; at < utf8.size();) {
-        const auto lead = static_cast<unsigned char>(utf8[at]);
-        const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-        char32_t code = length == 1 ? lead : lead & (0xFFU >> (length + 1));
-        for (std::size_t k = 1; k < length && at + k < utf8.size(); ++k) {
-            code = (code << 6U) | (static_cast<unsigned char>(utf8[at + k]) & 0x3FU);
-        }
+        const char32_t code = next_code_point(utf8, at);
         text += ansi_byte(code);
-        at += length;
     }
     return text;
 }

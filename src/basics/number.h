@@ -34,7 +34,7 @@ template <class To> [[nodiscard]] To round_even(double value) {
 [[nodiscard]] constexpr i32 divide_even(i32 dividend, i32 divisor) {
     if (divisor == 0) failures::division_by_zero();
     const i32 quotient = dividend / divisor;
-    const i32 twice = 2 * (dividend % divisor);
+    const std::int64_t twice = 2 * static_cast<std::int64_t>(dividend % divisor);
     const bool up = twice > divisor || (twice == divisor && quotient % 2 != 0);
     return up ? quotient + 1 : quotient;
 }

@@ -48,6 +48,24 @@ bool digit(std::string_view text, std::size_t index) {
     return index < text.size() && text[index] >= '0' && text[index] <= '9';
 }
 
+/// True if the decimal number, given without sign, is below 1.
+bool below_one(std::string_view number) {
+    const auto mark = std::min(number.find_first_of("eE"), number.size());
+    const std::string_view mantissa = number.substr(0, mark);
+    std::int64_t exponent = 0;
+    if (mark < number.size()) {
+        std::string_view digits = number.substr(mark + 1);
+        if (digits.starts_with('+')) digits.remove_prefix(1);
+        const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+        if (result.ec != std::errc()) return digits.starts_with('-');
+    }
+    const auto point = static_cast<std::int64_t>(std::min(mantissa.find('.'), mantissa.size()));
+    const auto leading = mantissa.find_first_of("123456789");
+    if (leading == mantissa.npos) return true;
+    const auto place = static_cast<std::int64_t>(leading);
+    return (place < point ? point - place - 1 : point - place) + exponent < 0;
+}
+
 } // namespace
 
 void append_plain(std::string& text, i32 value) {
@@ -103,10 +121,9 @@ double leading_number(std::string_view text) {
     double value = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        // Out of range both ways: a number too small for a double is as good as 0.
-        const std::string_view number(text.data(), static_cast<std::size_t>(result.ptr - text.data()));
-        if (number.find("e-") != number.npos || number.find("E-") != number.npos) return 0;
-        failures::overflow();
+        const bool small = below_one(text.substr(first, static_cast<std::size_t>(result.ptr - text.data()) - first));
+        if (!small) failures::overflow();
+        return 0; // too small for a double
     }
     return value;
 }

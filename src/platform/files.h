@@ -35,6 +35,9 @@ class output_file {
 /// True if the file exists and can be opened for reading.
 [[nodiscard]] bool readable(std::string_view path);
 
+/// True if there is such a file, readable or not.
+[[nodiscard]] bool file_exists(std::string_view path);
+
 /// The whole file, or nothing when it cannot be read.
 [[nodiscard]] std::optional<std::string> read_file(std::string_view path);
 

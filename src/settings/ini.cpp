@@ -18,8 +18,9 @@ std::string ini_read(std::string_view key) {
 }
 
 void ini_write(std::string_view key, std::string_view value) {
-    const std::string text = read_file(file_path()).value_or("");
-    replace_file(file_path(), set_key(text, program_name, key, value));
+    const auto text = read_file(file_path());
+    if (!text && file_exists(file_path())) return; // a file that cannot be read now keeps its other keys
+    replace_file(file_path(), set_key(text.value_or(""), program_name, key, value));
 }
 
 } // namespace tyxo::Ini

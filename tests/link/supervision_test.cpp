@@ -187,16 +187,30 @@ TEST_F(supervision, a_status_frame_as_first_sign_says_not_connected_once_more) {
                                          "07-02-2026;13:05:12;Evaluator 1 connected"}));
 }
 
-TEST_F(supervision, the_return_is_announced_when_the_read_fails_or_a_frame_does) {
+TEST_F(supervision, the_return_is_announced_when_a_frame_fails) {
     start({0});
     simulation::advance(3000);
     receive(closed(":01XXXX"));
     EXPECT_TRUE(record(0).connected);
+    EXPECT_EQ(debug(), lines{"mscomm: Type mismatch"});
+}
+
+TEST_F(supervision, the_return_is_announced_when_the_read_fails) {
+    start({0});
     simulation::advance(3000);
     simulation::world().ports[11].refuses_input = true;
     receive("x");
     EXPECT_TRUE(record(0).connected);
-    EXPECT_EQ(debug().back(), "mscomm: Device unavailable");
+    EXPECT_EQ(debug(), lines{"mscomm: Device unavailable"});
+}
+
+TEST_F(supervision, the_description_of_the_last_failure_is_reported) {
+    start({0});
+    simulation::advance(3000);
+    calls.event_line = [](std::string_view) { failures::overflow(); };
+    receive(closed(":01XXXX"));
+    EXPECT_EQ(debug(), lines{"mscomm: Overflow"});
+    EXPECT_TRUE(record(0).connected);
 }
 
 TEST_F(supervision, a_line_of_noise_says_connected_and_not_connected_in_turn) {

@@ -126,6 +126,11 @@ bool readable(std::string_view path) {
     return descriptor(::open(system_path(path).c_str(), O_RDONLY | O_CLOEXEC)).valid();
 }
 
+bool file_exists(std::string_view path) {
+    struct stat status {};
+    return ::stat(system_path(path).c_str(), &status) == 0 || errno != ENOENT;
+}
+
 std::optional<std::string> read_file(std::string_view path) {
     const descriptor file(::open(system_path(path).c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.valid()) return std::nullopt;
