@@ -1,4 +1,5 @@
-// The road of a long ":01" frame, beside the least work that its bytes ask for, and a status run without a change.
+// The road of a long ":01" frame beside the least work that its bytes ask for, and a status run without a
+// change.
 
 #include "app/mainfrm.h"
 #include "app/wiring.h"

@@ -29,7 +29,9 @@ template <class Handler> auto on_command(Handler handler) {
     return [handler] { desktop::run_handler(desktop::source::operator_, handler); };
 }
 
-QRect on_screen(const rectangle& place) { return {place.left, place.top, place.width, place.height}; }
+QRect on_screen(const rectangle& place) {
+    return {place.left, place.top, place.width, place.height};
+}
 
 } // namespace
 
@@ -78,7 +80,8 @@ void mainfrm_view::make_menu() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         QAction* const entry = add_entry(start, "", {});
         entry->setObjectName(element("start_channel", channel));
-        connect(entry, &QAction::triggered, this, on_command([channel] { mainfrm::start_channel_click(channel); }));
+        connect(entry, &QAction::triggered, this,
+                on_command([channel] { mainfrm::start_channel_click(channel); }));
         start_channel[static_cast<std::size_t>(channel)] = entry;
     }
     QAction* const about = menuBar()->addAction("&About");
@@ -135,7 +138,8 @@ void mainfrm_view::show_menu() {
 void mainfrm_view::show_state() {
     setWindowTitle(qt_text(main_form.Caption));
     show_menu();
-    for (panel_view* panel : panels_) panel->show_state();
+    for (panel_view* panel : panels_)
+        panel->show_state();
     Text_status->show_control(indicators.Text_status);
     status_panel_->setText(qt_text(indicators.StatusBar));
     for (std::size_t index = 0; index < opt_res.size(); ++index) {
@@ -147,7 +151,8 @@ void mainfrm_view::show_state() {
 
 void mainfrm_view::place() {
     const QSize client = centralWidget()->size();
-    const window_layout layout = layout_window(client.width(), client.height(), isMaximized() || isFullScreen());
+    const window_layout layout =
+        layout_window(client.width(), client.height(), isMaximized() || isFullScreen());
     for (std::size_t channel = 0; channel < panels_.size(); ++channel) {
         panels_[channel]->place(layout.quadrants[channel]);
     }

@@ -21,8 +21,8 @@ class click_label;
 class panel_view;
 class text_status_view;
 
-/// Shows the state of the core: after every handler, at most 50 times a second. It passes commands on and changes
-/// nothing by itself.
+/// Shows the state of the core: after every handler, at most 50 times a second. It passes commands on and
+/// changes nothing by itself.
 class mainfrm_view : public QMainWindow {
     Q_OBJECT
 

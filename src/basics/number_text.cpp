@@ -121,8 +121,8 @@ double leading_number(std::string_view text) {
     double value = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ec == std::errc::result_out_of_range) {
-        const bool small = below_one(text.substr(first, static_cast<std::size_t>(result.ptr - text.data()) - first));
-        if (!small) failures::overflow();
+        const auto end = static_cast<std::size_t>(result.ptr - text.data());
+        if (!below_one(text.substr(first, end - first))) failures::overflow();
         return 0; // too small for a double
     }
     return value;

@@ -46,7 +46,7 @@ void analog_display_view::paintEvent(QPaintEvent* /*event*/) {
     const QFontMetricsF metrics(font);
     const double baseline = snapped(room.center().y() + metrics.capHeight() / 2, devicePixelRatioF());
     painter.setFont(font);
-    painter.setPen(shaded(color_of(shown_.ForeColor), *this));
+    painter.setPen(shaded(qt_colour(shown_.ForeColor), *this));
     painter.setClipRect(room); // at a few pixels, where no font is small enough
     painter.drawText(QPointF(room.right() - metrics.horizontalAdvance(text_), baseline), text_);
 }

@@ -1,7 +1,7 @@
 #pragma once
 // The painted number with its unit, on dark glass.
 
-#include "displays/paint_helpers.h"
+#include "displays/paint_view.h"
 #include "platform/controls.h"
 
 #include <QWidget>
@@ -28,7 +28,7 @@ class analog_display_view : public QWidget {
 
     [[nodiscard]] double value() const { return shown_.Value; }
     [[nodiscard]] int precision() const { return shown_.Precision; }
-    [[nodiscard]] QString units_text() const { return text_of(shown_.UnitsText); }
+    [[nodiscard]] QString units_text() const { return qt_text(shown_.UnitsText); }
     [[nodiscard]] int fore_color() const { return shown_.ForeColor; }
 
     /// Number, blank, unit: "12.34 mV"; without a unit the number alone.

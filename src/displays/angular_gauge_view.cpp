@@ -27,7 +27,7 @@ constexpr double needle_tail = 0.18;
 constexpr double needle_width = 0.09;
 constexpr double hub_radius = 0.115;
 
-constexpr double least_label_pixels = 8;
+constexpr int least_label_pixels = 8;
 constexpr double most_label_shrink = 0.78;
 
 QPointF on_circle(double angle, double radius) {
@@ -131,7 +131,7 @@ void angular_gauge_view::paint_sections(QPainter& painter) const {
     painter.setPen(Qt::NoPen);
     for (const section_range& section : section_ranges(limits(), shown_.SectionEnd, shown_.SectionCount)) {
         const colour painted = shown_.SectionColor[static_cast<std::size_t>(section.colour_index)];
-        painter.setBrush(shaded(color_of(painted), *this));
+        painter.setBrush(shaded(qt_colour(painted), *this));
         painter.drawPath(
             ring_part(angle_of(section.from), angle_of(section.to), band_outer * r, band_inner * r));
     }
@@ -156,14 +156,14 @@ void angular_gauge_view::paint_tick_labels(QPainter& painter, const std::vector<
     const double distance = limits().greatest / std::max(shown_.TickMajorCount - 1, 1) -
                             limits().least / std::max(shown_.TickMajorCount - 1, 1);
     if (label_height * r < 0.75 * least_label_pixels) return;
-    const double wanted = std::max(std::round(label_height * r), least_label_pixels);
-    const double least = std::max(least_label_pixels, std::floor(wanted * most_label_shrink));
+    const int wanted = std::max(static_cast<int>(std::lround(label_height * r)), least_label_pixels);
+    const int least = std::max(static_cast<int>(most_label_shrink * wanted), least_label_pixels);
 
     // The largest print at which every label can stand, else the largest print with the labels it allows.
     std::vector<scale_label> chosen;
     i32 chosen_step = 0;
     QFont chosen_font;
-    for (double pixels = wanted; pixels >= least; --pixels) {
+    for (int pixels = wanted; pixels >= least; --pixels) {
         const QFont font = print_font(*this, pixels);
         const QFontMetricsF metrics(font);
         std::vector<scale_label> labels;
@@ -200,7 +200,7 @@ void angular_gauge_view::paint_caption(QPainter& painter) const {
     if (pixels < least_label_pixels * 0.9) return;
     QString text = label_1_text();
     if (shown_.Label2Text != shown_.Label1Text && !shown_.Label2Text.empty()) text += ' ' + label_2_text();
-    const QFont font = fitted_font(*this, text, {0.72 * r, r}, std::max(pixels, least_label_pixels));
+    const QFont font = fitted_font(*this, text, {0.72 * r, r}, std::max<double>(pixels, least_label_pixels));
     const QFontMetricsF metrics(font);
     painter.setFont(font);
     painter.setPen(shaded(QColor(ink::dial_fine_print), *this));

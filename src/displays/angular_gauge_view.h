@@ -3,7 +3,7 @@
 // digit display, see `digit_area`.
 
 #include "displays/gauge_geometry.h"
-#include "displays/paint_helpers.h"
+#include "displays/paint_view.h"
 #include "platform/controls.h"
 
 #include <QWidget>
@@ -57,8 +57,8 @@ class angular_gauge_view : public QWidget {
     [[nodiscard]] int arc_range_degrees() const { return shown_.ArcRangeDegrees; }
     [[nodiscard]] int tick_major_count() const { return shown_.TickMajorCount; }
     [[nodiscard]] int tick_minor_count() const { return shown_.TickMinorCount; }
-    [[nodiscard]] QString label_1_text() const { return text_of(shown_.Label1Text); }
-    [[nodiscard]] QString label_2_text() const { return text_of(shown_.Label2Text); }
+    [[nodiscard]] QString label_1_text() const { return qt_text(shown_.Label1Text); }
+    [[nodiscard]] QString label_2_text() const { return qt_text(shown_.Label2Text); }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

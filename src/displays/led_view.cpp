@@ -41,7 +41,7 @@ void led_view::paintEvent(QPaintEvent* /*event*/) {
     painter.drawEllipse(QPointF(), std::max(ring, 0.0), std::max(ring, 0.0));
 
     const double lens = std::max(ring - std::clamp(0.08 * r, 0.75, 5.0), 0.0);
-    const QColor body = shaded(color_of(shown_.Active ? shown_.ActiveColor : shown_.InactiveColor), *this);
+    const QColor body = shaded(qt_colour(shown_.Active ? shown_.ActiveColor : shown_.InactiveColor), *this);
     QRadialGradient glow(QPointF(), lens > 0 ? lens : 1);
     glow.setColorAt(0, body);
     glow.setColorAt(0.55, body);

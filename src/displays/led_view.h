@@ -1,7 +1,7 @@
 #pragma once
 // The painted lamp: round, lit in one colour, dark in another.
 
-#include "displays/paint_helpers.h"
+#include "displays/paint_view.h"
 #include "platform/controls.h"
 
 #include <QWidget>

@@ -24,7 +24,7 @@ constexpr double most_pointer = 14;
 constexpr double pointer_overlap = 3; ///< of the tip and the bar
 constexpr double max_pointer_share = 0.7;
 
-constexpr double least_label_pixels = 8;
+constexpr int least_label_pixels = 8;
 
 } // namespace
 
@@ -86,10 +86,10 @@ void linear_gauge_view::paintEvent(QPaintEvent* /*event*/) {
     face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
     if (shown_.ShowMaxPointer) {
         paint_max_line(painter);
-        paint_pointer(painter, shown_.MaxPosition, color_of(shown_.MaxPointerColor),
+        paint_pointer(painter, shown_.MaxPosition, qt_colour(shown_.MaxPointerColor),
                       max_pointer_share * pointer_length());
     }
-    paint_pointer(painter, shown_.Position, color_of(shown_.PointerColor), pointer_length());
+    paint_pointer(painter, shown_.Position, qt_colour(shown_.PointerColor), pointer_length());
 }
 
 void linear_gauge_view::paint_face(QPainter& painter) const {
@@ -121,7 +121,7 @@ void linear_gauge_view::paint_bar(QPainter& painter) const {
         const double top = snapped(height_of(section.to), ratio);
         const double bottom = snapped(height_of(section.from), ratio);
         painter.fillRect(QRectF(area.left(), top, area.width(), bottom - top),
-                         shaded(color_of(shown_.SectionColor[index]), *this));
+                         shaded(qt_colour(shown_.SectionColor[index]), *this));
     }
 }
 
@@ -155,6 +155,7 @@ void linear_gauge_view::paint_tick_labels(QPainter& painter, const std::vector<t
     const QFontMetricsF metrics(font);
     const box_size size{room, metrics.capHeight() * 1.35};
     std::vector<label_box> boxes;
+    boxes.reserve(ticks.size());
     for (const tick_mark& tick : ticks)
         boxes.push_back({0, height_of(tick.share), size});
     const i32 step = label_step(boxes);
@@ -185,7 +186,7 @@ void linear_gauge_view::paint_max_line(QPainter& painter) const {
     const double thick = std::max(snapped(1.25 * unit(), ratio), 1 / ratio);
     const double top = snapped(height_of(scale_share(shown_.MaxPosition, limits())) - thick / 2, ratio);
     painter.fillRect(QRectF(area.left(), top, area.width(), thick),
-                     shaded(color_of(shown_.MaxPointerColor), *this));
+                     shaded(qt_colour(shown_.MaxPointerColor), *this));
 }
 
 } // namespace tyxo

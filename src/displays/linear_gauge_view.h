@@ -3,7 +3,7 @@
 // far.
 
 #include "displays/gauge_geometry.h"
-#include "displays/paint_helpers.h"
+#include "displays/paint_view.h"
 #include "platform/controls.h"
 
 #include <QWidget>

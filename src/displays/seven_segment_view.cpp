@@ -11,7 +11,7 @@ namespace tyxo {
 namespace {
 
 constexpr double margin_of_height = 0.10;
-constexpr double digit_of_pitch = 0.74;  ///< the rest of a place is for the point
+constexpr double digit_of_pitch = 0.71;  ///< the rest of a place is for the point
 constexpr double narrowest_pitch = 0.55; ///< of the digit's height; below that the digits get smaller
 constexpr double thickness_of_height = 0.14;
 constexpr double unlit_of_thickness = 0.6;
@@ -148,15 +148,17 @@ void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {
                               thickness * ratio >= least_pointed_pixels};
         add_digit(lit, unlit, form, all_dark ? ' ' : place.symbol);
         if (place.point && !all_dark) {
-            const double side = std::min(thickness, (1 - digit_of_pitch) * pitch);
-            lit.addRect(QRectF(left + pitch - side, top + height - side, side, side));
+            const double gap = left + pitch - box.right();
+            const double side = std::max(snapped(std::min(thickness, 0.65 * gap), ratio), 1 / ratio);
+            lit.addRect(
+                QRectF(snapped(box.right() + (gap - side) / 2, ratio), top + height - side, side, side));
         }
     }
     painter.setPen(Qt::NoPen);
-    QColor off = shaded_ground(color_of(shown_.SegmentOffColor), *this);
+    QColor off = shaded_ground(qt_colour(shown_.SegmentOffColor), *this);
     if (!isEnabled()) off = mixed(off, shaded_ground(QColor(ink::glass), *this), 0.5);
     painter.fillPath(unlit, off);
-    painter.fillPath(lit, shaded(color_of(shown_.SegmentColor), *this));
+    painter.fillPath(lit, shaded(qt_colour(shown_.SegmentColor), *this));
 }
 
 } // namespace tyxo

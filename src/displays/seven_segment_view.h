@@ -2,7 +2,7 @@
 // The painted digits of seven segments, on dark glass.
 
 #include "displays/gauge_geometry.h"
-#include "displays/paint_helpers.h"
+#include "displays/paint_view.h"
 #include "platform/controls.h"
 
 #include <QWidget>

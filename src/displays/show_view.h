@@ -2,6 +2,7 @@
 // Plain control state onto Qt's own widgets; only what differs is touched.
 
 #include "platform/controls.h"
+#include "platform/desktop/colour.h"
 #include "platform/desktop/text.h"
 
 #include <QAbstractButton>
@@ -10,11 +11,6 @@
 #include <QLabel>
 
 namespace tyxo {
-
-/// The colour of a control: red in the low byte.
-[[nodiscard]] inline QColor qt_colour(colour value) {
-    return {value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF};
-}
 
 inline void show_label(QLabel& label, const Label& control) {
     const QString text = qt_text(control.Caption);

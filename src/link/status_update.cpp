@@ -25,6 +25,7 @@ struct status_row {
     std::string_view prefix;
     event_texts on;
     event_texts off;
+    bool on_numbered = false; ///< ON in the event file names the channel by its number
 };
 
 constexpr auto errors = &channel_rec::status_error;
@@ -58,8 +59,8 @@ constexpr std::array<status_row, 18> status_rows{{
     {rule::all_bits, alarms, 0x0008, &channel_rec::lat_main_ac, kvd, same(" ## Main Alarm AC ON", "KVD Main ALARM AC ON"), same(" ## Main Alarm AC OFF", "KVD Main ALARM AC OFF")},
     {rule::all_bits, alarms, 0x0004, &channel_rec::lat_pre_ac, kvd, same(" ## Prealarm AC ON", "KVD Prealarm AC ON"), same(" ## Prealarm AC OFF", "KVD Prealarm AC OFF")},
     {rule::all_bits, alarms, 0x8000, &channel_rec::lat_main_alarm, kvd, same(" ## Main Alarm ON", "KVD Main ALARM ON"), same(" ## Main Alarm OFF", "KVD Main ALARM OFF")},
-    // The event file names a prealarm by channel number; the odd one out stays.
-    {rule::all_bits, alarms, 0x4000, &channel_rec::lat_prealarm, kvd, {" ## Prealarm ON", "KVD Prealarm ON", "# Prealarm ON"}, same(" ## Prealarm OFF", "KVD Prealarm OFF")},
+    // In the event file a prealarm has the channel's number for its location, and no "##"; the odd one out stays.
+    {rule::all_bits, alarms, 0x4000, &channel_rec::lat_prealarm, kvd, {" ## Prealarm ON", "KVD Prealarm ON", " Prealarm ON"}, same(" ## Prealarm OFF", "KVD Prealarm OFF"), true},
     {rule::equal, inhibit, 1, &channel_rec::lat_inhibit, kvd, same(" ## Alarm Inhibit ON", "KVD Alarm Inhibit ON"), same(" ## Alarm Inhibit OFF", "KVD Alarm Inhibit OFF")},
     // clang-format on
 }};
@@ -71,18 +72,12 @@ constexpr i32 ready = 0x0020;
 constexpr i32 main_ac = 0x0008;
 constexpr i32 main_dc = 0x0002;
 
-/// A file text that begins with "#" has the channel's number in its place, any other follows the location.
-std::string file_text(std::string_view text, std::string_view location, i16 channel) {
-    if (text.starts_with("# ")) return channel_number(channel) + std::string(text.substr(1));
-    return std::string(location) + std::string(text);
-}
-
-void write_message(i16 channel, std::string_view prefix, const event_texts& texts) {
+void write_message(i16 channel, std::string_view prefix, const event_texts& texts,
+                   const std::string& filed_name) {
     if (texts.box.empty()) return;
-    const std::string& location = channels[channel].location;
     const std::string start = std::string(prefix) + ' ';
-    raise_event(channel, {' ' + start + location + std::string(texts.box), texts.comment,
-                          start + file_text(texts.file, location, channel)});
+    raise_event(channel, {' ' + start + channels[channel].location + std::string(texts.box), texts.comment,
+                          start + filed_name + std::string(texts.file)});
 }
 
 void run_row(i16 channel, const status_row& row) {
@@ -92,7 +87,9 @@ void run_row(i16 channel, const status_row& row) {
     bool& latch = rec.*row.latch;
     if (set == latch) return;
     latch = set;
-    write_message(channel, row.prefix, set ? row.on : row.off);
+    const bool numbered = set && row.on_numbered;
+    write_message(channel, row.prefix, set ? row.on : row.off,
+                  numbered ? channel_number(channel) : rec.location);
 }
 
 void raise_alert(i16 channel) {

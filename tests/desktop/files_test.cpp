@@ -29,7 +29,9 @@ class files : public testing::Test {
     void TearDown() override { fs::remove_all(folder); }
 
     [[nodiscard]] std::string path(const std::string& name) const { return (folder / name).string(); }
-    [[nodiscard]] std::string content(const std::string& name) const { return read_file(path(name)).value_or("none"); }
+    [[nodiscard]] std::string content(const std::string& name) const {
+        return read_file(path(name)).value_or("none");
+    }
 
     fs::path folder;
 };
@@ -179,7 +181,8 @@ TEST_F(files, a_killed_writer_loses_no_finished_line) {
         }
     }
     int last = -1;
-    for (int line = 0; last < 2000 && ::read(lines[0], &line, sizeof line) == sizeof line;) last = line;
+    for (int line = 0; last < 2000 && ::read(lines[0], &line, sizeof line) == sizeof line;)
+        last = line;
     ::kill(writer, SIGKILL);
     ::waitpid(writer, nullptr, 0);
     ::close(lines[0]);

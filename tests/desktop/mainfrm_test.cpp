@@ -95,15 +95,16 @@ class mainfrm_test : public QObject {
     }
 
     void every_panel_control_exists_for_four_channels() {
-        const char* const arrays[] = {"Frame_sensor", "Gauge_thermo",   "digi_Thermo",   "Label4",        "t_mv",
-                                      "Lbl_tmv",      "drehzahl",       "lbl_rpm",       "dig_drehzahl",  "dig_sens",
-                                      "lbl_sens",     "lbl_sens1",      "lbl_sens2",     "dig_sens2",     "lbl_aimplevel",
-                                      "Label2",       "Lbl_dc_percent", "LED_Rdy",       "LED_prealarm",  "LED_Alarm",
-                                      "Lbl_alm1",     "lbl_alm2",       "Lbl_alminhibit", "Lbl_inhtime",  "Frame_message",
-                                      "Lbl_dama",     "XYplot",         "Cmd_diagramm",  "Cmd_diagramm2", "cmd_zoom_xy",
-                                      "chart"};
+        const char* const arrays[] = {
+            "Frame_sensor",  "Gauge_thermo", "digi_Thermo",   "Label4",       "t_mv",           "Lbl_tmv",
+            "drehzahl",      "lbl_rpm",      "dig_drehzahl",  "dig_sens",     "lbl_sens",       "lbl_sens1",
+            "lbl_sens2",     "dig_sens2",    "lbl_aimplevel", "Label2",       "Lbl_dc_percent", "LED_Rdy",
+            "LED_prealarm",  "LED_Alarm",    "Lbl_alm1",      "lbl_alm2",     "Lbl_alminhibit", "Lbl_inhtime",
+            "Frame_message", "Lbl_dama",     "XYplot",        "Cmd_diagramm", "Cmd_diagramm2",  "cmd_zoom_xy",
+            "chart"};
         for (const char* const array : arrays) {
-            for (int channel = 0; channel < 4; ++channel) widget<QWidget>(array, channel);
+            for (int channel = 0; channel < 4; ++channel)
+                widget<QWidget>(array, channel);
         }
     }
 
@@ -113,7 +114,8 @@ class mainfrm_test : public QObject {
         QCOMPARE(widget<QGroupBox>("Frame_sensor", 2)->title(), QString("not installed"));
         QVERIFY(!widget<QGroupBox>("Frame_sensor", 3)->isEnabled());
         QCOMPARE(widget<QLabel>("Lbl_alm1", 0)->text(), QString("Slow down now, bearing!"));
-        QCOMPARE(widget<QWidget>("chart", 1)->property("Title").toString(), QString::fromUtf8("2: K\xC3\xBChlung"));
+        QCOMPARE(widget<QWidget>("chart", 1)->property("Title").toString(),
+                 QString::fromUtf8("2: K\xC3\xBChlung"));
     }
 
     void gauges_have_their_design_values() {
@@ -260,8 +262,11 @@ class mainfrm_test : public QObject {
     /// The system's own captions fit into their labels; an operator's text may be longer than its label.
     void check_texts() const {
         for (const auto* const label : window_->centralWidget()->findChildren<QLabel*>()) {
-            const bool own_text = label->objectName().startsWith("Lbl_alm1") || label->objectName().startsWith("lbl_alm2");
-            if (!label->isVisible() || label->wordWrap() || own_text || label->objectName().startsWith("StatusBar")) continue;
+            const bool own_text =
+                label->objectName().startsWith("Lbl_alm1") || label->objectName().startsWith("lbl_alm2");
+            if (!label->isVisible() || label->wordWrap() || own_text ||
+                label->objectName().startsWith("StatusBar"))
+                continue;
             const QSize need = label->fontMetrics().size(0, label->text());
             QVERIFY2(need.width() <= label->width(), qPrintable(label->objectName() + ": " + label->text()));
         }

@@ -81,7 +81,9 @@ struct listener {
     }
 };
 
-double processor_seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
+double processor_seconds() {
+    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+}
 
 } // namespace
 
@@ -138,7 +140,8 @@ class platform_test : public QObject {
     void a_command_that_comes_while_a_tick_yields_runs_behind_the_tick() {
         Timer timer;
         QStringList order;
-        QTimer::singleShot(0, [&] { desktop::run_handler(desktop::source::operator_, [&] { order << "command"; }); });
+        QTimer::singleShot(
+            0, [&] { desktop::run_handler(desktop::source::operator_, [&] { order << "command"; }); });
         timer.on_tick([&] {
             timer.Enabled(false);
             QTimer::singleShot(0, [&] {

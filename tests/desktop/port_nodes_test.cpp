@@ -73,6 +73,8 @@ TEST_F(port_nodes, the_list_holds_the_links_and_no_dangling_one) {
     fs::create_symlink("/dev/null", "ports/COM301");
     fs::create_symlink("/dev/pts/no_such_node", "ports/COM302");
     fs::create_symlink("/dev/null", "ports/COMX");
+    fs::create_symlink("/dev/null", "ports/COM99999"); // port numbers have 16 bits
+    fs::create_symlink("/dev/null", "ports/COM0");
     int error_code = -1;
     const auto ports = list_ports(error_code);
     ASSERT_TRUE(ports.has_value());
@@ -82,11 +84,14 @@ TEST_F(port_nodes, the_list_holds_the_links_and_no_dangling_one) {
     EXPECT_EQ(listed("COM301"), 1);
     EXPECT_EQ(listed("COM302"), 0);
     EXPECT_EQ(listed("COMX"), 0);
+    EXPECT_EQ(listed("COM99999"), 0);
+    EXPECT_EQ(listed("COM0"), 0);
 }
 
 TEST_F(port_nodes, a_missing_right_names_the_port_the_device_and_the_group) {
     if (::geteuid() != 0) {
-        EXPECT_NE(desktop::missing_right(7, "/etc/shadow")->find("COM7: no right to open /etc/shadow, join the group "),
+        EXPECT_NE(desktop::missing_right(7, "/etc/shadow")
+                      ->find("COM7: no right to open /etc/shadow, join the group "),
                   std::string::npos);
         return;
     }

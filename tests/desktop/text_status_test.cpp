@@ -60,7 +60,8 @@ class text_status_test : public QObject {
         text_status_view view(nullptr);
         view.resize(300, 64);
         view.show();
-        for (int line = 0; line < 100; ++line) box.append("line " + std::to_string(line) + "\r\n");
+        for (int line = 0; line < 100; ++line)
+            box.append("line " + std::to_string(line) + "\r\n");
         box.caret_to_end();
         view.show_control(box);
         QVERIFY(view.verticalScrollBar()->maximum() > 0);
@@ -73,7 +74,8 @@ class text_status_test : public QObject {
         text_status_view view(nullptr);
         view.resize(300, 64);
         view.show();
-        for (int line = 0; line < 100; ++line) box.append("line\r\n");
+        for (int line = 0; line < 100; ++line)
+            box.append("line\r\n");
         view.show_control(box);
         view.verticalScrollBar()->setValue(10);
         box.append("more\r\n");
@@ -81,8 +83,8 @@ class text_status_test : public QObject {
         QCOMPARE(view.verticalScrollBar()->value(), 10);
     }
 
-    /// A line into a box of 60,000 characters costs what it costs in an empty one, give or take the noise of a busy
-    /// machine: the medians of many batches are compared.
+    /// A line into a box of 60,000 characters costs what it costs in an empty one, give or take the noise of
+    /// a busy machine: the medians of many batches are compared.
     void a_line_costs_the_same_in_a_full_box() {
         const double empty = microseconds_per_line(400);
         const double full = microseconds_per_line(60000);
@@ -98,7 +100,8 @@ class text_status_test : public QObject {
         text_status_view view(nullptr);
         view.resize(800, 64);
         view.show();
-        while (box.size() + line.size() <= limit) box.append(line);
+        while (box.size() + line.size() <= limit)
+            box.append(line);
         view.show_control(box);
         std::vector<qint64> times;
         for (int sample = 0; sample < 25; ++sample) {

@@ -17,18 +17,30 @@ namespace {
 bool counting = false;
 std::size_t allocations = 0;
 
-} // namespace
-
-void* operator new(std::size_t size) {
+void* counted(std::size_t size) {
     if (counting) ++allocations;
     if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
     throw std::bad_alloc();
 }
-// Not inlined: the compiler would take the pair of free and new for a mistake.
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    return counted(size);
+}
+void* operator new[](std::size_t size) {
+    return counted(size);
+}
+void operator delete(void* memory) noexcept {
     std::free(memory);
 }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t /*size*/) noexcept {
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
     std::free(memory);
 }
 

@@ -165,6 +165,10 @@ TEST(LogHeader, EachLengthOfTheParameterFrameAddsItsLines) {
                   with_test_signal ? "        <TSTTIME> 24 </TSTTIME>" : "        <TSTTIME> NA </TSTTIME>");
         EXPECT_EQ(only(lines, "TSTLEN"),
                   with_test_signal ? "        <TSTLEN> 10 </TSTLEN>" : "        <TSTLEN> NA </TSTLEN>");
+        EXPECT_EQ(only(lines, "FWVERS"), row.form >= parameter_form::ext1
+                                             ? "        <FWVERS> V3.10-0042 </FWVERS>"
+                                             : "        <FWVERS>  </FWVERS>")
+            << "no status frame came";
         EXPECT_EQ(only(lines, "EVASNR"), row.form >= parameter_form::inhibit
                                              ? "        <EVASNR> SN004711 </EVASNR>"
                                              : "        <EVASNR> inactive </EVASNR>");

@@ -115,7 +115,9 @@ TEST(LogPeriod, EveryHourHasItsFileInHourlyMode) {
 }
 
 TEST(LogPeriod, AllChannelsInUseRotateAlsoThoseThatDoNotLog) {
-    begin_at({2026, 7, 2, 23, 59, 59}, "0", 3);
+    // The fourth channel has its keys and is not in use.
+    start_on(logging_settings(3, "location 4=Engine 4\r\nlogpath 4=C:\\logs\\\r\n"));
+    set_local({2026, 7, 2, 23, 59, 59});
     start_logging(0);
     start_logging(1);
     advance(1000);

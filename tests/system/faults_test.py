@@ -66,7 +66,8 @@ class Faults(unittest.TestCase):
         wait_for(lambda: any("mscomm: " in line for line in plant.debug()), what="a lost line")
         full = plant.log()
         self.assertTrue(full.endswith("</REC1>\r\n"), "no piece of a line is left")
-        resource.prlimit(plant.program.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
+        unlimited = (resource.RLIM_INFINITY, resource.RLIM_INFINITY)
+        resource.prlimit(plant.program.pid, resource.RLIMIT_FSIZE, unlimited)
         plant.lines[1].send(measured_values(speed=777))
         wait_for(lambda: " 777 " in plant.log(), what="the next line that fits")
         self.assertTrue(plant.log().startswith(full))
@@ -109,7 +110,8 @@ class Faults(unittest.TestCase):
         for _ in range(40):
             plant.lines[1].raw(os.urandom(500))
         plant.lines[1].send(":", measured_values(speed=42))
-        wait_for(lambda: any(" 42 " in record for record in plant.records()), what="the frame behind the noise")
+        wait_for(lambda: any(" 42 " in record for record in plant.records()),
+                 what="the frame behind the noise")
 
     def test_a_location_that_is_no_file_name_is_silent(self):
         plant = self.plant(location__1="a/b").start()

@@ -43,7 +43,8 @@ class Display:
     def __init__(self, size="1280x1024", window_manager=False):
         reading, writing = os.pipe()
         self.process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp", "-noreset"],
+            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp",
+             "-noreset"],  # without it the server is away for a moment when its last client goes
             pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as answer:
@@ -52,10 +53,12 @@ class Display:
             raise RuntimeError("Xvfb did not start")
         self.name = f":{number}"
         self.runtime = tempfile.mkdtemp(prefix="tyxo_runtime_")
-        self.environment = dict(os.environ, DISPLAY=self.name, QT_QPA_PLATFORM="xcb", XDG_RUNTIME_DIR=self.runtime)
-        self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
-                                        stderr=subprocess.DEVNULL) \
-            if window_manager else None
+        self.environment = dict(os.environ, DISPLAY=self.name, QT_QPA_PLATFORM="xcb",
+                                XDG_RUNTIME_DIR=self.runtime)
+        self.manager = None
+        if window_manager:
+            self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
+                                            stderr=subprocess.DEVNULL)
 
     def stop(self):
         for process in filter(None, [self.manager, self.process]):
@@ -119,8 +122,8 @@ class Plant:
         (self.folder / "logs").mkdir()
         (self.folder / "events").mkdir()
         values = {"upd_periode": 100, "max_sensors": channels, "scale_polar_a": ".1", "scale_polar_t": ".2",
-                  "adc_offset": 479, "zyl_speed_range": 1, "xy_tmv": 1, "xy_theff": 1, "xy_theff_AC": 1, "xy_tha": 1,
-                  "autostart": 1, "eventfile_ena": 1, "evtpath": ".\\events\\"}
+                  "adc_offset": 479, "zyl_speed_range": 1, "xy_tmv": 1, "xy_theff": 1, "xy_theff_AC": 1,
+                  "xy_tha": 1, "autostart": 1, "eventfile_ena": 1, "evtpath": ".\\events\\"}
         for number in range(1, channels + 1):
             values |= {f"comport {number}": number, f"location {number}": f"Engine {number}",
                        f"logpath {number}": ".\\logs\\"}
@@ -185,9 +188,9 @@ def parameter_frame(order=(1, 5, 3, 6, 2, 4), angles=(0, 120, 120, 120, 120, 120
     """A parameter frame with everything that an Evaluator can send."""
     order = list(order) + [0] * (24 - len(order))
     angles = list(angles) + [0] * (24 - len(angles))
-    return (":06" + hex4(3, 2, 750, 900, 4, 6, 4) + "".join(f"{value:02X}" for value in order) + hex4(*angles) +
-            hex4(17) + hex4(600, 30) + "05" + hex4(6, 7, 400) + "V2.10-0718" + hex4(8, 9, 60) + hex4(11, 12) +
-            hex4(90) + "EV020117" + hex4(80))
+    return (":06" + hex4(3, 2, 750, 900, 4, 6, 4) + "".join(f"{value:02X}" for value in order) +
+            hex4(*angles) + hex4(17) + hex4(600, 30) + "05" + hex4(6, 7, 400) + "V2.10-0718" +
+            hex4(8, 9, 60) + hex4(11, 12) + hex4(90) + "EV020117" + hex4(80))
 
 
 def measured_values(tsignal=41, speed=723, voltage=1234, dc=38, ac=12, test_signal=0):

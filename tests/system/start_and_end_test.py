@@ -92,7 +92,8 @@ class StartAndEnd(unittest.TestCase):
             wait_for(lambda: plant.log_names(), 1.5, "a log behind the box")
         self.assertNotIn(WHEN + "KVD Engine 1 ## Overspeed Alarm ON", plant.events())
         display.press(box, "Return")
-        wait_for(lambda: WHEN + "KVD Engine 1 ## Overspeed Alarm ON" in plant.events(), what="the frames' event")
+        wait_for(lambda: WHEN + "KVD Engine 1 ## Overspeed Alarm ON" in plant.events(),
+                 what="the frames' event")
         self.assertEqual(len(plant.records()), 1)
         self.assertIn(WHEN + "KVD Engine 2 ## Measure stopped ", plant.events())
 

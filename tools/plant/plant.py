@@ -119,7 +119,7 @@ def close(screen, program):
 
 def check_ending(program):
     if program.process.returncode != 0:
-        raise Failure(f"The program ended in disorder, {program.ending()}")
+        raise Failure(f"The program ended in disorder, {program.ending()}; see plant/debug.log")
 
 
 def print_summary():

@@ -20,7 +20,9 @@ namespace {
 constexpr mode_t new_file_mode = 0666;
 constexpr mode_t new_folder_mode = 0777;
 
-[[noreturn]] void fail_with_system_text() { throw failure(std::generic_category().message(errno)); }
+[[noreturn]] void fail_with_system_text() {
+    throw failure(std::generic_category().message(errno));
+}
 
 std::string system_path(std::string_view path) {
     std::string text = utf8_from_ansi(path);
@@ -67,7 +69,8 @@ void take_back(int handle, std::size_t written) {
 }
 
 int open_for_writing(std::string_view path, int how) {
-    const int handle = ::open(system_path(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_APPEND | how, new_file_mode);
+    const int handle =
+        ::open(system_path(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_APPEND | how, new_file_mode);
     if (handle < 0) fail_with_system_text();
     return handle;
 }
@@ -97,7 +100,9 @@ void sync_folder_of(const std::string& path) {
 
 } // namespace
 
-output_file::~output_file() { close(); }
+output_file::~output_file() {
+    close();
+}
 
 void output_file::close() {
     if (is_open()) ::close(std::exchange(handle_, -1));
@@ -150,7 +155,8 @@ bool replace_file(std::string_view path, std::string_view content) {
     struct stat status {};
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    const mode_t mode = ::stat(target.c_str(), &status) == 0 ? status.st_mode & 07777U : new_file_mode & ~mask;
+    const mode_t mode =
+        ::stat(target.c_str(), &status) == 0 ? status.st_mode & 07777U : new_file_mode & ~mask;
     const std::string fresh = target + ".new";
     if (!write_new_file(fresh, content, mode) || ::rename(fresh.c_str(), target.c_str()) != 0) {
         ::unlink(fresh.c_str());

@@ -39,7 +39,9 @@ void run_handler(source from, std::function<void()> handler) {
     }
 }
 
-bool inside_device_handler() { return !running.empty() && running.back() == source::device; }
+bool inside_device_handler() {
+    return !running.empty() && running.back() == source::device;
+}
 
 void yield() {
     const bool before = std::exchange(yielding, inside_device_handler());
@@ -47,6 +49,8 @@ void yield() {
     yielding = before;
 }
 
-void on_handled(std::function<void()> hook) { handled = std::move(hook); }
+void on_handled(std::function<void()> hook) {
+    handled = std::move(hook);
+}
 
 } // namespace tyxo::desktop

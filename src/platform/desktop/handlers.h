@@ -11,9 +11,9 @@ enum class source {
     operator_ ///< a menu, a button, a click, the start
 };
 
-/// Runs a handler. A failure that it does not catch itself goes to the debug output. A command of the operator that
-/// arrives while a tick yields to the event loop runs when that tick has ended: a dialog opened inside the tick would
-/// hold up all later ones.
+/// Runs a handler. A failure that it does not catch itself goes to the debug output. A command of the
+/// operator that arrives while a tick yields to the event loop runs when that tick has ended: a dialog opened
+/// inside the tick would hold up all later ones.
 void run_handler(source from, std::function<void()> handler);
 
 /// True while the innermost running handler is that of a serial port or a timer.

@@ -23,7 +23,8 @@ std::vector<MSComm::state*>& all_ports() {
 }
 
 std::string_view field(std::string_view text, int index) {
-    for (; index > 0; --index) text.remove_prefix(std::min(text.find(',') + 1, text.size()));
+    for (; index > 0; --index)
+        text.remove_prefix(std::min(text.find(',') + 1, text.size()));
     return text.substr(0, text.find(','));
 }
 
@@ -62,7 +63,12 @@ struct MSComm::state {
         if (!open || dead) return;
         dead = true;
         debug_output("COM" + plain(number) + ": device vanished");
-        QMetaObject::invokeMethod(port.get(), [this] { if (dead) port->close(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            port.get(),
+            [this] {
+                if (dead) port->close();
+            },
+            Qt::QueuedConnection);
     }
 
     void receive() {
@@ -73,7 +79,8 @@ struct MSComm::state {
         if (desktop::events_held() || !handler) return;
         static bool serving = false; // one event at a time, of all ports
         if (serving) {
-            QMetaObject::invokeMethod(port.get(), [this, kind] { fire_again(kind); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                port.get(), [this, kind] { fire_again(kind); }, Qt::QueuedConnection);
             return;
         }
         serving = true;
@@ -135,10 +142,14 @@ struct MSComm::state {
     }
 };
 
-MSComm::MSComm() : state_(std::make_unique<state>()) { all_ports().push_back(state_.get()); }
+MSComm::MSComm() : state_(std::make_unique<state>()) {
+    all_ports().push_back(state_.get());
+}
 MSComm::~MSComm() = default;
 
-bool MSComm::PortOpen() const { return state_->open; }
+bool MSComm::PortOpen() const {
+    return state_->open;
+}
 
 void MSComm::PortOpen(bool open) {
     if (open == state_->open) return;
@@ -155,7 +166,9 @@ void MSComm::CommPort(i16 number) {
     state_->number = number;
 }
 
-void MSComm::Settings(std::string_view text) { state_->settings = text; }
+void MSComm::Settings(std::string_view text) {
+    state_->settings = text;
+}
 
 void MSComm::InBufferCount(i32 /*zero*/) {
     state_->require_device();
@@ -174,8 +187,12 @@ void MSComm::RTSEnable(bool on) {
     if (state_->open && !state_->dead) state_->port->setRequestToSend(on);
 }
 
-void MSComm::RThreshold(i32 bytes) { state_->receive_events = bytes > 0; }
-void MSComm::SThreshold(i32 bytes) { state_->send_events = bytes > 0; }
+void MSComm::RThreshold(i32 bytes) {
+    state_->receive_events = bytes > 0;
+}
+void MSComm::SThreshold(i32 bytes) {
+    state_->send_events = bytes > 0;
+}
 
 void MSComm::Handshaking(i32 kind) {
     state_->require_device();
@@ -185,7 +202,8 @@ void MSComm::Handshaking(i32 kind) {
 void MSComm::Output(std::string_view text) {
     state_->require_device();
     const auto length = static_cast<qint64>(text.size());
-    if (state_->port->write(text.data(), length) != length) throw failure(state_->port->errorString().toStdString());
+    if (state_->port->write(text.data(), length) != length)
+        throw failure(state_->port->errorString().toStdString());
 }
 
 void MSComm::Input(std::string& chunk) {
@@ -195,8 +213,12 @@ void MSComm::Input(std::string& chunk) {
     chunk.resize(static_cast<std::size_t>(std::max<qint64>(0, taken)));
 }
 
-i32 MSComm::CommEvent() const { return state_->event; }
-void MSComm::on_comm(std::function<void()> handler) { state_->handler = std::move(handler); }
+i32 MSComm::CommEvent() const {
+    return state_->event;
+}
+void MSComm::on_comm(std::function<void()> handler) {
+    state_->handler = std::move(handler);
+}
 
 void desktop::deliver_waiting_bytes() {
     for (MSComm::state* port : all_ports()) {

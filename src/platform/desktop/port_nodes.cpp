@@ -28,10 +28,12 @@ struct node_family {
     int last;
 };
 
+constexpr int greatest_number = 32767; // port numbers have 16 bits
+
 constexpr std::array<node_family, 3> families{{
     {"ttyS", 1, 64},
     {"ttyUSB", 65, 128},
-    {"ttyACM", 129, 32767},
+    {"ttyACM", 129, greatest_number},
 }};
 
 const std::string link_prefix = "ports/COM";
@@ -40,7 +42,8 @@ const std::string rule_prefix = "/dev/COM";
 std::optional<int> whole_number(std::string_view text) {
     int number = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (text.empty() || result.ec != std::errc() || result.ptr != text.data() + text.size()) return std::nullopt;
+    if (text.empty() || result.ec != std::errc() || result.ptr != text.data() + text.size())
+        return std::nullopt;
     return number;
 }
 
@@ -64,8 +67,8 @@ std::string node_of_number(int number) {
 }
 
 std::optional<std::string> device_of(int number) {
-    for (const std::string& path :
-         {link_prefix + std::to_string(number), rule_prefix + std::to_string(number), node_of_number(number)}) {
+    for (const std::string& path : {link_prefix + std::to_string(number),
+                                    rule_prefix + std::to_string(number), node_of_number(number)}) {
         std::error_code error;
         const fs::path device = path.empty() ? fs::path() : fs::canonical(path, error);
         if (!error && !device.empty()) return device.string();
@@ -92,7 +95,9 @@ void add_named_ports(std::map<int, std::string>& ports, const fs::path& folder) 
     for (const auto& entry : fs::directory_iterator(folder, error)) {
         const std::string name = entry.path().filename().string();
         if (!name.starts_with("COM") || !entry.exists(error)) continue;
-        if (const auto number = whole_number(name.substr(3))) ports.emplace(*number, entry.path().string());
+        const auto number = whole_number(name.substr(3));
+        if (number && *number > 0 && *number <= greatest_number)
+            ports.emplace(*number, entry.path().string());
     }
 }
 
@@ -109,7 +114,8 @@ std::optional<std::vector<port_name>> list_ports(int& error_code) {
         if (number) ports.emplace(*number, info.systemLocation().toStdString());
     }
     std::vector<port_name> names;
-    for (const auto& [number, source] : ports) names.push_back({source, "COM" + std::to_string(number)});
+    for (const auto& [number, source] : ports)
+        names.push_back({source, "COM" + std::to_string(number)});
     error_code = 0;
     return names;
 }

@@ -1,8 +1,9 @@
 #pragma once
 // Serial port numbers and the device nodes behind them.
 //
-// Number n is the link "ports/COM<n>" in the working directory, the operator's own map; else "/dev/COM<n>", a udev
-// rule's; else the kernel's node: ttyS0.. are 1 to 64, ttyUSB0.. are 65 to 128, ttyACM0.. are 129 and above.
+// Number n is the link "ports/COM<n>" in the working directory, the operator's own map; else "/dev/COM<n>", a
+// udev rule's; else the kernel's node: ttyS0.. are 1 to 64, ttyUSB0.. are 65 to 128, ttyACM0.. are 129 and
+// above.
 
 #include <optional>
 #include <string>
@@ -20,7 +21,7 @@ namespace tyxo::desktop {
 /// The device that a number stands for, links followed, or nothing when there is none.
 [[nodiscard]] std::optional<std::string> device_of(int number);
 
-/// Why this user may not open the device, and which group has the right; nothing when there is no such obstacle.
+/// Why this user may not open the device, and which group has the right; nothing without such an obstacle.
 [[nodiscard]] std::optional<std::string> missing_right(int number, const std::string& device);
 
 } // namespace tyxo::desktop

@@ -59,16 +59,22 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
     return box->exec() == QMessageBox::Ok ? box_answer::ok : box_answer::cancel;
 }
 
-void end_program(int exit_code) { std::_Exit(exit_code); }
+void end_program(int exit_code) {
+    std::_Exit(exit_code);
+}
 
-void do_events() { desktop::yield(); }
+void do_events() {
+    desktop::yield();
+}
 
 void hold_events(bool hold) {
     held = hold;
     if (!hold) desktop::deliver_waiting_bytes();
 }
 
-bool desktop::events_held() { return held; }
+bool desktop::events_held() {
+    return held;
+}
 
 screen_size screen() {
     const QScreen* const primary = QGuiApplication::primaryScreen();

@@ -9,6 +9,8 @@
 
 namespace tyxo {
 
-[[nodiscard]] inline QString qt_text(std::string_view ansi) { return QString::fromStdString(utf8_from_ansi(ansi)); }
+[[nodiscard]] inline QString qt_text(std::string_view ansi) {
+    return QString::fromStdString(utf8_from_ansi(ansi));
+}
 
 } // namespace tyxo

@@ -52,15 +52,21 @@ void Timer::Interval(int milliseconds) {
     state_->restart();
 }
 
-int Timer::Interval() const { return state_->interval; }
+int Timer::Interval() const {
+    return state_->interval;
+}
 
 void Timer::Enabled(bool on) {
     state_->enabled = on;
     state_->restart();
 }
 
-bool Timer::Enabled() const { return state_->enabled; }
+bool Timer::Enabled() const {
+    return state_->enabled;
+}
 
-void Timer::on_tick(std::function<void()> handler) { state_->handler = std::move(handler); }
+void Timer::on_tick(std::function<void()> handler) {
+    state_->handler = std::move(handler);
+}
 
 } // namespace tyxo

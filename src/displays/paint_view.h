@@ -2,7 +2,8 @@
 // What the painted controls share: their colours, muted while a control is disabled; fonts fitted into a box;
 // and the cached picture of the part of a control that seldom changes.
 
-#include "platform/controls.h"
+#include "platform/desktop/colour.h"
+#include "platform/desktop/text.h"
 
 #include <QColor>
 #include <QFont>
@@ -10,8 +11,6 @@
 #include <QPixmap>
 #include <QRectF>
 #include <QString>
-
-#include <string_view>
 
 class QWidget;
 
@@ -33,11 +32,6 @@ inline constexpr QRgb hub = 0xFF0F1215;
 inline constexpr QRgb glass = 0xFF0B0D10;
 inline constexpr QRgb glass_edge = 0xFFA9AEB3;
 } // namespace ink
-
-[[nodiscard]] QColor color_of(colour value);
-
-/// The Qt text of a control's text.
-[[nodiscard]] QString text_of(std::string_view ansi);
 
 /// `from` where `share` is 0, `to` where it is 1.
 [[nodiscard]] QColor mixed(const QColor& from, const QColor& to, double share);

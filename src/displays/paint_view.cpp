@@ -1,6 +1,4 @@
-#include "displays/paint_helpers.h"
-
-#include "basics/ansi.h"
+#include "displays/paint_view.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -22,14 +20,6 @@ QSize device_size(const QWidget& widget) {
 }
 
 } // namespace
-
-QColor color_of(colour value) {
-    return {value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF};
-}
-
-QString text_of(std::string_view ansi) {
-    return QString::fromStdString(utf8_from_ansi(ansi));
-}
 
 QColor mixed(const QColor& from, const QColor& to, double share) {
     const auto mix = [share](int one, int other) {
