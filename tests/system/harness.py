@@ -59,6 +59,8 @@ class Display:
         if window_manager:
             self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
                                             stderr=subprocess.DEVNULL)
+            wait_for(lambda: "window" in self.tool("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+                     what="the window manager")
 
     def stop(self):
         for process in filter(None, [self.manager, self.process]):
@@ -78,7 +80,7 @@ class Display:
 
     def press(self, window, *keys):
         self.tool("xdotool", "windowfocus", "--sync", window)
-        self.tool("xdotool", "key", "--delay", "60", *keys)
+        self.tool("xdotool", "key", "--delay", "150", *keys)
 
     def ask_to_close(self, window):
         """By the window manager, as a click on the window's cross does."""
