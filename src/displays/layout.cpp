@@ -1,5 +1,7 @@
 #include "displays/layout.h"
 
+#include <algorithm>
+
 namespace tyxo {
 
 namespace {
@@ -18,16 +20,17 @@ quadrant_layout layout_quadrant(i32 left, i32 top, i32 width, i32 height) {
     // The chart has its design height; what a larger window gives goes to the instruments first.
     i32 sensor_height = height - design_chart_height - 2 * gap;
     if (sensor_height > greatest_sensor_height) sensor_height = greatest_sensor_height;
-    const i32 plot_size = sensor_height - gap;
+    const i32 plot_size = std::min(sensor_height - gap, (width - button_width) / 4);
     const i32 right = left + width;
     const i32 buttons_left = right - button_width - gap;
     const i32 plot_left = buttons_left - gap - plot_size;
-    const i32 button_height = (plot_size - 2 * gap) / 3;
+    const i32 button_height = (sensor_height - 3 * gap) / 3;
     const i32 first = top + gap;
+    const i32 plot_top = top + sensor_height - plot_size;
 
     quadrant_layout result;
     result.Frame_sensor = {left + gap, top, plot_left - gap - left - gap, sensor_height};
-    result.XYplot = {plot_left, first, plot_size, plot_size};
+    result.XYplot = {plot_left, plot_top, plot_size, plot_size};
     result.Frame_message = {plot_left, top, right - gap - plot_left, sensor_height - button_height - gap};
     result.Cmd_diagramm = {buttons_left, first, button_width, button_height};
     result.Cmd_diagramm2 = {buttons_left, first + button_height + gap, button_width, button_height};

@@ -11,6 +11,7 @@ text_status_view::text_status_view(QWidget* parent) : QPlainTextEdit(parent) {
     setReadOnly(true);
     setUndoRedoEnabled(false);
     setLineWrapMode(QPlainTextEdit::NoWrap);
+    document()->setDocumentMargin(1); // four lines fit into the box of the design size
     setAccessibleName(tr("Status text"));
 }
 

@@ -99,6 +99,11 @@ template <class Value> auto& value_of(Value channel_rec::*member, i16 channel) {
     return sensor::channel_at(channel).*member;
 }
 
+/// Runs a step; its failure tells which key of the settings file it is about.
+template <class Step> void naming_key(std::string_view key, const Step& step) {
+    if (const auto why = attempt(step)) throw failure(std::string(key) + ": " + *why);
+}
+
 } // namespace
 
 std::span<const global_key> first_keys() {
@@ -116,7 +121,8 @@ std::string key_of(std::string_view stem, i16 channel) {
 }
 
 void load(const global_key& row) {
-    std::visit([text = ini_read(row.key)](auto* value) { take(text, *value); }, row.target);
+    const std::string text = ini_read(row.key);
+    naming_key(row.key, [&] { std::visit([&](auto* value) { take(text, *value); }, row.target); });
     if (row.repaired == nullptr) return;
     i16& value = *std::get<i16*>(row.target);
     if (value >= row.repaired->least && value <= row.repaired->greatest) return;
@@ -125,9 +131,11 @@ void load(const global_key& row) {
 }
 
 void load(const channel_key& row, i16 channel) {
-    std::string text = ini_read(key_of(row.stem, channel));
+    const std::string key = key_of(row.stem, channel);
+    std::string text = ini_read(key);
     if (text.empty()) text = row.when_empty;
-    std::visit([&](auto target) { take(text, value_of(target, channel)); }, row.target);
+    naming_key(key,
+               [&] { std::visit([&](auto target) { take(text, value_of(target, channel)); }, row.target); });
 }
 
 void var_save() {

@@ -43,17 +43,17 @@ TEST_P(StartWithUnusableSettings, StartsNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     Keys, StartWithUnusableSettings,
-    testing::Values(fatal_row{"FiveChannels", "max_sensors=5\r\n", "Subscript out of range"},
-                    fatal_row{"ManyChannels", "max_sensors=32767\r\n", "Subscript out of range"},
+    testing::Values(fatal_row{"FiveChannels", "max_sensors=5\r\n", "comport 5: Subscript out of range"},
+                    fatal_row{"ManyChannels", "max_sensors=32767\r\n", "comport 5: Subscript out of range"},
                     fatal_row{"FewerThanNoChannels", "max_sensors=-1\r\n", "Subscript out of range"},
-                    fatal_row{"ChannelsBeyondTheType", "max_sensors=32768\r\n", "Overflow"},
-                    fatal_row{"SixteenBits", "upd_periode=40000\r\n", "Overflow"},
-                    fatal_row{"ThirtyTwoBits", "REGBase=2147483648\r\n", "Overflow"},
-                    fatal_row{"EightBits", "IPRefresh=256\r\n", "Overflow"},
-                    fatal_row{"EightBitsBelow", "IPAutoC=-1\r\n", "Overflow"},
-                    fatal_row{"RepairedKeyBeyondItsType", "adc_offset=32768\r\n", "Overflow"},
-                    fatal_row{"PortNumber", "comport 1=65536\r\n", "Overflow"},
-                    fatal_row{"Scale", "scale_polar_a=1E999\r\n", "Overflow"}),
+                    fatal_row{"ChannelsBeyondTheType", "max_sensors=32768\r\n", "max_sensors: Overflow"},
+                    fatal_row{"SixteenBits", "upd_periode=40000\r\n", "upd_periode: Overflow"},
+                    fatal_row{"ThirtyTwoBits", "REGBase=2147483648\r\n", "REGBase: Overflow"},
+                    fatal_row{"EightBits", "IPRefresh=256\r\n", "IPRefresh: Overflow"},
+                    fatal_row{"EightBitsBelow", "IPAutoC=-1\r\n", "IPAutoC: Overflow"},
+                    fatal_row{"RepairedKeyBeyondItsType", "adc_offset=32768\r\n", "adc_offset: Overflow"},
+                    fatal_row{"PortNumber", "comport 1=65536\r\n", "comport 1: Overflow"},
+                    fatal_row{"Scale", "scale_polar_a=1E999\r\n", "scale_polar_a: Overflow"}),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(StartWithUnusableSettingsOfOthers, AChannelBeyondMaxSensorsIsNotReadAndSpoilsNothing) {
@@ -67,7 +67,7 @@ TEST(StartWithUnusableSettingsOfOthers, TheFailureComesInFrontOfTheScreenTest) {
     prepare("[tyxo]\r\nIPRefresh=-1\r\n");
     world().screen = {640, 480};
     start_program(1272, 911);
-    EXPECT_EQ(box_texts(), text_lines{"Overflow"});
+    EXPECT_EQ(box_texts(), text_lines{"IPRefresh: Overflow"});
 }
 
 TEST(StartWithUnusableSettingsOfOthers, RepairsInFrontOfTheFailureAreWritten) {

@@ -103,7 +103,7 @@ void expect_limits(const std::vector<std::string_view>& keys, std::initializer_l
             EXPECT_EQ(failure_of(key, value), "") << key << "=" << value;
         }
         for (const std::string_view value : refused)
-            EXPECT_EQ(failure_of(key, value), "Overflow") << key << "=" << value;
+            EXPECT_EQ(failure_of(key, value), std::string(key) + ": Overflow") << key << "=" << value;
     }
 }
 
@@ -124,16 +124,16 @@ TEST_F(SettingsNumbers, EightBitsOverflowBeyondTheirRange) {
 
 TEST_F(SettingsNumbers, AScaleOverflowsBeyondItsRange) {
     EXPECT_EQ(failure_of("scale_polar_a", "1E308"), "");
-    EXPECT_EQ(failure_of("scale_polar_a", "1E309"), "Overflow");
-    EXPECT_EQ(failure_of("scale_polar_t", "-1E309"), "Overflow");
+    EXPECT_EQ(failure_of("scale_polar_a", "1E309"), "scale_polar_a: Overflow");
+    EXPECT_EQ(failure_of("scale_polar_t", "-1E309"), "scale_polar_t: Overflow");
     EXPECT_EQ(failure_of("scale_polar_t", "1E-400"), "");
 }
 
 TEST_F(SettingsNumbers, MoreThanFourChannelsAreAnIndexError) {
     EXPECT_EQ(failure_of("max_sensors", "4"), "");
     EXPECT_EQ(failure_of("max_sensors", "4.5"), "");
-    EXPECT_EQ(failure_of("max_sensors", "5"), "Subscript out of range");
-    EXPECT_EQ(failure_of("max_sensors", "32767"), "Subscript out of range");
+    EXPECT_EQ(failure_of("max_sensors", "5"), "comport 5: Subscript out of range");
+    EXPECT_EQ(failure_of("max_sensors", "32767"), "comport 5: Subscript out of range");
 }
 
 TEST_F(SettingsNumbers, NoChannelIsReadForNoneOrFewer) {

@@ -15,6 +15,8 @@ namespace tyxo {
 
 namespace {
 
+constexpr qint64 receive_buffer =
+    65536;                       // bytes that wait at most while nobody takes them: 17 s of a full line
 constexpr int close_wait = 1000; // ms for bytes that still wait when the port closes
 
 std::vector<MSComm::state*>& all_ports() {
@@ -49,6 +51,7 @@ struct MSComm::state {
 
     void make_device() {
         port = std::make_unique<QSerialPort>();
+        port->setReadBufferSize(receive_buffer);
         QObject::connect(port.get(), &QSerialPort::readyRead, [this] { receive(); });
         QObject::connect(port.get(), &QSerialPort::bytesWritten, [this] {
             if (send_events && port->bytesToWrite() == 0) fire(comm_event::send_buffer_low);
