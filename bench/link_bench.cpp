@@ -41,7 +41,8 @@ void floor_of_a_frame(benchmark::State& state) {
         const auto begin = text.find(':');
         const auto end = text.find("\r\n", begin);
         unsigned sum = 0;
-        for (auto at = begin + 1; at < end - 2; ++at) sum += static_cast<unsigned char>(text[at]);
+        for (auto at = begin + 1; at < end - 2; ++at)
+            sum += static_cast<unsigned char>(text[at]);
         benchmark::DoNotOptimize(sum);
         for (const std::size_t at : {3U, 7U, 11U, 15U, 19U, 23U}) {
             benchmark::DoNotOptimize(funct::hex_to_long(text.substr(at, 4)));
@@ -52,7 +53,8 @@ BENCHMARK(floor_of_a_frame);
 
 void frame_into_record(benchmark::State& state) {
     start_measuring();
-    for (auto _ : state) simulation::receive(0, frame);
+    for (auto _ : state)
+        simulation::receive(0, frame);
     if (sensor::channels[0].speed != 500) state.SkipWithError("the frame was not decoded");
 }
 BENCHMARK(frame_into_record);
@@ -65,7 +67,8 @@ void frame_into_record_and_log(benchmark::State& state) {
     log::log_files[0].create(path);
     log::createlog(0); // sets the period of today
     log::log_files[0].create(path);
-    for (auto _ : state) simulation::receive(0, frame);
+    for (auto _ : state)
+        simulation::receive(0, frame);
     log::log_files[0].close();
     if (std::remove(path.c_str()) != 0) state.SkipWithError("no log was written");
 }
@@ -75,7 +78,8 @@ void status_update_without_a_change(benchmark::State& state) {
     start_measuring();
     sensor::channels[0].status_alarm = 0x0020;
     sensor::status_update(0);
-    for (auto _ : state) sensor::status_update(0);
+    for (auto _ : state)
+        sensor::status_update(0);
 }
 BENCHMARK(status_update_without_a_change);
 
@@ -84,7 +88,8 @@ void status_text_line(benchmark::State& state) {
     text_box box;
     const std::string line = "07-02-2026 13:05:09 KVD Engine 1 ## Prealarm ON\r\n";
     const auto limit = static_cast<std::size_t>(state.range(0));
-    while (box.size() + line.size() < limit) box.append(line);
+    while (box.size() + line.size() < limit)
+        box.append(line);
     for (auto _ : state) {
         box.keep_last(limit);
         box.append(line);

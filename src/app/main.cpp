@@ -17,6 +17,8 @@ int main(int /*argc*/, char* argv[]) {
     int own_name_only = 1; // the command line is not read, by the window system neither
     const QApplication application(own_name_only, argv);
 
+    QApplication::setQuitOnLastWindowClosed(false); // the close request alone ends the program
+
     tyxo::wire();
     tyxo::mainfrm_view window;
     tyxo::desktop::run_handler(tyxo::desktop::source::operator_,

@@ -108,7 +108,7 @@ std::string signed_form(double value) {
         return sign + '.' + std::string(static_cast<std::size_t>(-number.exponent - 1), '0') + number.digits;
     }
     if (places <= 0) return sign + number.digits + std::string(static_cast<std::size_t>(-places), '0');
-    const auto point = static_cast<std::size_t>(number.exponent + 1);
+    const auto point = static_cast<std::size_t>(number.exponent) + 1;
     return sign + number.digits.substr(0, point) + '.' + number.digits.substr(point);
 }
 

@@ -10,14 +10,16 @@ namespace tyxo::funct {
 
 namespace {
 
-constexpr std::array<signed char, 256> digit_values = [] {
-    std::array<signed char, 256> values{};
+constexpr std::string_view upper_digits = "0123456789ABCDEF";
+constexpr std::string_view lower_digits = "0123456789abcdef";
+
+/// The value of a hexadecimal digit of either case by its character, -1 for any other character.
+constexpr std::array<short, 256> digit_values = [] {
+    std::array<short, 256> values{};
     values.fill(-1);
-    for (int digit = 0; digit < 10; ++digit)
-        values[static_cast<std::size_t>('0' + digit)] = static_cast<signed char>(digit);
-    for (int digit = 10; digit < 16; ++digit) {
-        values[static_cast<std::size_t>('A' + digit - 10)] = static_cast<signed char>(digit);
-        values[static_cast<std::size_t>('a' + digit - 10)] = static_cast<signed char>(digit);
+    for (std::size_t value = 0; value < upper_digits.size(); ++value) {
+        values[static_cast<unsigned char>(upper_digits[value])] = static_cast<short>(value);
+        values[static_cast<unsigned char>(lower_digits[value])] = static_cast<short>(value);
     }
     return values;
 }();
@@ -26,9 +28,8 @@ std::string upper_hex(std::uint32_t value, std::size_t width) {
     std::array<char, 8> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
     std::string text(digits.data(), end);
-    for (char& letter : text) {
-        if (letter >= 'a') letter = static_cast<char>(letter - 'a' + 'A');
-    }
+    for (char& letter : text)
+        letter = upper_digits[lower_digits.find(letter)];
     if (text.size() < width) text.insert(0, width - text.size(), '0');
     return text;
 }
@@ -38,8 +39,7 @@ std::array<char, 2> check_digits(std::string_view body) {
     for (const char letter : body.substr(body.empty() ? 0 : 1))
         sum += static_cast<unsigned char>(letter);
     const unsigned check = (256U - (sum & 0xFFU)) & 0xFFU;
-    constexpr std::string_view lower = "0123456789abcdef";
-    return {lower[check >> 4U], lower[check & 0xFU]};
+    return {lower_digits[check >> 4U], lower_digits[check & 0xFU]};
 }
 
 } // namespace
@@ -56,7 +56,7 @@ i32 hex_to_long(std::string_view text) {
     if (text.empty()) failures::type_mismatch();
     std::int64_t value = 0;
     for (const char letter : text) {
-        const int digit = digit_values[static_cast<unsigned char>(letter)];
+        const short digit = digit_values[static_cast<unsigned char>(letter)];
         if (digit < 0) failures::type_mismatch();
         value = value * 16 + digit;
         if (value > std::numeric_limits<i32>::max()) failures::overflow();

@@ -70,7 +70,9 @@ void complete_frame(i16 channel) {
 }
 
 /// The characters that make a frame; all others are its content.
-bool is_mark(char letter) { return letter == ':' || letter == '\r' || letter == '\n'; }
+bool is_mark(char letter) {
+    return letter == ':' || letter == '\r' || letter == '\n';
+}
 
 void receive_mark(i16 channel, char letter) {
     if (letter == ':') {

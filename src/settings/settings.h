@@ -68,8 +68,8 @@ struct channel_key {
     bool saved; ///< `var_save` writes it
 };
 
-/// Reads one key into its value. Failure, with the key's name: a number outside its type's range, or a channel
-/// that does not exist.
+/// Reads one key into its value. Failure, with the key's name: a number outside its type's range, or a
+/// channel that does not exist.
 void load(const global_key& row);
 void load(const channel_key& row, i16 channel);
 

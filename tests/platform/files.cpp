@@ -107,7 +107,9 @@ bool readable(std::string_view path) {
     return world().files.contains(name) && !world().unreadable.contains(name);
 }
 
-bool file_exists(std::string_view path) { return world().files.contains(normalised(path)); }
+bool file_exists(std::string_view path) {
+    return world().files.contains(normalised(path));
+}
 
 std::optional<std::string> read_file(std::string_view path) {
     if (!readable(path)) return std::nullopt;

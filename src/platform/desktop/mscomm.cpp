@@ -7,6 +7,7 @@
 #include "platform/desktop/port_nodes.h"
 
 #include <QSerialPort>
+#include <QTimer>
 
 #include <algorithm>
 #include <vector>
@@ -66,12 +67,9 @@ struct MSComm::state {
         if (!open || dead) return;
         dead = true;
         debug_output("COM" + plain(number) + ": device vanished");
-        QMetaObject::invokeMethod(
-            port.get(),
-            [this] {
-                if (dead) port->close();
-            },
-            Qt::QueuedConnection);
+        QTimer::singleShot(0, port.get(), [this] {
+            if (dead) port->close();
+        });
     }
 
     void receive() {
@@ -82,8 +80,7 @@ struct MSComm::state {
         if (desktop::events_held() || !handler) return;
         static bool serving = false; // one event at a time, of all ports
         if (serving) {
-            QMetaObject::invokeMethod(
-                port.get(), [this, kind] { fire_again(kind); }, Qt::QueuedConnection);
+            QTimer::singleShot(0, port.get(), [this, kind] { fire_again(kind); });
             return;
         }
         serving = true;

@@ -114,6 +114,7 @@ std::optional<std::vector<port_name>> list_ports(int& error_code) {
         if (number) ports.emplace(*number, info.systemLocation().toStdString());
     }
     std::vector<port_name> names;
+    names.reserve(ports.size());
     for (const auto& [number, source] : ports)
         names.push_back({source, "COM" + std::to_string(number)});
     error_code = 0;
