@@ -145,7 +145,9 @@ struct MSComm::state {
 MSComm::MSComm() : state_(std::make_unique<state>()) {
     all_ports().push_back(state_.get());
 }
-MSComm::~MSComm() = default;
+MSComm::~MSComm() {
+    std::erase(all_ports(), state_.get());
+}
 
 bool MSComm::PortOpen() const {
     return state_->open;
