@@ -12,7 +12,7 @@ from pathlib import Path
 
 from helpers import Failure, Helper, wait_until
 from screen import Screen, png
-from summary import all_logged, frames_sent, log_lines, logged, summary
+from summary import all_logged, frames_received, log_lines, logged, summary
 
 HERE = Path(__file__).parent
 LOG = """<HEADER>
@@ -41,7 +41,7 @@ def png_rows(file):
 
 class SummaryTest(unittest.TestCase):
     def test_the_last_report_counts(self):
-        self.assertEqual(frames_sent(REPORT), {1: {"00": 1, "01": 660, "03": 132}, 2: {}})
+        self.assertEqual(frames_received(REPORT), {1: {"00": 1, "01": 660, "03": 132}, 2: {}})
 
     def test_lines_behind_the_header_count(self):
         self.assertEqual(log_lines(LOG), Counter(REC1=2, REC2=1, comments=2))
@@ -59,7 +59,7 @@ class SummaryTest(unittest.TestCase):
     def test_the_summary_of_nothing(self):
         with tempfile.TemporaryDirectory() as folder:
             text = "\n".join(summary(Path(folder), ""))
-        self.assertIn("Channel 4\n  frames sent  0 ()\n  log lines    0 ", text)
+        self.assertIn("Channel 4\n  frames received  0 ()\n  log lines        0 ", text)
 
 
 class HelperTest(unittest.TestCase):

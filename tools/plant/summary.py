@@ -1,4 +1,4 @@
-"""What a run of the plant has left: frames sent, log lines, events."""
+"""What a run of the plant has left: frames received, log lines, events."""
 
 import re
 from collections import Counter
@@ -8,12 +8,12 @@ CHANNELS = range(1, 5)
 RECORDS = ("REC1", "REC2", "REC3")
 
 
-def frames_sent(report):
-    """Frames by code for each channel, from the last report of the simulated Evaluators."""
-    sent = {}
+def frames_received(report):
+    """Frames by code that went over each channel's open line, from the last report of the simulated Evaluators."""
+    received = {}
     for number, codes in re.findall(r"^channel (\d) frames(.*)$", report, re.MULTILINE):
-        sent[int(number)] = {code: int(count) for code, count in re.findall(r"(\S+)=(\d+)", codes)}
-    return sent
+        received[int(number)] = {code: int(count) for code, count in re.findall(r"(\S+)=(\d+)", codes)}
+    return received
 
 
 def log_lines(text):
@@ -56,16 +56,16 @@ def events(folder):
 
 def summary(plant, report):
     """The whole of it in lines; `plant` is the folder, seen from where its reader is."""
-    sent = frames_sent(report)
+    received = frames_received(report)
     logs = logged(plant / "logs")
     lines = []
     for channel, (kinds, files) in logs.items():
-        codes = sent.get(channel, {})
+        codes = received.get(channel, {})
         by_code = ", ".join(f"{count} :{code}" for code, count in codes.items())
         lines += [f"Channel {channel}",
-                  f"  frames sent  {sum(codes.values())} ({by_code})",
-                  f"  log lines    {sum(kinds.values())} ({counts(kinds)})",
-                  *(f"  log          {file}" for file in files)]
+                  f"  frames received  {sum(codes.values())} ({by_code})",
+                  f"  log lines        {sum(kinds.values())} ({counts(kinds)})",
+                  *(f"  log              {file}" for file in files)]
     happened = events(plant / "logs")
     lines += [f"Events         {len(happened)}", *(f"  {event}" for event in happened)]
     pictures = sorted((plant / "pictures").glob("*.png"))
