@@ -9,7 +9,7 @@ RECORDS = ("REC1", "REC2", "REC3")
 
 
 def frames_received(report):
-    """Frames by code that went over each channel's open line, from the last report of the simulated Evaluators."""
+    """Frames by code that went over each channel's open line, by the last report of the Evaluators."""
     received = {}
     for number, codes in re.findall(r"^channel (\d) frames(.*)$", report, re.MULTILINE):
         received[int(number)] = {code: int(count) for code, count in re.findall(r"(\S+)=(\d+)", codes)}
