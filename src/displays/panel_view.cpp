@@ -14,6 +14,7 @@
 #include "platform/desktop/handlers.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace tyxo {
 
@@ -39,6 +40,8 @@ void set_text_size(QWidget* widget, double pixels) {
 template <class Widget> Widget* panel_view::make(const char* array, QWidget* parent) {
     auto* const widget = new Widget(parent);
     widget->setObjectName(element(array, channel_));
+    // An operator's text is a text, whatever it looks like.
+    if constexpr (std::is_base_of_v<QLabel, Widget>) widget->setTextFormat(Qt::PlainText);
     return widget;
 }
 

@@ -14,7 +14,11 @@ namespace tyxo {
 
 inline void show_label(QLabel& label, const Label& control) {
     const QString text = qt_text(control.Caption);
-    if (label.text() != text) label.setText(text);
+    if (label.text() != text) {
+        label.setText(text);
+        const bool cut_off = !label.wordWrap() && label.sizeHint().width() > label.width();
+        label.setToolTip(cut_off ? text : QString());
+    }
     if (label.isVisibleTo(label.parentWidget()) != control.Visible) label.setVisible(control.Visible);
 }
 

@@ -7,25 +7,12 @@ import signal
 import time
 import unittest
 
-from harness import Display, Plant, masked, measured_values, parameter_frame, status, wait_for
+from harness import PlantTest, masked, measured_values, parameter_frame, status, wait_for
 
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
 
 
-class Faults(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.display = Display()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.display.stop()
-
-    def plant(self, **settings):
-        plant = Plant(self.display, **settings)
-        self.addCleanup(plant.stop)
-        return plant
-
+class Faults(PlantTest):
     def test_a_vanished_device_is_silence_and_costs_no_processor(self):
         plant = self.plant().start()
         plant.lines[1].send(parameter_frame(), status(), measured_values())

@@ -10,6 +10,7 @@ import subprocess
 import tempfile
 import time
 import tty
+import unittest
 
 PROGRAM = os.environ["TYXO"]
 
@@ -57,10 +58,11 @@ class Display:
                                 XDG_RUNTIME_DIR=self.runtime)
         self.manager = None
         if window_manager:
-            self.manager = subprocess.Popen(["openbox"], env=self.environment, stdout=subprocess.DEVNULL,
-                                            stderr=subprocess.DEVNULL)
-            wait_for(lambda: "window" in self.tool("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                     what="the window manager")
+            # A window that appears before it is ready is never shown.
+            ready = pathlib.Path(self.runtime) / "ready"
+            self.manager = subprocess.Popen(["openbox", "--startup", f"touch {ready}"], env=self.environment,
+                                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+            wait_for(ready.exists, what="the window manager")
 
     def stop(self):
         for process in filter(None, [self.manager, self.process]):
@@ -180,6 +182,23 @@ class Plant:
     def processor_seconds(self):
         fields = pathlib.Path(f"/proc/{self.program.pid}/stat").read_text().rsplit(")", 1)[1].split()
         return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+
+class PlantTest(unittest.TestCase):
+    """Tests on one display for all of them, each with plants of its own."""
+
+    @classmethod
+    def setUpClass(cls):
+        cls.display = Display()
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.display.stop()
+
+    def plant(self, **settings):
+        plant = Plant(self.display, **settings)
+        self.addCleanup(plant.stop)
+        return plant
 
 
 def hex4(*values):

@@ -6,7 +6,7 @@ import re
 import time
 import unittest
 
-from harness import (Display, Plant, curve, frame, masked, measured_values, parameter_frame, status, wait_for)
+from harness import (PlantTest, curve, frame, masked, measured_values, parameter_frame, status, wait_for)
 
 
 def expected_header(plant, name):
@@ -53,19 +53,9 @@ def expected_header(plant, name):
     return lines
 
 
-class Recording(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.display = Display()
-
-    @classmethod
-    def tearDownClass(cls):
-        cls.display.stop()
-
+class Recording(PlantTest):
     def start(self, **settings):
-        plant = Plant(self.display, **settings)
-        self.addCleanup(plant.stop)
-        return plant.start()
+        return self.plant(**settings).start()
 
     def test_log_event_file_and_debug_output_to_the_byte(self):
         plant = self.start()

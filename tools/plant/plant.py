@@ -95,6 +95,7 @@ def run_on_virtual_screen():
     for (width, height), moments in (((1280, 1024), ONE_MINUTE), ((1920, 1080), LARGE_SCREEN)):
         print(f"Running {moments[-1][0]} s on a virtual screen of {width} x {height} ...", flush=True)
         with Screen(width, height) as screen, start_program(screen.environment) as program:
+            wait_until(lambda: program.check() or screen.shows(TITLE), 10, "The program showed no window")
             play(screen, program, moments)
             close(screen, program)
 

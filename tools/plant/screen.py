@@ -49,17 +49,24 @@ class Screen:
         self.environment.pop("WAYLAND_DISPLAY", None)
 
     def _start_window_manager(self):
-        # Its standard settings, whatever the user has.
+        # Its standard settings, whatever the user has. It says itself when it is ready: a window that appears
+        # before is never shown.
         settings = {"XDG_CONFIG_HOME": self.memory.name, "XDG_CACHE_HOME": self.memory.name}
-        manager = Helper("openbox", ["openbox"], env={**self.environment, **settings},
+        ready = Path(self.memory.name) / "ready"
+        manager = Helper("openbox", ["openbox", "--startup", f"touch {ready}"],
+                         env={**self.environment, **settings},
                          stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         self.helpers.append(manager)
-        wait_until(lambda: manager.check() or self.command("-m"), 10, "no window manager")
+        wait_until(lambda: manager.check() or ready.exists(), 10, "No window manager")
 
     def command(self, *words):
         """A word to the window manager. True when it was understood: the window is there."""
         return subprocess.run(["wmctrl", *words], env=self.environment, stdout=subprocess.DEVNULL,
                               stderr=subprocess.DEVNULL, check=False).returncode == 0
+
+    def shows(self, title):
+        """True when there is such a window; it comes to the front."""
+        return self.command("-a", title)
 
     def maximise(self, title):
         return self.command("-r", title, "-b", "add,maximized_vert,maximized_horz")
