@@ -18,18 +18,26 @@ class Timer {
 
     /// Milliseconds; 0 never ticks. Setting it starts the running period anew.
     void Interval(int milliseconds);
-    [[nodiscard]] int Interval() const;
+    [[nodiscard]] int Interval() const { return interval_; }
 
     /// Enabling starts a whole period, also when the timer was enabled already.
     void Enabled(bool on);
-    [[nodiscard]] bool Enabled() const;
+    [[nodiscard]] bool Enabled() const { return enabled_; }
 
-    void on_tick(std::function<void()> handler);
+    void on_tick(std::function<void()> handler) { handler_ = std::move(handler); }
 
-    struct state; ///< the platform's own
+    struct clock; ///< the platform's own
 
   private:
-    std::unique_ptr<state> state_;
+    [[nodiscard]] bool runs() const { return enabled_ && interval_ > 0; }
+    void restart(); ///< the platform's: a whole period from now, or none when the timer does not run
+    void tick();    ///< the period is over
+
+    int interval_ = 0;
+    bool enabled_ = false;
+    bool ticking_ = false;
+    std::function<void()> handler_;
+    std::unique_ptr<clock> clock_;
 };
 
 } // namespace tyxo

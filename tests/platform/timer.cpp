@@ -6,80 +6,59 @@
 
 namespace tyxo {
 
-struct Timer::state {
-    int interval = 0;
-    bool enabled = false;
-    bool ticking = false;
+struct Timer::clock {
     std::int64_t due = 0; ///< virtual time of the next tick
-    std::function<void()> handler;
-
-    void restart() { due = simulation::world().now_ms + interval; }
-    [[nodiscard]] bool runs() const { return enabled && interval > 0 && !ticking; }
+    std::function<bool()> runs;
+    std::function<void()> tick;
 };
 
 namespace {
 
 /// Every timer there is, in the order of their making; never destroyed, as the timers are global too.
-std::vector<Timer::state*>& all_timers() {
-    static auto* const timers = new std::vector<Timer::state*>;
-    return *timers;
+std::vector<Timer::clock*>& all_clocks() {
+    static auto* const clocks = new std::vector<Timer::clock*>;
+    return *clocks;
 }
 
-Timer::state* next_timer() {
-    Timer::state* next = nullptr;
-    for (Timer::state* timer : all_timers()) {
-        if (timer->runs() && (next == nullptr || timer->due < next->due)) next = timer;
+Timer::clock* next_clock() {
+    Timer::clock* next = nullptr;
+    for (Timer::clock* clock : all_clocks()) {
+        if (clock->runs() && (next == nullptr || clock->due < next->due)) next = clock;
     }
     return next;
 }
 
-void tick(Timer::state& timer) {
-    timer.due += timer.interval;
-    if (simulation::world().events_held || !timer.handler) return;
-    timer.ticking = true;
-    timer.handler();
-    timer.ticking = false;
-}
-
 } // namespace
 
-Timer::Timer() : state_(std::make_unique<state>()) {
-    all_timers().push_back(state_.get());
+Timer::Timer() : clock_(std::make_unique<clock>()) {
+    clock_->runs = [this] { return runs() && !ticking_; };
+    clock_->tick = [this] { tick(); };
+    all_clocks().push_back(clock_.get());
 }
 
 Timer::~Timer() {
-    std::erase(all_timers(), state_.get());
+    std::erase(all_clocks(), clock_.get());
 }
 
-void Timer::Interval(int milliseconds) {
-    state_->interval = milliseconds;
-    state_->restart();
+void Timer::restart() {
+    clock_->due = simulation::world().now_ms + interval_;
 }
 
-int Timer::Interval() const {
-    return state_->interval;
-}
-
-void Timer::Enabled(bool on) {
-    state_->enabled = on;
-    state_->restart();
-}
-
-bool Timer::Enabled() const {
-    return state_->enabled;
-}
-
-void Timer::on_tick(std::function<void()> handler) {
-    state_->handler = std::move(handler);
+void Timer::tick() {
+    clock_->due += interval_;
+    if (simulation::world().events_held || !handler_) return;
+    ticking_ = true;
+    handler_();
+    ticking_ = false;
 }
 
 namespace simulation {
 
 void advance(std::int64_t milliseconds) {
     const std::int64_t end = world().now_ms + milliseconds;
-    for (Timer::state* timer = next_timer(); timer != nullptr && timer->due <= end; timer = next_timer()) {
-        world().now_ms = std::max(world().now_ms, timer->due);
-        tick(*timer);
+    for (Timer::clock* clock = next_clock(); clock != nullptr && clock->due <= end; clock = next_clock()) {
+        world().now_ms = std::max(world().now_ms, clock->due);
+        clock->tick();
     }
     world().now_ms = end;
 }

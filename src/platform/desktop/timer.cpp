@@ -14,59 +14,29 @@ constexpr int shortest_interval = 16; // ms: the classic system clock ticks 64 t
 
 } // namespace
 
-struct Timer::state {
-    int interval = 0;
-    bool enabled = false;
-    bool ticking = false;
-    std::function<void()> handler;
-    std::unique_ptr<QTimer> clock; // made at first use, when the application exists
+struct Timer::clock : QTimer {};
 
-    void restart() {
-        if (!enabled || interval <= 0) {
-            if (clock) clock->stop();
-            return;
-        }
-        if (!clock) make_clock();
-        clock->start(std::max(interval, shortest_interval));
-    }
-
-    void make_clock() {
-        clock = std::make_unique<QTimer>();
-        clock->setTimerType(Qt::PreciseTimer);
-        QObject::connect(clock.get(), &QTimer::timeout, [this] { tick(); });
-    }
-
-    void tick() {
-        if (ticking || desktop::events_held() || !handler) return;
-        ticking = true;
-        desktop::run_handler(desktop::source::device, handler);
-        ticking = false;
-    }
-};
-
-Timer::Timer() : state_(std::make_unique<state>()) {}
+Timer::Timer() = default; // the clock is made at first use, when the application exists
 Timer::~Timer() = default;
 
-void Timer::Interval(int milliseconds) {
-    state_->interval = milliseconds;
-    state_->restart();
+void Timer::restart() {
+    if (!runs()) {
+        if (clock_) clock_->stop();
+        return;
+    }
+    if (!clock_) {
+        clock_ = std::make_unique<clock>();
+        clock_->setTimerType(Qt::PreciseTimer);
+        QObject::connect(clock_.get(), &QTimer::timeout, [this] { tick(); });
+    }
+    clock_->start(std::max(interval_, shortest_interval));
 }
 
-int Timer::Interval() const {
-    return state_->interval;
-}
-
-void Timer::Enabled(bool on) {
-    state_->enabled = on;
-    state_->restart();
-}
-
-bool Timer::Enabled() const {
-    return state_->enabled;
-}
-
-void Timer::on_tick(std::function<void()> handler) {
-    state_->handler = std::move(handler);
+void Timer::tick() {
+    if (ticking_ || desktop::events_held() || !handler_) return;
+    ticking_ = true;
+    desktop::run_handler(desktop::source::device, handler_);
+    ticking_ = false;
 }
 
 } // namespace tyxo

@@ -1,0 +1,15 @@
+#include "platform/timer.h"
+
+namespace tyxo {
+
+void Timer::Interval(int milliseconds) {
+    interval_ = milliseconds;
+    restart();
+}
+
+void Timer::Enabled(bool on) {
+    enabled_ = on;
+    restart();
+}
+
+} // namespace tyxo
