@@ -92,9 +92,9 @@ void panel_view::make_lamps() {
     LED_Rdy = instrument<led_view>("LED_Rdy", {258, 15, 15, 15});
     caption("Label2", "System Ready", {277, 15, 116, 15});
     LED_prealarm = instrument<led_view>("LED_prealarm", {258, 32, 15, 15});
-    lbl_alm2 = caption("lbl_alm2", "", {277, 32, 116, 15});
+    Lbl_alm1 = caption("Lbl_alm1", "", {277, 32, 116, 15});
     LED_Alarm = instrument<led_view>("LED_Alarm", {258, 49, 15, 15});
-    Lbl_alm1 = caption("Lbl_alm1", "", {277, 49, 116, 15});
+    lbl_alm2 = caption("lbl_alm2", "", {277, 49, 116, 15});
 
     // They stand in the place of the relays' names.
     Lbl_alminhibit = instrument<click_label>("Lbl_alminhibit", {277, 32, 116, 15});
