@@ -37,7 +37,6 @@ struct MSComm::state {
     std::unique_ptr<QSerialPort> port; // made at first use, when the application exists
     bool open = false;                 // as the system sees it
     bool dead = false;                 // the device vanished while the port was open
-    bool busy = false;                 // a handler of this port runs
     i16 number = 0;
     std::string settings;
     bool receive_events = false;
