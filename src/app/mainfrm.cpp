@@ -4,6 +4,7 @@
 #include "basics/number_text.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
+#include "displays/xy_plot.h"
 #include "link/calls.h"
 #include "link/channel_rec.h"
 #include "link/start_stop.h"
@@ -69,6 +70,7 @@ void setup_channels_in_use() {
         chart.YAxisMin = 0;
         chart.YAxisMax = 150;
         chart.XAxisDateTimeFormatString = "d/m hh:nn:ss";
+        setup_plot(channel);
         channels[channel].connected = true;
         show_thermo_choice(channel);
     }

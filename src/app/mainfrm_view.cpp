@@ -3,6 +3,8 @@
 #include "app/mainfrm.h"
 #include "displays/chart.h"
 #include "displays/click_label_view.h"
+#include "displays/frmscale_polar.h"
+#include "displays/frmselectprint.h"
 #include "displays/panel_view.h"
 #include "displays/show_view.h"
 #include "displays/text_status_view.h"
@@ -35,7 +37,7 @@ QRect on_screen(const rectangle& place) {
 
 } // namespace
 
-mainfrm_view::mainfrm_view() {
+mainfrm_view::mainfrm_view() : windows_(this) {
     setObjectName("mainfrm");
     make_menu();
     make_client();
@@ -62,14 +64,15 @@ void mainfrm_view::make_menu() {
         return menu;
     };
     QMenu* const file = add_menu("file", "&File");
-    add_entry(file, "prt", "&Print");
+    connect(add_entry(file, "prt", "&Print"), &QAction::triggered, this, on_command(prt_click));
     file->addSeparator()->setObjectName("null");
     Quit = add_entry(file, "Quit", "E&xit");
     connect(Quit, &QAction::triggered, this, &QWidget::close);
 
     QMenu* const setup = add_menu("Setup_menue", "&Setup");
     add_entry(setup, "setup", "Setup preferences");
-    add_entry(setup, "setup_scale", "Setup scales");
+    connect(add_entry(setup, "setup_scale", "Setup scales"), &QAction::triggered, this,
+            on_command(setup_scale_click));
     add_entry(setup, "setup_passwd", "Setup password");
     add_entry(setup, "setup_tcp", "Setup Modbus TCP/IP");
 
@@ -147,6 +150,7 @@ void mainfrm_view::show_state() {
         opt_res[index]->setAccessibleName(Lbl_opt_res[index]->text());
         opt_res[index]->setChecked(index == charts.opt_res);
     }
+    windows_.show_state();
 }
 
 void mainfrm_view::place() {

@@ -1,6 +1,7 @@
 #pragma once
 // The main window.
 
+#include "app/windows_view.h"
 #include "basics/types.h"
 #include "displays/layout.h"
 
@@ -55,6 +56,7 @@ class mainfrm_view : public QMainWindow {
     std::array<QLabel*, 4> Lbl_opt_res{};
     click_label* Lbl_TY_logger = nullptr;
     QLabel* status_panel_ = nullptr;
+    secondary_windows windows_;
     QTimer pending_; // runs while a change waits to be shown
 };
 

@@ -1,6 +1,8 @@
 #include "app/wiring.h"
 
+#include "displays/chart.h"
 #include "displays/panel.h"
+#include "displays/xy_plot.h"
 #include "link/calls.h"
 #include "link/serial.h"
 #include "link/supervision.h"
@@ -16,6 +18,7 @@ void wire_channel(i16 channel) {
     serial::comm[index].on_comm([channel] { serial::on_comm(channel); });
     mainfrm::Timer_timeout[index].on_tick([channel] { sensor::link_timed_out(channel); });
     mainfrm::Timer_intervall[index].on_tick([channel] { sensor::poll(channel); });
+    mainfrm::Timer_chartres[index].on_tick([channel] { Timer_chartres_tick(channel); });
 }
 
 } // namespace
@@ -27,6 +30,9 @@ void wire() {
     calls.log_note = log::log_note;
     calls.log_comment = log::log_comment;
     calls.event_line = event_line;
+    calls.process_thermo = process_thermo;
+    calls.process_angacc = process_angacc;
+    calls.clear_curves = clear_curves;
 
     mainfrm::Timer_chart_upd.on_tick(Timer_chart_upd_tick);
     for (i16 channel = 0; channel < channel_count; ++channel)

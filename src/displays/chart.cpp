@@ -1,7 +1,11 @@
 #include "displays/chart.h"
 
 #include "link/channel_rec.h"
+#include "link/speed_bands.h"
+#include "platform/clock.h"
 #include "settings/settings.h"
+
+#include <cmath>
 
 namespace tyxo {
 
@@ -21,6 +25,20 @@ constexpr std::array<curve_row, 6> curve_rows{{
     {"Teff %DCA", rgb(192, 0, 192), &settings_rec::xy_theff},
     {"Teff %ACA", rgb(255, 255, 255), &settings_rec::xy_theff_AC},
 }};
+
+constexpr i16 longest_freeze = 10; // minutes
+constexpr double ms_per_day = 86'400'000;
+
+const strip_window& live_rows(i16 channel) {
+    const double span = charts.chart[channel].XAxisSpan * ms_per_day;
+    return charts.rows[channel].window(static_cast<std::int64_t>(std::llround(span)));
+}
+
+void thaw(i16 channel) {
+    charts.chart[channel].Frozen = false;
+    charts.frozen[channel].reset();
+    mainfrm::Timer_chartres[static_cast<std::size_t>(channel)].Enabled(false);
+}
 
 } // namespace
 
@@ -47,6 +65,51 @@ void setup_chart(i16 channel) {
     for (const curve_row& row : curve_rows)
         chart.curves.push_back({std::string(row.title), row.color});
     chart.Title = channel_number(channel) + ": " + sensor::channels[channel].location;
+}
+
+void add_chart_row(i16 channel) {
+    iStripChartX& chart = at(charts.chart, channel);
+    const channel_rec& rec = sensor::channels[channel];
+    strip_row row;
+    row.time = running_ms();
+    row.values[0] = static_cast<float>(rec.tsignal);
+    if (rec.param_valid) {
+        const speed_band& band = band_of(speed_bands, rec.overspeed);
+        row.values[1] = static_cast<float>(static_cast<double>(rec.speed) / band.divisor);
+        chart.curves[1].Title = band.title;
+    }
+    row.values[2] = 100;
+    row.values[3] = static_cast<float>(rec.tvoltage / 2.0);
+    row.values[4] = static_cast<float>(rec.teff_dc);
+    row.values[5] = static_cast<float>(rec.teff_ac);
+    charts.last_row[channel] = charts.rows[channel].append(row);
+}
+
+void chart_click(i16 channel) {
+    iStripChartX& chart = at(charts.chart, channel);
+    Timer& minutes = mainfrm::Timer_chartres[static_cast<std::size_t>(channel)];
+    if (chart.Frozen) {
+        thaw(channel);
+        return;
+    }
+    charts.frozen[channel] = live_rows(channel);
+    chart.Frozen = true;
+    minutes.Interval(60'000);
+    minutes.Enabled(true);
+}
+
+void Timer_chartres_tick(i16 channel) {
+    i16& minutes = at(charts.frozen_minutes, channel);
+    ++minutes;
+    if (minutes < longest_freeze) return;
+    minutes = 0;
+    charts.chart[channel].FrozenMode = 0;
+    thaw(channel);
+}
+
+const strip_window& shown_rows(i16 channel) {
+    const auto& frozen = at(charts.frozen, channel);
+    return frozen ? *frozen : live_rows(channel);
 }
 
 void hide_curves_by_settings() {

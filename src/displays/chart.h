@@ -3,9 +3,12 @@
 
 #include "link/indicators.h"
 #include "platform/strip_chart.h"
+#include "platform/strip_history.h"
+#include "platform/timer.h"
 
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace tyxo {
@@ -27,15 +30,35 @@ struct chart_controls {
     per_channel<iStripChartX> chart;
     std::array<Label, time_resolutions.size()> Lbl_opt_res;
     std::size_t opt_res = 0; ///< the selected option
+    per_channel<strip_history> rows;
+    per_channel<std::optional<strip_window>> frozen; ///< what a frozen chart goes on showing
+    per_channel<i32> last_row{};                     ///< index of the row that was added last
+    per_channel<i16> frozen_minutes{}; ///< counted while frozen; a thaw by click keeps the count
 };
 
 inline chart_controls charts;
+
+namespace mainfrm {
+inline std::array<Timer, channel_count> Timer_chartres; ///< ticks each minute while the chart is frozen
+} // namespace mainfrm
 
 /// Selects a time window for all four charts, by the caption beside the option.
 void opt_res_click(std::size_t index);
 
 /// Gives the options their captions and selects the first.
 void setup_time_resolution();
+
+/// Adds the record's values to the chart of a channel as one row, stamped with the time.
+void add_chart_row(i16 channel);
+
+/// Freezes the chart or lets it go on.
+void chart_click(i16 channel);
+
+/// A frozen chart goes on by itself at the tenth minute.
+void Timer_chartres_tick(i16 channel);
+
+/// The rows that the chart shows: those of its time window, or those of the moment when it was frozen.
+[[nodiscard]] const strip_window& shown_rows(i16 channel);
 
 /// Sets up the chart of a channel in use: six curves, Y from 0 to 150.
 void setup_chart(i16 channel);

@@ -1,6 +1,7 @@
 #include "displays/panel.h"
 
 #include "basics/number_text.h"
+#include "displays/chart.h"
 #include "link/channel_rec.h"
 #include "platform/program.h"
 #include "settings/ini.h"
@@ -66,7 +67,7 @@ void design_panel(i16 channel) {
 }
 
 void show_plot(i16 channel, bool visible) {
-    panels.XYplot_visible[channel] = visible;
+    panels.XYplot[channel].Visible = visible;
     panels.Cmd_diagramm[channel].Visible = visible;
     panels.Cmd_diagramm2[channel].Visible = visible;
 }
@@ -173,6 +174,7 @@ void update_panel(i16 channel) {
 void Timer_chart_upd_tick() {
     for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
         if (!sensor::channel_running[channel]) continue;
+        add_chart_row(channel);
         show_thermo_value(channel);
         update_panel(channel);
     }

@@ -3,6 +3,7 @@
 
 #include "link/indicators.h"
 #include "platform/controls.h"
+#include "platform/xy_plot.h"
 
 namespace tyxo {
 
@@ -17,7 +18,7 @@ struct panel_controls {
     per_channel<Label> Lbl_dc_percent;
     per_channel<Frame> Frame_message; ///< stands in the place of the plot when its data is missing
     per_channel<Label> Lbl_dama;
-    per_channel<bool> XYplot_visible;
+    per_channel<iXYPlotX> XYplot;
     per_channel<Command> Cmd_diagramm;
     per_channel<Command> Cmd_diagramm2;
     per_channel<Command> cmd_zoom_xy;

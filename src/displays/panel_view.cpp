@@ -2,6 +2,7 @@
 
 #include "displays/analog_display_view.h"
 #include "displays/angular_gauge_view.h"
+#include "displays/bar_diagram.h"
 #include "displays/chart.h"
 #include "displays/chart_view.h"
 #include "displays/click_label_view.h"
@@ -11,6 +12,8 @@
 #include "displays/seven_segment_view.h"
 #include "displays/show_view.h"
 #include "displays/wrapped_button_view.h"
+#include "displays/xy_plot.h"
+#include "displays/xy_plot_view.h"
 #include "platform/desktop/handlers.h"
 
 #include <algorithm>
@@ -51,6 +54,13 @@ template <class Widget> Widget* panel_view::instrument(const char* array, const 
     return widget;
 }
 
+/// A handler of the core for a command of the operator that concerns this channel.
+std::function<void()> panel_view::on_command(void (*handler)(i16)) const {
+    return [handler, channel = channel_] {
+        desktop::run_handler(desktop::source::operator_, [handler, channel] { handler(channel); });
+    };
+}
+
 QLabel* panel_view::caption(const char* array, const QString& text, const rectangle& place, int font) {
     auto* const label = instrument<QLabel>(array, place, font);
     label->setText(text);
@@ -79,9 +89,7 @@ void panel_view::make_gauges() {
 
 void panel_view::make_displays() {
     Label4 = instrument<click_label>("Label4", {166, 16, 84, 15});
-    connect(Label4, &click_label::clicked, this, [channel = channel_] {
-        desktop::run_handler(desktop::source::operator_, [channel] { Label4_click(channel); });
-    });
+    connect(Label4, &click_label::clicked, this, on_command(Label4_click));
     digi_Thermo = instrument<analog_display_view>("digi_Thermo", {166, 32, 84, 26}, 16);
     caption("Lbl_tmv", "Thermovoltage", {166, 66, 88, 15});
     t_mv = instrument<analog_display_view>("t_mv", {166, 82, 84, 26}, 16);
@@ -117,11 +125,13 @@ void panel_view::make_levels() {
 }
 
 void panel_view::make_plot_side(QWidget* parent) {
-    XYplot = make<QFrame>("XYplot", parent);
-    XYplot->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    XYplot = make<xy_plot_view>("XYplot", parent);
+    connect(XYplot, &xy_plot_view::clicked, this, on_command(XYplot_click));
     Cmd_diagramm = make<wrapped_button>("Cmd_diagramm", parent);
     Cmd_diagramm2 = make<wrapped_button>("Cmd_diagramm2", parent);
     cmd_zoom_xy = make<wrapped_button>("cmd_zoom_xy", parent);
+    connect(Cmd_diagramm, &QPushButton::clicked, this, on_command(Cmd_diagramm_click));
+    connect(Cmd_diagramm2, &QPushButton::clicked, this, on_command(Cmd_diagramm2_click));
     Frame_message = make<QGroupBox>("Frame_message", parent);
     Lbl_dama = make<QLabel>("Lbl_dama", Frame_message);
     Lbl_dama->setWordWrap(true);
@@ -171,7 +181,7 @@ void panel_view::show_state() {
     dig_sens2->show_control(panels.dig_sens2[index]);
     show_frame(*Frame_message, panels.Frame_message[index]);
     show_label(*Lbl_dama, panels.Lbl_dama[index]);
-    XYplot->setVisible(panels.XYplot_visible[index]);
+    XYplot->show_control(panels.XYplot[index]);
     show_button(*Cmd_diagramm, panels.Cmd_diagramm[index]);
     show_button(*Cmd_diagramm2, panels.Cmd_diagramm2[index]);
     show_button(*cmd_zoom_xy, panels.cmd_zoom_xy[index]);

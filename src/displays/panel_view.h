@@ -4,12 +4,12 @@
 #include "basics/types.h"
 #include "displays/layout.h"
 
-#include <QFrame>
 #include <QGroupBox>
 #include <QLabel>
 #include <QObject>
 #include <QPushButton>
 
+#include <functional>
 #include <vector>
 
 namespace tyxo {
@@ -21,6 +21,7 @@ class click_label;
 class led_view;
 class linear_gauge_view;
 class seven_segment_view;
+class xy_plot_view;
 
 /// Makes a channel's controls as children of `parent`, named after their control arrays, puts them in their
 /// places and shows what the core says they show.
@@ -44,6 +45,7 @@ class panel_view : public QObject {
     template <class Widget> Widget* make(const char* array, QWidget* parent);
     template <class Widget> Widget* instrument(const char* array, const rectangle& place, int font = 11);
     QLabel* caption(const char* array, const QString& text, const rectangle& place, int font = 11);
+    [[nodiscard]] std::function<void()> on_command(void (*handler)(i16)) const;
     void make_gauges();
     void make_displays();
     void make_lamps();
@@ -73,7 +75,7 @@ class panel_view : public QObject {
     seven_segment_view* dig_sens2;
     QGroupBox* Frame_message;
     QLabel* Lbl_dama;
-    QFrame* XYplot;
+    xy_plot_view* XYplot;
     QPushButton* Cmd_diagramm;
     QPushButton* Cmd_diagramm2;
     QPushButton* cmd_zoom_xy;

@@ -25,6 +25,10 @@ struct link_calls {
     call<void(i16 channel)> process_angacc = [](i16) {};
     call<void(i16 channel)> clear_curves = [](i16) {};
 
+    // A processed curve, for the plant controller.
+    call<void(i16 channel)> calc_thermo_cyl = [](i16) {};
+    call<void(i16 channel)> calc_angacc_cyl = [](i16) {};
+
     // Alarm alert: raise the window, and name a channel in it.
     call<void()> open_alert = [] {};
     call<void(i16 channel)> show_alert_line = [](i16) {};

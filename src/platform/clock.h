@@ -3,10 +3,20 @@
 
 #include "basics/clock_text.h"
 
+#include <cstdint>
+
 namespace tyxo {
 
 /// The local time now, in the machine's time zone. It may jump either way: daylight saving, a corrected
 /// clock.
 [[nodiscard]] local_time local_now();
+
+/// Milliseconds since a fixed moment before the start. It never goes back or jumps, and runs on while the
+/// machine sleeps.
+[[nodiscard]] std::int64_t running_ms();
+
+/// The local time that belongs to a moment of `running_ms`, by today's setting of the clock: a clock that is
+/// corrected moves all moments alike. Daylight saving is that of the moment itself.
+[[nodiscard]] local_time local_at(std::int64_t running);
 
 } // namespace tyxo

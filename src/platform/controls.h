@@ -31,6 +31,14 @@ struct Frame {
     bool operator==(const Frame&) const = default;
 };
 
+/// A window beside the main window. The desktop shows it while `Visible` holds.
+struct Form {
+    std::string Caption;
+    bool Loaded = false; ///< its state is set up; a loaded form may be hidden
+    bool Visible = false;
+    bool operator==(const Form&) const = default;
+};
+
 /// A push button or a menu entry.
 struct Command {
     std::string Caption;

@@ -23,7 +23,7 @@ auto shown(i16 channel) {
     return std::make_tuple(panels.Frame_sensor[channel], panels.Gauge_thermo[channel], panels.Label4[channel],
                            panels.dig_sens[channel], panels.dig_sens2[channel], panels.lbl_aimplevel[channel],
                            panels.Lbl_dc_percent[channel], panels.Frame_message[channel],
-                           panels.Lbl_dama[channel], panels.XYplot_visible[channel],
+                           panels.Lbl_dama[channel], panels.XYplot[channel].Visible,
                            panels.Cmd_diagramm[channel], panels.Cmd_diagramm2[channel],
                            indicators.drehzahl[channel], indicators.dig_drehzahl[channel],
                            indicators.digi_Thermo[channel], indicators.t_mv[channel]);
@@ -102,7 +102,7 @@ TEST_F(PanelRefresh, ValuesAreWrittenOnEveryTickChangedOrNot) {
     panels.dig_sens2[0] = {};
     panels.lbl_aimplevel[0].Caption = panels.Lbl_dc_percent[0].Caption = panels.Lbl_dama[0].Caption = "1";
     panels.Frame_message[0].Visible = true;
-    panels.XYplot_visible[0] = false;
+    panels.XYplot[0].Visible = false;
     advance(500);
     auto expected = written;
     std::get<4>(expected) = panels.dig_sens2[0];

@@ -78,7 +78,7 @@ const std::vector<number_row> design_numbers{
     {"LED_prealarm.InactiveColor", [](i16 c) -> double { return indicators.LED_prealarm[c].InactiveColor; }, 16512},
     {"LED_Rdy.Active", [](i16 c) -> double { return indicators.LED_Rdy[c].Active; }, 0},
     {"Frame_sensor.Enabled", [](i16 c) -> double { return panels.Frame_sensor[c].Enabled; }, 1},
-    {"XYplot.Visible", [](i16 c) -> double { return panels.XYplot_visible[c]; }, 0},
+    {"XYplot.Visible", [](i16 c) -> double { return panels.XYplot[c].Visible; }, 0},
     {"Cmd_diagramm.Visible", [](i16 c) -> double { return panels.Cmd_diagramm[c].Visible; }, 0},
     {"Cmd_diagramm2.Visible", [](i16 c) -> double { return panels.Cmd_diagramm2[c].Visible; }, 0},
     {"Frame_message.Visible", [](i16 c) -> double { return panels.Frame_message[c].Visible; }, 1},
@@ -207,13 +207,13 @@ TEST_F(Panel, PlotButtonsAndMessageFollowTheEvaluatorsMode) {
     };
     for (const mode_row& row : {mode_row{99, false, "old"}, {1, true, no_data}, {0, false, advanced}}) {
         for (const bool before : {false, true}) {
-            panels.XYplot_visible[0] = panels.Cmd_diagramm[0].Visible = panels.Cmd_diagramm2[0].Visible =
+            panels.XYplot[0].Visible = panels.Cmd_diagramm[0].Visible = panels.Cmd_diagramm2[0].Visible =
                 before;
             panels.Frame_message[0].Visible = before;
             panels.Lbl_dama[0].Caption = "old";
             channels[0].eva_mode = row.mode;
             update_panel(0);
-            EXPECT_EQ(panels.XYplot_visible[0], row.plot) << row.mode;
+            EXPECT_EQ(panels.XYplot[0].Visible, row.plot) << row.mode;
             EXPECT_EQ(panels.Cmd_diagramm[0].Visible, row.plot) << row.mode;
             EXPECT_EQ(panels.Cmd_diagramm2[0].Visible, row.plot) << row.mode;
             EXPECT_EQ(panels.Frame_message[0].Visible, !row.plot) << row.mode;
@@ -225,13 +225,13 @@ TEST_F(Panel, PlotButtonsAndMessageFollowTheEvaluatorsMode) {
 TEST_F(Panel, AnyOtherModeLeavesPlotButtonsAndMessageAsTheyWere) {
     for (const i32 mode : {2, 3, 98, 100, 255, -1}) {
         for (const bool before : {false, true}) {
-            panels.XYplot_visible[0] = panels.Cmd_diagramm[0].Visible = panels.Cmd_diagramm2[0].Visible =
+            panels.XYplot[0].Visible = panels.Cmd_diagramm[0].Visible = panels.Cmd_diagramm2[0].Visible =
                 before;
             panels.Frame_message[0].Visible = before;
             panels.Lbl_dama[0].Caption = "old";
             channels[0].eva_mode = mode;
             update_panel(0);
-            EXPECT_EQ(panels.XYplot_visible[0], before) << mode;
+            EXPECT_EQ(panels.XYplot[0].Visible, before) << mode;
             EXPECT_EQ(panels.Cmd_diagramm[0].Visible, before) << mode;
             EXPECT_EQ(panels.Cmd_diagramm2[0].Visible, before) << mode;
             EXPECT_EQ(panels.Frame_message[0].Visible, before) << mode;

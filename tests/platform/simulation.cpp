@@ -3,7 +3,11 @@
 #include "simulated_ports.h"
 
 #include "app/mainfrm.h"
+#include "displays/bar_diagram.h"
 #include "displays/chart.h"
+#include "displays/frmdetailedpic.h"
+#include "displays/frmscale_polar.h"
+#include "displays/frmselectprint.h"
 #include "displays/panel.h"
 #include "link/calls.h"
 #include "link/channel_rec.h"
@@ -16,6 +20,7 @@
 #include "logging/log.h"
 #include "platform/clock.h"
 #include "platform/debug_output.h"
+#include "platform/printer.h"
 #include "settings/serial_ports.h"
 #include "settings/settings.h"
 
@@ -80,6 +85,8 @@ void reset_timers() {
         reset(timer);
     for (Timer& timer : mainfrm::Timer_timeout)
         reset(timer);
+    for (Timer& timer : mainfrm::Timer_chartres)
+        reset(timer);
 }
 
 } // namespace
@@ -94,6 +101,12 @@ void fresh_world() {
     indicators = {};
     panels = {};
     charts = {};
+    frmdetailedpic = {};
+    frmbarpic = {};
+    Frmbarpic2 = {};
+    frmscale_polar = {};
+    frmselectprint = {};
+    print_channel = 0;
     main_form = {};
     log::log_period.clear();
     for (output_file& file : log::log_files)
@@ -117,9 +130,18 @@ std::string framed(std::string_view body) {
 using simulation::world;
 
 local_time local_now() {
+    return local_at(world().now_ms);
+}
+
+std::int64_t running_ms() {
+    return world().now_ms;
+}
+
+local_time local_at(std::int64_t running) {
     // The wall clock runs with the virtual one from where it was set; no time zone takes part.
     const simulation::machine& machine = world();
-    const std::int64_t seconds = (machine.now_ms - machine.local_set_ms) / 1000;
+    const std::int64_t since = running - machine.local_set_ms;
+    const std::int64_t seconds = since >= 0 ? since / 1000 : -((999 - since) / 1000);
     const local_time& set = machine.local;
     if (seconds == 0) return set;
     std::tm parts{};
@@ -147,6 +169,10 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
     const box_answer answer = machine.answers.front();
     machine.answers.pop_front();
     return answer;
+}
+
+void print_chart(const iStripChartX& chart, const strip_window& rows) {
+    world().prints.push_back({chart, rows});
 }
 
 void end_program(int exit_code) {

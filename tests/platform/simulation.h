@@ -7,6 +7,8 @@
 #include "platform/message_box.h"
 #include "platform/port_list.h"
 #include "platform/program.h"
+#include "platform/strip_chart.h"
+#include "platform/strip_history.h"
 
 #include <deque>
 #include <functional>
@@ -34,6 +36,12 @@ struct shown_box {
     std::string title;
 };
 
+/// A strip chart that was printed.
+struct printed_chart {
+    iStripChartX chart;
+    strip_window rows;
+};
+
 struct machine {
     std::int64_t now_ms = 0;                ///< virtual time since the start of the test
     local_time local{2026, 7, 2, 13, 5, 9}; ///< what the wall clock showed at `local_set_ms`
@@ -44,6 +52,8 @@ struct machine {
     std::vector<shown_box> boxes;
     std::deque<box_answer> answers;   ///< of the next boxes; `ok` when there are no more
     std::function<void()> during_box; ///< runs while a box is up
+
+    std::vector<printed_chart> prints;
 
     bool events_held = false;
     int do_events_calls = 0;

@@ -25,13 +25,31 @@ QString shown_text(std::string_view text) {
     return QString::fromStdString(utf8_from_ansi(text)).replace("\r\n", "\n");
 }
 
+local_time local_of(std::time_t moment) {
+    std::tm parts{};
+    localtime_r(&moment, &parts);
+    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
+}
+
+std::int64_t milliseconds_of(clockid_t clock) {
+    std::timespec now{};
+    clock_gettime(clock, &now);
+    return std::int64_t{1000} * now.tv_sec + now.tv_nsec / 1'000'000;
+}
+
 } // namespace
 
 local_time local_now() {
-    const std::time_t now = std::time(nullptr);
-    std::tm parts{};
-    localtime_r(&now, &parts);
-    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
+    return local_of(std::time(nullptr));
+}
+
+std::int64_t running_ms() {
+    return milliseconds_of(CLOCK_BOOTTIME);
+}
+
+local_time local_at(std::int64_t running) {
+    const std::int64_t moment = milliseconds_of(CLOCK_REALTIME) - (running_ms() - running);
+    return local_of(static_cast<std::time_t>((moment + 500) / 1000));
 }
 
 void debug_output(std::string_view message) {

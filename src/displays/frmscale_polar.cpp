@@ -1,0 +1,7 @@
+#include "displays/frmscale_polar.h"
+
+namespace tyxo {
+
+void setup_scale_click() {}
+
+} // namespace tyxo

@@ -1,0 +1,7 @@
+#include "displays/frmselectprint.h"
+
+namespace tyxo {
+
+void prt_click() {}
+
+} // namespace tyxo

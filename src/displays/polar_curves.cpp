@@ -1,0 +1,9 @@
+// The measured curves of the Detailed Display.
+
+#include "displays/frmdetailedpic.h"
+
+namespace tyxo {
+
+void draw_curves() {}
+
+} // namespace tyxo

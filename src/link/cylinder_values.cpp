@@ -1,0 +1,1 @@
+#include "link/cylinder_values.h"

@@ -1,0 +1,1 @@
+#include "platform/desktop/strip_plot.h"

@@ -1,0 +1,14 @@
+#pragma once
+// Printing a strip chart.
+
+#include "platform/strip_chart.h"
+#include "platform/strip_history.h"
+
+namespace tyxo {
+
+/// Prints the chart as its print settings say: title lines, then the visible curves with axes and legend over
+/// `rows`, with the chart's X span. The operator chooses a printer or a PDF file; a print that cannot be done
+/// ends with a message box.
+void print_chart(const iStripChartX& chart, const strip_window& rows);
+
+} // namespace tyxo

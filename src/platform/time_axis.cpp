@@ -1,0 +1,1 @@
+#include "platform/time_axis.h"
