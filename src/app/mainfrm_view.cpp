@@ -97,6 +97,10 @@ void mainfrm_view::make_client() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         panels_[static_cast<std::size_t>(channel)] = new panel_view(channel, client);
     }
+    for (panel_view* panel : panels_)
+        panel->make_chart(client);
+    for (panel_view* panel : panels_)
+        panel->make_zoom_button(client);
     Text_status = new text_status_view(client);
     Text_status->setObjectName("Text_status");
     make_resolution(client);
@@ -157,6 +161,7 @@ void mainfrm_view::place() {
     const QSize client = centralWidget()->size();
     const window_layout layout =
         layout_window(client.width(), client.height(), isMaximized() || isFullScreen());
+    place_charts(layout);
     for (std::size_t channel = 0; channel < panels_.size(); ++channel) {
         panels_[channel]->place(layout.quadrants[channel]);
     }

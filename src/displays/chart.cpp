@@ -1,5 +1,6 @@
 #include "displays/chart.h"
 
+#include "displays/panel.h"
 #include "link/channel_rec.h"
 #include "link/speed_bands.h"
 #include "platform/clock.h"
@@ -32,6 +33,28 @@ constexpr double ms_per_day = 86'400'000;
 const strip_window& live_rows(i16 channel) {
     const double span = charts.chart[channel].XAxisSpan * ms_per_day;
     return charts.rows[channel].window(static_cast<std::int64_t>(std::llround(span)));
+}
+
+/// The height of a chart that is not enlarged.
+i32 small_height() {
+    const window_layout& form = charts.layout;
+    return (form.client_height - form.Text_status.height - 2 * form.quadrants[0].Frame_sensor.height - 40) /
+           2;
+}
+
+void enlarge(i16 channel) {
+    iStripChartX& chart = charts.chart[channel];
+    if (channel >= 2) chart.Left = 20;
+    chart.Width = charts.layout.client_width - 25;
+    chart.Height = small_height() + 125;
+}
+
+void reduce(i16 channel) {
+    iStripChartX& chart = charts.chart[channel];
+    const i32 half = charts.layout.client_width / 2;
+    if (channel >= 2) chart.Left = half;
+    chart.Width = half - 4;
+    chart.Height = small_height();
 }
 
 void thaw(i16 channel) {
@@ -105,6 +128,38 @@ void Timer_chartres_tick(i16 channel) {
     minutes = 0;
     charts.chart[channel].FrozenMode = 0;
     thaw(channel);
+}
+
+void cmd_zoom_xy_click(i16 channel) {
+    // The neighbour's state is its own: with both flags set, the last command decides which chart is seen.
+    iStripChartX& chart = at(charts.chart, channel);
+    iStripChartX& neighbour = charts.chart[channel < 2 ? channel + 2 : channel - 2];
+    bool& enlarged = sensor::channels[channel].xy_zoom_state;
+    if (!enlarged) {
+        enlarge(channel);
+        neighbour.Visible = false;
+        chart.Visible = true;
+        enlarged = true;
+        panels.cmd_zoom_xy[channel].Caption = "Reduce XY graph";
+    } else {
+        reduce(channel);
+        neighbour.Visible = true;
+        enlarged = false;
+        panels.cmd_zoom_xy[channel].Caption = "Enlarge XY graph";
+    }
+}
+
+void place_charts(const window_layout& layout) {
+    charts.layout = layout;
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        const rectangle& place = layout.quadrants[static_cast<std::size_t>(channel)].chart;
+        iStripChartX& chart = charts.chart[channel];
+        chart.Left = place.left;
+        chart.Top = place.top;
+        chart.Width = place.width;
+        chart.Height = place.height;
+        if (sensor::channels[channel].xy_zoom_state) enlarge(channel);
+    }
 }
 
 const strip_window& shown_rows(i16 channel) {

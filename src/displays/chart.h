@@ -1,6 +1,7 @@
 #pragma once
 // The strip charts: their settings, and the time window that they share.
 
+#include "displays/layout.h"
 #include "link/indicators.h"
 #include "platform/strip_chart.h"
 #include "platform/strip_history.h"
@@ -30,6 +31,7 @@ struct chart_controls {
     per_channel<iStripChartX> chart;
     std::array<Label, time_resolutions.size()> Lbl_opt_res;
     std::size_t opt_res = 0; ///< the selected option
+    window_layout layout = layout_window(design_client_width, design_client_height, false);
     per_channel<strip_history> rows;
     per_channel<std::optional<strip_window>> frozen; ///< what a frozen chart goes on showing
     per_channel<i32> last_row{};                     ///< index of the row that was added last
@@ -56,6 +58,12 @@ void chart_click(i16 channel);
 
 /// A frozen chart goes on by itself at the tenth minute.
 void Timer_chartres_tick(i16 channel);
+
+/// `cmd_zoom_xy`: gives the chart the whole width of its row and hides its neighbour, or takes that back.
+void cmd_zoom_xy_click(i16 channel);
+
+/// The main window has this layout now: charts in their places, enlarged ones in the whole width.
+void place_charts(const window_layout& layout);
 
 /// The rows that the chart shows: those of its time window, or those of the moment when it was frozen.
 [[nodiscard]] const strip_window& shown_rows(i16 channel);

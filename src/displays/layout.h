@@ -19,18 +19,20 @@ struct rectangle {
 inline constexpr i32 design_client_width = 1272;
 inline constexpr i32 design_client_height = 911;
 
-/// The places of one channel's controls.
+/// The places of one channel's controls: the chart above, the instruments below.
 struct quadrant_layout {
+    rectangle chart;
+    rectangle cmd_zoom_xy; ///< in the chart's title line, where an enlarged chart leaves it uncovered
     rectangle Frame_sensor;
     rectangle XYplot; ///< also the place of `Frame_message`, with the buttons' place
     rectangle Frame_message;
     rectangle Cmd_diagramm;
     rectangle Cmd_diagramm2;
-    rectangle cmd_zoom_xy;
-    rectangle chart;
 };
 
 struct window_layout {
+    i32 client_width = 0;
+    i32 client_height = 0;
     std::array<quadrant_layout, channel_count>
         quadrants; ///< 1 top left, 2 bottom left, 3 top right, 4 bottom right
     rectangle Text_status;

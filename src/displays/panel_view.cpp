@@ -74,7 +74,6 @@ panel_view::panel_view(i16 channel, QWidget* parent)
     make_lamps();
     make_levels();
     make_plot_side(parent);
-    chart = make<chart_view>("chart", parent);
 }
 
 void panel_view::make_gauges() {
@@ -129,13 +128,21 @@ void panel_view::make_plot_side(QWidget* parent) {
     connect(XYplot, &xy_plot_view::clicked, this, on_command(XYplot_click));
     Cmd_diagramm = make<wrapped_button>("Cmd_diagramm", parent);
     Cmd_diagramm2 = make<wrapped_button>("Cmd_diagramm2", parent);
-    cmd_zoom_xy = make<wrapped_button>("cmd_zoom_xy", parent);
     connect(Cmd_diagramm, &QPushButton::clicked, this, on_command(Cmd_diagramm_click));
     connect(Cmd_diagramm2, &QPushButton::clicked, this, on_command(Cmd_diagramm2_click));
     Frame_message = make<QGroupBox>("Frame_message", parent);
     Lbl_dama = make<QLabel>("Lbl_dama", Frame_message);
     Lbl_dama->setWordWrap(true);
     Lbl_dama->setAlignment(Qt::AlignCenter);
+}
+
+void panel_view::make_chart(QWidget* parent) {
+    chart = make<chart_view>("chart", parent);
+}
+
+void panel_view::make_zoom_button(QWidget* parent) {
+    cmd_zoom_xy = make<QPushButton>("cmd_zoom_xy", parent);
+    connect(cmd_zoom_xy, &QPushButton::clicked, this, on_command(cmd_zoom_xy_click));
 }
 
 void panel_view::place(const quadrant_layout& layout) {
@@ -156,7 +163,13 @@ void panel_view::place(const quadrant_layout& layout) {
     cmd_zoom_xy->setGeometry(on_screen(layout.cmd_zoom_xy));
     Frame_message->setGeometry(on_screen(layout.Frame_message));
     Lbl_dama->setGeometry(Frame_message->rect().adjusted(6, 14, -6, -4));
-    chart->setGeometry(on_screen(layout.chart));
+    show_chart();
+}
+
+void panel_view::show_chart() {
+    const iStripChartX& control = charts.chart[static_cast<std::size_t>(channel_)];
+    chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
+    chart->show_control(control);
 }
 
 void panel_view::show_state() {
@@ -185,7 +198,7 @@ void panel_view::show_state() {
     show_button(*Cmd_diagramm, panels.Cmd_diagramm[index]);
     show_button(*Cmd_diagramm2, panels.Cmd_diagramm2[index]);
     show_button(*cmd_zoom_xy, panels.cmd_zoom_xy[index]);
-    chart->show_control(charts.chart[index]);
+    show_chart();
 }
 
 } // namespace tyxo

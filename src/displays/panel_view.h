@@ -34,6 +34,11 @@ class panel_view : public QObject {
     void place(const quadrant_layout& layout);
     void show_state();
 
+    /// An enlarged chart lies over the instruments of its row, and under the zoom buttons: charts are made
+    /// after all panels, buttons after all charts.
+    void make_chart(QWidget* parent);
+    void make_zoom_button(QWidget* parent);
+
   private:
     /// A control inside `Frame_sensor` and its place in the frame's design size.
     struct placed {
@@ -51,6 +56,7 @@ class panel_view : public QObject {
     void make_lamps();
     void make_levels();
     void make_plot_side(QWidget* parent);
+    void show_chart();
 
     i16 channel_;
     QGroupBox* Frame_sensor;

@@ -35,7 +35,6 @@ std::vector<named_place> visible_places(const window_layout& layout, bool plots)
         const std::string number = "(" + std::to_string(index) + ")";
         places.push_back({"Frame_sensor" + number, quadrant.Frame_sensor});
         places.push_back({"chart" + number, quadrant.chart});
-        places.push_back({"cmd_zoom_xy" + number, quadrant.cmd_zoom_xy});
         if (plots) {
             places.push_back({"XYplot" + number, quadrant.XYplot});
             places.push_back({"Cmd_diagramm" + number, quadrant.Cmd_diagramm});
@@ -84,7 +83,6 @@ std::vector<named_place> quadrant_places(const quadrant_layout& quadrant) {
             {"Frame_message", quadrant.Frame_message},
             {"Cmd_diagramm", quadrant.Cmd_diagramm},
             {"Cmd_diagramm2", quadrant.Cmd_diagramm2},
-            {"cmd_zoom_xy", quadrant.cmd_zoom_xy},
             {"chart", quadrant.chart}};
 }
 

@@ -1,0 +1,150 @@
+// One chart over the whole width of its row.
+
+#include "displays/chart.h"
+#include "displays/panel.h"
+#include "link/channel_rec.h"
+#include "logging/logging_machine.h"
+
+#include <gtest/gtest.h>
+
+namespace tyxo {
+namespace {
+
+using namespace simulation;
+
+struct size_row {
+    i32 width;
+    i32 height;
+    bool maximised;
+};
+
+class ChartZoom : public testing::TestWithParam<size_row> {
+  protected:
+    void SetUp() override {
+        start_on(logging_settings(4));
+        layout_ = layout_window(GetParam().width, GetParam().height, GetParam().maximised);
+        place_charts(layout_);
+        const i32 frame = layout_.quadrants[0].Frame_sensor.height;
+        small_ = (layout_.client_height - layout_.Text_status.height - 2 * frame - 40) / 2;
+    }
+
+    [[nodiscard]] const rectangle& design_place(i16 channel) const {
+        return layout_.quadrants[static_cast<std::size_t>(channel)].chart;
+    }
+    static i16 neighbour(i16 channel) { return static_cast<i16>((channel + 2) % 4); }
+
+    void expect_enlarged(i16 channel) const {
+        const iStripChartX& chart = charts.chart[channel];
+        EXPECT_EQ(chart.Left, channel < 2 ? design_place(channel).left : 20);
+        EXPECT_EQ(chart.Top, design_place(channel).top);
+        EXPECT_EQ(chart.Width, layout_.client_width - 25);
+        EXPECT_EQ(chart.Height, small_ + 125);
+    }
+    void expect_small(i16 channel) const {
+        const iStripChartX& chart = charts.chart[channel];
+        EXPECT_EQ(chart.Left, channel < 2 ? design_place(channel).left : layout_.client_width / 2);
+        EXPECT_EQ(chart.Width, layout_.client_width / 2 - 4);
+        EXPECT_EQ(chart.Height, small_);
+    }
+
+    window_layout layout_;
+    i32 small_ = 0;
+};
+
+TEST_P(ChartZoom, EnlargesOverTheNeighbourAndBack) {
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        cmd_zoom_xy_click(channel);
+        expect_enlarged(channel);
+        EXPECT_TRUE(sensor::channels[channel].xy_zoom_state);
+        EXPECT_EQ(panels.cmd_zoom_xy[channel].Caption, "Reduce XY graph");
+        for (i16 other = 0; other < channel_count; ++other)
+            EXPECT_EQ(charts.chart[other].Visible, other != neighbour(channel)) << channel << other;
+
+        cmd_zoom_xy_click(channel);
+        expect_small(channel);
+        EXPECT_FALSE(sensor::channels[channel].xy_zoom_state);
+        EXPECT_EQ(panels.cmd_zoom_xy[channel].Caption, "Enlarge XY graph");
+        for (const iStripChartX& chart : charts.chart)
+            EXPECT_TRUE(chart.Visible);
+    }
+}
+
+TEST_P(ChartZoom, TheLastCommandDecidesWhichChartOfTheRowIsSeen) {
+    cmd_zoom_xy_click(0);
+    cmd_zoom_xy_click(2);
+    EXPECT_TRUE(sensor::channels[0].xy_zoom_state);
+    EXPECT_TRUE(sensor::channels[2].xy_zoom_state);
+    expect_enlarged(0);
+    expect_enlarged(2);
+    EXPECT_FALSE(charts.chart[0].Visible);
+    EXPECT_TRUE(charts.chart[2].Visible);
+
+    cmd_zoom_xy_click(0); // reduced while hidden: it stays hidden, its enlarged neighbour stays
+    expect_small(0);
+    EXPECT_FALSE(charts.chart[0].Visible);
+    EXPECT_TRUE(charts.chart[2].Visible);
+
+    cmd_zoom_xy_click(2);
+    expect_small(2);
+    EXPECT_TRUE(charts.chart[0].Visible);
+    EXPECT_TRUE(charts.chart[2].Visible);
+}
+
+TEST_P(ChartZoom, RowsDoNotTouchEachOther) {
+    cmd_zoom_xy_click(0);
+    cmd_zoom_xy_click(1);
+    EXPECT_TRUE(charts.chart[0].Visible);
+    EXPECT_TRUE(charts.chart[1].Visible);
+    EXPECT_FALSE(charts.chart[2].Visible);
+    EXPECT_FALSE(charts.chart[3].Visible);
+    EXPECT_LE(charts.chart[0].Top + charts.chart[0].Height, charts.chart[1].Top);
+    EXPECT_LE(charts.chart[1].Top + charts.chart[1].Height, layout_.Text_status.top);
+}
+
+TEST_P(ChartZoom, AnEnlargedChartFollowsTheWindowsSize) {
+    cmd_zoom_xy_click(3);
+    layout_ = layout_window(2000, 1300, true);
+    small_ = (1300 - layout_.Text_status.height - 2 * layout_.quadrants[0].Frame_sensor.height - 40) / 2;
+    place_charts(layout_);
+    expect_enlarged(3);
+    EXPECT_EQ(charts.chart[0].Left, layout_.quadrants[0].chart.left);
+    EXPECT_EQ(charts.chart[0].Width, layout_.quadrants[0].chart.width);
+    EXPECT_EQ(charts.chart[0].Height, layout_.quadrants[0].chart.height);
+}
+
+TEST_P(ChartZoom, TheButtonsOfARowStandAtBothEndsOfTheTitleLine) {
+    for (std::size_t row = 0; row < 2; ++row) {
+        const rectangle& left = layout_.quadrants[row].cmd_zoom_xy;
+        const rectangle& right = layout_.quadrants[row + 2].cmd_zoom_xy;
+        EXPECT_LT(left.left + left.width, layout_.client_width / 4);
+        EXPECT_GT(right.left, layout_.client_width * 3 / 4);
+        EXPECT_LE(right.left + right.width, layout_.client_width);
+        for (const rectangle& button : {left, right}) {
+            EXPECT_GE(button.top, layout_.quadrants[row].chart.top);
+            EXPECT_LE(button.top + button.height, layout_.quadrants[row].chart.top + 24);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Windows, ChartZoom,
+                         testing::Values(size_row{1272, 911, false}, size_row{1280, 1002, true},
+                                         size_row{1920, 1058, true}, size_row{3840, 2100, true}),
+                         [](const auto& row) { return "Width" + std::to_string(row.param.width); });
+
+TEST(ChartZoomOfNoChart, IsAFailure) {
+    start_on(logging_settings(4));
+    EXPECT_THROW(cmd_zoom_xy_click(4), failure);
+    EXPECT_THROW(cmd_zoom_xy_click(-1), failure);
+}
+
+TEST(ChartZoomAtTheStart, ChartsHaveTheirDesignSize) {
+    start_on(logging_settings(4));
+    place_charts(layout_window(design_client_width, design_client_height, false));
+    for (const iStripChartX& chart : charts.chart) {
+        EXPECT_EQ(chart.Width, 635);
+        EXPECT_EQ(chart.Height, 278);
+    }
+}
+
+} // namespace
+} // namespace tyxo
