@@ -1,0 +1,131 @@
+// A whole display tick of the running main window: four channels, their gauges, charts and scopes, painted.
+
+#include "app/mainfrm.h"
+#include "app/mainfrm_view.h"
+#include "app/wiring.h"
+#include "displays/chart.h"
+#include "displays/panel.h"
+#include "displays/xy_plot.h"
+#include "link/channel_rec.h"
+#include "platform/clock.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+using namespace tyxo;
+
+constexpr const char* settings_text = "[tyxo]\r\nupd_periode=100\r\nmax_sensors=4\r\nadc_offset=479\r\n"
+                                      "zyl_speed_range=1\r\nscale_polar_a=0.5\r\nscale_polar_t=3\r\n"
+                                      "xy_tmv=1\r\nxy_theff=1\r\nxy_theff_AC=1\r\nxy_tha=1\r\n"
+                                      "location 1=Engine 1\r\nlocation 2=Engine 2\r\n"
+                                      "location 3=Engine 3\r\nlocation 4=Engine 4\r\n";
+
+mainfrm_view* window = nullptr;
+
+/// Values that move, so that every needle, digit and line is painted anew.
+void measure(i16 channel, int step) {
+    channel_rec& rec = sensor::channels[channel];
+    rec.tsignal = 40 + step % 50;
+    rec.teff_dc = 30 + step % 40;
+    rec.teff_ac = 20 + step % 30;
+    rec.tvoltage = 100 + step % 90;
+    rec.speed = 700 + step % 100;
+    rec.overspeed = 900;
+    rec.param_valid = true;
+    rec.eva_mode = evaluator_mode::standard;
+}
+
+/// The rows of two full hours, so that every time window but the longest is full.
+void fill_charts() {
+    const std::int64_t now = running_ms();
+    for (strip_history& rows : charts.rows) {
+        rows.clear();
+        strip_row row;
+        for (std::int64_t before = 7'200'000; before > 0; before -= 100) {
+            row.time = now - before;
+            for (std::size_t curve = 0; curve < strip_curves; ++curve)
+                row.values[curve] = static_cast<float>((before / 100 * (7 + curve)) % 140);
+            rows.append(row);
+        }
+    }
+}
+
+void start() {
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        sensor::channel_running[channel] = true;
+        for (std::size_t sample = 0; sample < curve_samples; ++sample) {
+            sensor::channels[channel].thermo_data[sample] = static_cast<i32>(480 + sample % 17);
+            sensor::channels[channel].angacc_data[sample] = static_cast<i32>(700 + sample % 31);
+        }
+        measure(channel, 0);
+        process_thermo(channel);
+        process_angacc(channel);
+    }
+    fill_charts();
+}
+
+void show_now() {
+    window->show_state();
+    QCoreApplication::processEvents();
+}
+
+/// By the index of the time resolution: 2 min, 15 min, 1 h, 24 h.
+void tick_with_painting(benchmark::State& state) {
+    start();
+    opt_res_click(static_cast<std::size_t>(state.range(0)));
+    show_now();
+    int step = 0;
+    for (auto _ : state) {
+        ++step;
+        for (i16 channel = 0; channel < channel_count; ++channel)
+            measure(channel, step);
+        Timer_chart_upd_tick();
+        show_now();
+    }
+}
+BENCHMARK(tick_with_painting)->DenseRange(0, 3)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+/// The tick alone, nothing painted.
+void tick_of_the_core(benchmark::State& state) {
+    start();
+    int step = 0;
+    for (auto _ : state) {
+        ++step;
+        for (i16 channel = 0; channel < channel_count; ++channel) {
+            measure(channel, step);
+            add_chart_row(channel);
+            update_panel(channel);
+        }
+    }
+}
+BENCHMARK(tick_of_the_core)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREEN);
+    QApplication::setStyle("Fusion");
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    const QTemporaryDir folder;
+    if (!QDir::setCurrent(folder.path())) return 1;
+    QFile file("tyxo.ini");
+    if (!file.open(QIODevice::WriteOnly)) return 1;
+    file.write(settings_text);
+    file.close();
+    wire();
+    mainfrm_view main_window;
+    window = &main_window;
+    form_load(main_window.width(), main_window.height());
+    main_window.show_state();
+    main_window.show();
+    QCoreApplication::processEvents();
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

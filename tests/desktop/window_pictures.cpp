@@ -1,0 +1,207 @@
+// Pictures of all windows for engines of every kind, for people to look at.
+//
+//     build/release/window_pictures FOLDER
+
+#include "app/mainfrm.h"
+#include "app/mainfrm_view.h"
+#include "app/wiring.h"
+#include "displays/bar_diagram.h"
+#include "displays/chart.h"
+#include "displays/frmdetailedpic.h"
+#include "displays/frmscale_polar.h"
+#include "displays/frmselectprint.h"
+#include "displays/panel.h"
+#include "displays/xy_plot.h"
+#include "link/channel_rec.h"
+#include "link/frame_dispatch.h"
+#include "link/hex.h"
+#include "link/speed_bands.h"
+#include "platform/clock.h"
+#include "settings/settings.h"
+
+#include "engine.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace {
+
+using namespace tyxo;
+namespace simulated = tyxo::evaluator_sim;
+
+constexpr const char* settings_text =
+    "[tyxo]\r\nupd_periode=250\r\nmax_sensors=4\r\nadc_offset=479\r\nzyl_speed_range=5\r\n"
+    "scale_polar_a=0.5\r\nscale_polar_t=3\r\nxy_tmv=1\r\nxy_theff=1\r\nxy_theff_AC=1\r\nxy_tha=1\r\n"
+    "location 1=Port main engine\r\nlocation 2=Generator 2\r\nlocation 3=Slow runner\r\n"
+    "location 4=Test bed\r\n";
+
+struct engine {
+    const char* name;
+    simulated::Parameters parameters;
+};
+
+std::vector<engine> engines() {
+    return {{"inline6-4", *simulated::engine_preset("inline6-4")},
+            {"v16-4", *simulated::engine_preset("v16-4")},
+            {"inline5-2", *simulated::engine_preset("inline5-2")},
+            {"inline24-4", simulated::plain_engine(false, 24, 4, 750, 860)},
+            {"v24-4", simulated::plain_engine(true, 24, 4, 1000, 1150)}};
+}
+
+void send(i16 channel, const std::string& body) {
+    sensor::frame_dispatch(body + funct::frame_lrc(body) + "\r\n", channel);
+}
+
+/// A channel that measures an engine: parameters, values, one curve of each kind.
+void run_engine(i16 channel, const simulated::Parameters& parameters) {
+    send(channel, simulated::parameters_body(parameters, simulated::ParameterForm::percent));
+    channel_rec& rec = sensor::channels[channel];
+    rec.eva_mode = evaluator_mode::standard;
+    rec.fwvers = "V4.31";
+    simulated::EngineState state = simulated::running_engine(parameters, 11);
+    simulated::warm_cylinder(state, 2, 105, 0, 0);
+    const simulated::Geometry geometry(parameters);
+    const auto percent = simulated::thermo_percent(state, geometry, parameters, 10);
+    const auto thermo =
+        simulated::thermo_curve(percent, simulated::dc_gain(parameters, simulated::ParameterForm::percent));
+    const auto angacc = simulated::acceleration_curve(state, geometry, simulated::clock_tick(rec.fwvers), 10);
+    for (std::size_t sample = 0; sample < curve_samples; ++sample) {
+        rec.thermo_data[sample] = static_cast<i32>(thermo[sample]);
+        rec.angacc_data[sample] = static_cast<i32>(angacc[sample]);
+    }
+    process_thermo(channel);
+    process_angacc(channel);
+}
+
+/// Two minutes of a start, a pause and a bearing that warms up.
+void fill_chart(i16 channel) {
+    const channel_rec& rec = sensor::channels[channel];
+    const std::int64_t now = running_ms();
+    charts.rows[channel].clear();
+    for (std::int64_t time = now - 120'000; time <= now; time += 250) {
+        const double second = static_cast<double>(time - now + 120'000) / 1000;
+        if (second > 50 && second < 58) continue;
+        const double warm = 20 + second * 0.7 + 4 * std::sin(second / 3 + channel) + 2 * std::sin(second * 3);
+        strip_row row;
+        row.time = time;
+        row.values[0] = static_cast<float>(warm);
+        if (second > 6) {
+            const double speed = rec.ratedspeed * std::min(1.0, second / 20) + 6 * std::sin(second / 2);
+            row.values[1] = static_cast<float>(speed / band_of(speed_bands, rec.overspeed).divisor);
+        }
+        row.values[2] = 100;
+        row.values[3] = static_cast<float>(30 + 8 * std::sin(second / 5));
+        row.values[4] = static_cast<float>(warm * 0.8);
+        row.values[5] = static_cast<float>(12 + 3 * std::sin(second));
+        charts.last_row[channel] = charts.rows[channel].append(row);
+    }
+    charts.chart[channel].curves[1].Title = band_of(speed_bands, rec.overspeed).title;
+}
+
+class picture_taker {
+  public:
+    picture_taker(const QString& folder, mainfrm_view& main) : folder_(folder), main_(main) {}
+
+    /// Shows what the core says and saves a window's picture; with `size` in that size.
+    void take(const QString& window, const QString& file, QSize size = {}) {
+        show();
+        QWidget* const widget = main_.objectName() == window ? &main_ : main_.findChild<QWidget*>(window);
+        if (widget == nullptr || !widget->isVisible()) {
+            QTextStream(stderr) << "no window " << window << '\n';
+            failed_ = true;
+            return;
+        }
+        if (size.isValid()) widget->resize(size);
+        show();
+        failed_ = failed_ || !widget->grab().save(folder_ + '/' + file + ".png");
+    }
+
+    [[nodiscard]] bool failed() const { return failed_; }
+
+  private:
+    void show() {
+        QCoreApplication::processEvents();
+        main_.show_state();
+        QCoreApplication::processEvents();
+    }
+
+    QString folder_;
+    mainfrm_view& main_;
+    bool failed_ = false;
+};
+
+void take_diagrams(picture_taker& pictures, i16 channel, const engine& what) {
+    const QString name = what.name;
+    XYplot_click(channel);
+    Cmd_diagramm_click(channel);
+    Cmd_diagramm2_click(channel);
+    run_engine(channel, what.parameters);
+    pictures.take("frmdetailedpic", "detailed-" + name, {1240, 900});
+    pictures.take("frmdetailedpic", "detailed-small-" + name, {860, 540});
+    frmdetailedpic_unload();
+    pictures.take("frmbarpic", "speed-bars-" + name);
+    pictures.take("Frmbarpic2", "thermo-bars-" + name);
+    settings.speedbar_mode = 1;
+    Cmd_diagramm_click(channel);
+    process_angacc(channel);
+    pictures.take("frmbarpic", "speed-bars-firing-order-" + name, {1100, 700});
+    settings.speedbar_mode = 0;
+    frmbarpic_unload();
+    Frmbarpic2_unload();
+}
+
+void take_all(picture_taker& pictures) {
+    const auto all = engines();
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        sensor::channel_running[channel] = true;
+        run_engine(channel, all[static_cast<std::size_t>(channel)].parameters);
+        fill_chart(channel);
+        update_panel(channel);
+    }
+    pictures.take("mainfrm", "main-window");
+    chart_click(0);
+    cmd_zoom_xy_click(3);
+    pictures.take("mainfrm", "main-window-frozen-and-enlarged");
+    for (std::size_t index = 0; index < all.size(); ++index)
+        take_diagrams(pictures, static_cast<i16>(std::min<std::size_t>(index, 3)), all[index]);
+    setup_scale_click();
+    pictures.take("frmscale_polar", "setup-scales");
+    prt_click();
+    pictures.take("frmselectprint", "select-print");
+}
+
+bool write_settings() {
+    QFile file("tyxo.ini");
+    return file.open(QIODevice::WriteOnly) && file.write(settings_text) > 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREEN);
+    }
+    QApplication::setStyle("Fusion");
+    const QApplication application(argc, argv);
+    if (argc != 2) {
+        QTextStream(stderr) << "usage: window_pictures FOLDER\n";
+        return 2;
+    }
+    const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    const QTemporaryDir plant;
+    if (!QDir().mkpath(folder) || !QDir::setCurrent(plant.path()) || !write_settings()) return 1;
+    wire();
+    mainfrm_view main_window;
+    form_load(main_window.width(), main_window.height());
+    main_window.show();
+    picture_taker pictures(folder, main_window);
+    take_all(pictures);
+    return pictures.failed() ? 1 : 0;
+}
