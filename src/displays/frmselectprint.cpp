@@ -1,7 +1,99 @@
 #include "displays/frmselectprint.h"
 
+#include "basics/number.h"
+#include "basics/number_text.h"
+#include "displays/chart.h"
+#include "link/channel_rec.h"
+#include "platform/printer.h"
+#include "platform/program.h"
+
 namespace tyxo {
 
-void prt_click() {}
+namespace {
+
+/// Takes the title lines away again, whatever became of the print.
+class title_lines {
+  public:
+    explicit title_lines(iStripChartX& chart) : chart_(chart) {}
+    ~title_lines() { chart_.PrintTitle.clear(); }
+    title_lines(const title_lines&) = delete;
+    title_lines& operator=(const title_lines&) = delete;
+
+    void add(std::string_view line) { chart_.PrintTitle.emplace_back(line); }
+
+  private:
+    iStripChartX& chart_;
+};
+
+void tell_what_prints() {
+    std::string text = "Channel " + channel_number(print_channel);
+    if (print_channel < sensor::max_sensors) {
+        text += ", the last " + at(charts.Lbl_opt_res, charts.opt_res).Caption;
+        if (at(charts.chart, print_channel).Frozen) text += ", frozen";
+    } else {
+        text += " is not installed";
+    }
+    frmselectprint.LblPrint.Caption = text;
+}
+
+void load() {
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        Command& option = frmselectprint.optPrint[channel];
+        option.Caption = channel_number(channel) + ":   " + sensor::channels[channel].location;
+        option.Enabled = channel < sensor::max_sensors;
+    }
+    frmselectprint.selected.reset();
+    if (print_channel < sensor::max_sensors)
+        frmselectprint.selected = static_cast<std::size_t>(print_channel);
+    tell_what_prints();
+}
+
+void close() {
+    frmselectprint.form.Visible = false;
+    frmselectprint.form.Loaded = false;
+}
+
+} // namespace
+
+void prt_click() {
+    load();
+    frmselectprint.form.Loaded = true;
+    frmselectprint.form.Visible = true;
+}
+
+void optPrint_click(std::size_t index) {
+    if (index >= frmselectprint.optPrint.size()) failures::subscript();
+    print_channel = narrow<i16>(index);
+    frmselectprint.selected = index;
+    tell_what_prints();
+}
+
+void frmselectprint_Cmd_ok_click() {
+    close(); // the printer's own dialog is the next
+    printplot(print_channel);
+}
+
+void cmd_cancel_click() {
+    close();
+}
+
+void printplot(i16 channel) {
+    iStripChartX& chart = at(charts.chart, channel);
+    chart.PrintFlag = true;
+    chart.PrintMode = 1;
+    chart.PrintFontName = "arial";
+    chart.PrintFontSize = 12;
+    chart.PrintFontBold = true;
+    title_lines title(chart);
+    title.add(" ");
+    title.add("Sensor " + channel_number(channel) + ":  " + sensor::channel_at(channel).location);
+    title.add(" ");
+    title.add("Printed by Quarvo | Tyxo Data Logger " + std::string(program_version));
+    chart.PrinterMarginLeft = 0.5;
+    chart.PrinterMarginTop = 0.5;
+    chart.PrinterMarginRight = 2.0;
+    chart.PrinterMarginBottom = 2.0;
+    print_chart(chart, shown_rows(channel));
+}
 
 } // namespace tyxo

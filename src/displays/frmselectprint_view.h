@@ -1,11 +1,11 @@
 #pragma once
 // The dialog "Select print" on the screen.
 
-#include <QWidget>
+#include "displays/dialog_view.h"
 
 namespace tyxo {
 
-class frmselectprint_view : public QWidget {
+class frmselectprint_view : public modal_dialog {
     Q_OBJECT
 
   public:
@@ -13,6 +13,14 @@ class frmselectprint_view : public QWidget {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+  private:
+    QLabel* Lblprintheader = nullptr;
+    QGroupBox* Frmprint = nullptr;
+    option_array optPrint;
+    QLabel* LblPrint = nullptr;
+    QPushButton* Cmd_ok = nullptr;
+    QPushButton* cmd_cancel = nullptr;
 };
 
 } // namespace tyxo

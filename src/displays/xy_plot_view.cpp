@@ -1,11 +1,173 @@
 #include "displays/xy_plot_view.h"
 
+#include "displays/show_view.h"
+#include "displays/xy_plot_geometry.h"
+
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPolygonF>
+
+#include <algorithm>
+#include <cmath>
+
 namespace tyxo {
+
+namespace {
+
+/// The ground of charts and of the Detailed Display too: the only one on which pure blue, red and white all
+/// stand out.
+constexpr QRgb scope_ground = 0xFFC0C0C0;
+constexpr QRgb scope_cross = 0xFFA4A7AA;
+constexpr QRgb focus_rim = 0xFF1C4F9C;
+
+constexpr double frame = 2;
+constexpr double pen_share = 0.0125; ///< of the side
+constexpr double thinnest_pen = 1.25;
+constexpr double thickest_pen = 3;
+
+/// Shorter steps than this, in pixels, are not seen.
+constexpr double least_step = 0.35;
+
+bool far_apart(const QPointF& one, const QPointF& other) {
+    return std::abs(one.x() - other.x()) + std::abs(one.y() - other.y()) >= least_step;
+}
+
+} // namespace
+
+xy_plot_view::xy_plot_view(QWidget* parent) : QWidget(parent) {
+    setAccessibleName(tr("Polar scope"));
+    setToolTip(tr("Thermosignal red, angular acceleration blue.\nA click opens the Detailed Display."));
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::TabFocus);
+    describe();
+}
 
 void xy_plot_view::show_control(const iXYPlotX& control) {
     if (control == shown_) return;
+    if (control.XAxis != shown_.XAxis || control.YAxis != shown_.YAxis) face_.drop();
     shown_ = control;
+    describe();
+    if (isVisibleTo(parentWidget()) != control.Visible) setVisible(control.Visible);
     update();
+}
+
+void xy_plot_view::describe() {
+    for (std::size_t index = 0; index < shown_.curves.size(); ++index) {
+        const plot_curve& curve = shown_.curves[index];
+        const int number = static_cast<int>(index);
+        const auto tell = [&](const char* array, const QVariant& value) {
+            setProperty(element(array, number).toLatin1(), value);
+        };
+        tell("CurveTitle", qt_text(curve.Title));
+        tell("CurveVisible", curve.Visible);
+        tell("CurveColor", curve.Color);
+        tell("CurvePoints", static_cast<int>(curve.points.size()));
+    }
+}
+
+QRectF xy_plot_view::square() const {
+    const double side = std::min(width(), height());
+    return {std::floor((width() - side) / 2), std::floor((height() - side) / 2), side, side};
+}
+
+QRectF xy_plot_view::area() const {
+    return square().adjusted(frame, frame, -frame, -frame);
+}
+
+QPointF xy_plot_view::on_screen(const plot_point& point) const {
+    const QRectF place = area();
+    return {place.left() + (point.x - shown_.XAxis.Min) / shown_.XAxis.Span * place.width(),
+            place.bottom() - (point.y - shown_.YAxis.Min) / shown_.YAxis.Span * place.height()};
+}
+
+void xy_plot_view::paintEvent(QPaintEvent* /*event*/) {
+    if (area().width() < 1) return;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
+    painter.save();
+    painter.setClipRect(area());
+    for (const plot_curve& curve : shown_.curves)
+        if (curve.Visible) paint_curve(painter, curve);
+    painter.restore();
+    if (!hasFocus()) return;
+    painter.setPen(QPen(QColor(focus_rim), frame));
+    painter.drawRect(square().adjusted(frame / 2, frame / 2, -frame / 2, -frame / 2));
+}
+
+void xy_plot_view::paint_face(QPainter& painter) const {
+    const QRectF outside = square();
+    QLinearGradient rim(outside.topLeft(), outside.bottomLeft());
+    rim.setColorAt(0, shaded_ground(QColor(ink::rim_dark), *this));
+    rim.setColorAt(1, shaded_ground(QColor(ink::glass_edge), *this));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(rim);
+    painter.drawRoundedRect(outside, 2 * frame, 2 * frame);
+    painter.fillRect(area(), shaded_ground(QColor(scope_ground), *this));
+
+    // The cross of the axes, where 0 of both is.
+    const double ratio = devicePixelRatioF();
+    const QPointF centre = on_screen({});
+    const double x = snapped(centre.x(), ratio);
+    const double y = snapped(centre.y(), ratio);
+    if (!area().contains(QPointF(x, y))) return;
+    const QColor cross = shaded(QColor(scope_cross), *this);
+    painter.fillRect(QRectF(x - 0.5, area().top(), 1, area().height()), cross);
+    painter.fillRect(QRectF(area().left(), y - 0.5, area().width(), 1), cross);
+}
+
+void xy_plot_view::paint_curve(QPainter& painter, const plot_curve& curve) const {
+    const double pen = std::clamp(pen_share * square().width(), thinnest_pen, thickest_pen);
+    painter.setPen(
+        QPen(shaded(qt_colour(curve.Color), *this), pen, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    QPolygonF run; // what hangs together
+    plot_point run_end;
+    const auto draw = [&] {
+        if (!run.isEmpty()) painter.drawPolyline(run);
+        run.clear();
+    };
+    for (std::size_t index = 1; index < curve.points.size(); ++index) {
+        const auto line =
+            visible_part({curve.points[index - 1], curve.points[index]}, shown_.XAxis, shown_.YAxis);
+        if (!line) continue;
+        if (run.isEmpty() || line->from != run_end) {
+            draw();
+            run << on_screen(line->from);
+        }
+        run_end = line->to;
+        const QPointF next = on_screen(run_end);
+        if (far_apart(run.last(), next) || index + 1 == curve.points.size()) run << next;
+    }
+    draw();
+}
+
+void xy_plot_view::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange) face_.drop();
+    QWidget::changeEvent(event);
+}
+
+void xy_plot_view::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) pressed_ = true;
+}
+
+void xy_plot_view::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !pressed_) return;
+    pressed_ = false;
+    if (rect().contains(event->position().toPoint())) emit clicked();
+}
+
+void xy_plot_view::mouseDoubleClickEvent(QMouseEvent* event) {
+    event->accept(); // its first half was the click
+}
+
+void xy_plot_view::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit clicked();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
 }
 
 } // namespace tyxo

@@ -1,7 +1,12 @@
 #pragma once
 // The process and its event loop.
 
+#include <string_view>
+
 namespace tyxo {
+
+/// As the title of the main window, the logs and the printouts give it.
+inline constexpr std::string_view program_version = "Version 2.10_4";
 
 /// Ends the process at once; nothing is closed or saved first.
 void end_program(int exit_code);
