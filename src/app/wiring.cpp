@@ -3,6 +3,7 @@
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
+#include "gateway/modbus_calc.h"
 #include "link/calls.h"
 #include "link/serial.h"
 #include "link/supervision.h"
@@ -33,6 +34,8 @@ void wire() {
     calls.process_thermo = process_thermo;
     calls.process_angacc = process_angacc;
     calls.clear_curves = clear_curves;
+    calls.calc_thermo_cyl = Modbus_calc::calc_thermo_cyl;
+    calls.calc_angacc_cyl = Modbus_calc::calc_angacc_cyl;
 
     mainfrm::Timer_chart_upd.on_tick(Timer_chart_upd_tick);
     for (i16 channel = 0; channel < channel_count; ++channel)

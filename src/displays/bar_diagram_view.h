@@ -5,8 +5,15 @@
 
 #include <QWidget>
 
+#include <array>
+
+class QLabel;
+
 namespace tyxo {
 
+class bar_plot_view;
+
+/// One window for each of the two forms. Its controls stand at the places of the design, scaled with it.
 class bar_diagram_view : public QWidget {
     Q_OBJECT
 
@@ -16,8 +23,26 @@ class bar_diagram_view : public QWidget {
     /// Shows, hides and fills the window as the core says.
     void show_state();
 
+  protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
+    QLabel* make_label(const QString& name);
+    void place();
+    void place_bar_labels(const QRect& axes, int pixels);
+    void place_texts(int pixels);
+
     bar_form& form_;
+    unsigned shows_ = 0; ///< the last show of the core that was obeyed
+    std::array<double, cylinder_max> middles_{};
+    bar_plot_view* plot_;
+    std::array<QLabel*, cylinder_max> Lbl_bar{};
+    QLabel* Lbl_zyl;
+    QLabel* Lbl_mtyp1;
+    QLabel* Lbl_mtyp2;
 };
 
 } // namespace tyxo

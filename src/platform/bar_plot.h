@@ -16,16 +16,16 @@ struct bar_point {
 };
 
 struct bar_series {
-    std::string Title;
+    std::string Title = {};
     colour Color = 0;
-    std::string YAxisName; ///< the first axis when no axis bears the name
-    std::vector<bar_point> points;
+    std::string YAxisName = {}; ///< the first axis when no axis bears the name
+    std::vector<bar_point> points = {};
     bool operator==(const bar_series&) const = default;
 };
 
 struct bar_axis {
-    std::string Name;
-    std::string Title;
+    std::string Name = {};
+    std::string Title = {};
     double Min = 0;
     double Span = 100;
     double Increment = 0; ///< between two ticks; 0 leaves it to the plot
@@ -34,7 +34,7 @@ struct bar_axis {
 };
 
 struct iPlotX {
-    std::string Title;
+    std::string Title = {};
     bar_axis XAxis;
     std::vector<bar_axis> YAxes; ///< the first stands on the left
     std::vector<bar_series> series;
