@@ -1,10 +1,21 @@
 #pragma once
 // The Detailed Display on the screen.
 
+#include "displays/frmdetailedpic.h"
+
 #include <QWidget>
+
+#include <vector>
+
+class QCheckBox;
+class QLabel;
 
 namespace tyxo {
 
+class canvas_view;
+
+/// The surface with the labels on it, and below it the check boxes. It covers all other windows of the
+/// program until the operator closes it; measuring goes on.
 class frmdetailedpic_view : public QWidget {
     Q_OBJECT
 
@@ -13,6 +24,37 @@ class frmdetailedpic_view : public QWidget {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    /// A label on the screen and what it shows.
+    struct placed_label {
+        QLabel* label;
+        const canvas_label& control;
+    };
+
+    struct diagram_box {
+        QCheckBox* box;
+        i16& value;
+    };
+
+    QLabel* make_label(const QString& name);
+    void make_labels();
+    void make_check_boxes();
+    void surface_resized();
+    void place_labels();
+    [[nodiscard]] bool labels_changed();
+    [[nodiscard]] bool overlap(const QFont& font) const;
+    [[nodiscard]] QFont label_font() const;
+
+    canvas_view* surface_;
+    std::vector<placed_label> cylinders_;
+    std::vector<placed_label> ends_;
+    std::vector<canvas_label> shown_labels_;
+    std::vector<diagram_box> boxes_;
 };
 
 } // namespace tyxo

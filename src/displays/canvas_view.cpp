@@ -1,0 +1,128 @@
+#include "displays/canvas_view.h"
+
+#include "displays/canvas_lines_view.h"
+#include "displays/paint_view.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tyxo {
+
+namespace {
+
+constexpr double text_height = 3.4;  // units; legends stand 4 units apart
+constexpr int legible_pixels = 9;    // smaller letters are rather made narrower
+constexpr int narrowest = 75;        // % of their width
+constexpr double usual_unit = 4;     // pixels; pens have their full width from here on
+constexpr double thinnest_pen = 0.6; // of the full width
+constexpr double thickest_pen = 2;
+
+/// How a colour is drawn: bright lines get a dark seam, so that they stand out on the grey.
+struct pen_style {
+    double width;
+    bool seam;
+};
+
+pen_style style_of(colour value) {
+    switch (value) {
+    case rgb(255, 255, 0):
+        return {2.2, true};
+    case rgb(255, 255, 255):
+        return {1.8, true};
+    case rgb(255, 128, 0):
+        return {2.0, false};
+    case rgb(0, 0, 0):
+        return {1.2, false};
+    default:
+        return {2.0, false};
+    }
+}
+
+} // namespace
+
+canvas_view::canvas_view(const canvas& surface, const design& size, QWidget* parent)
+    : QWidget(parent), surface_(surface), design_(size) {}
+
+void canvas_view::set_widest_text(const QString& text, double room) {
+    widest_text_ = text;
+    widest_text_room_ = room;
+}
+
+void canvas_view::show_state() {
+    if (surface_.passes == shown_passes_) return;
+    shown_passes_ = surface_.passes;
+    update();
+}
+
+double canvas_view::unit() const {
+    return std::min(width() / (design_.room_left + design_.width + design_.room_right),
+                    height() / design_.height);
+}
+
+QPointF canvas_view::place(double x, double y) const {
+    const double scale = unit();
+    const double wide = (design_.room_left + design_.width + design_.room_right) * scale;
+    return {(width() - wide) / 2 + (design_.room_left + x) * scale,
+            (height() - design_.height * scale) / 2 + y * scale};
+}
+
+QFont canvas_view::text_font() const {
+    const auto fits = [this](const QFont& font) {
+        return QFontMetricsF(font).horizontalAdvance(widest_text_) <= widest_text_room_ * unit();
+    };
+    QFont font = print_font(*this, text_height * unit());
+    while (font.pixelSize() > legible_pixels && !fits(font))
+        font.setPixelSize(font.pixelSize() - 1);
+    for (int stretch = font.stretch(); stretch > narrowest && !fits(font); stretch -= 5)
+        font.setStretch(stretch);
+    while (font.pixelSize() > 1 && !fits(font))
+        font.setPixelSize(font.pixelSize() - 1);
+    return font;
+}
+
+void canvas_view::paint_strokes(QPainter& painter) const {
+    const double scale = std::clamp(unit() / usual_unit, thinnest_pen, thickest_pen);
+    const QPointF origin = place(0, 0);
+    const auto runs = canvas_lines(surface_.strokes, {origin.x(), origin.y(), unit(), QRectF(rect())});
+    for (const line_run& run : runs) {
+        const pen_style style = style_of(run.ForeColor);
+        QPen pen(qt_colour(run.ForeColor), style.width * scale, Qt::SolidLine, Qt::RoundCap, Qt::BevelJoin);
+        if (style.seam) {
+            QPen seam = pen;
+            seam.setColor(QColor(0, 0, 0, 150));
+            seam.setWidthF(pen.widthF() + 1.4);
+            painter.setPen(seam);
+            painter.drawPolyline(run.points);
+        }
+        painter.setPen(pen);
+        painter.drawPolyline(run.points);
+    }
+}
+
+void canvas_view::paint_texts(QPainter& painter) const {
+    painter.setFont(text_font());
+    const double ascent = QFontMetricsF(painter.font()).ascent();
+    for (const canvas_text& text : surface_.texts) {
+        const QPointF corner = place(text.x, text.y);
+        if (!QRectF(rect()).contains(corner)) continue; // no number is nowhere
+        painter.setPen(qt_colour(text.ForeColor));
+        painter.drawText(corner + QPointF(0, ascent), qt_text(text.text));
+    }
+}
+
+void canvas_view::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paint_strokes(painter);
+    paint_texts(painter);
+}
+
+void canvas_view::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    emit resized();
+}
+
+} // namespace tyxo
