@@ -38,7 +38,7 @@ namespace simulated = tyxo::evaluator_sim;
 
 constexpr const char* settings_text =
     "[tyxo]\r\nupd_periode=250\r\nmax_sensors=4\r\nadc_offset=479\r\nzyl_speed_range=5\r\n"
-    "scale_polar_a=0.5\r\nscale_polar_t=3\r\nxy_tmv=1\r\nxy_theff=1\r\nxy_theff_AC=1\r\nxy_tha=1\r\n"
+    "scale_polar_a=0.5\r\nscale_polar_t=.2\r\nxy_tmv=1\r\nxy_theff=1\r\nxy_theff_AC=1\r\nxy_tha=1\r\n"
     "location 1=Port main engine\r\nlocation 2=Generator 2\r\nlocation 3=Slow runner\r\n"
     "location 4=Test bed\r\n";
 
@@ -109,23 +109,27 @@ class picture_taker {
   public:
     picture_taker(const QString& folder, mainfrm_view& main) : folder_(folder), main_(main) {}
 
-    /// Shows what the core says and saves a window's picture; with `size` in that size.
-    void take(const QString& window, const QString& file, QSize size = {}) {
+    void resize(const QString& name, QSize size) {
         show();
-        QWidget* const widget = main_.objectName() == window ? &main_ : main_.findChild<QWidget*>(window);
-        if (widget == nullptr || !widget->isVisible()) {
-            QTextStream(stderr) << "no window " << window << '\n';
-            failed_ = true;
-            return;
-        }
-        if (size.isValid()) widget->resize(size);
+        window(name)->resize(size);
         show();
-        failed_ = failed_ || !widget->grab().save(folder_ + '/' + file + ".png");
+    }
+
+    /// Shows what the core says and saves a window's picture.
+    void take(const QString& name, const QString& file) {
+        show();
+        failed_ = failed_ || !window(name)->grab().save(folder_ + '/' + file + ".png");
     }
 
     [[nodiscard]] bool failed() const { return failed_; }
 
   private:
+    QWidget* window(const QString& name) {
+        QWidget* const widget = main_.objectName() == name ? &main_ : main_.findChild<QWidget*>(name);
+        if (widget == nullptr || !widget->isVisible()) qFatal("no window %s", qPrintable(name));
+        return widget;
+    }
+
     void show() {
         QCoreApplication::processEvents();
         main_.show_state();
@@ -142,16 +146,21 @@ void take_diagrams(picture_taker& pictures, i16 channel, const engine& what) {
     XYplot_click(channel);
     Cmd_diagramm_click(channel);
     Cmd_diagramm2_click(channel);
-    run_engine(channel, what.parameters);
-    pictures.take("frmdetailedpic", "detailed-" + name, {1240, 900});
-    pictures.take("frmdetailedpic", "detailed-small-" + name, {860, 540});
+    // A new size shows curves only with the next cycle.
+    for (const auto& [prefix, size] :
+         {std::pair{"detailed-", QSize(1240, 900)}, {"detailed-small-", {860, 540}}}) {
+        pictures.resize("frmdetailedpic", size);
+        run_engine(channel, what.parameters);
+        pictures.take("frmdetailedpic", prefix + name);
+    }
     frmdetailedpic_unload();
     pictures.take("frmbarpic", "speed-bars-" + name);
     pictures.take("Frmbarpic2", "thermo-bars-" + name);
     settings.speedbar_mode = 1;
     Cmd_diagramm_click(channel);
     process_angacc(channel);
-    pictures.take("frmbarpic", "speed-bars-firing-order-" + name, {1100, 700});
+    pictures.resize("frmbarpic", {1100, 700});
+    pictures.take("frmbarpic", "speed-bars-firing-order-" + name);
     settings.speedbar_mode = 0;
     frmbarpic_unload();
     Frmbarpic2_unload();
