@@ -22,6 +22,12 @@ inline constexpr std::array<std::int64_t, 4> strip_spans{120'000, 900'000, 3'600
 /// Two rows further apart than this, in ms, are not joined by a line: nothing was measured between them.
 inline constexpr std::int64_t longest_join = 3000;
 
+/// The number of rows after one more. It is no more than tells old from new, and after the greatest goes on
+/// with 1: at ten rows a second the greatest comes after six years.
+[[nodiscard]] constexpr i32 one_more_row(i32 rows) {
+    return rows < std::numeric_limits<i32>::max() ? rows + 1 : 1;
+}
+
 /// One row of a chart.
 struct strip_row {
     std::int64_t time = 0; ///< ms of `running_ms`; never before that of the row before
@@ -35,19 +41,29 @@ struct strip_point {
     bool operator==(const strip_point&) const = default;
 };
 
-/// The rows of one time window. Holds the last `span` ms, in buckets of `span` / `strip_buckets`.
+/// The rows of one time window: those of the last `span` ms, in a ring of buckets. The buckets are a little
+/// longer than `span` / `strip_buckets`, so that the ring also holds the row before the window, from which
+/// the line comes in. A copy is independent.
 class strip_window {
   public:
     explicit strip_window(std::int64_t span = strip_spans[0]) : span_(span) {}
 
+    /// Touches one bucket. A row that is older than the one before counts as of the same time.
     void append(const strip_row& row);
 
     [[nodiscard]] std::int64_t span() const { return span_; }
-    [[nodiscard]] i32 rows() const { return rows_; }              ///< appended so far, those forgotten too
+
+    /// Appended so far, those forgotten too, by `one_more_row`; 0 only before the first row.
+    [[nodiscard]] i32 rows() const { return rows_; }
     [[nodiscard]] std::int64_t newest() const { return newest_; } ///< time of the last row; 0 before any
 
+    /// The time that one bucket spans, in ms: what happens inside of it has no order but first and last.
+    [[nodiscard]] std::int64_t bucket_length() const;
+
     /// The line of a curve for a picture that is `columns` pixels wide and ends at the newest row: at most
-    /// four points a column, oldest first. `points` is overwritten. Costs the same whatever was appended.
+    /// four points a column, oldest first, and `no_value` between points that are not joined. Points of the
+    /// same bucket as the row before the window lead the line in. `points` is overwritten. Costs the same
+    /// whatever was appended.
     void points(std::size_t curve, i32 columns, std::vector<strip_point>& points) const;
 
   private:
@@ -58,11 +74,15 @@ class strip_window {
         float last = no_value;
     };
     struct bucket {
-        std::int64_t index = -1;
+        std::int64_t index = never; ///< since time 0
         std::int64_t first_time = 0;
         std::int64_t last_time = 0;
         std::array<extent, strip_curves> curves;
     };
+    static constexpr std::int64_t never = std::numeric_limits<std::int64_t>::min();
+
+    [[nodiscard]] std::int64_t bucket_of(std::int64_t time) const;
+    [[nodiscard]] static std::size_t slot_of(std::int64_t index);
 
     std::int64_t span_;
     std::int64_t newest_ = 0;
@@ -73,7 +93,7 @@ class strip_window {
 /// The rows of a chart in all its time windows.
 class strip_history {
   public:
-    /// Returns the row's index, counted from 0.
+    /// Returns the row's index, counted from 0; after the greatest number from 0 again.
     i32 append(const strip_row& row);
     void clear();
 
