@@ -10,8 +10,10 @@ namespace tyxo {
 
 namespace {
 
-constexpr double far_away = 1e6; // pixels; beyond that directions need not be exact
-constexpr double overhang = 50;  // pixels; caps and joins of cut lines stay out of sight
+constexpr double far_away = 1e6;  // pixels; beyond that directions need not be exact
+constexpr double overhang = 50;   // pixels; caps and joins of cut lines stay out of sight
+constexpr double invisible = 0.1; // pixels
+constexpr qsizetype most_joined = 8;
 constexpr qsizetype long_run = 100;
 
 bool finite(const stroke& one) {
@@ -36,6 +38,32 @@ std::optional<QLineF> clipped(const QLineF& line, const QRectF& area) {
         return std::nullopt;
     }
     return QLineF(line.pointAt(begin), line.pointAt(end));
+}
+
+/// Is the point beside the line from `from` to `to`, as far as an eye can tell?
+bool on_the_way(const QPointF& point, const QPointF& from, const QPointF& to) {
+    const QPointF way = to - from;
+    const QPointF part = point - from;
+    const double along = QPointF::dotProduct(way, part);
+    const double square = QPointF::dotProduct(way, way);
+    const double across = way.x() * part.y() - way.y() * part.x();
+    return along >= 0 && along <= square && across * across <= invisible * invisible * square;
+}
+
+/// The same line with fewer points.
+QPolygonF straightened(const QPolygonF& points) {
+    QPolygonF result{points.front()};
+    qsizetype anchor = 0;
+    for (qsizetype k = 2; k < points.size(); ++k) {
+        bool straight = k - anchor <= most_joined;
+        for (qsizetype between = anchor + 1; straight && between < k; ++between)
+            straight = on_the_way(points[between], points[anchor], points[k]);
+        if (straight) continue;
+        anchor = k - 1;
+        result.append(points[anchor]);
+    }
+    result.append(points.back());
+    return result;
 }
 
 void drop_repeated(std::vector<line_run>& runs) {
@@ -73,6 +101,8 @@ std::vector<line_run> canvas_lines(std::span<const stroke> strokes, const canvas
         runs.back().points.append(line->p2());
     }
     drop_repeated(runs);
+    for (line_run& run : runs)
+        run.points = straightened(run.points);
     return runs;
 }
 

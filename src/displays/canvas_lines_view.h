@@ -24,9 +24,9 @@ struct canvas_place {
     QRectF visible;
 };
 
-/// Joins strokes of one colour that continue each other, in their order. Strokes with an end that is not
-/// finite are left out; what lies far outside of `visible` is cut off. A long run that comes again later is
-/// only there once.
+/// Joins strokes of one colour that continue each other, in their order; points on a straight way are
+/// dropped. Strokes with an end that is not finite are left out; what lies far outside of `visible` is cut
+/// off. A long run that comes again later is only there once.
 [[nodiscard]] std::vector<line_run> canvas_lines(std::span<const stroke> strokes, const canvas_place& place);
 
 } // namespace tyxo

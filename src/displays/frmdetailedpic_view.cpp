@@ -71,6 +71,7 @@ QLabel* frmdetailedpic_view::make_label(const QString& name) {
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->setAutoFillBackground(true); // a spoke or a curve does not strike a number out
     label->hide();
     return label;
 }
@@ -112,6 +113,14 @@ void frmdetailedpic_view::make_check_boxes() {
     add("Chck_aa", tr("Angular acceleration"), rgb(0, 0, 255), frmdetailedpic.Chck_aa);
     row->addStretch();
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
+}
+
+void frmdetailedpic_view::resizeEvent(QResizeEvent* event) {
+    QFont font = this->font();
+    font.setPixelSize(std::clamp(width() / 95, 12, 24));
+    for (const diagram_box& one : boxes_)
+        one.box->setFont(font);
+    QWidget::resizeEvent(event);
 }
 
 void frmdetailedpic_view::surface_resized() {

@@ -33,7 +33,7 @@ constexpr diagram angle{rgb(0, 0, 255), 166, 5, "Angular acceleration rel. to av
 template <class Radius> void draw_round(canvas& surface, const diagram& kind, Radius radius) {
     curve_points points;
     for (i32 k = 0; k < curve_samples; ++k)
-        at(points, k) = polar::turned_point(surface, radius(k), k * polar::per_step);
+        at(points, k) = polar::sample_point(surface, radius(k), k);
     surface.ForeColor = kind.ForeColor;
     polar::draw_outline(surface, points, polar::outline::closed);
     polar::draw_legend(surface, kind.legend_x, kind.legend_y, kind.ForeColor, kind.legend);

@@ -7,19 +7,44 @@
 
 namespace tyxo::polar {
 
+namespace {
+
+struct direction {
+    double cosine;
+    double sine;
+};
+using directions = std::array<direction, steps>;
+
+directions directions_from(double start) {
+    directions all;
+    for (i32 k = 0; k < steps; ++k) {
+        const double angle = start + k * per_step;
+        at(all, k) = {std::cos(angle), std::sin(angle)};
+    }
+    return all;
+}
+
+} // namespace
+
 point centre(const canvas& surface) {
     return {surface.ScaleWidth / 5 + 5, surface.ScaleHeight / 2};
 }
 
 point step_point(const canvas& surface, double radius, i32 k) {
-    const double angle = k * per_step;
-    return {surface.ScaleWidth / 5 + radius * std::cos(angle) + 5,
-            surface.ScaleHeight / 2 + radius * std::sin(angle)};
+    static const directions all = directions_from(0);
+    const direction& to = at(all, k);
+    return {surface.ScaleWidth / 5 + radius * to.cosine + 5, surface.ScaleHeight / 2 + radius * to.sine};
 }
 
 point turned_point(const canvas& surface, double radius, double angle) {
     return {surface.ScaleWidth / 5 + radius * std::cos(quarter_turn + angle) + 5,
             surface.ScaleHeight / 2 - radius * std::sin(quarter_turn + angle)};
+}
+
+point sample_point(const canvas& surface, double radius, i32 k) {
+    static const directions all = directions_from(quarter_turn);
+    const direction& to = at(all, k);
+    return {surface.ScaleWidth / 5 + radius * to.cosine + 5, surface.ScaleHeight / 2 - radius * to.sine};
 }
 
 double left(const canvas& surface) {

@@ -24,12 +24,15 @@ struct point {
 [[nodiscard]] point centre(const canvas& surface);
 
 /// Point `k` of a circle that is drawn in 256 steps. It begins at the right: only closed circles of one
-/// radius are drawn this way.
+/// radius are drawn this way. Failure: `k` outside 0 to 255.
 [[nodiscard]] point step_point(const canvas& surface, double radius, i32 k);
 
 /// The point at an angle in radians from the top; a negative angle lies clockwise, a negative radius on the
 /// far side of the centre.
 [[nodiscard]] point turned_point(const canvas& surface, double radius, double angle);
+
+/// The place of sample `k`: the same at `k` steps from the top. Failure: `k` outside 0 to 255.
+[[nodiscard]] point sample_point(const canvas& surface, double radius, i32 k);
 
 /// The straight diagram: its left end, its length, and the height of its axis.
 [[nodiscard]] double left(const canvas& surface);
