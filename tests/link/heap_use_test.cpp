@@ -115,6 +115,11 @@ TEST_F(heap_use, a_values_frame_in_two_events_allocates_nothing) {
 }
 
 TEST_F(heap_use, curves_with_their_log_lines_allocate_nothing) {
+    // An engine with which the values per cylinder can be computed.
+    sensor::zyl_speed_range = 1;
+    sensor::channels[0].numzyl = 6;
+    sensor::channels[0].firingangle = {0, 120, 120, 120, 120, 120};
+    sensor::channels[0].alarmlevel = 3;
     std::vector<std::string> blocks;
     for (const char* code : {"03", "04"}) {
         for (i32 block = 1; block <= 4; ++block)

@@ -37,7 +37,7 @@ struct parameter_values {
     i32 numzyl = 6;
     i32 cylconf = 4;
     std::array<i32, 24> firingorder{1, 5, 3, 6, 2, 4};
-    std::array<i32, 24> firingangle{0, 120, 240, 360, 480, 600};
+    std::array<i32, 24> firingangle{0, 120, 120, 120, 120, 120};
     i32 impoffset = 17;
     i32 tsttime = 24;
     i32 tstlen = 10;
