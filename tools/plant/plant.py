@@ -23,8 +23,21 @@ BUILD = ROOT / "build" / "release"
 SCENARIO = ROOT / "tools" / "evaluator" / "scenarios" / "plant.txt"
 TITLE = "Quarvo / Tyxo Data Logger"
 
-# Seconds after the start, and what happens then: "maximise", or the name of a picture.
-ONE_MINUTE = ((5, "05s"), (18, "18s"), (35, "35s"), (45, "maximise"), (55, "55s-maximised"), (60, None))
+# Where the operator clicks in the main window.
+SCOPE_2 = (463, 775)
+SPEED_DIFFERENCE_2 = (580, 735)
+THERMO_DIFFERENCE_2 = (580, 800)
+ENLARGE_2 = (60, 436)
+
+# Seconds after the start, and what happens then: a click, a key in the window on top, "maximise", a picture's
+# name, or nothing.
+ONE_MINUTE = (
+    (5, "05s"), (18, "18s"),
+    (20, SCOPE_2), (27, "27s-detailed-display"), (28, "Escape"),
+    (29, SPEED_DIFFERENCE_2), (34, "34s-speed-difference"), (34.5, "Escape"),
+    (35, THERMO_DIFFERENCE_2), (40, "40s-thermosignal-difference"), (40.5, "Escape"),
+    (41, ENLARGE_2), (43, "43s-enlarged"), (44, ENLARGE_2),
+    (45, "maximise"), (55, "55s-maximised"), (60, None))
 LARGE_SCREEN = ((3, "maximise"), (10, "1920x1080"), (12, None))
 
 
@@ -107,6 +120,10 @@ def play(screen, program, moments):
         program.check()
         if action == "maximise":
             screen.maximise(TITLE)
+        elif action == "Escape":
+            screen.key(action)
+        elif isinstance(action, tuple):
+            screen.click(TITLE, action)
         elif action:
             screen.picture(PLANT / "pictures" / f"{action}.png")
 

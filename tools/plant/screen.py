@@ -75,6 +75,19 @@ class Screen:
         """Asks the window to close, as its close button does."""
         return self.command("-c", title)
 
+    def click(self, title, place):
+        """One click in a window's client area."""
+        self._input("search", "--name", title, "windowactivate", "--sync",
+                    "mousemove", "--window", "%1", *map(str, place), "click", "1")
+
+    def key(self, name):
+        """One key for the window that has the keyboard."""
+        self._input("key", name)
+
+    def _input(self, *words):
+        subprocess.run(["xdotool", *words], env=self.environment, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, check=False)
+
     def picture(self, file):
         """Writes what the screen shows, a PNG file."""
         Path(file).write_bytes(png((Path(self.memory.name) / "Xvfb_screen0").read_bytes()))
