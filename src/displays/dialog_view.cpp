@@ -11,10 +11,21 @@
 
 namespace tyxo {
 
+namespace {
+
+constexpr int least_button_width = 120;
+constexpr QRgb disabled_print = 0xFF7A7E82; ///< values that can only be looked at must still be legible
+
+} // namespace
+
 modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void()> close_command)
     : QDialog(parent), close_command_(std::move(close_command)) {
     setObjectName(name);
     setWindowModality(Qt::ApplicationModal);
+    QPalette colours = palette();
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, QColor(disabled_print));
+    setPalette(colours);
 }
 
 void modal_dialog::reject() {
@@ -46,6 +57,7 @@ QPushButton* modal_dialog::add_button(const char* name, std::function<void()> co
                                       QBoxLayout& place) {
     auto* const button = new QPushButton(this);
     button->setObjectName(name);
+    button->setMinimumWidth(least_button_width);
     button->setAutoDefault(false); // Enter presses the default button, wherever the focus is
     button->setDefault(is_default);
     connect(button, &QPushButton::clicked, this,

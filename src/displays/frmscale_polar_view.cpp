@@ -13,16 +13,24 @@ namespace tyxo {
 
 namespace {
 
-constexpr int option_gap = 10;
+constexpr int frame_gap = 12;
+constexpr int scale_frame_width = 190; // the same for both, with room for either title
+constexpr int option_gap = 6;
 constexpr int scale_rows = 4; // the eight scales stand in two columns
 
+/// Names an option for those who hear it and do not see the frame around it.
+void name_option(QRadioButton& option, const Frame& frame, std::string_view caption) {
+    option.setAccessibleName(qt_text(frame.Caption) + ": " + qt_text(caption));
+}
+
 template <class Choices>
-void add_options(option_array& options, QGroupBox& frame, QBoxLayout& row, const Choices& choices) {
+void add_options(option_array& options, QGroupBox& place, const Frame& frame, QBoxLayout& row,
+                 const Choices& choices) {
     for (const auto& choice : choices) {
-        QRadioButton* const option = options.add(&frame);
+        QRadioButton* const option = options.add(&place);
         option->setText(qt_text(choice.caption));
-        option->setAccessibleName(frame.title() + ": " + option->text());
-        row.addWidget(option);
+        name_option(*option, frame, choice.caption);
+        row.addWidget(option, 1);
     }
 }
 
@@ -35,6 +43,7 @@ frmscale_polar_view::frmscale_polar_view(QWidget* parent)
     auto* const rows = new QVBoxLayout(this);
     Frame1 = add_frame("Frame1", *rows);
     auto* const outer = new QVBoxLayout(Frame1);
+    outer->setSpacing(frame_gap);
     make_scales(*outer);
     make_times(*outer);
     locked_ = add_label("Lbl_locked", *rows);
@@ -45,21 +54,25 @@ frmscale_polar_view::frmscale_polar_view(QWidget* parent)
 
 void frmscale_polar_view::make_scales(QVBoxLayout& outer) {
     auto* const row = new QHBoxLayout;
+    row->setSpacing(frame_gap);
     outer.addLayout(row);
     Frame_scale_a = add_frame("Frame_scale_a", *row);
     Frame_scale_t = add_frame("Frame_scale_t", *row);
-    add_scale_options(Opt_scale, *Frame_scale_a);
-    add_scale_options(Opt_scale_t, *Frame_scale_t);
+    for (QGroupBox* frame : {Frame_scale_a, Frame_scale_t})
+        frame->setMinimumWidth(scale_frame_width);
+    add_scale_options(Opt_scale, *Frame_scale_a, frmscale_polar.Frame_scale_a);
+    add_scale_options(Opt_scale_t, *Frame_scale_t, frmscale_polar.Frame_scale_t);
 }
 
-void frmscale_polar_view::add_scale_options(option_array& options, QGroupBox& frame) {
-    auto* const grid = new QGridLayout(&frame);
-    grid->setHorizontalSpacing(option_gap / 2);
+void frmscale_polar_view::add_scale_options(option_array& options, QGroupBox& place, const Frame& frame) {
+    auto* const grid = new QGridLayout(&place);
+    grid->setHorizontalSpacing(option_gap);
     for (std::size_t index = 0; index < scale_choices.size(); ++index) {
         const int row = static_cast<int>(index) % scale_rows;
         const int column = static_cast<int>(index) / scale_rows * 2;
-        QRadioButton* const option = options.add(&frame);
-        auto* const label = new click_label(&frame);
+        QRadioButton* const option = options.add(&place);
+        name_option(*option, frame, scale_choices[index].caption);
+        auto* const label = new click_label(&place);
         label->setObjectName(element("Lbl_scale", static_cast<int>(Lbl_scale.size())));
         label->setText(qt_text(scale_choices[index].caption));
         label->setFocusPolicy(Qt::NoFocus); // the keyboard goes to the option beside it
@@ -74,10 +87,10 @@ void frmscale_polar_view::add_scale_options(option_array& options, QGroupBox& fr
 void frmscale_polar_view::make_times(QVBoxLayout& outer) {
     Frame_refresh = add_frame("Frame_refresh", outer);
     auto* const refresh = new QHBoxLayout(Frame_refresh);
-    add_options(Opt_refr, *Frame_refresh, *refresh, refresh_choices);
+    add_options(Opt_refr, *Frame_refresh, frmscale_polar.Frame_refresh, *refresh, refresh_choices);
     Frame_logtime = add_frame("Frame_logtime", outer);
     auto* const log_period = new QHBoxLayout(Frame_logtime);
-    add_options(Opt_logtime, *Frame_logtime, *log_period, log_period_choices);
+    add_options(Opt_logtime, *Frame_logtime, frmscale_polar.Frame_logtime, *log_period, log_period_choices);
 }
 
 void frmscale_polar_view::make_buttons(QVBoxLayout& outer) {

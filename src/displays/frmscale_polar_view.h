@@ -23,7 +23,7 @@ class frmscale_polar_view : public modal_dialog {
     void make_scales(QVBoxLayout& outer);
     void make_times(QVBoxLayout& outer);
     void make_buttons(QVBoxLayout& outer);
-    void add_scale_options(option_array& options, QGroupBox& frame);
+    void add_scale_options(option_array& options, QGroupBox& place, const Frame& frame);
 
     QGroupBox* Frame1 = nullptr;
     QGroupBox* Frame_scale_a = nullptr;

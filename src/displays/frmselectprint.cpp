@@ -26,14 +26,14 @@ class title_lines {
 };
 
 void tell_what_prints() {
-    std::string text = "Channel " + channel_number(print_channel);
-    if (print_channel < sensor::max_sensors) {
-        text += ", the last " + at(charts.Lbl_opt_res, charts.opt_res).Caption;
-        if (at(charts.chart, print_channel).Frozen) text += ", frozen";
-    } else {
-        text += " is not installed";
+    const std::string number = channel_number(print_channel);
+    std::string& text = frmselectprint.LblPrint.Caption;
+    if (print_channel >= sensor::max_sensors) {
+        text = "Channel " + number + " is not installed";
+        return;
     }
-    frmselectprint.LblPrint.Caption = text;
+    text = "Prints channel " + number + ", the last " + at(charts.Lbl_opt_res, charts.opt_res).Caption;
+    if (at(charts.chart, print_channel).Frozen) text += ", frozen";
 }
 
 void load() {

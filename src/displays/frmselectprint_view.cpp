@@ -11,6 +11,7 @@ namespace tyxo {
 
 namespace {
 
+constexpr int gap = 6;
 constexpr int least_width = 320; // so that the dialog keeps its size from one choice to the next
 
 /// An ampersand in a location is a letter, no mnemonic.
@@ -32,12 +33,14 @@ frmselectprint_view::frmselectprint_view(QWidget* parent)
     auto* const rows = new QVBoxLayout(this);
     Lblprintheader = add_label("Lblprintheader", *rows);
     emphasise(*Lblprintheader);
+    rows->addSpacing(gap);
     Frmprint = add_frame("Frmprint", *rows);
     Frmprint->setMinimumWidth(least_width);
     auto* const options = new QVBoxLayout(Frmprint);
     for (std::size_t index = 0; index < frmselectprint.optPrint.size(); ++index)
         options->addWidget(optPrint.add(Frmprint));
     LblPrint = add_label("LblPrint", *rows);
+    rows->addSpacing(gap);
     auto* const buttons = new QHBoxLayout;
     rows->addLayout(buttons);
     buttons->addStretch();

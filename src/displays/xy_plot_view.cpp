@@ -7,10 +7,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPolygonF>
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <span>
 
 namespace tyxo {
 
@@ -28,7 +29,17 @@ constexpr double thinnest_pen = 1.25;
 constexpr double thickest_pen = 3;
 
 /// Shorter steps than this, in pixels, are not seen.
-constexpr double least_step = 0.35;
+constexpr double least_step = 0.5;
+
+/// The reference circle: it never changes and is part of the face.
+std::span<const plot_curve> reference(const iXYPlotX& control) {
+    return std::span(control.curves).first(std::min<std::size_t>(control.curves.size(), 1));
+}
+
+bool same_face(const iXYPlotX& one, const iXYPlotX& other) {
+    return one.XAxis == other.XAxis && one.YAxis == other.YAxis &&
+           std::ranges::equal(reference(one), reference(other));
+}
 
 bool far_apart(const QPointF& one, const QPointF& other) {
     return std::abs(one.x() - other.x()) + std::abs(one.y() - other.y()) >= least_step;
@@ -46,7 +57,7 @@ xy_plot_view::xy_plot_view(QWidget* parent) : QWidget(parent) {
 
 void xy_plot_view::show_control(const iXYPlotX& control) {
     if (control == shown_) return;
-    if (control.XAxis != shown_.XAxis || control.YAxis != shown_.YAxis) face_.drop();
+    if (!same_face(control, shown_)) face_.drop();
     shown_ = control;
     describe();
     if (isVisibleTo(parentWidget()) != control.Visible) setVisible(control.Visible);
@@ -87,11 +98,8 @@ void xy_plot_view::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
-    painter.save();
-    painter.setClipRect(area());
-    for (const plot_curve& curve : shown_.curves)
-        if (curve.Visible) paint_curve(painter, curve);
-    painter.restore();
+    for (std::size_t index = reference(shown_).size(); index < shown_.curves.size(); ++index)
+        paint_curve(painter, shown_.curves[index]);
     if (!hasFocus()) return;
     painter.setPen(QPen(QColor(focus_rim), frame));
     painter.drawRect(square().adjusted(frame / 2, frame / 2, -frame / 2, -frame / 2));
@@ -112,35 +120,36 @@ void xy_plot_view::paint_face(QPainter& painter) const {
     const QPointF centre = on_screen({});
     const double x = snapped(centre.x(), ratio);
     const double y = snapped(centre.y(), ratio);
-    if (!area().contains(QPointF(x, y))) return;
-    const QColor cross = shaded(QColor(scope_cross), *this);
-    painter.fillRect(QRectF(x - 0.5, area().top(), 1, area().height()), cross);
-    painter.fillRect(QRectF(area().left(), y - 0.5, area().width(), 1), cross);
+    if (std::isfinite(x) && std::isfinite(y) && area().contains(QPointF(x, y))) {
+        const QColor cross = shaded(QColor(scope_cross), *this);
+        painter.fillRect(QRectF(x, area().top(), 1, area().height()), cross);
+        painter.fillRect(QRectF(area().left(), y, area().width(), 1), cross);
+    }
+    for (const plot_curve& circle : reference(shown_))
+        paint_curve(painter, circle);
 }
 
 void xy_plot_view::paint_curve(QPainter& painter, const plot_curve& curve) const {
+    if (!curve.Visible) return;
+    painter.save();
+    painter.setClipRect(area());
+    // Single short lines with square ends paint several times faster than one joined line.
     const double pen = std::clamp(pen_share * square().width(), thinnest_pen, thickest_pen);
-    painter.setPen(
-        QPen(shaded(qt_colour(curve.Color), *this), pen, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    QPolygonF run; // what hangs together
-    plot_point run_end;
-    const auto draw = [&] {
-        if (!run.isEmpty()) painter.drawPolyline(run);
-        run.clear();
-    };
+    painter.setPen(QPen(shaded(qt_colour(curve.Color), *this), pen, Qt::SolidLine, Qt::SquareCap));
+    QPointF begin; // where the next line begins, if it goes on from `end_of_last`
+    std::optional<plot_point> end_of_last;
     for (std::size_t index = 1; index < curve.points.size(); ++index) {
         const auto line =
             visible_part({curve.points[index - 1], curve.points[index]}, shown_.XAxis, shown_.YAxis);
         if (!line) continue;
-        if (run.isEmpty() || line->from != run_end) {
-            draw();
-            run << on_screen(line->from);
-        }
-        run_end = line->to;
-        const QPointF next = on_screen(run_end);
-        if (far_apart(run.last(), next) || index + 1 == curve.points.size()) run << next;
+        if (line->from != end_of_last) begin = on_screen(line->from);
+        end_of_last = line->to;
+        const QPointF end = on_screen(line->to);
+        if (!far_apart(begin, end) && index + 1 < curve.points.size()) continue;
+        painter.drawLine(begin, end);
+        begin = end;
     }
-    draw();
+    painter.restore();
 }
 
 void xy_plot_view::changeEvent(QEvent* event) {

@@ -173,6 +173,7 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
 
 void print_chart(const iStripChartX& chart, const strip_window& rows) {
     world().prints.push_back({chart, rows});
+    if (world().during_print) world().during_print();
 }
 
 void end_program(int exit_code) {

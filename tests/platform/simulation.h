@@ -54,6 +54,7 @@ struct machine {
     std::function<void()> during_box; ///< runs while a box is up
 
     std::vector<printed_chart> prints;
+    std::function<void()> during_print; ///< runs while a chart is printed
 
     bool events_held = false;
     int do_events_calls = 0;

@@ -1,0 +1,100 @@
+#pragma once
+// The real main window on a settings file of its own, and what an operator does with its dialogs.
+
+#include "app/mainfrm.h"
+#include "app/mainfrm_view.h"
+#include "app/wiring.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QFile>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <memory>
+
+namespace tyxo {
+
+class started_window {
+  public:
+    /// Starts the program on these settings in a folder of its own, and shows its window.
+    void start(const char* settings_text) {
+        QVERIFY(QDir::setCurrent(folder_.path()));
+        QFile file("tyxo.ini");
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(settings_text);
+        file.close();
+        wire();
+        window_ = std::make_unique<mainfrm_view>();
+        start_program(window_->width(), window_->height());
+        show_state();
+        window_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    }
+    void end() { window_.reset(); }
+
+    void show_state() { window_->show_state(); }
+
+    [[nodiscard]] QDialog* dialog(const char* name) const { return window_->findChild<QDialog*>(name); }
+
+    [[nodiscard]] QWidget* widget(const char* array, int index) const {
+        return window_->findChild<QWidget*>(QString("%1(%2)").arg(array).arg(index));
+    }
+
+    void open_menu_entry(const char* menu_name, const char* entry_name) const {
+        auto* const menu = window_->findChild<QMenu*>(menu_name);
+        auto* const entry = window_->findChild<QAction*>(entry_name);
+        menu->popup(window_->mapToGlobal(QPoint(10, 10)));
+        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
+    }
+
+  private:
+    QTemporaryDir folder_;
+    std::unique_ptr<mainfrm_view> window_;
+};
+
+inline QRadioButton* option(const QDialog* dialog, const char* array, int index) {
+    auto* const found = dialog->findChild<QRadioButton*>(QString("%1(%2)").arg(array).arg(index));
+    if (found == nullptr) qFatal("no %s(%d)", array, index);
+    return found;
+}
+
+inline QPushButton* button(const QDialog* dialog, const char* name, const char* caption) {
+    auto* const found = dialog->findChild<QPushButton*>(name);
+    if (found == nullptr || found->text() != caption) qFatal("no %s \"%s\"", name, caption);
+    return found;
+}
+
+inline void close_with_escape(QDialog* dialog) {
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    QTRY_VERIFY(!dialog->isVisible());
+}
+
+/// Nothing on the dialog is smaller than what it says.
+inline void check_texts(const QDialog* dialog) {
+    QTest::qWait(50);
+    for (const auto* const control : dialog->findChildren<QWidget*>()) {
+        if (!control->isVisible()) continue;
+        QVERIFY2(control->width() >= control->minimumSizeHint().width(), qPrintable(control->objectName()));
+        if (const auto* const label = qobject_cast<const QLabel*>(control))
+            QVERIFY2(label->fontMetrics().size(0, label->text()).width() <= label->width(),
+                     qPrintable(label->text()));
+        if (const auto* const frame = qobject_cast<const QGroupBox*>(control))
+            QVERIFY2(frame->fontMetrics().size(0, frame->title()).width() <= frame->width(),
+                     qPrintable(frame->title()));
+    }
+}
+
+inline QByteArray settings_file() {
+    QFile file("tyxo.ini");
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace tyxo
