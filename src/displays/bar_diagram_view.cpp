@@ -21,7 +21,7 @@ namespace design = bar_design;
 // Pixels of the design, beside those that the core knows.
 constexpr double axis_top = 64;
 constexpr double axis_bottom = 416;
-constexpr double label_top = 421;
+constexpr double label_top = 424;
 constexpr double label_height = 20;
 constexpr double text_height = 12;
 constexpr double least_scale = 0.8;
@@ -89,12 +89,13 @@ void bar_diagram_view::show_state() {
     if (moved) place();
     plot_->show_control(form_.plot);
 
+    const bool to_front = isVisible() && shows_ != form_.shows;
+    shows_ = form_.shows;
     if (isVisible() != form_.form.Visible) setVisible(form_.form.Visible);
-    if (shows_ != form_.shows && form_.form.Visible) {
+    if (isVisible() && to_front) {
         raise();
         activateWindow();
     }
-    shows_ = form_.shows;
 }
 
 void bar_diagram_view::place() {
@@ -120,7 +121,7 @@ void bar_diagram_view::place_bar_labels(const QRect& axes, int pixels) {
     const double apart = std::clamp((middles_[0] - design::axis_left) * scale, 1.0, 1.0 * axes.width());
     int size = pixels;
     for (const QLabel* const label : Lbl_bar) {
-        if (label->isVisibleTo(this)) size = fitting(label->font(), label->text(), size, apart - 4);
+        if (label->isVisibleTo(this)) size = fitting(label->font(), label->text(), size, apart - 3);
     }
     for (std::size_t index = 0; index < Lbl_bar.size(); ++index) {
         const double middle = axes.left() + (middles_[index] - design::axis_left) * scale;

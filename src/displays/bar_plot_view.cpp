@@ -15,6 +15,7 @@ const QColor axes_background(255, 255, 255);
 const QColor grid_color(222, 222, 222);
 constexpr double share_of_width = 0.76; // leaves a gap between the cylinders
 constexpr double most_ticks = 60;
+constexpr int outward_ticks = 4;
 
 /// The range of an axis; a range that cannot be drawn becomes 0 to 1.
 QCPRange range_of(const bar_axis& axis) {
@@ -54,15 +55,16 @@ bar_plot_view::bar_plot_view(QWidget* parent)
     axisRect()->setBackground(axes_background);
     axisRect()->setAutoMargins(QCP::msNone);
     axisRect()->setupFullAxesBox();
+    for (QCPAxis* const axis : {xAxis, yAxis, yAxis2}) {
+        axis->setTickLength(0, outward_ticks);
+        axis->setSubTicks(false);
+    }
     xAxis2->setTicks(false);
     xAxis2->setTickLabels(false);
     xAxis->setTickLabels(false); // the window has labels for the bars
-    xAxis->setSubTicks(false);
     xAxis->grid()->setVisible(false);
     yAxis->grid()->setPen(grid_color);
     yAxis->grid()->setZeroLinePen(Qt::NoPen);
-    yAxis->setSubTicks(false);
-    yAxis2->setSubTicks(false);
     yAxis2->setTickLabels(true);
     // The full box lets the second axis follow the first one; here it has a range of its own.
     disconnect(yAxis, nullptr, yAxis2, nullptr);
@@ -87,6 +89,7 @@ bar_plot_view::bar_plot_view(QWidget* parent)
     legend->setBorderPen(Qt::NoPen);
     legend->setBrush(Qt::NoBrush);
     legend->setTextColor(palette().color(QPalette::WindowText));
+    axisRect()->insetLayout()->setMargins({});
     axisRect()->insetLayout()->setInsetPlacement(0, QCPLayoutInset::ipFree);
     describe();
 }
@@ -111,7 +114,7 @@ void bar_plot_view::set_places(const QRect& axes, int text_pixels) {
     for (QCPAxis* const axis : {yAxis, yAxis2}) {
         axis->setTickLabelFont(text_font(font(), text_pixels));
         axis->setLabelFont(text_font(font(), text_pixels));
-        axis->setTickLabelPadding(3);
+        axis->setTickLabelPadding(text_pixels / 2);
         axis->setLabelPadding(3);
     }
     legend->setFont(text_font(font(), text_pixels));
@@ -132,7 +135,7 @@ void bar_plot_view::show_axes() {
         axes[index]->setLabel(qt_text(axis.Title));
         colour_axis(*axes[index], qt_colour(axis.Color));
     }
-    zero_line_->setPen(QPen(qt_colour(shown_.YAxes[1].Color), 1, Qt::DashLine));
+    zero_line_->setPen(QPen(qt_colour(shown_.YAxes[1].Color), std::max(1, text_pixels_ / 12), Qt::DashLine));
     zero_line_->setVisible(range_of(shown_.YAxes[1]).contains(0));
 }
 
@@ -175,11 +178,11 @@ void bar_plot_view::place_heading() {
     const QMargins margins = axisRect()->margins();
     const double across = std::max(1, width() - margins.left() - margins.right());
     const double down = std::max(1, height() - margins.top() - margins.bottom());
-    const QSize entries = legend->minimumOuterSizeHint();
+    const QSize entries = legend->minimumOuterSizeHint() + QSize(4, 4); // the inset's places are rounded down
     axisRect()->insetLayout()->setInsetRect(0, {(1 - entries.width() / across) / 2,
                                                 -(entries.height() + 2) / down, entries.width() / across,
                                                 entries.height() / down});
-    title_->position->setCoords(width() / 2.0, margins.top() - entries.height() - 2);
+    title_->position->setCoords(margins.left() + across / 2, margins.top() - entries.height() - 2);
 }
 
 void bar_plot_view::describe() {

@@ -1,0 +1,248 @@
+#include "gateway/modbus_calc.h"
+
+#include "app/wiring.h"
+#include "link/calls.h"
+#include "link/cylinder_model.h"
+#include "platform/simulation.h"
+#include "settings/settings.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tyxo {
+namespace {
+
+using namespace cylinder_testing;
+using namespace Modbus_calc;
+
+constexpr double quick = 0.000000333;
+
+class ModbusCalc : public testing::Test {
+  protected:
+    ModbusCalc() {
+        simulation::fresh_world();
+        sensor::zyl_speed_range = 1;
+        sensor::adc_offset = 479;
+        rec = in_line_engine();
+        speeds() = flat_curve(704);
+        thermo() = flat_curve(529);
+    }
+    ~ModbusCalc() override { simulation::fresh_world(); }
+
+    static constexpr i16 channel = 2;
+    channel_rec& rec = sensor::channels[channel];
+    static sensor::curve& speeds() { return sensor::mb_angacc[channel]; }
+    static sensor::curve& thermo() { return sensor::mb_thermo[channel]; }
+
+    /// The speed of a count.
+    static double rpm(double counts) { return 60 / (counts * 256 * quick); }
+
+    void mark_all() {
+        rec.mb_angacc_val.fill(-1);
+        rec.mb_angacc_diff.fill(-1);
+        rec.mb_thermo_val.fill(-1);
+        rec.mb_thermo_diff.fill(-1);
+    }
+};
+
+TEST_F(ModbusCalc, WithAHalfWidthOf1TheWindowWrapsAt0AndIsOneSlotAt255) {
+    speeds() = flat_curve(1000);
+    speeds()[255] = 400;
+    speeds()[1] = 1300;
+    EXPECT_EQ(angacc_window_speed(0, quick, channel), rpm(900));
+    EXPECT_EQ(angacc_window_speed(254, quick, channel), rpm(800));
+    EXPECT_EQ(angacc_window_speed(255, quick, channel), rpm(400));
+}
+
+TEST_F(ModbusCalc, WithAHalfWidthOf20Position236IsTheFirstOfOneSlot) {
+    sensor::zyl_speed_range = 20;
+    speeds() = flat_curve(1000);
+    speeds()[236] = 1410;
+    EXPECT_EQ(angacc_window_speed(236, quick, channel), rpm(1410));
+    EXPECT_EQ(angacc_window_speed(235, quick, channel), rpm(1010)) << "slots 215 to 255";
+}
+
+TEST_F(ModbusCalc, TheThermoWindowHoldsAWholeNumberAndHasTheSameCases) {
+    thermo() = flat_curve(479);
+    thermo()[255] = 479 + 100;
+    thermo()[254] = 479 - 51;
+    EXPECT_EQ(thermo_window_value(0, channel), 33);
+    EXPECT_EQ(thermo_window_value(254, channel), 50);
+    EXPECT_EQ(thermo_window_value(255, channel), 100);
+    EXPECT_EQ(thermo_window_value(100, channel), 0);
+}
+
+TEST_F(ModbusCalc, AnInLineEngineTakesItsFirstCylinderFromSlot42) {
+    speeds()[41] = speeds()[42] = speeds()[43] = 600;
+    calc_angacc_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[0], 1173);
+    EXPECT_EQ(rec.mb_angacc_val[1], 1000);
+    speeds() = flat_curve(704);
+    speeds()[44] = 1;
+    calc_angacc_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[0], 1000) << "42.5 goes to 42, whose window ends at 43";
+}
+
+TEST_F(ModbusCalc, AFullCycleOf720DegreesIsTheSingleSlot255) {
+    speeds()[255] = 600; // cylinder 6 fires fourth, cylinder 4 last
+    calc_angacc_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[3], 1173);
+    EXPECT_EQ(rec.mb_angacc_val[5], 1000);
+}
+
+TEST_F(ModbusCalc, TheFirmwareVersionSetsTheTick) {
+    rec.fwvers = "V2.01";
+    calc_angacc_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[0], 832) << "60 / (704 x 256 x 0.0000004)";
+    rec.fwvers = "V?.01";
+    calc_angacc_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[0], 1000);
+}
+
+TEST_F(ModbusCalc, AThermosignalOf260PercentShows200AndItsDifferenceIsTakenFrom260) {
+    for (const std::size_t slot : {41U, 42U, 43U})
+        thermo()[slot] = 479 + 260;
+    calc_thermo_cyl(channel);
+    EXPECT_EQ(rec.mb_thermo_val[0], 200);
+    EXPECT_EQ(rec.mb_thermo_diff[0], 260 - 52);
+    EXPECT_EQ(rec.mb_thermo_val[1], 50);
+    EXPECT_EQ(rec.mb_thermo_diff[1], 50 - 52);
+}
+
+TEST_F(ModbusCalc, ACylinderAbove4000ShowsTheNegativeMeanAsItsDifference) {
+    for (const std::size_t slot : {41U, 42U, 43U})
+        speeds()[slot] = 175; // 4021 rpm
+    calc_angacc_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[0], 4000);
+    EXPECT_NEAR(rec.mb_angacc_diff[0], -rpm(698), 0.01);
+    for (const std::size_t slot : {41U, 42U, 43U})
+        speeds()[slot] = 176; // 3999 rpm
+    calc_angacc_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[0], 3999);
+    EXPECT_NEAR(rec.mb_angacc_diff[0], rpm(176) - rpm(698), 0.02);
+}
+
+TEST_F(ModbusCalc, ElementsOfNoCylinderStayAsTheyAre) {
+    mark_all();
+    calc_angacc_cyl(channel);
+    calc_thermo_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_diff[5], 0);
+    EXPECT_EQ(rec.mb_thermo_diff[5], 0);
+    for (std::size_t slot = 6; slot < cylinder_max; ++slot) {
+        EXPECT_EQ(rec.mb_angacc_val[slot], -1);
+        EXPECT_EQ(rec.mb_angacc_diff[slot], -1);
+        EXPECT_EQ(rec.mb_thermo_val[slot], -1);
+        EXPECT_EQ(rec.mb_thermo_diff[slot], -1);
+    }
+    EXPECT_EQ(rec.bar_angacc_val, (std::array<i32, cylinder_max>{})) << "the bars' arrays are not its own";
+    EXPECT_EQ(rec.bar_thermo_val, (std::array<i32, cylinder_max>{}));
+}
+
+TEST_F(ModbusCalc, TheOrderOfTheBarsIsNotItsOrder) {
+    speeds()[84] = speeds()[85] = speeds()[86] = 600; // cylinder 5 fires second
+    for (const int mode : {0, 1}) {
+        settings.speedbar_mode = static_cast<i16>(mode);
+        rec.mb_angacc_val.fill(0);
+        calc_angacc_cyl(channel);
+        EXPECT_EQ(rec.mb_angacc_val[4], 1173) << mode;
+        EXPECT_EQ(rec.mb_angacc_val[1], 1000) << mode;
+    }
+}
+
+TEST_F(ModbusCalc, AgreesWithThePlainModelOnRandomEngines) {
+    std::mt19937 random(4711);
+    for (int round = 0; round < 200; ++round) {
+        rec = random_engine(random);
+        sensor::zyl_speed_range = static_cast<i16>(1 + round % 20);
+        sensor::adc_offset = static_cast<i16>(460 + round % 61);
+        speeds() = random_curve(random, 1, 65535);
+        thermo() = random_curve(random, 300, 900);
+        calc_angacc_cyl(channel);
+        calc_thermo_cyl(channel);
+        const model_values speed = model_speeds(rec, speeds(), sensor::zyl_speed_range, false);
+        const model_values signal =
+            model_thermosignals(rec, thermo(), sensor::zyl_speed_range, sensor::adc_offset, false);
+        for (std::size_t slot = 0; slot < speed.value.size(); ++slot) {
+            ASSERT_EQ(rec.mb_angacc_val[slot], speed.value[slot]) << round;
+            ASSERT_EQ(rec.mb_angacc_diff[slot], speed.difference[slot]) << round;
+            ASSERT_EQ(rec.mb_thermo_val[slot], signal.value[slot]) << round;
+            ASSERT_EQ(rec.mb_thermo_diff[slot], signal.difference[slot]) << round;
+        }
+    }
+}
+
+/// Both calculations fail, and go on with the next curve when the cause is gone.
+struct bad_input {
+    const char* name;
+    void (*spoil)(channel_rec& rec, sensor::curve& speeds);
+    bool speed_fails;
+    bool thermo_fails;
+};
+
+TEST_F(ModbusCalc, BadInputIsAFailureAndTheNextCurveIsCalculatedAgain) {
+    const channel_rec good = rec;
+    const bad_input rows[] = {
+        {"zeros", [](channel_rec&, sensor::curve& curve) { curve.fill(0); }, true, false},
+        {"25 cylinders", [](channel_rec& rec, sensor::curve&) { rec.numzyl = 25; }, true, true},
+        {"beyond the cycle", [](channel_rec& rec, sensor::curve&) { rec.firingangle[0] = 130; }, true, true},
+        {"alarm level 6", [](channel_rec& rec, sensor::curve&) { rec.alarmlevel = 6; }, false, true},
+        {"percent 0", [](channel_rec& rec, sensor::curve&) { rec.dcpercent_valid = true; }, false, true},
+    };
+    for (const bad_input& row : rows) {
+        rec = good;
+        mark_all();
+        speeds() = flat_curve(704);
+        row.spoil(rec, speeds());
+        EXPECT_EQ(attempt([] { calc_angacc_cyl(channel); }).has_value(), row.speed_fails) << row.name;
+        EXPECT_EQ(attempt([] { calc_thermo_cyl(channel); }).has_value(), row.thermo_fails) << row.name;
+        EXPECT_EQ(rec.mb_angacc_diff[0] == -1, row.speed_fails) << row.name;
+        EXPECT_EQ(rec.mb_thermo_diff[0] == -1, row.thermo_fails) << row.name;
+        rec = good;
+        speeds() = flat_curve(704);
+        calc_angacc_cyl(channel);
+        calc_thermo_cyl(channel);
+        EXPECT_EQ(rec.mb_angacc_val[0], 1000) << row.name;
+        EXPECT_EQ(rec.mb_thermo_val[0], 50) << row.name;
+    }
+}
+
+TEST_F(ModbusCalc, APositionBeyondTheCurveLeavesTheCylindersBeforeIt) {
+    rec.firingangle[5] = 200; // cylinder 4, the last to fire, passes 720 degrees
+    mark_all();
+    EXPECT_THROW(calc_angacc_cyl(channel), failure);
+    EXPECT_THROW(calc_thermo_cyl(channel), failure);
+    EXPECT_EQ(rec.mb_angacc_val[2], 1000);
+    EXPECT_EQ(rec.mb_angacc_val[3], -1);
+    EXPECT_EQ(rec.mb_thermo_val[2], 50);
+    EXPECT_EQ(rec.mb_thermo_val[3], -1);
+}
+
+TEST_F(ModbusCalc, AMeanThatFailsLeavesTheValues) {
+    rec.alarmlevel = 1;
+    rec.dcpercent_valid = true;
+    rec.dcalarmpercent = 1;
+    thermo() = flat_curve(65535);
+    mark_all();
+    EXPECT_THROW(calc_thermo_cyl(channel), failure);
+    EXPECT_EQ(rec.mb_thermo_val[0], 200);
+    EXPECT_EQ(rec.mb_thermo_diff[0], -1);
+}
+
+TEST_F(ModbusCalc, AChannelThatDoesNotExistIsAFailure) {
+    for (const i16 none : {i16{-1}, i16{4}}) {
+        EXPECT_THROW(calc_angacc_cyl(none), failure);
+        EXPECT_THROW(calc_thermo_cyl(none), failure);
+    }
+}
+
+TEST_F(ModbusCalc, AProcessedCurveCallsIt) {
+    wire();
+    calls.calc_angacc_cyl(channel);
+    calls.calc_thermo_cyl(channel);
+    EXPECT_EQ(rec.mb_angacc_val[0], 1000);
+    EXPECT_EQ(rec.mb_thermo_val[0], 50);
+}
+
+} // namespace
+} // namespace tyxo
