@@ -145,10 +145,10 @@ void bar_diagram_view::place_texts(int pixels) {
     Lbl_mtyp2->setGeometry(second, top, width() - second, tall);
 }
 
-void bar_diagram_view::changeEvent(QEvent* event) {
-    QWidget::changeEvent(event);
-    if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
-    desktop::run_handler(desktop::source::operator_, [this] { bar_form_activate(form_); });
+bool bar_diagram_view::event(QEvent* event) {
+    if (event->type() == QEvent::WindowActivate)
+        desktop::run_handler(desktop::source::operator_, [this] { bar_form_activate(form_); });
+    return QWidget::event(event);
 }
 
 void bar_diagram_view::closeEvent(QCloseEvent* event) {

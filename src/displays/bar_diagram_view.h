@@ -24,7 +24,7 @@ class bar_diagram_view : public QWidget {
     void show_state();
 
   protected:
-    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
