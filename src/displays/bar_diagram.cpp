@@ -257,9 +257,7 @@ void bar_form_activate(bar_form& bars) {
 
 void bar_form_unload(bar_form& bars) {
     kind_of(bars).selected = 0;
-    const unsigned shows = bars.shows;
     bars = {};
-    bars.shows = shows;
 }
 
 void frmbarpic_unload() {

@@ -85,6 +85,7 @@ TEST(CylinderValues, AnIndexOutsideTheCurveIsASubscriptFailure) {
         EXPECT_THROW((void)window_thermosignal(curve, index, 0, {479, 100}), failure) << index;
     }
     EXPECT_NO_THROW((void)window_speed(curve, 255, 20, count_time));
+    EXPECT_THROW((void)window_speed(curve, 100, 200, count_time), failure) << "a window beyond both ends";
 }
 
 TEST(CylinderValues, TheSecondCharacterOfTheFirmwareVersionTellsTheStepTime) {
@@ -193,6 +194,16 @@ TEST(CylinderValues, EachAlarmLevelHasItsDivisorAndOthersFail) {
     for (const i32 level : {-1, 6, 65535}) {
         rec.alarmlevel = level;
         EXPECT_THROW((void)thermo_scale_of(rec, 479), failure) << level;
+    }
+}
+
+TEST(CylinderValues, APercentageOf0IsADivisionByZero) {
+    channel_rec rec = in_line_engine();
+    rec.dcpercent_valid = true;
+    for (const i32 sample : {479, 500}) {
+        const auto why = attempt(
+            [&] { (void)window_thermosignal(flat_curve(sample), 100, 1, thermo_scale_of(rec, 479)); });
+        EXPECT_EQ(why, "Division by zero") << sample;
     }
 }
 
