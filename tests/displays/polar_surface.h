@@ -1,0 +1,79 @@
+#pragma once
+// A Detailed Display of 280 x 190 units, and what was drawn on it.
+
+#include "displays/engines.h"
+#include "displays/frmdetailedpic.h"
+#include "platform/simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tyxo {
+
+inline constexpr colour black = rgb(0, 0, 0);
+inline constexpr colour white = rgb(255, 255, 255);
+inline constexpr colour orange = rgb(255, 128, 0);
+inline constexpr colour red = rgb(255, 0, 0);
+inline constexpr colour yellow = rgb(255, 255, 0);
+inline constexpr colour blue = rgb(0, 0, 255);
+
+inline constexpr double near_enough = 1e-9;
+
+/// C, L and S of the surface.
+inline constexpr double centre_x = 61;
+inline constexpr double centre_y = 95;
+inline constexpr double left_end = 130;
+inline constexpr double base = 175;
+
+class PolarSurface : public testing::Test {
+  protected:
+    void SetUp() override {
+        simulation::fresh_world();
+        frmdetailedpic.surface.ScaleWidth = 280;
+        frmdetailedpic.surface.ScaleHeight = 190;
+    }
+
+    static const std::vector<stroke>& strokes() { return frmdetailedpic.surface.strokes; }
+    static const std::vector<canvas_text>& texts() { return frmdetailedpic.surface.texts; }
+    static void clear() { frmdetailedpic.surface.clear(); }
+
+    /// Strokes and texts of a single element.
+    static void only(const std::function<void()>& draw) {
+        clear();
+        draw();
+    }
+
+    /// The description of the failure, or nothing.
+    static std::string failure_of(const std::function<void()>& draw) {
+        return attempt(draw).value_or(std::string());
+    }
+};
+
+inline void expect_stroke(const stroke& one, const stroke& expected, const std::string& what = {}) {
+    EXPECT_NEAR(one.x1, expected.x1, near_enough) << what;
+    EXPECT_NEAR(one.y1, expected.y1, near_enough) << what;
+    EXPECT_NEAR(one.x2, expected.x2, near_enough) << what;
+    EXPECT_NEAR(one.y2, expected.y2, near_enough) << what;
+    EXPECT_EQ(one.ForeColor, expected.ForeColor) << what;
+}
+
+/// The strokes from `first` on join `count` points in their order.
+inline void expect_joined(const std::vector<stroke>& strokes, std::size_t first, std::size_t count) {
+    ASSERT_GE(strokes.size(), first + count);
+    for (std::size_t k = first + 1; k < first + count; ++k) {
+        EXPECT_EQ(strokes[k].x1, strokes[k - 1].x2) << k;
+        EXPECT_EQ(strokes[k].y1, strokes[k - 1].y2) << k;
+    }
+}
+
+inline void expect_text(const canvas_text& one, double x, double y, std::string_view text) {
+    EXPECT_EQ(one.x, x) << text;
+    EXPECT_EQ(one.y, y) << text;
+    EXPECT_EQ(one.text, text);
+    EXPECT_EQ(one.ForeColor, black) << text;
+}
+
+} // namespace tyxo
