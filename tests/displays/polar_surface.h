@@ -52,6 +52,35 @@ class PolarSurface : public testing::Test {
     }
 };
 
+inline constexpr std::size_t circle_strokes = 256;
+inline constexpr std::size_t diagram_strokes = 512; ///< 256 and the legend's, then 255
+
+class PolarCurves : public PolarSurface {
+  protected:
+    void SetUp() override {
+        PolarSurface::SetUp();
+        sensor::max_sensors = sensor::polar_channel = 1;
+        sensor::adc_offset = 479;
+        sensor::scale_polar_t = sensor::scale_polar_a = 1;
+        sensor::channels[0] = engine(4, 6, in_line);
+        frmdetailedpic.Chck_tsrel = frmdetailedpic.Chck_tsabs = frmdetailedpic.Chck_aa = 1;
+    }
+    static void samples(sensor::curve& curve, const std::function<i32(i32 k)>& value) {
+        for (i32 k = 0; k < 256; ++k)
+            at(curve, k) = value(k);
+    }
+    /// All samples the zero point, but for the first.
+    static void first_deviates(i32 by) {
+        sensor::detail_thermo.fill(sensor::adc_offset);
+        sensor::detail_thermo[0] += by;
+    }
+    static const stroke& round_part(std::size_t k) { return strokes().at(k); }
+    static const stroke& straight_part(std::size_t k) { return strokes().at(circle_strokes + 1 + k); }
+    /// Radius of the first point, which lies straight above the centre.
+    static double first_radius() { return centre_y - round_part(0).y1; }
+    static double first_height() { return base - straight_part(0).y1; }
+};
+
 inline void expect_stroke(const stroke& one, const stroke& expected, const std::string& what = {}) {
     EXPECT_NEAR(one.x1, expected.x1, near_enough) << what;
     EXPECT_NEAR(one.y1, expected.y1, near_enough) << what;
