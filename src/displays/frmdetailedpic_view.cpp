@@ -12,6 +12,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace tyxo {
 
@@ -140,14 +141,23 @@ bool frmdetailedpic_view::labels_changed() {
     return true;
 }
 
+QRect frmdetailedpic_view::label_box(const canvas_label& control, const QFont& font) const {
+    const auto on_screen = [](double length) {
+        constexpr double nowhere = 1e5; // a place that no screen reaches
+        return std::isfinite(length) ? std::clamp(length, -nowhere, nowhere) : nowhere;
+    };
+    const QPointF corner = surface_->place(on_screen(control.Left), on_screen(control.Top));
+    const QFontMetrics metrics(font);
+    return {corner.toPoint(),
+            QSize(metrics.horizontalAdvance(qt_text(control.Caption)) + 1, metrics.height())};
+}
+
 bool frmdetailedpic_view::overlap(const QFont& font) const {
-    const QFontMetricsF metrics(font);
-    std::vector<QRectF> taken;
+    std::vector<QRect> taken;
     for (const placed_label& one : cylinders_) {
         if (!one.control.Visible) continue;
-        const QRectF box(surface_->place(one.control.Left, one.control.Top),
-                         QSizeF(metrics.horizontalAdvance(qt_text(one.control.Caption)), metrics.height()));
-        const auto meets = [&box](const QRectF& other) { return other.intersects(box); };
+        const QRect box = label_box(one.control, font);
+        const auto meets = [&box](const QRect& other) { return other.intersects(box); };
         if (std::ranges::any_of(taken, meets)) return true;
         taken.push_back(box);
     }
@@ -163,15 +173,11 @@ QFont frmdetailedpic_view::label_font() const {
 
 void frmdetailedpic_view::place_labels() {
     const auto put = [this](const placed_label& one, const QFont& font) {
-        one.label->setVisible(one.control.Visible);
-        if (!one.control.Visible) return;
         if (one.label->font() != font) one.label->setFont(font);
         const QString text = qt_text(one.control.Caption);
         if (one.label->text() != text) one.label->setText(text);
-        constexpr double nowhere = 1e5; // a place that no screen reaches
-        const QPointF corner = surface_->place(std::clamp(one.control.Left, -nowhere, nowhere),
-                                               std::clamp(one.control.Top, -nowhere, nowhere));
-        one.label->setGeometry({corner.toPoint(), one.label->sizeHint()});
+        one.label->setGeometry(label_box(one.control, font));
+        one.label->setVisible(one.control.Visible);
     };
     const QFont font = label_font();
     for (const placed_label& one : cylinders_)

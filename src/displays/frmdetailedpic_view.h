@@ -48,6 +48,7 @@ class frmdetailedpic_view : public QWidget {
     void surface_resized();
     void place_labels();
     [[nodiscard]] bool labels_changed();
+    [[nodiscard]] QRect label_box(const canvas_label& control, const QFont& font) const;
     [[nodiscard]] bool overlap(const QFont& font) const;
     [[nodiscard]] QFont label_font() const;
 

@@ -67,6 +67,7 @@ class frmdetailedpic_test : public QObject {
             auto* const box = window_->findChild<QCheckBox*>(name);
             QVERIFY2(box != nullptr && box->isVisible() && box->isChecked(), name);
             QVERIFY(!box->accessibleName().isEmpty());
+            draw_pass();
             const auto before = frmdetailedpic.surface.strokes;
             QTest::mouseClick(box, Qt::LeftButton, {}, {10, box->height() / 2});
             QCOMPARE(*value, i16{0});
@@ -115,25 +116,25 @@ class frmdetailedpic_test : public QObject {
         frmdetailedpic.form.Visible = true;
         window_->show_state();
         QVERIFY(window_->isVisible());
-        QVERIFY(has(picture(), red_));
+        QVERIFY(has(surface_picture(), red_));
     }
 
     void a_resize_draws_the_fixed_picture_until_the_next_curve() {
         open_and_draw(engine(4, 6, in_line));
-        QVERIFY(has(picture(), red_));
+        QVERIFY(has(surface_picture(), red_));
         window_->resize(1000, 700);
         QCoreApplication::processEvents();
         window_->show_state();
-        QVERIFY(!has(picture(), red_));
-        QVERIFY(has(picture(), white));
+        QVERIFY(!has(surface_picture(), red_));
+        QVERIFY(has(surface_picture(), white));
         draw_pass();
         window_->show_state();
-        QVERIFY(has(picture(), red_));
+        QVERIFY(has(surface_picture(), red_));
     }
 
     void paints_every_colour_on_the_grey() {
         open_and_draw(engine(4, 6, in_line));
-        const QImage shown = picture();
+        const QImage shown = surface_picture();
         QCOMPARE(shown.pixelColor(2, 2), QColor(192, 192, 192));
         for (const QColor& color :
              {red_, QColor(0, 0, 255), QColor(255, 255, 0), white, QColor(255, 128, 0), black})
@@ -249,8 +250,8 @@ class frmdetailedpic_test : public QObject {
         frmdetailedpic.Lblzyl[0].Left = not_a_number;
         frmdetailedpic.Lblzyl[1].Top = 1e300;
         window_->show_state();
-        QVERIFY(has(picture(), QColor(0, 255, 0)));
-        QVERIFY(has(picture(), red_));
+        QVERIFY(has(surface_picture(), QColor(0, 255, 0)));
+        QVERIFY(has(surface_picture(), red_));
     }
 
     void strange_curves_are_painted() {
@@ -261,10 +262,10 @@ class frmdetailedpic_test : public QObject {
             sensor::scale_polar_t = sensor::scale_polar_a = scale;
             draw_pass();
             window_->show_state();
-            picture();
+            surface_picture();
         }
         open_and_draw(engine(4, 6, in_line));
-        QVERIFY(has(picture(), red_));
+        QVERIFY(has(surface_picture(), red_));
     }
 
     void a_line_from_far_away_enters_at_the_right_place() {
@@ -320,7 +321,6 @@ class frmdetailedpic_test : public QObject {
         window_->show_state();
     }
 
-    QImage picture() { return window_->grab().toImage(); }
     QImage surface_picture() { return surface_->grab().toImage(); }
 
     QLabel* label(const QString& name) {
