@@ -57,7 +57,9 @@ TEST_F(DetailedEngine, PlacesInTheStraightDiagramAreRoundedAtEachStep) {
 TEST_F(DetailedEngine, AHalfUnitGoesToTheEvenNeighbour) {
     open_with(2, {0, 18, 36}); // 7.25 -> 7; 14.5 + 7 = 21.5 -> 22
     EXPECT_EQ(line_places(), (std::vector<double>{0, 7, 22}));
-    open_with(2, {0, 36}); // 14.5
+    open_with(4, {0, 72}); // 14.5
+    EXPECT_EQ(line_places(), (std::vector<double>{0, 14}));
+    open_with(2, {0, 36});
     EXPECT_EQ(line_places(), (std::vector<double>{0, 14}));
 }
 
