@@ -19,6 +19,15 @@ namespace {
 const std::vector<QSize> sizes{{800, 500},   {800, 560},  {1024, 768}, {1280, 1024},
                                {1920, 1080}, {800, 1400}, {2560, 600}, {3840, 2160}};
 
+class paint_counter : public QObject {
+  public:
+    int paints = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++paints;
+        return false;
+    }
+};
+
 } // namespace
 
 class frmdetailedpic_test : public QObject {
@@ -139,6 +148,20 @@ class frmdetailedpic_test : public QObject {
         for (const QColor& color :
              {red_, QColor(0, 0, 255), QColor(255, 255, 0), white, QColor(255, 128, 0), black})
             QVERIFY2(has(shown, color), qPrintable(color.name()));
+    }
+
+    void it_is_painted_again_after_a_curve_and_only_then() {
+        open_and_draw(engine(4, 6, in_line));
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+        QCoreApplication::processEvents();
+        paint_counter counter;
+        surface_->installEventFilter(&counter);
+        window_->show_state();
+        QCoreApplication::processEvents();
+        QCOMPARE(counter.paints, 0);
+        draw_pass();
+        window_->show_state();
+        QTRY_COMPARE(counter.paints, 1);
     }
 
     void the_picture_is_where_the_surface_says() {
