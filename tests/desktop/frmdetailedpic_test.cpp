@@ -303,6 +303,17 @@ class frmdetailedpic_test : public QObject {
         QVERIFY(canvas_lines(outside, {0, 0, 1, QRectF(0, 0, 100, 100)}).empty());
     }
 
+    void a_line_without_a_finite_end_is_left_out() {
+        std::vector<stroke> strokes;
+        for (const double strange : {infinite, -infinite, not_a_number}) {
+            strokes.push_back({strange, 20, 30, 40, 5});
+            strokes.push_back({10, strange, 30, 40, 5});
+            strokes.push_back({10, 20, strange, 40, 5});
+            strokes.push_back({10, 20, 30, strange, 5});
+        }
+        QVERIFY(canvas_lines(strokes, {0, 0, 1, QRectF(0, 0, 100, 100)}).empty());
+    }
+
     void strokes_that_continue_each_other_become_one_line() {
         const std::vector<stroke> strokes{{0, 0, 10, 0, 1},  {10, 0, 20, 0, 1}, {20, 0, 20, 10, 1},
                                           {20, 10, 0, 0, 2}, {0, 0, 5, 5, 2},   {50, 50, 60, 60, 2}};
