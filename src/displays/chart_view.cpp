@@ -2,56 +2,161 @@
 
 #include "displays/show_view.h"
 
-#include <QPainter>
+#include <QLabel>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <cmath>
 
 namespace tyxo {
 
 namespace {
 
-constexpr int title_height = 24;
-constexpr int scale_width = 40;
-constexpr int margin = 14;
+constexpr int title_line = 24;
+constexpr int free_end = 125; // of the title line, where a button of the panel stands
+constexpr int title_pixels = 13;
+constexpr int badge_gap = 10;
+constexpr QRgb quiet_title = 0xFF707070; // of a chart that has no curves
 
 } // namespace
 
-void chart_view::show_control(const iStripChartX& control) {
-    if (control == shown_) return;
-    shown_ = control;
+chart_view::chart_view(QWidget* parent)
+    : QCustomPlot(parent), plot_(*this, {.title_line = title_line}), badge_(new QLabel(tr("FROZEN"), this)) {
+    setInteractions({});
+    badge_->setObjectName("frozen_badge");
+    badge_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    badge_->setStyleSheet("background: #ffc800; color: black; border: 1px solid #404040; border-radius: 3px;"
+                          "font-weight: bold; font-size: 11px; padding: 0px 5px");
+    badge_->hide();
+}
+
+void chart_view::show_control(const iStripChartX& control, const strip_window& rows) {
+    const rows_mark mark{rows.rows(), rows.newest(), rows.span(), plot_.columns()};
+    iStripChartX next = control;
+    const std::size_t kept =
+        shown_.Frozen && next.Frozen ? std::min(next.curves.size(), shown_.curves.size()) : 0;
+    for (std::size_t curve = 0; curve < kept; ++curve)
+        next.curves[curve].Title = shown_.curves[curve].Title;
+    const bool same = next == shown_;
+    if (same && mark == shown_rows_) return;
+
+    shown_ = std::move(next);
+    shown_rows_ = mark;
+    plot_.show(shown_, rows);
+    if (!same) describe();
+    renew();
+}
+
+void chart_view::describe() {
     setAccessibleName(title());
-    update();
+    const QString hint =
+        tr("The chart stands still and goes on by itself after a while. Click to let it go on now.");
+    setToolTip(shown_.Frozen ? hint : QString());
+    setAccessibleDescription(toolTip());
+    for (std::size_t index = 0; index < shown_.curves.size(); ++index) {
+        const chart_curve& curve = shown_.curves[index];
+        const auto set = [this, index](const char* name, const QVariant& value) {
+            setProperty(element(name, static_cast<int>(index)).toLatin1().constData(), value);
+        };
+        set("CurveTitle", qt_text(curve.Title));
+        set("CurveColor", curve.Color);
+        set("CurveVisible", curve.Visible);
+    }
+    place_badge();
+    if (isHidden() == shown_.Visible) setVisible(shown_.Visible);
 }
 
 QString chart_view::title() const {
     return qt_text(shown_.Title);
 }
 
+QFont chart_view::title_font() const {
+    QFont font = this->font();
+    font.setPixelSize(title_pixels);
+    font.setBold(true);
+    return font;
+}
+
+QRect chart_view::title_place() const {
+    const int badge = shown_.Frozen ? badge_->sizeHint().width() + badge_gap : 0;
+    return QRect(0, 0, width(), title_line).adjusted(free_end + badge, 0, -free_end - badge, 0);
+}
+
+void chart_view::place_badge() {
+    badge_->setVisible(shown_.Frozen);
+    if (!shown_.Frozen) return;
+    const QRect place = title_place();
+    const int text =
+        std::min(QFontMetrics(title_font()).horizontalAdvance(title()), std::max(place.width(), 0));
+    const QSize size = badge_->sizeHint();
+    badge_->setGeometry(QRect(
+        QPoint(place.center().x() + (text + 1) / 2 + badge_gap, (title_line - size.height()) / 2 + 1), size));
+}
+
+void chart_view::renew() {
+    picture_ = {};
+    update();
+}
+
+void chart_view::draw(QCPPainter* painter) {
+    QCustomPlot::draw(painter);
+    const QRect place = title_place();
+    painter->setFont(title_font());
+    painter->setPen(shown_.curves.empty() ? QColor(quiet_title) : qt_colour(shown_.TitleFontColor));
+    const QString text =
+        QFontMetrics(painter->font()).elidedText(title(), Qt::ElideRight, std::max(place.width(), 0));
+    painter->drawText(place, Qt::AlignCenter | Qt::TextDontClip, text);
+    painter->setPen(qt_colour(shown_.AxisGridColor));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+// The library would draw into buffers of its own at once; here a picture is drawn when it is to be seen.
 void chart_view::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    painter.fillRect(rect(), qt_colour(shown_.BackGroundColor));
-    painter.setPen(qt_colour(shown_.AxisGridColor));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-
-    painter.setPen(qt_colour(shown_.TitleFontColor));
-    painter.drawText(QRect(0, 0, width(), title_height), Qt::AlignCenter, title());
-
-    const QRect area = rect().adjusted(scale_width, title_height, -margin, -margin);
-    painter.fillRect(area, qt_colour(shown_.GridBackGroundColor));
-    const QPen grid(qt_colour(shown_.AxisGridColor), 0, Qt::DotLine);
-    for (int tick = 0; tick < shown_.XAxisTickMajorCount; ++tick) {
-        const int x = area.left() + tick * area.width() / (shown_.XAxisTickMajorCount - 1);
-        painter.setPen(grid);
-        painter.drawLine(x, area.top(), x, area.bottom());
+    const double ratio = devicePixelRatioF();
+    if (picture_.isNull() || picture_.devicePixelRatio() != ratio) {
+        setBufferDevicePixelRatio(ratio);
+        picture_ = QPixmap(static_cast<int>(std::ceil(width() * ratio)),
+                           static_cast<int>(std::ceil(height() * ratio)));
+        picture_.setDevicePixelRatio(ratio);
+        picture_.fill(qt_colour(shown_.BackGroundColor));
+        QCPPainter painter(&picture_);
+        draw(&painter);
     }
-    for (int tick = 0; tick < shown_.YAxisTickMajorCount; ++tick) {
-        const double part = static_cast<double>(tick) / (shown_.YAxisTickMajorCount - 1);
-        const int y = area.bottom() - static_cast<int>(part * area.height());
-        painter.setPen(grid);
-        painter.drawLine(area.left(), y, area.right(), y);
-        painter.setPen(qt_colour(shown_.YAxisLabelFontColor));
-        const double value = shown_.YAxisMin + part * (shown_.YAxisMax - shown_.YAxisMin);
-        painter.drawText(QRect(0, y - 8, scale_width - 6, 16), Qt::AlignRight | Qt::AlignVCenter,
-                         QString::number(value, 'f', 0));
-    }
+    QPainter(this).drawPixmap(0, 0, picture_);
+}
+
+void chart_view::resizeEvent(QResizeEvent* /*event*/) {
+    setViewport(rect());
+    plot_.arrange();
+    place_badge();
+    renew();
+}
+
+void chart_view::changeEvent(QEvent* event) {
+    renew();
+    QCustomPlot::changeEvent(event);
+}
+
+void chart_view::mousePressEvent(QMouseEvent* event) {
+    pressed_ = event->button() == Qt::LeftButton;
+}
+
+void chart_view::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
+}
+
+void chart_view::mouseMoveEvent(QMouseEvent* /*event*/) {}
+
+void chart_view::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    const bool complete = pressed_ && rect().contains(event->position().toPoint());
+    pressed_ = false;
+    if (complete) emit clicked();
+}
+
+void chart_view::wheelEvent(QWheelEvent* event) {
+    event->ignore();
 }
 
 } // namespace tyxo

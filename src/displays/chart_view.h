@@ -1,35 +1,78 @@
 #pragma once
-// A strip chart on the screen: its frame, title, grid and Y scale.
+// A strip chart on the screen.
 
-#include "platform/strip_chart.h"
+#include "platform/desktop/strip_plot.h"
 
-#include <QWidget>
+#include <qcustomplot.h>
+
+class QLabel;
 
 namespace tyxo {
 
-class chart_view : public QWidget {
+/// Keeps no rows, only the points of its picture. The title stands in the middle of a line of its own, whose
+/// ends are left free for a button of the panel. Beside the properties below it has those of each curve:
+/// `CurveTitle(0)`, `CurveColor(0)`, `CurveVisible(0)` and so on.
+class chart_view : public QCustomPlot {
     Q_OBJECT
     Q_PROPERTY(QString Title READ title)
     Q_PROPERTY(double XAxisMin READ x_axis_min)
     Q_PROPERTY(double XAxisSpan READ x_axis_span)
     Q_PROPERTY(double YAxisMin READ y_axis_min)
     Q_PROPERTY(double YAxisMax READ y_axis_max)
+    Q_PROPERTY(bool Frozen READ frozen)
 
   public:
-    explicit chart_view(QWidget* parent) : QWidget(parent) {}
-    void show_control(const iStripChartX& control);
+    explicit chart_view(QWidget* parent = nullptr);
+
+    /// Shows the control over the rows that belong to its span, or those that it was frozen with; costs a
+    /// comparison when neither differs. A frozen chart keeps its picture and the titles of its curves, which
+    /// name the scales that its values have, whatever becomes of the control's.
+    void show_control(const iStripChartX& control, const strip_window& rows);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] double x_axis_min() const { return shown_.XAxisMin; }
     [[nodiscard]] double x_axis_span() const { return shown_.XAxisSpan; }
     [[nodiscard]] double y_axis_min() const { return shown_.YAxisMin; }
     [[nodiscard]] double y_axis_max() const { return shown_.YAxisMax; }
+    [[nodiscard]] bool frozen() const { return shown_.Frozen; }
+
+  signals:
+    /// The left button was pressed and released inside; a double click is two clicks.
+    void clicked();
 
   protected:
+    void draw(QCPPainter* painter) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
 
   private:
+    /// Tells one picture of rows from another.
+    struct rows_mark {
+        i32 rows = 0;
+        std::int64_t newest = 0;
+        std::int64_t span = 0;
+        int columns = 0;
+        bool operator==(const rows_mark&) const = default;
+    };
+
+    void describe();
+    void place_badge();
+    void renew();
+    [[nodiscard]] QFont title_font() const;
+    [[nodiscard]] QRect title_place() const;
+
+    strip_plot plot_;
+    QLabel* badge_;
     iStripChartX shown_;
+    rows_mark shown_rows_;
+    QPixmap picture_; ///< none when it is to be painted anew
+    bool pressed_ = false;
 };
 
 } // namespace tyxo

@@ -138,6 +138,7 @@ void panel_view::make_plot_side(QWidget* parent) {
 
 void panel_view::make_chart(QWidget* parent) {
     chart = make<chart_view>("chart", parent);
+    connect(chart, &chart_view::clicked, this, on_command(chart_click));
 }
 
 void panel_view::make_zoom_button(QWidget* parent) {
@@ -169,7 +170,7 @@ void panel_view::place(const quadrant_layout& layout) {
 void panel_view::show_chart() {
     const iStripChartX& control = charts.chart[static_cast<std::size_t>(channel_)];
     chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
-    chart->show_control(control);
+    chart->show_control(control, shown_rows(channel_));
 }
 
 void panel_view::show_state() {

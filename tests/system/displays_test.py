@@ -33,7 +33,8 @@ class Displays(PlantTest):
         return plant
 
     def click(self, place, window=None):
-        self.display.tool("xdotool", "mousemove", "--window", window or self.main, *map(str, place), "click", "1")
+        where = ["--window", window or self.main, *map(str, place)]
+        self.display.tool("xdotool", "mousemove", *where, "click", "1")
 
     def still_logging(self, plant):
         """A curve and a value arrive, and the value is written down."""
@@ -92,7 +93,7 @@ class Displays(PlantTest):
     def test_the_scales_are_stored_from_the_keyboard(self):
         plant = self.plant(autostart=0, scale_polar_t=3, scale_polar_a=".5", log_mode=0).start()
         window = self.display.window("Tyxo Data Logger")
-        self.display.press(window, "alt+f", "Right", "Down", "Down", "Return")
+        self.display.press(window, "alt+f", "Right", "Down", "Return")
         dialog = self.display.window("Setup scales|Scale")
         self.display.press(dialog, "Return")
         wait_for(lambda: not self.display.windows("Setup scales|Scale"), what="the dialog's end")
