@@ -16,6 +16,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
+
 namespace {
 
 using namespace tyxo;
@@ -41,8 +43,23 @@ void measure(i16 channel, int step) {
     rec.eva_mode = evaluator_mode::standard;
 }
 
+/// How the curves of the charts run.
+enum class weather {
+    calm, ///< as an engine does: slow waves, a little noise
+    wild  ///< every row somewhere else on the whole scale
+};
+
+float value_at(weather kind, std::size_t curve, std::int64_t step) {
+    const auto time = static_cast<double>(step);
+    const auto number = static_cast<double>(curve);
+    if (kind == weather::wild)
+        return static_cast<float>((step * (7 + static_cast<std::int64_t>(curve))) % 140);
+    const double noise = static_cast<double>((step * 7919 + static_cast<std::int64_t>(curve) * 31) % 5) - 2;
+    return static_cast<float>(30 + 15 * number + 8 * std::sin(time / (200 + 50 * number)) + noise);
+}
+
 /// The rows of two full hours, so that every time window but the longest is full.
-void fill_charts() {
+void fill_charts(weather kind) {
     const std::int64_t now = running_ms();
     for (strip_history& rows : charts.rows) {
         rows.clear();
@@ -50,13 +67,13 @@ void fill_charts() {
         for (std::int64_t before = 7'200'000; before > 0; before -= 100) {
             row.time = now - before;
             for (std::size_t curve = 0; curve < strip_curves; ++curve)
-                row.values[curve] = static_cast<float>((before / 100 * (7 + curve)) % 140);
+                row.values[curve] = curve == 2 ? 100 : value_at(kind, curve, before / 100);
             rows.append(row);
         }
     }
 }
 
-void start() {
+void start(weather kind) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         sensor::channel_running[channel] = true;
         for (std::size_t sample = 0; sample < curve_samples; ++sample) {
@@ -67,7 +84,7 @@ void start() {
         process_thermo(channel);
         process_angacc(channel);
     }
-    fill_charts();
+    fill_charts(kind);
 }
 
 void show_now() {
@@ -76,8 +93,8 @@ void show_now() {
 }
 
 /// By the index of the time resolution: 2 min, 15 min, 1 h, 24 h.
-void tick_with_painting(benchmark::State& state) {
-    start();
+template <weather kind> void tick_with_painting(benchmark::State& state) {
+    start(kind);
     opt_res_click(static_cast<std::size_t>(state.range(0)));
     show_now();
     int step = 0;
@@ -89,11 +106,12 @@ void tick_with_painting(benchmark::State& state) {
         show_now();
     }
 }
-BENCHMARK(tick_with_painting)->DenseRange(0, 3)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(tick_with_painting<weather::calm>)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
+BENCHMARK(tick_with_painting<weather::wild>)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 
 /// The tick alone, nothing painted.
 void tick_of_the_core(benchmark::State& state) {
-    start();
+    start(weather::calm);
     int step = 0;
     for (auto _ : state) {
         ++step;
@@ -109,7 +127,9 @@ BENCHMARK(tick_of_the_core)->Unit(benchmark::kMicrosecond);
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREEN);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREEN);
+    }
     QApplication::setStyle("Fusion");
     const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
