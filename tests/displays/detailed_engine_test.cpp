@@ -80,13 +80,13 @@ struct text_row {
     std::vector<std::string> texts;
 };
 
-TEST_F(DetailedEngine, TypeAndArrangementArePrintedWhenTheyAreKnown) {
+TEST_F(DetailedEngine, StrokesArePrintedWhenTheyAreKnownAndWhatIsNoVTypeIsInLine) {
     for (const text_row& row :
          std::vector<text_row>{{2, in_line, {"2 stroke engine 360 degrees", "3 cylinder in line"}},
                                {4, v_type, {"4 stroke engine 720 degrees", "3 cylinder V - type"}},
                                {3, in_line, {"3 cylinder in line"}},
-                               {4, 3, {"4 stroke engine 720 degrees"}},
-                               {0, 0, {}}}) {
+                               {4, 3, {"4 stroke engine 720 degrees", "3 cylinder in line"}},
+                               {0, 0, {"3 cylinder in line"}}}) {
         open_with(4, {0, 60, 60});
         sensor::channels[0].enginetype = row.strokes;
         sensor::channels[0].cylconf = row.arrangement;
