@@ -44,6 +44,7 @@ class print_dialog_test : public QObject {
         QVERIFY(!option(print_, "optPrint", 2)->isEnabled());
         QVERIFY(!option(print_, "optPrint", 3)->isEnabled());
         close_with_escape(print_);
+        QVERIFY(!frmselectprint.form.Visible);
     }
 
     void a_choice_counts_at_once_and_survives_cancel() {

@@ -2,6 +2,7 @@
 // clicked and typed into as an operator does.
 
 #include "desktop/started_window.h"
+#include "displays/frmscale_polar.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
 #include "link/channel_rec.h"
@@ -152,6 +153,7 @@ class scope_dialogs_test : public QObject {
         QTRY_COMPARE(selected("Opt_scale", 8), 5);
         QTRY_COMPARE(selected("Opt_scale_t", 8), 6);
         close_with_escape(scales_);
+        QVERIFY(!frmscale_polar.form.Visible);
         QCOMPARE(settings_file(), before);
         QCOMPARE(sensor::scale_polar_a, 0.2);
     }

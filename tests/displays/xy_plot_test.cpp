@@ -133,6 +133,8 @@ const std::vector<line_row> line_rows{
     {"out at the bottom", {{0, 0}, {-65, -130}}, plot_line{{0, 0}, {-32.5, -65}}},
     {"across", {{-200, 10}, {200, 10}}, plot_line{{-65, 10}, {65, 10}}},
     {"across upwards", {{10, -200}, {10, 200}}, plot_line{{10, -65}, {10, 65}}},
+    {"along the right edge", {{65, -70}, {65, 70}}, plot_line{{65, -65}, {65, 65}}},
+    {"along the lower edge", {{-70, -65}, {70, -65}}, plot_line{{-65, -65}, {65, -65}}},
     {"past a corner", {{0, 140}, {140, 0}}, std::nullopt},
     {"beside, upright", {{66, -10}, {66, 10}}, std::nullopt},
     {"beside, level", {{-10, 66}, {10, 66}}, std::nullopt},
@@ -160,14 +162,20 @@ TEST(VisiblePart, OfALineIsWhatLiesInsideTheWindow) {
 }
 
 TEST(VisiblePart, NeverLeavesTheWindowHoweverFarTheEndsAre) {
-    for (const double x : {-1.7e308, -huge, -1e3, 1e-300, 70.0, huge, 1.7e308}) {
-        for (const double y : {-1.7e308, -1e17, -70.0, 3.0, huge}) {
-            const auto shown = visible_part({{x, y}, {-y, x / 3}}, axis, axis);
+    const auto across = visible_part({{-1.7e308, 7}, {1.7e308, 7}}, axis, axis);
+    ASSERT_TRUE(across);
+    EXPECT_TRUE(across->from.x >= -65 && across->to.x <= 65);
+    int shown_lines = 0;
+    for (const double x : {-1.3e308, -huge, -1e3, 1e-300, 70.0, huge, 1.3e308}) {
+        for (const double y : {-1.3e308, -1e17, -70.0, 3.0, huge}) {
+            const auto shown = visible_part({{x, y}, {-x * 1.3, -y * 1.3}}, axis, axis); // through 0
             if (!shown) continue;
+            ++shown_lines;
             for (const double number : {shown->from.x, shown->from.y, shown->to.x, shown->to.y})
                 EXPECT_TRUE(number >= -65 && number <= 65) << x << ' ' << y << ": " << number;
         }
     }
+    EXPECT_GT(shown_lines, 10);
 }
 
 TEST(VisiblePart, IsNothingWhenAnAxisSpansNothing) {
