@@ -99,7 +99,8 @@ void add_chart_row(i16 channel) {
     if (rec.param_valid) {
         const speed_band& band = band_of(speed_bands, rec.overspeed);
         row.values[1] = static_cast<float>(static_cast<double>(rec.speed) / band.divisor);
-        chart.curves[1].Title = band.title;
+        // A channel that came into use after the start has a chart without curves.
+        if (chart.curves.size() > 1) chart.curves[1].Title = band.title;
     }
     row.values[2] = 100;
     row.values[3] = static_cast<float>(rec.tvoltage / 2.0);

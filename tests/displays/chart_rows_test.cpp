@@ -166,6 +166,15 @@ TEST_F(ChartRows, AreTakenAlsoBeyondTheLimitsOfTheScale) {
     EXPECT_EQ(newest(0, 4), -32768);
 }
 
+TEST_F(ChartRows, AChannelThatCameIntoUseAfterTheStartRecordsWithoutCurves) {
+    channels[3].param_valid = true;
+    channels[3].speed = 300;
+    add_chart_row(3);
+    EXPECT_EQ(row_count(3), 1);
+    EXPECT_EQ(newest(3, 1), 300);
+    EXPECT_TRUE(charts.chart[3].curves.empty());
+}
+
 TEST_F(ChartRows, AChannelThatDoesNotExistIsAFailure) {
     EXPECT_THROW(add_chart_row(4), failure);
     EXPECT_THROW(add_chart_row(-1), failure);
