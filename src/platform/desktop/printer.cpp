@@ -2,8 +2,48 @@
 
 #include "platform/printer.h"
 
+#include "platform/desktop/chart_page.h"
+#include "platform/desktop/text.h"
+#include "platform/message_box.h"
+
+#include <QApplication>
+#include <QPrintDialog>
+#include <QPrinter>
+
 namespace tyxo {
 
-void print_chart(const iStripChartX& /*chart*/, const strip_window& /*rows*/) {}
+namespace {
+
+/// The answer of the operator, who can choose a file too.
+bool printer_chosen(QPrinter& printer) {
+    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    dialog.setObjectName("print_dialog");
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
+    return dialog.exec() == QDialog::Accepted;
+}
+
+std::string failure_text(const QPrinter& printer) {
+    const QString file = printer.outputFileName();
+    const std::string_view what = "The chart could not be printed";
+    if (!file.isEmpty()) {
+        return std::string(what) + ":\r\nthe file " + ansi_from_utf8(file.toStdString()) +
+               " cannot be written.";
+    }
+    return std::string(what) + ":\r\nthere is no printer that takes it.";
+}
+
+} // namespace
+
+void print_chart(const iStripChartX& chart, const strip_window& rows) {
+    // Copies: measuring goes on while the dialog is open, and a frozen chart may thaw.
+    const iStripChartX printed = chart;
+    const strip_window printed_rows = rows;
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(qt_text(printed.Title));
+    printer.setPageOrientation(printed.PrintMode == 1 ? QPageLayout::Landscape : QPageLayout::Portrait);
+    if (printed.PrintFlag && !printer_chosen(printer)) return;
+    if (!paint_chart_page(printer, printed, printed_rows))
+        message_box(failure_text(printer), box_icon::critical);
+}
 
 } // namespace tyxo

@@ -49,6 +49,8 @@ constexpr int widest_legend = 100'000; // an empty one would take no width and l
 constexpr int label_pixels = 11;
 constexpr int label_space = 14; // between two labels of the X axis
 constexpr int curve_width = 2;
+constexpr double paper_curve_width = 1.2;
+constexpr int paper_columns = 3840; // finer than the rows are kept
 constexpr double ms_per_day = 86'400'000;
 constexpr int most_ticks = 50;
 constexpr double farthest = 1000; // heights of the scale that a value is drawn away from it
@@ -89,14 +91,17 @@ strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
     page.setMargins({0, look.title_line, 0, 0});
     page.setRowSpacing(0);
     page.insertRow(0);
-    page.addElement(0, 0, legend_);
+    auto* const legend_place = new QCPLayoutGrid; // keeps the ground of the legend as wide as the axes
+    legend_place->setMargins({left_margin, 0, right_margin, look.paper ? legend_line / 2 : 1});
+    page.addElement(0, 0, legend_place);
+    legend_place->addElement(0, 0, legend_);
     legend_->setLayer("legend");
     legend_->setFillOrder(QCPLayoutGrid::foColumnsFirst);
     legend_->setIconSize(16, 8);
     legend_->setIconTextPadding(4);
     legend_->setColumnSpacing(4);
     legend_->setRowSpacing(0);
-    legend_->setMargins({left_margin, 0, right_margin, 1});
+    legend_->setMargins({look.paper ? 8 : 0, 0, 0, 0});
     legend_->setBorderPen(Qt::NoPen);
 
     plot.xAxis->setTicker(time_ticks_);
@@ -120,6 +125,7 @@ int strip_plot::graph_width() const {
 }
 
 int strip_plot::columns() const {
+    if (look_.paper) return paper_columns;
     return static_cast<int>(std::ceil(graph_width() * plot_.bufferDevicePixelRatio()));
 }
 
@@ -207,7 +213,7 @@ void strip_plot::set_curves() {
     for (std::size_t index = 0; index < shown_.curves.size(); ++index) {
         const chart_curve& curve = shown_.curves[index];
         QCPGraph* const graph = plot_.graph(static_cast<int>(index));
-        QPen pen(qt_colour(curve.Color), curve_width);
+        QPen pen(qt_colour(curve.Color), look_.paper ? paper_curve_width : curve_width);
         pen.setCapStyle(Qt::FlatCap);
         graph->setPen(pen);
         graph->setName(qt_text(curve.Title).trimmed());
