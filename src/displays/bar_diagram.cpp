@@ -17,7 +17,6 @@ namespace tyxo {
 namespace {
 
 using cylinder_values::crank_angles;
-using cylinder_values::outputs;
 
 constexpr colour difference_color = rgb(192, 0, 192);
 constexpr std::string_view difference_axis = "diffspeed"; // of both forms
