@@ -12,8 +12,8 @@ namespace {
 
 constexpr double far_away = 1e6;  // pixels; beyond that directions need not be exact
 constexpr double overhang = 50;   // pixels; caps and joins of cut lines stay out of sight
-constexpr double invisible = 0.1; // pixels
-constexpr qsizetype most_joined = 8;
+constexpr double invisible = 0.2; // pixels
+constexpr qsizetype most_joined = 12;
 constexpr qsizetype long_run = 100;
 
 bool finite(const stroke& one) {

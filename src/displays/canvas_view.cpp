@@ -54,8 +54,10 @@ void paint_bar(QPainter& painter, const QLineF& line, const QColor& color, doubl
     painter.fillRect(bar, color);
 }
 
-/// Single lines paint several times faster than the outline of a long curve; square ends close its corners.
-void paint_line(QPainter& painter, const QPolygonF& points, const QColor& color, double width) {
+/// Single lines paint several times faster than the outline of a long curve; square ends close its corners,
+/// and a seam needs none closed.
+void paint_line(QPainter& painter, const QPolygonF& points, const QColor& color, double width,
+                Qt::PenCapStyle cap) {
     QList<QLineF> lines;
     lines.reserve(points.size());
     for (qsizetype k = 1; k < points.size(); ++k)
@@ -64,7 +66,7 @@ void paint_line(QPainter& painter, const QPolygonF& points, const QColor& color,
         paint_bar(painter, lines[0], color, width);
         return;
     }
-    painter.setPen(QPen(color, width, Qt::SolidLine, Qt::SquareCap, Qt::BevelJoin));
+    painter.setPen(QPen(color, width, Qt::SolidLine, cap, Qt::BevelJoin));
     painter.drawLines(lines);
 }
 
@@ -76,6 +78,7 @@ canvas_view::canvas_view(const canvas& surface, const design& size, QWidget* par
 void canvas_view::set_widest_text(const QString& text, double room) {
     widest_text_ = text;
     widest_text_room_ = room;
+    text_font_ = fitting_font();
 }
 
 void canvas_view::show_state() {
@@ -96,7 +99,7 @@ QPointF canvas_view::place(double x, double y) const {
             (height() - design_.height * scale) / 2 + y * scale};
 }
 
-QFont canvas_view::text_font() const {
+QFont canvas_view::fitting_font() const {
     const auto fits = [this](const QFont& font) {
         return QFontMetricsF(font).horizontalAdvance(widest_text_) <= widest_text_room_ * unit();
     };
@@ -117,8 +120,9 @@ void canvas_view::paint_strokes(QPainter& painter) const {
     for (const line_run& run : runs) {
         const pen_style style = style_of(run.ForeColor);
         const double width = std::max(style.width * scale, least_pen);
-        if (style.seam) paint_line(painter, run.points, QColor(seam_colour), width + 2 * seam_width);
-        paint_line(painter, run.points, qt_colour(run.ForeColor), width);
+        if (style.seam)
+            paint_line(painter, run.points, QColor(seam_colour), width + 2 * seam_width, Qt::FlatCap);
+        paint_line(painter, run.points, qt_colour(run.ForeColor), width, Qt::SquareCap);
     }
 }
 
@@ -142,6 +146,7 @@ void canvas_view::paintEvent(QPaintEvent* /*event*/) {
 
 void canvas_view::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
+    text_font_ = fitting_font();
     emit resized();
 }
 

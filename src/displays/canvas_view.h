@@ -3,6 +3,7 @@
 
 #include "displays/canvas.h"
 
+#include <QFont>
 #include <QWidget>
 
 namespace tyxo {
@@ -45,7 +46,7 @@ class canvas_view : public QWidget {
     [[nodiscard]] QPointF place(double x, double y) const;
 
     /// The font of the surface's texts.
-    [[nodiscard]] QFont text_font() const;
+    [[nodiscard]] QFont text_font() const { return text_font_; }
 
   signals:
     void resized();
@@ -55,6 +56,7 @@ class canvas_view : public QWidget {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
+    [[nodiscard]] QFont fitting_font() const;
     void paint_strokes(QPainter& painter) const;
     void paint_texts(QPainter& painter) const;
 
@@ -62,6 +64,7 @@ class canvas_view : public QWidget {
     design design_;
     QString widest_text_;
     double widest_text_room_ = 0;
+    QFont text_font_; // costs time to find, so it is kept until the size changes
     unsigned shown_passes_ = 0;
 };
 
