@@ -43,7 +43,10 @@ void chart_view::show_control(const iStripChartX& control, const strip_window& r
     shown_ = std::move(next);
     shown_rows_ = mark;
     plot_.show(shown_, rows);
-    if (!same) describe();
+    if (!same) {
+        laid_out_ = false;
+        describe();
+    }
     renew();
 }
 
@@ -98,6 +101,16 @@ void chart_view::renew() {
     update();
 }
 
+/// Rows move nothing but the ticks.
+void chart_view::updateLayout() {
+    if (laid_out_) {
+        axisRect()->update(QCPLayoutElement::upPreparation);
+    } else {
+        QCustomPlot::updateLayout();
+    }
+    laid_out_ = viewport() == rect(); // and is not for a picture of another size
+}
+
 void chart_view::draw(QCPPainter* painter) {
     QCustomPlot::draw(painter);
     const QRect place = title_place();
@@ -116,24 +129,26 @@ void chart_view::paintEvent(QPaintEvent* /*event*/) {
     const double ratio = devicePixelRatioF();
     if (picture_.isNull() || picture_.devicePixelRatio() != ratio) {
         setBufferDevicePixelRatio(ratio);
-        picture_ = QPixmap(static_cast<int>(std::ceil(width() * ratio)),
-                           static_cast<int>(std::ceil(height() * ratio)));
+        picture_ = QImage(static_cast<int>(std::ceil(width() * ratio)),
+                          static_cast<int>(std::ceil(height() * ratio)), QImage::Format_RGB32);
         picture_.setDevicePixelRatio(ratio);
         picture_.fill(qt_colour(shown_.BackGroundColor));
         QCPPainter painter(&picture_);
         draw(&painter);
     }
-    QPainter(this).drawPixmap(0, 0, picture_);
+    QPainter(this).drawImage(0, 0, picture_);
 }
 
 void chart_view::resizeEvent(QResizeEvent* /*event*/) {
     setViewport(rect());
     plot_.arrange();
+    laid_out_ = false;
     place_badge();
     renew();
 }
 
 void chart_view::changeEvent(QEvent* event) {
+    laid_out_ = false;
     renew();
     QCustomPlot::changeEvent(event);
 }

@@ -42,6 +42,7 @@ class chart_view : public QCustomPlot {
 
   protected:
     void draw(QCPPainter* painter) override;
+    void updateLayout() override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -71,7 +72,8 @@ class chart_view : public QCustomPlot {
     QLabel* badge_;
     iStripChartX shown_;
     rows_mark shown_rows_;
-    QPixmap picture_; ///< none when it is to be painted anew
+    QImage picture_; ///< none when it is to be painted anew
+    bool laid_out_ = false;
     bool pressed_ = false;
 };
 

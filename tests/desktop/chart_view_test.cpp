@@ -160,6 +160,23 @@ class chart_view_test : public QObject {
         QVERIFY(in_axes(*view_, image, color_of(0)));
     }
 
+    void the_quick_way_of_painting_paints_what_a_painter_would() {
+        strip_window rows;
+        const std::int64_t now = running_ms();
+        for (int row = 0; row <= 1200; ++row) {
+            strip_row values = level_row(now + 100 * row);
+            for (std::size_t curve = 0; curve < strip_curves; ++curve)
+                values.values[curve] += static_cast<float>((row * (7 + static_cast<int>(curve))) % 90) - 30;
+            rows.append(values);
+        }
+        show(engine_chart(), rows);
+        const QRect axes = view_->axisRect()->rect();
+        const QImage quick = picture().copy(axes).convertToFormat(QImage::Format_RGB32);
+        const QImage thorough = view_->toPixmap(635, 278).toImage().copy(axes);
+        QCOMPARE(quick, thorough.convertToFormat(QImage::Format_RGB32));
+        QCOMPARE(view_->axisRect()->rect(), axes);
+    }
+
     void a_hidden_curve_has_neither_line_nor_legend() {
         for (std::size_t hidden = 0; hidden < strip_curves; ++hidden) {
             iStripChartX chart = engine_chart();
