@@ -20,7 +20,7 @@ constexpr double usual_unit = 4;     // pixels; pens have their full width from 
 constexpr double thinnest_pen = 0.6; // of the full width
 constexpr double thickest_pen = 2;
 
-/// How a colour is drawn: bright lines get a dark seam, so that they stand out on the grey.
+/// How a colour is drawn: yellow, hard to see on the grey, gets a dark seam.
 struct pen_style {
     double width;
     bool seam;
@@ -34,8 +34,6 @@ pen_style style_of(colour value) {
     switch (value) {
     case rgb(255, 255, 0):
         return {2.4, true};
-    case rgb(255, 255, 255):
-        return {2.2, true};
     case rgb(0, 0, 0):
         return {1.3, false};
     default:
