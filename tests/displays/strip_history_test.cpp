@@ -211,15 +211,27 @@ TEST(strip_history, forgotten_rows_never_come_back) {
 
 TEST(strip_history, the_line_comes_in_from_the_left_edge) {
     for (const std::int64_t span : strip_spans) {
-        strip_window window(span);
-        std::int64_t time = 0;
-        for (; time <= 2 * span; time += 1000)
-            window.append(row_at(time, static_cast<float>(time % 3)));
-        const line points = points_of(window);
-        const auto left = static_cast<double>(window.newest() - span);
-        EXPECT_LE(points.front().time, left);
-        EXPECT_GE(points.front().time, left - static_cast<double>(longest_join + window.bucket_length()));
+        for (const std::int64_t step : {std::int64_t{100}, std::int64_t{1000}, longest_join - 1}) {
+            strip_window window(span);
+            std::int64_t time = 0;
+            for (; time <= span + span / 10; time += step)
+                window.append(row_at(time, static_cast<float>(time / step % 3)));
+            for (int later = 0; later < 100; ++later, time += step) {
+                window.append(row_at(time, static_cast<float>(time / step % 3)));
+                const auto left = static_cast<double>(window.newest() - span);
+                const double first = points_of(window, 3840).front().time;
+                ASSERT_LE(first, left) << span << ", " << step;
+                ASSERT_GE(first, left - static_cast<double>(longest_join + window.bucket_length()));
+            }
+        }
     }
+}
+
+TEST(strip_history, time_0_parts_buckets_like_any_other_time) {
+    strip_window window(two_minutes);
+    for (const auto& [time, value] : {std::pair{-40, 1.0F}, std::pair{10, 3.0F}, std::pair{40, 2.0F}})
+        window.append(row_at(time, value));
+    EXPECT_EQ(points_of(window, 3840), (line{{-40, 1}, {10, 3}, {40, 2}}));
 }
 
 TEST(strip_history, a_copy_keeps_what_it_had) {
