@@ -17,6 +17,8 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <fstream>
+#include <string>
 
 namespace {
 
@@ -123,6 +125,38 @@ void tick_of_the_core(benchmark::State& state) {
     }
 }
 BENCHMARK(tick_of_the_core)->Unit(benchmark::kMicrosecond);
+
+double resident_mb() {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmRSS:")) return std::stod(line.substr(6)) / 1024;
+    return 0;
+}
+
+/// The memory of this process with its main window, after a day of rows and after a month of them.
+void month_of_rows(benchmark::State& state) {
+    constexpr std::int64_t day = 86'400'000;
+    start(weather::calm);
+    std::int64_t time = running_ms();
+    const auto measure_days = [&time](std::int64_t days) {
+        strip_row row;
+        for (const std::int64_t end = time + days * day; time < end; time += 100) {
+            row.time = time;
+            for (std::size_t curve = 0; curve < strip_curves; ++curve)
+                row.values[curve] = static_cast<float>((time / 100 + static_cast<std::int64_t>(curve)) % 90);
+            for (strip_history& rows : charts.rows)
+                rows.append(row);
+        }
+        show_now();
+    };
+    for (auto _ : state) {
+        measure_days(1);
+        state.counters["MB_after_a_day"] = resident_mb();
+        measure_days(29);
+        state.counters["MB_after_a_month"] = resident_mb();
+    }
+}
+BENCHMARK(month_of_rows)->Iterations(1)->Unit(benchmark::kSecond);
 
 } // namespace
 

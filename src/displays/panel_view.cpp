@@ -14,6 +14,7 @@
 #include "displays/wrapped_button_view.h"
 #include "displays/xy_plot.h"
 #include "displays/xy_plot_view.h"
+#include "link/channel_rec.h"
 #include "platform/desktop/handlers.h"
 
 #include <algorithm>
@@ -137,6 +138,8 @@ void panel_view::make_plot_side(QWidget* parent) {
 }
 
 void panel_view::make_chart(QWidget* parent) {
+    row_cover_ = new QWidget(parent);
+    row_cover_->setAutoFillBackground(true);
     chart = make<chart_view>("chart", parent);
     connect(chart, &chart_view::clicked, this, on_command(chart_click));
 }
@@ -170,6 +173,9 @@ void panel_view::place(const quadrant_layout& layout) {
 void panel_view::show_chart() {
     const iStripChartX& control = charts.chart[static_cast<std::size_t>(channel_)];
     chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
+    const bool whole_row = sensor::channels[static_cast<std::size_t>(channel_)].xy_zoom_state;
+    row_cover_->setGeometry(0, control.Top, row_cover_->parentWidget()->width(), control.Height);
+    row_cover_->setVisible(whole_row && control.Visible);
     chart->show_control(control, shown_rows(channel_));
 }
 

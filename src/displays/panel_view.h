@@ -85,6 +85,7 @@ class panel_view : public QObject {
     QPushButton* Cmd_diagramm;
     QPushButton* Cmd_diagramm2;
     QPushButton* cmd_zoom_xy;
+    QWidget* row_cover_; // under an enlarged chart, so that no edges of instruments look out beside it
     chart_view* chart;
 };
 

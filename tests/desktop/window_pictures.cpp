@@ -17,6 +17,7 @@
 #include "link/hex.h"
 #include "link/speed_bands.h"
 #include "platform/clock.h"
+#include "platform/desktop/chart_page.h"
 #include "settings/settings.h"
 
 #include "engine.h"
@@ -24,6 +25,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QPrinter>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -186,6 +188,22 @@ void take_all(picture_taker& pictures) {
     pictures.take("frmselectprint", "select-print");
 }
 
+/// A page as `printplot` prints it, into a PDF file.
+bool print_page(const QString& folder, i16 channel) {
+    iStripChartX chart = charts.chart[channel];
+    chart.PrintMode = 1;
+    chart.PrintFontName = "arial";
+    chart.PrintFontSize = 12;
+    chart.PrintFontBold = true;
+    chart.PrintTitle = {" ", "Sensor 1:  Port main engine", " ",
+                        "Printed by Quarvo | Tyxo Data Logger Version 2.10_4"};
+    chart.PrinterMarginRight = chart.PrinterMarginBottom = 2.0;
+    QPrinter printer;
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(folder + "/printed-page.pdf");
+    return paint_chart_page(printer, chart, shown_rows(channel));
+}
+
 bool write_settings() {
     QFile file("tyxo.ini");
     return file.open(QIODevice::WriteOnly) && file.write(settings_text) > 0;
@@ -212,5 +230,5 @@ int main(int argc, char** argv) {
     main_window.show();
     picture_taker pictures(folder, main_window);
     take_all(pictures);
-    return pictures.failed() ? 1 : 0;
+    return pictures.failed() || !print_page(folder, 0) ? 1 : 0;
 }
