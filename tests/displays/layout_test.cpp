@@ -78,12 +78,9 @@ TEST(Layout, NothingOverlapsAndNothingLeavesTheClientArea) {
 }
 
 std::vector<named_place> quadrant_places(const quadrant_layout& quadrant) {
-    return {{"Frame_sensor", quadrant.Frame_sensor},
-            {"XYplot", quadrant.XYplot},
-            {"Frame_message", quadrant.Frame_message},
-            {"Cmd_diagramm", quadrant.Cmd_diagramm},
-            {"Cmd_diagramm2", quadrant.Cmd_diagramm2},
-            {"chart", quadrant.chart}};
+    return {{"Frame_sensor", quadrant.Frame_sensor},   {"XYplot", quadrant.XYplot},
+            {"Frame_message", quadrant.Frame_message}, {"Cmd_diagramm", quadrant.Cmd_diagramm},
+            {"Cmd_diagramm2", quadrant.Cmd_diagramm2}, {"chart", quadrant.chart}};
 }
 
 /// Expects the second quadrant to be the first one moved.
