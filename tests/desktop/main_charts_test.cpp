@@ -1,17 +1,12 @@
 // The strip charts in the main window: buttons, clicks and time resolutions, as an operator uses them.
 
-#include "app/mainfrm.h"
-#include "app/mainfrm_view.h"
-#include "app/wiring.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
+#include "started_window.h"
 
-#include <QDir>
-#include <QFile>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
 #include <QTest>
 
 using namespace tyxo;
@@ -29,21 +24,9 @@ class main_charts_test : public QObject {
     Q_OBJECT
 
   private slots:
-    void initTestCase() {
-        QVERIFY(QDir::setCurrent(folder_.path()));
-        QFile file("tyxo.ini");
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(settings_text);
-        file.close();
-        wire();
-        window_ = new mainfrm_view;
-        start_program(window_->width(), window_->height());
-        window_->show_state();
-        window_->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window_));
-    }
+    void initTestCase() { window_.start(settings_text); }
 
-    void cleanupTestCase() { delete window_; }
+    void cleanupTestCase() { window_.end(); }
 
     void charts_stand_above_their_instruments() {
         for (int channel = 0; channel < 4; ++channel) {
@@ -55,7 +38,7 @@ class main_charts_test : public QObject {
     }
 
     void an_enlarged_chart_takes_its_row_and_gives_it_back() {
-        const int whole = window_->centralWidget()->width();
+        const int whole = window_.view().centralWidget()->width();
         for (const int channel : {0, 1, 2}) {
             press(channel);
             QTRY_COMPARE(button(channel)->text(), QString("Reduce XY graph"));
@@ -117,14 +100,14 @@ class main_charts_test : public QObject {
         sensor::channels[0].param_valid = true;
         sensor::channels[0].overspeed = 300;
         Timer_chart_upd_tick();
-        window_->show_state();
+        window_.show_state();
         QCOMPARE(widget("chart", 0)->property("CurveTitle(1)").toString(), QString("RPM /5"));
         sensor::channel_running[0] = false;
     }
 
     void a_time_resolution_applies_to_all_four_charts() {
         for (const auto& [index, span] : {std::pair{1, 1.0 / 96}, {2, 1.0 / 24}, {3, 1.0}, {0, 1.0 / 720}}) {
-            QTest::mouseClick(window_->findChild<QRadioButton*>(QString("opt_res(%1)").arg(index)),
+            QTest::mouseClick(window_.view().findChild<QRadioButton*>(QString("opt_res(%1)").arg(index)),
                               Qt::LeftButton);
             for (int channel = 0; channel < 4; ++channel)
                 QTRY_COMPARE(widget("chart", channel)->property("XAxisSpan").toDouble(), span);
@@ -133,7 +116,7 @@ class main_charts_test : public QObject {
 
   private:
     QWidget* widget(const char* array, int channel) const {
-        auto* const found = window_->findChild<QWidget*>(QString("%1(%2)").arg(array).arg(channel));
+        QWidget* const found = window_.widget(array, channel);
         if (found == nullptr) qFatal("no %s(%d)", array, channel);
         return found;
     }
@@ -145,13 +128,12 @@ class main_charts_test : public QObject {
     /// Clicks at the button's middle, on whatever lies on top there.
     void press(int channel) const {
         const QPoint middle = button(channel)->geometry().center();
-        QWidget* const client = window_->centralWidget();
+        QWidget* const client = window_.view().centralWidget();
         QWidget* const top = client->childAt(middle);
         QTest::mouseClick(top, Qt::LeftButton, {}, top->mapFrom(client, middle));
     }
 
-    QTemporaryDir folder_;
-    mainfrm_view* window_ = nullptr;
+    started_window window_;
 };
 
 QTEST_MAIN(main_charts_test)

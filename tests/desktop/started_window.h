@@ -40,6 +40,7 @@ class started_window {
     }
     void end() { window_.reset(); }
 
+    [[nodiscard]] mainfrm_view& view() const { return *window_; }
     void show_state() { window_->show_state(); }
 
     [[nodiscard]] QDialog* dialog(const char* name) const { return window_->findChild<QDialog*>(name); }
