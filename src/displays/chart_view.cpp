@@ -44,7 +44,7 @@ void chart_view::show_control(const iStripChartX& control, const strip_window& r
     shown_rows_ = mark;
     plot_.show(shown_, rows);
     if (!same) {
-        laid_out_ = false;
+        laid_out_ = {};
         describe();
     }
     renew();
@@ -103,12 +103,12 @@ void chart_view::renew() {
 
 /// Rows move nothing but the ticks.
 void chart_view::updateLayout() {
-    if (laid_out_) {
+    if (laid_out_ == viewport()) {
         axisRect()->update(QCPLayoutElement::upPreparation);
     } else {
         QCustomPlot::updateLayout();
     }
-    laid_out_ = viewport() == rect(); // and is not for a picture of another size
+    laid_out_ = viewport();
 }
 
 void chart_view::draw(QCPPainter* painter) {
@@ -142,13 +142,13 @@ void chart_view::paintEvent(QPaintEvent* /*event*/) {
 void chart_view::resizeEvent(QResizeEvent* /*event*/) {
     setViewport(rect());
     plot_.arrange();
-    laid_out_ = false;
+    laid_out_ = {};
     place_badge();
     renew();
 }
 
 void chart_view::changeEvent(QEvent* event) {
-    laid_out_ = false;
+    laid_out_ = {};
     renew();
     QCustomPlot::changeEvent(event);
 }

@@ -73,7 +73,7 @@ class chart_view : public QCustomPlot {
     iStripChartX shown_;
     rows_mark shown_rows_;
     QImage picture_; ///< none when it is to be painted anew
-    bool laid_out_ = false;
+    QRect laid_out_; ///< what the layout is made for
     bool pressed_ = false;
 };
 

@@ -7,8 +7,6 @@
 #include "platform/desktop/colour.h"
 #include "platform/time_axis.h"
 
-#include <QLabel>
-#include <QSignalSpy>
 #include <QTest>
 
 using namespace tyxo;
@@ -19,31 +17,8 @@ constexpr int title_line = 24;
 constexpr int free_end = 125;
 const QSize design_size(635, 278);
 
-/// Counts how often a widget was painted.
-class paint_counter : public QObject {
-  public:
-    explicit paint_counter(QWidget& widget) { widget.installEventFilter(this); }
-    int taken() {
-        QTest::qWait(0);
-        return std::exchange(count_, 0);
-    }
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint) ++count_;
-        return QObject::eventFilter(watched, event);
-    }
-
-  private:
-    int count_ = 0;
-};
-
 QColor color_of(std::size_t curve) {
     return qt_colour(curve_colours[curve]);
-}
-
-QPoint inside_of_axes(const chart_view& view) {
-    return view.axisRect()->center();
 }
 
 /// Whether a colour is painted anywhere inside the axes.
@@ -210,17 +185,34 @@ class chart_view_test : public QObject {
         for (const QSize size : {design_size, QSize(300, 200), QSize(1912, 900)}) {
             view_->resize(size);
             show(engine_chart(), level_rows());
-            const QRect legend = view_->legend->outerRect();
-            QVERIFY(!legend.intersects(view_->axisRect()->rect()));
-            QVERIFY(legend.top() >= title_line);
-            for (int item = 0; item < 6; ++item) {
-                const auto* entry = view_->legend->item(item);
-                QVERIFY(entry->outerRect().width() >= entry->minimumOuterSizeHint().width());
-                QVERIFY(view_->rect().contains(entry->outerRect()));
-                for (int other = 0; other < item; ++other)
-                    QVERIFY(!entry->outerRect().intersects(view_->legend->item(other)->outerRect()));
-            }
+            check_legend();
         }
+    }
+
+    void a_chart_that_is_resized_is_arranged_anew_without_a_new_row() {
+        view_->show();
+        show(engine_chart(), level_rows());
+        for (const QSize size : {QSize(300, 200), QSize(1912, 900), design_size}) {
+            view_->resize(size);
+            picture();
+            check_legend();
+            QCOMPARE(view_->axisRect()->right(), size.width() - 17);
+            int labels = 0;
+            for (const QString& label : ticks(*view_->xAxis))
+                labels += label.isEmpty() ? 0 : 1;
+            QVERIFY(labels >= 1 && labels <= size.width() / 90);
+        }
+    }
+
+    void a_picture_of_another_size_leaves_the_widgets_own_as_it_is() {
+        show(engine_chart(), level_rows());
+        const QImage before = picture();
+        const QImage other = view_->toPixmap(900, 400).toImage();
+        QCOMPARE(other.size(), QSize(900, 400));
+        QVERIFY(view_->axisRect()->right() > 800);
+        show(engine_chart(), level_rows());
+        QCOMPARE(view_->axisRect()->right(), design_size.width() - 17);
+        QCOMPARE(picture().size(), before.size());
     }
 
     void the_ends_of_the_title_line_stay_free() {
@@ -292,112 +284,6 @@ class chart_view_test : public QObject {
             QCOMPARE(label, QString());
     }
 
-    void is_painted_only_when_something_differs() {
-        view_->show();
-        QVERIFY(QTest::qWaitForWindowExposed(view_.get()));
-        iStripChartX chart = engine_chart();
-        strip_window rows = level_rows();
-        view_->show_control(chart, rows);
-        QTest::qWait(50);
-        paint_counter paints(*view_);
-        view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 0);
-        rows.append(level_row(rows.newest()));
-        view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 1);
-        chart.curves[1].Title = "RPM /5";
-        view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 1);
-        view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 0);
-    }
-
-    void visible_decides_whether_it_is_seen() {
-        QWidget page;
-        auto* const chart = new chart_view(&page);
-        iStripChartX control = engine_chart();
-        control.Visible = false;
-        chart->show_control(control, strip_window());
-        QVERIFY(!chart->isVisibleTo(&page));
-        control.Visible = true;
-        chart->show_control(control, strip_window());
-        QVERIFY(chart->isVisibleTo(&page));
-    }
-
-    void a_frozen_chart_keeps_its_picture_whatever_span_is_chosen() {
-        iStripChartX chart = engine_chart();
-        const strip_window frozen = level_rows();
-        chart.Frozen = true;
-        show(chart, frozen);
-        const QImage before = picture();
-        chart.XAxisSpan = 1;
-        chart.curves[1].Title = "RPM /25";
-        show(chart, frozen);
-        QCOMPARE(picture(), before);
-        QCOMPARE(view_->xAxis->range().size(), 120'000.0);
-        QCOMPARE(view_->property("CurveTitle(1)").toString(), QString("RPM /10"));
-
-        chart.Frozen = false;
-        show(chart, level_rows(strip_spans[0], strip_spans[3]));
-        QCOMPARE(view_->xAxis->range().size(), 86'400'000.0);
-        QCOMPARE(view_->property("CurveTitle(1)").toString(), QString("RPM /25"));
-        QVERIFY(picture() != before);
-    }
-
-    void a_frozen_chart_says_so_and_how_it_goes_on() {
-        iStripChartX chart = engine_chart();
-        show(chart, level_rows());
-        const auto* const badge = view_->findChild<QLabel*>("frozen_badge");
-        QVERIFY(badge != nullptr && !badge->isVisibleTo(view_.get()));
-        QCOMPARE(view_->toolTip(), QString());
-        for (const char* title :
-             {"1: E", "1: Engine 1 with a location that is far too long for its title line"}) {
-            chart.Title = title;
-            chart.Frozen = true;
-            show(chart, level_rows());
-            QVERIFY(badge->isVisibleTo(view_.get()));
-            QCOMPARE(badge->text(), QString("FROZEN"));
-            QVERIFY(view_->toolTip().contains("Click"));
-            QVERIFY(QRect(free_end, 0, 635 - 2 * free_end, title_line).contains(badge->geometry()));
-        }
-        chart.Frozen = false;
-        show(chart, level_rows());
-        QVERIFY(!badge->isVisibleTo(view_.get()));
-        QCOMPARE(view_->toolTip(), QString());
-    }
-
-    void a_left_click_anywhere_is_a_click() {
-        show(engine_chart(), level_rows());
-        QSignalSpy clicks(view_.get(), &chart_view::clicked);
-        for (const QPoint place : {QPoint(1, 1), inside_of_axes(*view_), QPoint(300, 35), QPoint(633, 276)})
-            QTest::mouseClick(view_.get(), Qt::LeftButton, {}, place);
-        QCOMPARE(clicks.count(), 4);
-    }
-
-    void other_gestures_are_no_click() {
-        show(engine_chart(), level_rows());
-        QSignalSpy clicks(view_.get(), &chart_view::clicked);
-        const QPoint inside = inside_of_axes(*view_);
-        QTest::mouseClick(view_.get(), Qt::RightButton, {}, inside);
-        QTest::mouseClick(view_.get(), Qt::MiddleButton, {}, inside);
-        QTest::mousePress(view_.get(), Qt::LeftButton, {}, inside);
-        QTest::mouseRelease(view_.get(), Qt::LeftButton, {}, QPoint(-5, 10));
-        QTest::mouseRelease(view_.get(), Qt::LeftButton, {}, inside);
-        QTest::mousePress(view_.get(), Qt::RightButton, {}, inside);
-        QTest::mouseRelease(view_.get(), Qt::LeftButton, {}, inside);
-        QCOMPARE(clicks.count(), 0);
-    }
-
-    void a_double_click_is_two_clicks() {
-        show(engine_chart(), level_rows());
-        QSignalSpy clicks(view_.get(), &chart_view::clicked);
-        const QPoint inside = inside_of_axes(*view_);
-        QTest::mouseClick(view_.get(), Qt::LeftButton, {}, inside);
-        QTest::mouseDClick(view_.get(), Qt::LeftButton, {}, inside); // takes the place of the second press
-        QTest::mouseRelease(view_.get(), Qt::LeftButton, {}, inside);
-        QCOMPARE(clicks.count(), 2);
-    }
-
     void odd_controls_are_painted() {
         for (const double odd : {not_a_number, infinite, -infinite, -1e308, 1e308, 0.0}) {
             for (const QSize size : {QSize(1, 1), QSize(30, 10), design_size, QSize(3840, 2160)}) {
@@ -421,6 +307,18 @@ class chart_view_test : public QObject {
         view_->grab();
         view_->show_control(chart, rows);
         view_->grab();
+    }
+    void check_legend() {
+        const QRect legend = view_->legend->outerRect();
+        QVERIFY(!legend.intersects(view_->axisRect()->rect()));
+        QVERIFY(legend.top() >= title_line);
+        for (int item = 0; item < 6; ++item) {
+            const auto* entry = view_->legend->item(item);
+            QVERIFY(entry->outerRect().width() >= entry->minimumOuterSizeHint().width());
+            QVERIFY(view_->rect().contains(entry->outerRect()));
+            for (int other = 0; other < item; ++other)
+                QVERIFY(!entry->outerRect().intersects(view_->legend->item(other)->outerRect()));
+        }
     }
     QImage picture() { return view_->grab().toImage(); }
 
