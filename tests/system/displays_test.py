@@ -1,6 +1,9 @@
 """What the operator opens beside the main window while the engine is measured."""
 
+import re
+import subprocess
 import time
+import unicodedata
 import unittest
 
 from harness import Display, PlantTest, curve, measured_values, parameter_frame, status, wait_for
@@ -89,6 +92,23 @@ class Displays(PlantTest):
         self.click(CHART)
         self.still_logging(plant)
         self.assertEqual([line for line in plant.debug() if "error" in line.lower()], [])
+
+    def test_a_chart_is_printed_into_a_pdf_file(self):
+        plant = self.plant(upd_periode=100)
+        self.display.environment["HOME"] = str(plant.folder)
+        plant.start()
+        window = self.display.window("Tyxo Data Logger")
+        self.display.press(window, "alt+f", "Return")
+        self.display.press(self.display.window("^Select print$"), "Return")
+        self.display.press(self.display.window("^Print$"), "Return")
+        file = wait_for(lambda: list(plant.folder.glob("*.pdf")), what="a PDF file")[0]
+        self.gone("^Print$")
+        text = subprocess.run(["pdftotext", "-layout", file, "-"], capture_output=True, text=True).stdout
+        text = unicodedata.normalize("NFKC", re.sub(r"\s+", " ", text))
+        self.assertIn("Sensor 1: Engine 1", text)
+        self.assertIn("Printed by Quarvo | Tyxo Data Logger Version 2.10_4", text)
+        for legend in ("Tsig %DCA", "RPM /10", "TAlm 100%", "TmV x50", "Teff %DCA", "Teff %ACA"):
+            self.assertIn(legend, text)
 
     def test_the_scales_are_stored_from_the_keyboard(self):
         plant = self.plant(autostart=0, scale_polar_t=3, scale_polar_a=".5", log_mode=0).start()
