@@ -8,6 +8,7 @@
 #include "displays/panel_view.h"
 #include "displays/show_view.h"
 #include "displays/text_status_view.h"
+#include "gateway/frmsetuptcp.h"
 #include "link/indicators.h"
 #include "link/start_stop.h"
 #include "platform/desktop/handlers.h"
@@ -74,7 +75,8 @@ void mainfrm_view::make_menu() {
     connect(add_entry(setup, "setup_scale", "Setup scales"), &QAction::triggered, this,
             on_command(setup_scale_click));
     add_entry(setup, "setup_passwd", "Setup password");
-    add_entry(setup, "setup_tcp", "Setup Modbus TCP/IP");
+    connect(add_entry(setup, "setup_tcp", "Setup Modbus TCP/IP"), &QAction::triggered, this,
+            on_command(setup_tcp_click));
 
     QMenu* const start = add_menu("start", "&Start/Stop Log");
     startstop = add_entry(start, "startstop", {});

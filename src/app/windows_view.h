@@ -9,6 +9,7 @@ class bar_diagram_view;
 class frmdetailedpic_view;
 class frmscale_polar_view;
 class frmselectprint_view;
+class frmsetuptcp_view;
 
 /// Makes the windows as children of the main window and keeps them true to the core.
 class secondary_windows {
@@ -23,6 +24,7 @@ class secondary_windows {
     bar_diagram_view* Frmbarpic2_;
     frmscale_polar_view* frmscale_polar_;
     frmselectprint_view* frmselectprint_;
+    frmsetuptcp_view* FrmSetupTCP_;
 };
 
 } // namespace tyxo

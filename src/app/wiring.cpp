@@ -3,6 +3,8 @@
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
+#include "gateway/connection.h"
+#include "gateway/modbus.h"
 #include "gateway/modbus_calc.h"
 #include "link/calls.h"
 #include "link/serial.h"
@@ -38,6 +40,12 @@ void wire() {
     calls.calc_angacc_cyl = Modbus_calc::calc_angacc_cyl;
 
     mainfrm::Timer_chart_upd.on_tick(Timer_chart_upd_tick);
+    mainfrm::Timer_TCP.on_tick(Timer_TCP_tick);
+    Timer_reconnect.on_tick(Timer_reconnect_tick);
+    Timer1.on_tick(Timer1_tick);
+    Winsock_A.on_data_arrival(Winsock_A_DataArrival);
+    Winsock_A.on_send_complete([] { modbus.mb_send_done = true; });
+    Winsock_A.on_error([] { modbus.tcp_sock_error = true; });
     for (i16 channel = 0; channel < channel_count; ++channel)
         wire_channel(channel);
 }

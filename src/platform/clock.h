@@ -11,6 +11,9 @@ namespace tyxo {
 /// clock.
 [[nodiscard]] local_time local_now();
 
+/// Seconds since local midnight, with fractions.
+[[nodiscard]] double seconds_of_day();
+
 /// Milliseconds since a fixed moment before the start. It never goes back or jumps, and runs on while the
 /// machine sleeps.
 [[nodiscard]] std::int64_t running_ms();

@@ -14,6 +14,10 @@ void end_program(int exit_code);
 /// Lets the event loop handle what waits, once.
 void do_events();
 
+/// Lets the event loop run until something has happened in it, or for `milliseconds`; uses no processor time
+/// while nothing happens. For loops that wait for an event.
+void wait_events(int milliseconds);
+
 /// While events are held, timers and serial ports deliver nothing; sockets and windows go on. Bytes that
 /// arrive meanwhile are delivered at the release.
 void hold_events(bool held);

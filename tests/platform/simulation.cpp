@@ -9,6 +9,9 @@
 #include "displays/frmscale_polar.h"
 #include "displays/frmselectprint.h"
 #include "displays/panel.h"
+#include "gateway/connection.h"
+#include "gateway/frmsetuptcp.h"
+#include "gateway/modbus.h"
 #include "link/calls.h"
 #include "link/channel_rec.h"
 #include "link/frame_dispatch.h"
@@ -81,6 +84,9 @@ void reset_timers() {
         timer.on_tick({});
     };
     reset(mainfrm::Timer_chart_upd);
+    reset(mainfrm::Timer_TCP);
+    reset(Timer1);
+    reset(Timer_reconnect);
     for (Timer& timer : mainfrm::Timer_intervall)
         reset(timer);
     for (Timer& timer : mainfrm::Timer_timeout)
@@ -106,6 +112,9 @@ void fresh_world() {
     Frmbarpic2 = {};
     frmscale_polar = {};
     frmselectprint = {};
+    FrmSetupTCP = {};
+    modbus = {};
+    tcp = {};
     print_channel = 0;
     main_form = {};
     log::log_period.clear();
@@ -131,6 +140,12 @@ using simulation::world;
 
 local_time local_now() {
     return local_at(world().now_ms);
+}
+
+double seconds_of_day() {
+    const local_time time = local_now();
+    const std::int64_t part = (world().now_ms - world().local_set_ms) % 1000;
+    return 3600.0 * time.hour + 60.0 * time.minute + time.second + static_cast<double>(part) / 1000;
 }
 
 std::int64_t running_ms() {
@@ -183,6 +198,10 @@ void end_program(int exit_code) {
 void do_events() {
     ++world().do_events_calls;
     if (world().during_do_events) world().during_do_events();
+}
+
+void wait_events(int milliseconds) {
+    simulation::advance(milliseconds);
 }
 
 void hold_events(bool held) {

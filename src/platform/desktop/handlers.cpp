@@ -4,6 +4,8 @@
 #include "platform/debug_output.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
 
 #include <utility>
 #include <vector>
@@ -46,6 +48,15 @@ bool inside_device_handler() {
 void yield() {
     const bool before = std::exchange(yielding, inside_device_handler());
     QCoreApplication::processEvents();
+    yielding = before;
+}
+
+void wait(int milliseconds) {
+    const bool before = std::exchange(yielding, yielding || inside_device_handler());
+    QTimer end;
+    end.setTimerType(Qt::PreciseTimer);
+    end.start(milliseconds);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     yielding = before;
 }
 

@@ -22,6 +22,9 @@ void run_handler(source from, std::function<void()> handler);
 /// Lets the event loop run inside a handler.
 void yield();
 
+/// The same until something has happened, at most for a time.
+void wait(int milliseconds);
+
 /// Called when a handler has ended and the state may have changed.
 void on_handled(std::function<void()> hook);
 

@@ -43,6 +43,12 @@ local_time local_now() {
     return local_of(std::time(nullptr));
 }
 
+double seconds_of_day() {
+    const std::int64_t now = milliseconds_of(CLOCK_REALTIME);
+    const local_time time = local_of(static_cast<std::time_t>(now / 1000));
+    return 3600.0 * time.hour + 60.0 * time.minute + time.second + static_cast<double>(now % 1000) / 1000;
+}
+
 std::int64_t running_ms() {
     return milliseconds_of(CLOCK_BOOTTIME);
 }
@@ -83,6 +89,10 @@ void end_program(int exit_code) {
 
 void do_events() {
     desktop::yield();
+}
+
+void wait_events(int milliseconds) {
+    desktop::wait(milliseconds);
 }
 
 void hold_events(bool hold) {

@@ -1,0 +1,35 @@
+#pragma once
+// The connection to the plant controller, and the cycle that sends one block of one channel per tick.
+
+#include "basics/types.h"
+#include "platform/timer.h"
+
+namespace tyxo {
+
+namespace mainfrm {
+inline Timer Timer_TCP; ///< the send cycle
+} // namespace mainfrm
+
+struct connection_state {
+    bool tcp_connected = false; ///< the last attempt succeeded; a connection that breaks leaves it
+    bool tcp_locked = false;    ///< after three failed attempts
+    i16 tcp_fail_count = 0;     ///< failed attempts since the last lock; a success leaves it
+    i16 tcp_step = 0;           ///< of the cycle, 0 to 3
+    i16 tcp_block = 0;          ///< code of the block at work
+    i16 tcp_channel = 0;
+    bool operator==(const connection_state&) const = default;
+};
+
+inline connection_state tcp;
+
+/// Command 1 connects and waits half a second for it; any other command does nothing.
+void TCP_connect(u8 command);
+void TCP_disconnect();
+
+void Timer_reconnect_tick();
+void Timer_TCP_tick();
+
+/// The start: timers as designed, `Timer_TCP` by `IPRefresh`, and the connection if the settings want it.
+void start_gateway();
+
+} // namespace tyxo
