@@ -5,6 +5,7 @@
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
+#include "gateway/connection.h"
 #include "link/calls.h"
 #include "link/channel_rec.h"
 #include "link/start_stop.h"
@@ -88,11 +89,6 @@ void setup_missing_channels() {
     }
 }
 
-void set_send_interval() {
-    constexpr std::array<int, 3> intervals{600, 450, 300};
-    if (settings.IPRefresh < intervals.size()) main_form.timer_tcp_interval = intervals[settings.IPRefresh];
-}
-
 } // namespace
 
 void load_settings() {
@@ -132,7 +128,7 @@ void form_load(double width, double height) {
     start_event();
     if (settings.autostart) mainfrm::startstop_click();
     main_form.Caption = " Quarvo / Tyxo Data Logger  " + std::string(log::version);
-    set_send_interval();
+    start_gateway();
 }
 
 void start_program(double width, double height) {
@@ -146,7 +142,10 @@ void start_program(double width, double height) {
 
 bool query_unload() {
     program_event("Tyxo Data Logger software stopped !");
-    if (sensor::measure_running && !calls.stop_lock()) return false;
+    if (sensor::measure_running && !calls.stop_lock()) {
+        TCP_disconnect(); // the gateway stays disconnected although the program goes on, as it is required
+        return false;
+    }
     end_program(0);
     return true;
 }

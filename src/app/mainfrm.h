@@ -16,7 +16,6 @@ struct mainfrm_state {
     double design_h = 0;
     std::array<float, 5> chart_w{}; ///< design sizes of the charts
     std::array<float, 5> chart_h{};
-    int timer_tcp_interval = 0; ///< ms, from `IPRefresh`; 0 leaves the design value
 };
 
 inline mainfrm_state main_form;

@@ -112,6 +112,14 @@ std::string signed_form(double value) {
     return sign + number.digits.substr(0, point) + '.' + number.digits.substr(point);
 }
 
+std::string plain_number(double value) {
+    std::string text = signed_form(value);
+    if (text[0] == ' ') text.erase(0, 1);
+    const std::size_t first = text[0] == '-' ? 1 : 0;
+    if (text[first] == '.') text.insert(first, 1, '0');
+    return text;
+}
+
 double leading_number(std::string_view text) {
     text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
     if (text.starts_with('+') && (digit(text, 1) || text.substr(1).starts_with('.'))) text.remove_prefix(1);

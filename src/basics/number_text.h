@@ -21,6 +21,10 @@ void append_padded(std::string& text, i32 value, int width);
 /// is 1E+15 and above, has an exponent: " 1.38888888888889E-03". An infinity or NaN is an overflow failure.
 [[nodiscard]] std::string signed_form(double value);
 
+/// The same without a blank and with a zero before the point: "0.1", "-2.5", "150". An infinity or NaN is an
+/// overflow failure.
+[[nodiscard]] std::string plain_number(double value);
+
 /// The number that a text begins with: blanks in front are skipped, "." is the point, an exponent counts,
 /// whatever stands behind is left alone. A text without a number is 0. A number beyond the range of a double
 /// is an overflow failure.

@@ -27,6 +27,7 @@ struct modbus_state {
     bool mb_send_done = false;     ///< the socket has handed the frame over
     bool mb_read_pending = false;  ///< written, tested by nothing
     bool mb_write_pending = false; ///< a write is unanswered
+    bool mb_waiting = false;       ///< a write waits for its end
     i32 mb_tick_count = 0;         ///< ticks of the open transaction
     bool mb_timed_out = false;     ///< writes are refused until the next successful connection
     bool tcp_sock_error = false;   ///< recorded, tested by nothing

@@ -1,6 +1,7 @@
 #include "app/started_program.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
+#include "gateway/connection.h"
 #include "settings/serial_ports.h"
 #include "settings/settings.h"
 
@@ -100,13 +101,18 @@ TEST_F(Start, EndsIdleAndWritesItsLine) {
 TEST_F(Start, SetsTheSendTimersIntervalFromTheRefreshSetting) {
     struct interval_row {
         std::string_view refresh;
-        int interval; ///< 0 leaves the design's
+        int interval; ///< ms
     };
-    for (const interval_row& row :
-         {interval_row{"0", 600}, {"1", 450}, {"2", 300}, {"3", 0}, {"255", 0}, {"", 600}, {"1.5", 300}}) {
+    for (const interval_row& row : {interval_row{"0", 600},
+                                    {"1", 450},
+                                    {"2", 300},
+                                    {"3", 300},
+                                    {"255", 300},
+                                    {"", 600},
+                                    {"1.5", 300}}) {
         prepare(logging_settings(1, "IPRefresh=" + std::string(row.refresh) + "\r\n"));
         start_program(1272, 911);
-        EXPECT_EQ(main_form.timer_tcp_interval, row.interval) << row.refresh;
+        EXPECT_EQ(mainfrm::Timer_TCP.Interval(), row.interval) << row.refresh;
     }
 }
 
@@ -190,7 +196,7 @@ TEST_F(Start, StartsMeasuringBehindItsLineAndInFrontOfTheCaption) {
     const sight at_port = sight_at(no_port_text);
     EXPECT_EQ(at_port.events, text_lines{std::string(start_line)});
     EXPECT_EQ(at_port.window_caption, "");
-    EXPECT_EQ(main_form.timer_tcp_interval, 300);
+    EXPECT_EQ(mainfrm::Timer_TCP.Interval(), 300);
     EXPECT_NE(main_form.Caption, "");
 }
 
