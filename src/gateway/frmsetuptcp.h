@@ -1,9 +1,13 @@
 #pragma once
 // The window that owns the gateway: its settings, its state, and registers read and written by hand.
+//
+// It is loaded once and stays so; closing it only hides it. The boxes hold texts as they were typed, in
+// Windows-1252; a number in a box is the one that its text begins with, and 0 for any other text.
 
 #include "platform/controls.h"
 
 #include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -25,6 +29,7 @@ struct status_box {
 
 struct frmsetuptcp_form {
     Form form{"Setup data transmission over Modbus TCP/IP"};
+    i32 summoned = 0; ///< how often the menu entry asked for the window, which then comes to the front
     std::string Txt_IPadr;
     std::string Txt_IPport;
     std::string Txt_regbase;
@@ -55,10 +60,60 @@ inline void show_tcp_status(std::string_view text, colour background) {
     FrmSetupTCP.Text5 = {std::string(text), background};
 }
 
-/// The settings' texts in the boxes; runs before anything connects or shows the window, once.
+/// The settings in the boxes, the check boxes and the menu. Runs before anything connects or shows the
+/// window; once the window is loaded it does nothing.
 void load_frmsetuptcp();
 
-/// The menu entry of the main window.
+/// The menu entry of the main window: fills the boxes from the settings again and shows the window. An open
+/// window comes to the front as it is.
 void setup_tcp_click();
+
+/// A text was typed. Failure: there is no such register box.
+void Txt_IPadr_change(std::string_view text);
+void Txt_IPport_change(std::string_view text);
+void Txt_regbase_change(std::string_view text);
+void Txt_sendbase_change(std::string_view text);
+void Txt_regnumber_change(std::string_view text);
+void Text4_change(std::size_t index, std::string_view text);
+
+/// A check box was clicked: it changes, and its setting in memory with it.
+void Check1_click();
+void Check2_click();
+void Check3_click();
+void Check4_click();
+
+/// The check item "Register Content": shows or hides the register boxes, and stores which.
+void Reg_content_click();
+
+/// The speeds of the automatic transmission. A click on the checked one does nothing.
+void slow_click();
+void medium_click();
+void fast_click();
+
+/// Unlocks the connection and connects.
+void res_con_click();
+
+/// Read and write by hand, with the numbers in the boxes, which are corrected to their limits first. Nothing
+/// happens while a transaction is open. Failure: see `FC3MB_read` and `FC16MB_write`; a number too large for
+/// its type.
+void Cmd_read_R_click();
+void Cmd_write_R_click();
+
+/// Stores all parameters, closes the connection, and makes it anew if it is automatic. Failure: a number too
+/// large for its setting, among them a port above 32767. What stands before it is stored then, also the
+/// port's own text.
+void Cmd_save_click();
+
+void Connect_click();
+void cmd_discon_click();
+
+/// Hides the window.
+void Cmd_close_click();
+
+/// Why a window is asked to close.
+enum class close_reason { close_box, code, system_shutdown, task_manager, mdi_parent, owner };
+
+/// Shows the message of the reason; any reason but the close box then hides the window.
+void frmsetuptcp_query_unload(close_reason reason);
 
 } // namespace tyxo

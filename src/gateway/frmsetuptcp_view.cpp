@@ -1,15 +1,215 @@
 #include "gateway/frmsetuptcp_view.h"
 
+#include "displays/show_view.h"
 #include "gateway/frmsetuptcp.h"
+#include "gateway/register_boxes_view.h"
+#include "gateway/status_line_view.h"
+#include "gateway/tcp_picture_view.h"
+#include "platform/desktop/handlers.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QGridLayout>
+#include <QMenuBar>
+#include <QPushButton>
 
 namespace tyxo {
 
+namespace {
+
+constexpr QSize usual_size(1000, 720);
+constexpr int column_gap = 32;
+constexpr int least_button_width = 130;
+constexpr int number_width = 80;
+constexpr int port_width = 90;
+constexpr QRgb disabled_print = 0xFF4A5056; // the values of the automatic transmission are there to be read
+
+} // namespace
+
 frmsetuptcp_view::frmsetuptcp_view(QWidget* parent) : QMainWindow(parent) {
     setObjectName("FrmSetupTCP");
+    QPalette colours = palette();
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, QColor(disabled_print));
+    setPalette(colours);
+    make_menu();
+    auto* const client = new QWidget(this);
+    setCentralWidget(client);
+    auto* const rows = new QVBoxLayout(client);
+    make_parameters(*rows);
+    make_status(*rows);
+    make_registers(*rows);
+    auto* const end = new QHBoxLayout;
+    rows->addLayout(end);
+    end->addStretch();
+    add_button("Cmd_close", "close", Cmd_close_click, *end);
+    resize(usual_size);
+}
+
+QAction* frmsetuptcp_view::add_item(QMenu* menu, const char* name, const QString& caption,
+                                    void (*command)()) {
+    QAction* const item = menu->addAction(caption);
+    item->setObjectName(name);
+    connect(item, &QAction::triggered, this,
+            [command] { desktop::run_handler(desktop::source::operator_, command); });
+    return item;
+}
+
+void frmsetuptcp_view::make_menu() {
+    const auto add_check_item = [this](QMenu* menu, const char* name, const QString& caption,
+                                       void (*command)(), const bool& checked) {
+        QAction* const item = add_item(menu, name, caption, command);
+        item->setCheckable(true);
+        items_.push_back({item, checked});
+    };
+    QMenu* const view = menuBar()->addMenu("View");
+    view->setObjectName("TCP_view");
+    add_check_item(view, "Reg_content", "Register Content", Reg_content_click, FrmSetupTCP.Reg_content);
+    add_item(view, "res_con", "Reset connection", res_con_click);
+    QMenu* const refresh = menuBar()->addMenu("Data refresh");
+    refresh->setObjectName("data_refresh");
+    add_check_item(refresh, "slow", "slow", slow_click, FrmSetupTCP.slow);
+    add_check_item(refresh, "medium", "medium", medium_click, FrmSetupTCP.medium);
+    add_check_item(refresh, "fast", "fast", fast_click, FrmSetupTCP.fast);
+}
+
+edit_box* frmsetuptcp_view::add_box(const char* name, const QString& label, void (*change)(std::string_view),
+                                    const std::string& text) {
+    auto* const box = new edit_box(this, name, change);
+    box->setAccessibleName(label);
+    boxes_.push_back({box, text});
+    return box;
+}
+
+QPushButton* frmsetuptcp_view::add_button(const char* name, const QString& caption, void (*command)(),
+                                          QBoxLayout& place) {
+    auto* const button = new QPushButton(caption, this);
+    button->setObjectName(name);
+    button->setMinimumWidth(least_button_width);
+    connect(button, &QPushButton::clicked, this,
+            [command] { desktop::run_handler(desktop::source::operator_, command); });
+    place.addWidget(button);
+    return button;
+}
+
+void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
+    IP_frame = new QGroupBox(this);
+    IP_frame->setObjectName("IP_frame");
+    place.addWidget(IP_frame);
+    auto* const grid = new QGridLayout(IP_frame);
+    grid->setColumnMinimumWidth(2, column_gap);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    auto add = [&, row = 0](edit_box* box) mutable {
+        auto* const label = new QLabel(box->accessibleName(), IP_frame);
+        label->setBuddy(box);
+        grid->addWidget(label, row, 0);
+        grid->addWidget(box, row++, 1);
+    };
+    add(add_box("Txt_IPadr", "Target IP address", Txt_IPadr_change, FrmSetupTCP.Txt_IPadr));
+    add(add_box("Txt_IPport", "Target IP port", Txt_IPport_change, FrmSetupTCP.Txt_IPport));
+    add(add_box("Txt_regbase", "Register base address  0 - 62300", Txt_regbase_change,
+                FrmSetupTCP.Txt_regbase));
+    make_options(*grid);
+    auto* const end = new QHBoxLayout;
+    grid->addLayout(end, 3, 0, 1, 2);
+    end->addStretch();
+    add_button("Cmd_save", "Save parameters", Cmd_save_click, *end);
+}
+
+void frmsetuptcp_view::make_options(QGridLayout& grid) {
+    auto add = [&, row = 0](const char* name, const QString& caption, void (*command)(),
+                            const i16& value) mutable {
+        auto* const check = new QCheckBox(caption, IP_frame);
+        check->setObjectName(name);
+        connect(check, &QCheckBox::clicked, this,
+                [command] { desktop::run_handler(desktop::source::operator_, command); });
+        checks_.push_back({check, value});
+        grid.addWidget(check, row++, 3);
+    };
+    add("Check1", "Enable automatic TCP IP connection", Check1_click, FrmSetupTCP.Check1);
+    add("Check2", "Enable linear data over  TCP IP", Check2_click, FrmSetupTCP.Check2);
+    add("Check3", "Enable differential data over TCP IP", Check3_click, FrmSetupTCP.Check3);
+    add("Check4", "Enable system status over TCP IP", Check4_click, FrmSetupTCP.Check4);
+}
+
+void frmsetuptcp_view::make_status(QBoxLayout& place) {
+    auto* const row = new QHBoxLayout;
+    place.addLayout(row);
+    auto* const label = new QLabel("Status", this);
+    row->addWidget(label);
+    Text5 = new status_line(this);
+    Text5->setObjectName("Text5");
+    Text5->setAccessibleName(label->text());
+    label->setBuddy(Text5);
+    row->addWidget(Text5, 1);
+    add_button("Connect", "Connect", Connect_click, *row);
+    add_button("cmd_discon", "Disconnect", cmd_discon_click, *row);
+}
+
+void frmsetuptcp_view::make_registers(QBoxLayout& place) {
+    IP_Test_Frame = new QGroupBox(this);
+    IP_Test_Frame->setObjectName("IP_Test_Frame");
+    place.addWidget(IP_Test_Frame, 1);
+    auto* const rows = new QVBoxLayout(IP_Test_Frame);
+    auto* const commands = new QHBoxLayout;
+    rows->addLayout(commands);
+    const auto add = [&](edit_box* box) {
+        auto* const label = new QLabel(box->accessibleName(), IP_Test_Frame);
+        label->setBuddy(box);
+        box->setFixedWidth(number_width);
+        box->setAlignment(Qt::AlignRight);
+        commands->addWidget(label);
+        commands->addWidget(box);
+        commands->addSpacing(column_gap / 2);
+    };
+    add(add_box("Txt_sendbase", "Start register", Txt_sendbase_change, FrmSetupTCP.Txt_sendbase));
+    add(add_box("Txt_regnumber", "number max.123", Txt_regnumber_change, FrmSetupTCP.Txt_regnumber));
+    commands->addStretch();
+    add_button("Cmd_read_R", "Read registers", Cmd_read_R_click, *commands);
+    add_button("Cmd_write_R", "Write Registers", Cmd_write_R_click, *commands);
+    registers_ = new register_boxes(IP_Test_Frame);
+    rows->addWidget(registers_, 1);
+    Image_TCP = new tcp_picture(this);
+    Image_TCP->setObjectName("Image_TCP");
+    Image_TCP->setAccessibleName(tr("The way of the data to the plant controller"));
+    place.addWidget(Image_TCP, 1);
+}
+
+void frmsetuptcp_view::show_window() {
+    const Form& form = FrmSetupTCP.form;
+    const QString caption = qt_text(form.Caption);
+    if (windowTitle() != caption) setWindowTitle(caption);
+    if (isVisible() != form.Visible) setVisible(form.Visible);
+    if (summoned_ == FrmSetupTCP.summoned) return;
+    summoned_ = FrmSetupTCP.summoned;
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
 }
 
 void frmsetuptcp_view::show_state() {
-    setVisible(FrmSetupTCP.form.Visible);
+    if (!FrmSetupTCP.form.Visible && !isVisible()) return; // filled when it is opened
+    show_frame(*IP_frame, FrmSetupTCP.IP_frame);
+    show_frame(*IP_Test_Frame, FrmSetupTCP.IP_Test_Frame);
+    if (Image_TCP->isVisibleTo(this) != FrmSetupTCP.Image_TCP_visible)
+        Image_TCP->setVisible(FrmSetupTCP.Image_TCP_visible);
+    for (const auto& [box, text] : boxes_)
+        box->show_text(text);
+    for (const auto& [check, value] : checks_)
+        check->setChecked(value == 1);
+    for (const auto& [item, checked] : items_)
+        item->setChecked(checked);
+    Text5->show_status(FrmSetupTCP.Text5);
+    registers_->show_state();
+    show_window();
+}
+
+void frmsetuptcp_view::closeEvent(QCloseEvent* event) {
+    event->ignore(); // the core decides, perhaps later
+    const auto reason = event->spontaneous() ? close_reason::close_box : close_reason::code;
+    desktop::run_handler(desktop::source::operator_, [reason] { frmsetuptcp_query_unload(reason); });
 }
 
 } // namespace tyxo

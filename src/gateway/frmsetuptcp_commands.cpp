@@ -1,0 +1,126 @@
+// What the window's buttons do with the numbers in its boxes: read, write, save.
+
+#include "basics/failure.h"
+#include "basics/number.h"
+#include "basics/number_text.h"
+#include "gateway/connection.h"
+#include "gateway/frmsetuptcp.h"
+#include "gateway/modbus.h"
+#include "settings/ini.h"
+#include "settings/settings.h"
+
+namespace tyxo {
+
+namespace {
+
+constexpr i32 greatest_sendbase = 65410;
+constexpr i32 greatest_regbase = 62300;
+constexpr i32 greatest_port = 65535;
+constexpr i32 greatest_register = 65535;
+
+/// A number above the limit is replaced in its box; there is no limit below.
+void limit(std::string& box, i32 greatest) {
+    if (leading_number(box) > greatest) box = plain(greatest);
+}
+
+void limit_manual() {
+    limit(FrmSetupTCP.Txt_sendbase, greatest_sendbase);
+    limit(FrmSetupTCP.Txt_regnumber, most_registers);
+}
+
+i32 start_register() {
+    return round_even<i32>(leading_number(FrmSetupTCP.Txt_sendbase));
+}
+i16 register_count() {
+    return round_even<i16>(leading_number(FrmSetupTCP.Txt_regnumber));
+}
+
+/// True if a manual command may go on; a missing connection is told.
+bool connected() {
+    if (Winsock_A.State() == socket_state::connected) return true;
+    show_tcp_status("Device not connected via TCP/IP", status_colour::red);
+    return false;
+}
+
+/// The boxes of the first registers as the values of the next write, and back as what is written.
+void take_values(i16 count) {
+    for (i16 index = 0; index < count; ++index) {
+        std::string& box = at(FrmSetupTCP.Text4, index);
+        const double number = leading_number(box);
+        if (number < 0 || number > greatest_register) box = plain(greatest_register);
+        i32& value = at(modbus.mb_reg, index);
+        value = round_even<i32>(leading_number(box));
+        box = plain(value);
+    }
+}
+
+void save_address() {
+    const std::string& address = FrmSetupTCP.Txt_IPadr;
+    Ini::ini_write("IPAdr", address);
+    settings.IPAdr = address;
+    Winsock_A.Close(); // without an automatic connection it stays closed, while `tcp_connected` stays too
+    Winsock_A.RemoteHost(address);
+}
+
+void save_port() {
+    std::string& box = FrmSetupTCP.Txt_IPport;
+    limit(box, greatest_port);
+    Ini::ini_write("IPPort", box);
+    // The setting holds 32767 at most, though the box allows more: the save ends here then, as is required.
+    settings.IPport = round_even<i16>(leading_number(box));
+}
+
+void save_register_base() {
+    std::string& box = FrmSetupTCP.Txt_regbase;
+    limit(box, greatest_regbase);
+    Ini::ini_write("REGBase", signed_form(leading_number(box)));
+    settings.REGBase = round_even<i32>(leading_number(box));
+}
+
+void save_register_count() {
+    limit(FrmSetupTCP.Txt_regnumber, most_registers);
+    Ini::ini_write("REGNumber", FrmSetupTCP.Txt_regnumber);
+    settings.REGNumber = register_count();
+}
+
+/// The spellings differ from those that the start reads; they find the same keys.
+void save_options() {
+    Ini::ini_write("IPAutoC", signed_form(settings.IPAutoC));
+    Ini::ini_write("IpenaTRS", signed_form(settings.IPenaTRS));
+    Ini::ini_write("Ippolar", signed_form(settings.IPpolar));
+    Ini::ini_write("Ipsysstat", signed_form(settings.IPsysstat));
+}
+
+/// Only in the file: the setting in memory stays until the next start.
+void save_start_register() {
+    limit(FrmSetupTCP.Txt_sendbase, greatest_sendbase);
+    Ini::ini_write("Sendbase", FrmSetupTCP.Txt_sendbase);
+}
+
+} // namespace
+
+void Cmd_read_R_click() {
+    if (transaction_open() || !connected()) return;
+    limit_manual();
+    FC3MB_read(start_register(), register_count());
+}
+
+void Cmd_write_R_click() {
+    if (transaction_open() || !connected()) return;
+    limit_manual();
+    const i16 count = register_count();
+    take_values(count);
+    FC16MB_write(start_register(), count);
+}
+
+void Cmd_save_click() {
+    save_address();
+    save_port();
+    save_register_base();
+    save_register_count();
+    save_options();
+    save_start_register();
+    if (settings.IPAutoC == 1) TCP_connect(1);
+}
+
+} // namespace tyxo

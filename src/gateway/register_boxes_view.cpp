@@ -1,0 +1,58 @@
+#include "gateway/register_boxes_view.h"
+
+#include "displays/show_view.h"
+#include "gateway/frmsetuptcp.h"
+
+#include <QGridLayout>
+
+namespace tyxo {
+
+namespace {
+
+constexpr int boxes_in_row = 10;
+constexpr int grid_gap = 4;
+constexpr int least_box_width = 58; // five digits
+constexpr QRgb heading_print = 0xFF50565C;
+
+void add_heading(QGridLayout& grid, int row, int column, int number, Qt::Alignment side) {
+    auto* const heading = new QLabel(QString("+%1").arg(number), grid.parentWidget());
+    QPalette colours = heading->palette();
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled})
+        colours.setColor(group, QPalette::WindowText, QColor(heading_print));
+    heading->setPalette(colours);
+    grid.addWidget(heading, row, column, side | Qt::AlignVCenter);
+}
+
+} // namespace
+
+register_boxes::register_boxes(QWidget* parent) : QWidget(parent) {
+    auto* const grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(grid_gap);
+    for (int column = 0; column < boxes_in_row; ++column) {
+        add_heading(*grid, 0, column + 1, column, Qt::AlignHCenter);
+        grid->setColumnStretch(column + 1, 1);
+    }
+    const int count = static_cast<int>(FrmSetupTCP.Text4.size());
+    for (int index = 0; index < count; ++index) {
+        const int row = index / boxes_in_row + 1;
+        const int column = index % boxes_in_row + 1;
+        if (column == 1) add_heading(*grid, row, 0, index, Qt::AlignRight);
+        const auto change = [index](std::string_view text) {
+            Text4_change(static_cast<std::size_t>(index), text);
+        };
+        auto* const box = new edit_box(this, element("Text4", index), change);
+        box->setAccessibleName(tr("Register %1").arg(index));
+        box->setAlignment(Qt::AlignRight);
+        box->setMinimumWidth(least_box_width);
+        grid->addWidget(box, row, column);
+        Text4_.push_back(box);
+    }
+}
+
+void register_boxes::show_state() {
+    for (std::size_t index = 0; index < Text4_.size(); ++index)
+        Text4_[index]->show_text(FrmSetupTCP.Text4[index]);
+}
+
+} // namespace tyxo

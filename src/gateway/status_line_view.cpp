@@ -1,0 +1,19 @@
+#include "gateway/status_line_view.h"
+
+#include "platform/desktop/colour.h"
+#include "platform/desktop/text.h"
+
+namespace tyxo {
+
+void status_line::show_status(const status_box& status) {
+    if (shown_ == status) return;
+    shown_ = status;
+    setText(qt_text(status.Text));
+    setCursorPosition(0);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, qt_colour(status.BackColor));
+    colours.setColor(QPalette::Text, Qt::black);
+    setPalette(colours);
+}
+
+} // namespace tyxo
