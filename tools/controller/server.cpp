@@ -49,20 +49,31 @@ Server::Server(int port, Events events) : events_(std::move(events)), port_(port
     listen();
 }
 
-void Server::listen() {
-    if (listener_.open()) return;
+bool Server::try_to_listen(int port) {
     Descriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     if (!socket.open()) cannot("no socket");
     const int on = 1;
     ::setsockopt(socket.number(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    sockaddr_in address = local_address(port_);
-    socklen_t size = sizeof address;
-    auto* const plain = reinterpret_cast<sockaddr*>(&address);
-    if (::bind(socket.number(), plain, size) != 0 || ::listen(socket.number(), 16) != 0 ||
-        ::getsockname(socket.number(), plain, &size) != 0)
-        cannot("cannot listen on port " + std::to_string(port_));
-    port_ = ntohs(address.sin_port);
+    const sockaddr_in address = local_address(port);
+    if (::bind(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        ::listen(socket.number(), 16) != 0)
+        return false;
+    port_ = port;
     listener_ = std::move(socket);
+    return true;
+}
+
+void Server::listen() {
+    if (listener_.open()) return;
+    if (port_ != 0) {
+        if (!try_to_listen(port_)) cannot("cannot listen on port " + std::to_string(port_));
+        return;
+    }
+    std::mt19937 dice{std::random_device{}()};
+    std::uniform_int_distribution<int> any(lowest_free_port, highest_free_port);
+    for (int attempt = 0; attempt < 1000; ++attempt)
+        if (try_to_listen(any(dice))) return;
+    cannot("no free port");
 }
 
 void Server::close_connections() {

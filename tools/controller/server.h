@@ -36,12 +36,17 @@ struct Events {
     std::function<void(const std::string&)> say; ///< something worth a line happened
 };
 
+/// The ports among which 0 chooses: a signed 16-bit number holds them.
+inline constexpr int lowest_free_port = 20000;
+inline constexpr int highest_free_port = 32767;
+
 inline constexpr std::size_t most_connections = 64;
 inline constexpr std::size_t longest_backlog = 1048576; ///< bytes of answers that a client may leave unread
 
 class Server {
   public:
-    /// Listens on the port of 127.0.0.1; 0 is any free port. Throws std::runtime_error when it cannot.
+    /// Listens on the port of 127.0.0.1; 0 is any free one that the data logger's settings can hold. Throws
+    /// std::runtime_error when it cannot.
     Server(int port, Events events);
 
     int port() const { return port_; }
@@ -75,6 +80,7 @@ class Server {
         bool broken = false;
     };
 
+    bool try_to_listen(int port);
     void accept_connections();
     void receive(Connection& connection);
     void take_requests(Connection& connection);

@@ -1,12 +1,14 @@
-"""Runs the built program beside four simulated Evaluators, in the fresh folder plant/ of this repository.
+"""Runs the built program beside four simulated Evaluators and a simulated plant controller, in the fresh
+folder plant/ of this repository.
 
 With a display until its window is closed; without one a minute on a virtual screen, with pictures. What it
-has left stands in a summary at the end. Exit code 0: the program ended in order, and on the virtual screen
-all four channels have logged.
+has left and sent stands in a summary at the end. Exit code 0: the program ended in order, and on the virtual
+screen all four channels have logged.
 """
 
 import fcntl
 import os
+import re
 import shutil
 import signal
 import sys
@@ -20,6 +22,7 @@ from summary import all_logged, logged, summary
 ROOT = Path(__file__).resolve().parents[2]
 PLANT = ROOT / "plant"
 BUILD = ROOT / "build" / "release"
+CONTROLLER_REPORT = PLANT / "controller.log"
 SCENARIO = ROOT / "tools" / "evaluator" / "scenarios" / "plant.txt"
 TITLE = "Quarvo / Tyxo Data Logger"
 
@@ -65,8 +68,10 @@ def run():
         try:
             with open(PLANT / "evaluator.log", "wb") as report:
                 words = [BUILD / "evaluator", "--no-input", "--ports", "ports", SCENARIO]
-                with Helper("evaluator", words, cwd=PLANT, stdout=report, stderr=report) as evaluators:
+                with (Helper("evaluator", words, cwd=PLANT, stdout=report, stderr=report) as evaluators,
+                      start_controller() as controller):
                     wait_for_ports(evaluators)
+                    set_port(port_of(controller))
                     run_at_display() if with_display else run_on_virtual_screen()
         finally:
             print_summary()
@@ -86,6 +91,30 @@ def wait_for_ports(evaluators):
     ports = [PLANT / "ports" / f"COM{number}" for number in range(1, 5)]
     wait_until(lambda: evaluators.check() or all(port.exists() for port in ports), 10,
                "The simulated Evaluators made no ports")
+
+
+def start_controller():
+    with open(CONTROLLER_REPORT, "wb") as report:
+        return Helper("controller", [BUILD / "controller", "--no-input", "--base", register_base()], cwd=PLANT,
+                      stdout=report, stderr=report)
+
+
+def register_base():
+    return re.search(r"^REGBase=(\d+)", (PLANT / "tyxo.ini").read_text(), re.MULTILINE)[1]
+
+
+def port_of(controller):
+    def told():
+        return re.match(r"listening on port (\d+)\n", CONTROLLER_REPORT.read_text())
+
+    wait_until(lambda: controller.check() or told(), 10, "The simulated plant controller did not listen")
+    return int(told()[1])
+
+
+def set_port(port):
+    """The controller's port into the settings of this run."""
+    file = PLANT / "tyxo.ini"
+    file.write_text(re.sub(r"^IPport=.*", f"IPport={port}", file.read_text(), flags=re.MULTILINE))
 
 
 def start_program(environment):
@@ -141,9 +170,11 @@ def check_ending(program):
 
 
 def print_summary():
-    file = PLANT / "evaluator.log"
-    report = file.read_text(errors="replace") if file.exists() else ""
-    print("\n".join(summary(PLANT.relative_to(ROOT), report)))
+    def text(name):
+        file = PLANT / name
+        return file.read_text(errors="replace") if file.exists() else ""
+
+    print("\n".join(summary(PLANT.relative_to(ROOT), text("evaluator.log"), text("controller.log"))))
 
 
 if __name__ == "__main__":

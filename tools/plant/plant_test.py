@@ -12,7 +12,8 @@ from pathlib import Path
 
 from helpers import Failure, Helper, wait_until
 from screen import Screen, png
-from summary import all_logged, frames_received, log_lines, logged, summary
+from summary import (all_logged, controller_table, frames_at_controller, frames_received, last_words, log_lines,
+                     logged, summary)
 
 HERE = Path(__file__).parent
 LOG = """<HEADER>
@@ -27,6 +28,21 @@ LOG = """<HEADER>
 """
 REPORT = ("channel 1 frames 01=1\nnoise\nchannel 1 frames 00=1 01=660 03=132\nchannel 1 curves 03=33 04=0\n"
           "channel 2 frames\n")
+CONTROLLER_REPORT = """listening on port 21523
+connection 1 opened
+channel 1 frames 1=1 8=0 3=0 4=0
+channel 1: thermosignal 99 %
+channel 4 frames 1=0 8=0 3=0 4=0
+others writes=0 reads=0 refused=0
+ok report
+channel 1 frames 1=12 8=11 3=10 4=9
+channel 1: thermosignal 41 %
+channel 1: status: unit ready; errors: -
+channel 2 frames 1=0 8=0 3=0 4=0
+channel 4 frames 1=1 8=2 3=3 4=4
+channel 4: thermosignal 7 %
+others writes=0 reads=0 refused=0
+"""
 
 
 def png_rows(file):
@@ -60,6 +76,30 @@ class SummaryTest(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             text = "\n".join(summary(Path(folder), ""))
         self.assertIn("Channel 4\n  frames received  0 ()\n  log lines        0 ", text)
+
+    def test_the_controller_s_last_report_counts(self):
+        self.assertEqual(frames_at_controller(CONTROLLER_REPORT),
+                         {1: {1: 12, 8: 11, 3: 10, 4: 9}, 2: {1: 0, 8: 0, 3: 0, 4: 0},
+                          4: {1: 1, 8: 2, 3: 3, 4: 4}})
+        self.assertEqual(last_words(CONTROLLER_REPORT),
+                         {1: ["thermosignal 41 %", "status: unit ready; errors: -"], 4: ["thermosignal 7 %"]})
+
+    def test_the_controller_s_table(self):
+        self.assertEqual(controller_table(CONTROLLER_REPORT), [
+            "Plant controller",
+            "  channel    block 1  block 8  block 3  block 4      all",
+            "        1         12       11       10        9       42",
+            "        2          0        0        0        0        0",
+            "        3          0        0        0        0        0",
+            "        4          1        2        3        4       10",
+            "  channel 1: thermosignal 41 %",
+            "  channel 1: status: unit ready; errors: -",
+            "  channel 4: thermosignal 7 %"])
+
+    def test_a_controller_that_said_nothing_received_nothing(self):
+        table = controller_table("")
+        self.assertEqual(len(table), 6)
+        self.assertTrue(all(line.endswith(" 0") for line in table[2:]))
 
 
 class HelperTest(unittest.TestCase):

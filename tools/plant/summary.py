@@ -1,10 +1,11 @@
-"""What a run of the plant has left: frames received, log lines, events."""
+"""What a run of the plant has left: frames received, log lines, events, and what the plant controller received."""
 
 import re
 from collections import Counter
 from pathlib import Path
 
 CHANNELS = range(1, 5)
+BLOCKS = (1, 8, 3, 4)  # in the order in which they are sent
 RECORDS = ("REC1", "REC2", "REC3")
 
 
@@ -54,7 +55,39 @@ def events(folder):
     return file.read_text("cp1252", errors="replace").splitlines() if file.exists() else []
 
 
-def summary(plant, report):
+def frames_at_controller(report):
+    """Frames by block that the plant controller received of each channel, by its last report."""
+    received = {}
+    for number, counted in re.findall(r"^channel (\d) frames(.*)$", report, re.MULTILINE):
+        received[int(number)] = {int(block): int(count)
+                                 for block, count in re.findall(r"(\d+)=(\d+)", counted)}
+    return received
+
+
+def last_words(report):
+    """What the controller's registers said of each channel in its last report: lines without the channel."""
+    last = report[max(report.rfind("channel 1 frames"), 0):]
+    words = {}
+    for number, line in re.findall(r"^channel (\d): (.*)$", last, re.MULTILINE):
+        words.setdefault(int(number), []).append(line)
+    return words
+
+
+def controller_table(report):
+    """The frames by channel and block, and beneath what the registers hold."""
+    received = frames_at_controller(report)
+    words = last_words(report)
+    lines = ["Plant controller",
+             "  channel  " + "".join(f"{f'block {block}':>9}" for block in BLOCKS) + "      all"]
+    for channel in CHANNELS:
+        counted = [received.get(channel, {}).get(block, 0) for block in BLOCKS]
+        lines.append(f"  {channel:>7}  " + "".join(f"{count:>9}" for count in counted) + f"{sum(counted):>9}")
+    for channel in CHANNELS:
+        lines += [f"  channel {channel}: {line}" for line in words.get(channel, [])]
+    return lines
+
+
+def summary(plant, report, controller_report=""):
     """The whole of it in lines; `plant` is the folder, seen from where its reader is."""
     received = frames_received(report)
     logs = logged(plant / "logs")
@@ -68,11 +101,13 @@ def summary(plant, report):
                   *(f"  log              {file}" for file in files)]
     happened = events(plant / "logs")
     lines += [f"Events         {len(happened)}", *(f"  {event}" for event in happened)]
+    lines += controller_table(controller_report)
     pictures = sorted((plant / "pictures").glob("*.png"))
     for name, file in [("Event file", plant / "logs" / "TY_all_events.txt"),
                        ("Settings", plant / "tyxo.ini"),
                        ("Debug output", plant / "debug.log"),
                        ("Evaluators", plant / "evaluator.log"),
+                       ("Controller", plant / "controller.log"),
                        *(("Picture", picture) for picture in pictures)]:
         if file.exists():
             lines.append(f"{name:<14} {file}")
