@@ -43,6 +43,11 @@ void set_text_size(QLabel& label, int pixels) {
     label.setFont(font);
 }
 
+/// A place of the design; what is none stands at its left edge, out of the way.
+double on_page(double place) {
+    return std::isfinite(place) ? std::clamp(place, 0.0, design::width) : 0;
+}
+
 } // namespace
 
 bar_diagram_view::bar_diagram_view(bar_form& form, const char* name, QWidget* parent)
@@ -118,13 +123,14 @@ void bar_diagram_view::place_bar_labels(const QRect& axes, int pixels) {
     const int top = qRound(label_top * height() / design::height);
     const int tall = qRound(label_height * height() / design::height);
     // The first bar is as far from the axis as the bars are from each other.
-    const double apart = std::clamp((middles_[0] - design::axis_left) * scale, 1.0, 1.0 * axes.width());
+    const double apart =
+        std::clamp((on_page(middles_[0]) - design::axis_left) * scale, 1.0, 1.0 * axes.width());
     int size = pixels;
     for (const QLabel* const label : Lbl_bar) {
         if (label->isVisibleTo(this)) size = fitting(label->font(), label->text(), size, apart - 3);
     }
     for (std::size_t index = 0; index < Lbl_bar.size(); ++index) {
-        const double middle = axes.left() + (middles_[index] - design::axis_left) * scale;
+        const double middle = axes.left() + (on_page(middles_[index]) - design::axis_left) * scale;
         set_text_size(*Lbl_bar[index], size);
         Lbl_bar[index]->setGeometry(qRound(middle - apart / 2), top, qRound(apart), tall);
     }
