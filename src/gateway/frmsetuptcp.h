@@ -110,7 +110,7 @@ void cmd_discon_click();
 /// Hides the window.
 void Cmd_close_click();
 
-/// Why a window is asked to close.
+/// Why a window is asked to close. A desktop may know fewer reasons; the close box is always one.
 enum class close_reason { close_box, code, system_shutdown, task_manager, mdi_parent, owner };
 
 /// Shows the message of the reason; any reason but the close box then hides the window.

@@ -19,10 +19,10 @@ namespace tyxo {
 namespace {
 
 constexpr QSize usual_size(1000, 720);
-constexpr int column_gap = 32;
+constexpr int column_gap = 24;
+constexpr int label_gap = 12;
 constexpr int least_button_width = 130;
 constexpr int number_width = 80;
-constexpr int port_width = 90;
 constexpr QRgb disabled_print = 0xFF4A5056; // the values of the automatic transmission are there to be read
 
 } // namespace
@@ -98,6 +98,7 @@ void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
     IP_frame->setObjectName("IP_frame");
     place.addWidget(IP_frame);
     auto* const grid = new QGridLayout(IP_frame);
+    grid->setHorizontalSpacing(label_gap);
     grid->setColumnMinimumWidth(2, column_gap);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
@@ -112,8 +113,8 @@ void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
     add(add_box("Txt_regbase", "Register base address  0 - 62300", Txt_regbase_change,
                 FrmSetupTCP.Txt_regbase));
     make_options(*grid);
-    auto* const end = new QHBoxLayout;
-    grid->addLayout(end, 3, 0, 1, 2);
+    auto* const end = new QVBoxLayout;
+    grid->addLayout(end, 0, 4, 4, 1);
     end->addStretch();
     add_button("Cmd_save", "Save parameters", Cmd_save_click, *end);
 }
@@ -162,7 +163,7 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
         box->setAlignment(Qt::AlignRight);
         commands->addWidget(label);
         commands->addWidget(box);
-        commands->addSpacing(column_gap / 2);
+        commands->addSpacing(label_gap);
     };
     add(add_box("Txt_sendbase", "Start register", Txt_sendbase_change, FrmSetupTCP.Txt_sendbase));
     add(add_box("Txt_regnumber", "number max.123", Txt_regnumber_change, FrmSetupTCP.Txt_regnumber));
@@ -207,9 +208,9 @@ void frmsetuptcp_view::show_state() {
 }
 
 void frmsetuptcp_view::closeEvent(QCloseEvent* event) {
-    event->ignore(); // the core decides, perhaps later
-    const auto reason = event->spontaneous() ? close_reason::close_box : close_reason::code;
-    desktop::run_handler(desktop::source::operator_, [reason] { frmsetuptcp_query_unload(reason); });
+    event->ignore(); // whoever asks: nothing of this system closes the window in this way
+    desktop::run_handler(desktop::source::operator_,
+                         [] { frmsetuptcp_query_unload(close_reason::close_box); });
 }
 
 } // namespace tyxo

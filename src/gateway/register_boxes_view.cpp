@@ -48,6 +48,7 @@ register_boxes::register_boxes(QWidget* parent) : QWidget(parent) {
         grid->addWidget(box, row, column);
         Text4_.push_back(box);
     }
+    grid->setRowStretch(grid->rowCount(), 1); // room to spare goes below the last row
 }
 
 void register_boxes::show_state() {

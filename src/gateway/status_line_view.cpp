@@ -5,6 +5,11 @@
 
 namespace tyxo {
 
+status_line::status_line(QWidget* parent) : QLineEdit(parent) {
+    setReadOnly(true);
+    setTextMargins(4, 1, 4, 1);
+}
+
 void status_line::show_status(const status_box& status) {
     if (shown_ == status) return;
     shown_ = status;

@@ -12,7 +12,7 @@ class status_line : public QLineEdit {
     Q_PROPERTY(int BackColor READ BackColor)
 
   public:
-    explicit status_line(QWidget* parent) : QLineEdit(parent) { setReadOnly(true); }
+    explicit status_line(QWidget* parent);
 
     void show_status(const status_box& status);
     [[nodiscard]] int BackColor() const { return shown_.BackColor; }

@@ -121,7 +121,11 @@ struct Winsock::connection {
 
     /// Runs an action from the event loop unless the connection has been closed by then.
     template <class Action> void later(int milliseconds, Action action) {
-        QTimer::singleShot(milliseconds, socket.get(), action);
+        // The socket outlives its closing by a while.
+        QTcpSocket* const mine = socket.get();
+        QTimer::singleShot(milliseconds, mine, [this, mine, action] {
+            if (socket.get() == mine) action();
+        });
     }
 
     /// An event of the socket. It waits while events are held.

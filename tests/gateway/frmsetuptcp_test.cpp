@@ -1,0 +1,382 @@
+// The gateway's window without its picture: boxes, check boxes, menu and closing.
+
+#include "gateway/frmsetuptcp.h"
+
+#include "basics/failure.h"
+#include "gateway/connection.h"
+#include "gateway/modbus.h"
+#include "settings/ini.h"
+#include "settings/settings.h"
+#include "settings/settings_lines.h"
+
+#include <gtest/gtest.h>
+
+namespace tyxo {
+namespace {
+
+using namespace simulation;
+
+constexpr std::string_view manual = "TCP IP manual transmission to holding registers";
+constexpr std::string_view automatic = "TCP IP FC16 transmission to holding registers";
+
+class SetupTcp : public testing::Test {
+  protected:
+    void SetUp() override { fresh_world(); }
+
+    static frmsetuptcp_form& form() { return FrmSetupTCP; }
+    static std::string checked_items() {
+        std::string items;
+        if (form().slow) items += "slow ";
+        if (form().medium) items += "medium ";
+        if (form().fast) items += "fast ";
+        return items;
+    }
+};
+
+TEST_F(SetupTcp, BeginsWithItsDesign) {
+    EXPECT_EQ(form().form.Caption, "Setup data transmission over Modbus TCP/IP");
+    EXPECT_FALSE(form().form.Visible);
+    EXPECT_EQ(form().Txt_sendbase, "0");
+    EXPECT_EQ(form().Txt_regnumber, "10");
+    EXPECT_EQ(form().Text5.Text, "Disconnected");
+    EXPECT_EQ(form().Text5.BackColor, 255);
+    EXPECT_EQ(form().IP_frame.Caption, "TCP IP parameters");
+    EXPECT_EQ(form().IP_Test_Frame.Caption, manual);
+    ASSERT_EQ(form().Text4.size(), 123U);
+    for (const std::string& box : form().Text4)
+        EXPECT_EQ(box, "0");
+}
+
+TEST_F(SetupTcp, OpensWithTheSettingsInMemoryInItsBoxes) {
+    settings.IPAdr = "plc.m\xFChle";
+    settings.IPport = 502;
+    settings.REGBase = 62300;
+    settings.REGNumber = 50;
+    settings.Sendbase = 65410;
+    setup_tcp_click();
+    EXPECT_TRUE(form().form.Visible);
+    EXPECT_TRUE(form().form.Loaded);
+    EXPECT_EQ(form().Txt_IPadr, "plc.m\xFChle");
+    EXPECT_EQ(form().Txt_IPport, "502");
+    EXPECT_EQ(form().Txt_regbase, "62300");
+    EXPECT_EQ(form().Txt_regnumber, "50");
+    EXPECT_EQ(form().Txt_sendbase, "65410");
+}
+
+TEST_F(SetupTcp, ShowsNegativeSettingsAsTheyAre) {
+    settings.IPport = -1;
+    settings.REGBase = -70000;
+    setup_tcp_click();
+    EXPECT_EQ(form().Txt_IPport, "-1");
+    EXPECT_EQ(form().Txt_regbase, "-70000");
+}
+
+TEST_F(SetupTcp, ARegisterNumberOf0Opens123) {
+    setup_tcp_click();
+    EXPECT_EQ(form().Txt_regnumber, "123");
+    EXPECT_EQ(settings.REGNumber, 123);
+    EXPECT_EQ(file(settings_file), "") << "in memory only";
+}
+
+TEST_F(SetupTcp, LoadsOnceAndHidden) {
+    settings.IPAdr = "first";
+    load_frmsetuptcp();
+    EXPECT_TRUE(form().form.Loaded);
+    EXPECT_FALSE(form().form.Visible);
+    EXPECT_EQ(form().Txt_IPadr, "first");
+    settings.IPAdr = "second";
+    load_frmsetuptcp();
+    EXPECT_EQ(form().Txt_IPadr, "first");
+}
+
+TEST_F(SetupTcp, OpeningFillsTheBoxesAgain) {
+    load_frmsetuptcp();
+    Txt_IPadr_change("typed and not saved");
+    form().Txt_regnumber = "50";
+    settings.IPAdr = "10.0.0.7";
+    settings.REGNumber = 6;
+    settings.REGView = 1;
+    setup_tcp_click();
+    EXPECT_EQ(form().Txt_IPadr, "10.0.0.7");
+    EXPECT_EQ(form().Txt_regnumber, "6");
+    EXPECT_TRUE(form().IP_Test_Frame.Visible);
+    Cmd_close_click();
+    settings.IPAdr = "10.0.0.8";
+    setup_tcp_click();
+    EXPECT_EQ(form().Txt_IPadr, "10.0.0.8");
+}
+
+TEST_F(SetupTcp, AnOpenWindowComesToTheFrontAsItIs) {
+    setup_tcp_click();
+    const i32 before = form().summoned;
+    Txt_IPadr_change("half typed");
+    setup_tcp_click();
+    EXPECT_EQ(form().Txt_IPadr, "half typed");
+    EXPECT_EQ(form().summoned, before + 1);
+    EXPECT_TRUE(form().form.Visible);
+}
+
+TEST_F(SetupTcp, OpeningLeavesStatusAndRegistersAlone) {
+    show_tcp_status("Connected", status_colour::green);
+    form().Text4[3] = "17";
+    setup_tcp_click();
+    EXPECT_EQ(form().Text5.Text, "Connected");
+    EXPECT_EQ(form().Text5.BackColor, 65280);
+    EXPECT_EQ(form().Text4[3], "17");
+}
+
+TEST_F(SetupTcp, SetsTheCheckBoxesOfItsSettings) {
+    for (int on = 0; on < 16; ++on) {
+        form() = {};
+        settings.IPAutoC = static_cast<u8>(on & 1);
+        settings.IPenaTRS = static_cast<u8>((on >> 1) & 1);
+        settings.IPpolar = static_cast<i16>((on >> 2) & 1);
+        settings.IPsysstat = static_cast<i16>((on >> 3) & 1);
+        setup_tcp_click();
+        EXPECT_EQ(form().Check1, settings.IPAutoC);
+        EXPECT_EQ(form().Check2, settings.IPenaTRS);
+        EXPECT_EQ(form().Check3, settings.IPpolar);
+        EXPECT_EQ(form().Check4, settings.IPsysstat);
+        EXPECT_EQ(form().IP_Test_Frame.Enabled, on < 2) << on;
+        EXPECT_EQ(form().IP_Test_Frame.Caption, on < 2 ? manual : automatic) << on;
+    }
+}
+
+TEST_F(SetupTcp, OnlyTheNumber1SwitchesAnOptionOn) {
+    settings.IPAutoC = settings.IPenaTRS = 2;
+    settings.IPpolar = -1;
+    settings.IPsysstat = 7;
+    setup_tcp_click();
+    EXPECT_EQ(form().Check1 + form().Check2 + form().Check3 + form().Check4, 0);
+    EXPECT_TRUE(form().IP_Test_Frame.Enabled);
+    EXPECT_EQ(settings.IPpolar, -1);
+}
+
+TEST_F(SetupTcp, AnAutomaticBlockDisablesTheManualCommands) {
+    setup_tcp_click();
+    for (const auto& click : {Check2_click, Check3_click, Check4_click}) {
+        click();
+        EXPECT_FALSE(form().IP_Test_Frame.Enabled);
+        EXPECT_EQ(form().IP_Test_Frame.Caption, automatic);
+        click();
+        EXPECT_TRUE(form().IP_Test_Frame.Enabled);
+        EXPECT_EQ(form().IP_Test_Frame.Caption, manual);
+    }
+    Check2_click();
+    Check4_click();
+    Check2_click();
+    EXPECT_FALSE(form().IP_Test_Frame.Enabled) << "one block is still sent";
+    Check1_click();
+    Check4_click();
+    EXPECT_TRUE(form().IP_Test_Frame.Enabled) << "the connection alone is no block";
+}
+
+TEST_F(SetupTcp, CheckBoxesChangeTheirOwnSettingAndStoreNothing) {
+    setup_tcp_click();
+    const auto values = [] {
+        return std::vector<int>{settings.IPAutoC, settings.IPenaTRS, settings.IPpolar, settings.IPsysstat};
+    };
+    Check1_click();
+    EXPECT_EQ(values(), (std::vector<int>{1, 0, 0, 0}));
+    Check2_click();
+    EXPECT_EQ(values(), (std::vector<int>{1, 1, 0, 0}));
+    Check3_click();
+    EXPECT_EQ(values(), (std::vector<int>{1, 1, 1, 0}));
+    Check4_click();
+    EXPECT_EQ(values(), (std::vector<int>{1, 1, 1, 1}));
+    EXPECT_EQ(form().Check1 + form().Check2 + form().Check3 + form().Check4, 4);
+    Check1_click();
+    EXPECT_EQ(values(), (std::vector<int>{0, 1, 1, 1}));
+    EXPECT_EQ(form().Check1, 0);
+    EXPECT_EQ(file(settings_file), "");
+}
+
+TEST_F(SetupTcp, TheAutomaticConnectionStartsTheCycleAndNeverStopsIt) {
+    setup_tcp_click();
+    mainfrm::Timer_TCP.Interval(300);
+    Check1_click();
+    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
+    Check1_click();
+    EXPECT_EQ(settings.IPAutoC, 0);
+    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
+    mainfrm::Timer_TCP.Enabled(false);
+    Check2_click();
+    EXPECT_FALSE(mainfrm::Timer_TCP.Enabled()) << "another box";
+}
+
+TEST_F(SetupTcp, ARunningCycleKeepsItsPeriodWhenTheConnectionIsSwitched) {
+    setup_tcp_click();
+    int ticks = 0;
+    mainfrm::Timer_TCP.on_tick([&] { ++ticks; });
+    mainfrm::Timer_TCP.Interval(300);
+    mainfrm::Timer_TCP.Enabled(true);
+    advance(200);
+    Check1_click();
+    advance(100);
+    EXPECT_EQ(ticks, 1);
+}
+
+TEST_F(SetupTcp, TheViewShowsRegistersOrThePicture) {
+    for (const u8 view : {u8{0}, u8{1}, u8{2}, u8{255}}) {
+        form() = {};
+        settings.REGView = view;
+        setup_tcp_click();
+        EXPECT_EQ(form().Reg_content, view == 1);
+        EXPECT_EQ(form().IP_Test_Frame.Visible, view == 1);
+        EXPECT_EQ(form().Image_TCP_visible, view != 1);
+    }
+}
+
+TEST_F(SetupTcp, TheRegisterViewIsInvertedAndStoredAtOnce) {
+    settings.REGView = 7;
+    setup_tcp_click();
+    Reg_content_click();
+    EXPECT_EQ(settings.REGView, 1);
+    EXPECT_TRUE(form().Reg_content);
+    EXPECT_TRUE(form().IP_Test_Frame.Visible);
+    EXPECT_FALSE(form().Image_TCP_visible);
+    EXPECT_EQ(file(settings_file), "[tyxo]\r\nREGView= 1\r\n");
+    Reg_content_click();
+    EXPECT_EQ(settings.REGView, 0);
+    EXPECT_FALSE(form().Reg_content);
+    EXPECT_FALSE(form().IP_Test_Frame.Visible);
+    EXPECT_TRUE(form().Image_TCP_visible);
+    EXPECT_EQ(file(settings_file), "[tyxo]\r\nREGView= 0\r\n");
+}
+
+TEST_F(SetupTcp, TheMenuItemOfTheSpeedIsChecked) {
+    const std::array<std::string, 3> names{"slow ", "medium ", "fast "};
+    for (u8 refresh = 0; refresh < 3; ++refresh) {
+        settings.IPRefresh = refresh;
+        setup_tcp_click();
+        EXPECT_EQ(checked_items(), names[refresh]);
+        Cmd_close_click();
+    }
+    settings.IPRefresh = 7;
+    setup_tcp_click();
+    EXPECT_EQ(checked_items(), "fast ") << "another value touches no item";
+    form() = {};
+    setup_tcp_click();
+    EXPECT_EQ(checked_items(), "");
+}
+
+struct speed_row {
+    void (*click)();
+    const char* item;
+    int refresh;
+    int interval;
+};
+
+TEST_F(SetupTcp, ASpeedIsCheckedStoredAndTaken) {
+    settings.IPRefresh = 7;
+    setup_tcp_click();
+    mainfrm::Timer_TCP.Interval(300);
+    for (const speed_row& row : {speed_row{slow_click, "slow ", 0, 600},
+                                 {medium_click, "medium ", 1, 450},
+                                 {fast_click, "fast ", 2, 300},
+                                 {slow_click, "slow ", 0, 600}}) {
+        row.click();
+        EXPECT_EQ(checked_items(), row.item);
+        EXPECT_EQ(settings.IPRefresh, row.refresh);
+        EXPECT_EQ(mainfrm::Timer_TCP.Interval(), row.interval);
+        EXPECT_EQ(file(settings_file), "[tyxo]\r\nIPRefresh= " + std::to_string(row.refresh) + "\r\n");
+    }
+}
+
+TEST_F(SetupTcp, AClickOnTheCheckedSpeedChangesNothing) {
+    settings.IPRefresh = 1;
+    setup_tcp_click();
+    put_settings("IPRefresh=17\n");
+    const std::string before = file(settings_file);
+    mainfrm::Timer_TCP.Interval(299);
+    medium_click();
+    EXPECT_EQ(checked_items(), "medium ");
+    EXPECT_EQ(file(settings_file), before);
+    EXPECT_EQ(mainfrm::Timer_TCP.Interval(), 299);
+}
+
+TEST_F(SetupTcp, ResettingTheConnectionUnlocksIt) {
+    tcp.tcp_locked = true;
+    res_con_click();
+    EXPECT_FALSE(tcp.tcp_locked);
+    // What the attempt itself shows comes behind, and is never "Connection locked".
+    EXPECT_NE(form().Text5.Text, "Connection locked");
+    EXPECT_NE(form().Text5.Text, "Disconnected");
+}
+
+TEST_F(SetupTcp, DisconnectingUnlocksToo) {
+    tcp.tcp_locked = true;
+    cmd_discon_click();
+    EXPECT_FALSE(tcp.tcp_locked);
+}
+
+TEST_F(SetupTcp, ManualCommandsWithoutConnectionAreRefusedAndChangeNoBox) {
+    Txt_sendbase_change("70000");
+    Txt_regnumber_change("200");
+    Text4_change(0, "70000");
+    for (const auto& click : {Cmd_read_R_click, Cmd_write_R_click}) {
+        show_tcp_status("", 0);
+        click();
+        EXPECT_EQ(form().Text5.Text, "Device not connected via TCP/IP");
+        EXPECT_EQ(form().Text5.BackColor, 255);
+        EXPECT_EQ(form().Txt_sendbase, "70000");
+        EXPECT_EQ(form().Txt_regnumber, "200");
+        EXPECT_EQ(form().Text4[0], "70000");
+        EXPECT_EQ(modbus, modbus_state());
+    }
+}
+
+TEST_F(SetupTcp, ATypedTextIsKeptAsItIs) {
+    Txt_IPadr_change("a\xFC ");
+    Txt_IPport_change("abc");
+    Txt_regbase_change("");
+    Text4_change(122, "12x");
+    EXPECT_EQ(form().Txt_IPadr, "a\xFC ");
+    EXPECT_EQ(form().Txt_IPport, "abc");
+    EXPECT_EQ(form().Txt_regbase, "");
+    EXPECT_EQ(form().Text4[122], "12x");
+    EXPECT_THROW(Text4_change(123, "1"), failure);
+}
+
+TEST_F(SetupTcp, ClosingOnlyHidesIt) {
+    setup_tcp_click();
+    Txt_IPadr_change("kept");
+    frmsetuptcp_form before = form();
+    Cmd_close_click();
+    before.form.Visible = false;
+    EXPECT_EQ(form(), before);
+    EXPECT_TRUE(form().form.Loaded);
+    EXPECT_TRUE(world().boxes.empty());
+}
+
+struct close_row {
+    close_reason reason;
+    const char* text;
+    bool stays;
+};
+
+TEST_F(SetupTcp, EveryCloseReasonHasItsMessageAndTheCloseBoxIsRefused) {
+    const std::vector<close_row> rows{
+        {close_reason::close_box,
+         "User tries to close the form via the \"X\" ! Please use 'close' button below !", true},
+        {close_reason::code, "The Unload statement is invoked from code.", false},
+        {close_reason::system_shutdown,
+         "The current Microsoft Windows operating environment session is ending.", false},
+        {close_reason::task_manager, "The Microsoft Windows Task Manager is closing the application.", false},
+        {close_reason::mdi_parent, "An MDI child form is closing because the MDI form is closing.", false},
+        {close_reason::owner, "A form is closing because its owner is closing.", false}};
+    for (const close_row& row : rows) {
+        setup_tcp_click();
+        world().boxes.clear();
+        frmsetuptcp_query_unload(row.reason);
+        ASSERT_EQ(world().boxes.size(), 1U);
+        EXPECT_EQ(world().boxes[0].text, row.text);
+        EXPECT_EQ(world().boxes[0].title, "");
+        EXPECT_EQ(world().boxes[0].buttons, box_buttons::ok);
+        EXPECT_EQ(form().form.Visible, row.stays);
+        EXPECT_TRUE(form().form.Loaded);
+    }
+}
+
+} // namespace
+} // namespace tyxo
