@@ -36,13 +36,15 @@ std::string failure_text(const QPrinter& printer) {
 
 void print_chart(const iStripChartX& chart, const strip_window& rows) {
     // Copies: measuring goes on while the dialog is open, and a frozen chart may thaw.
-    const iStripChartX printed = chart;
-    const strip_window printed_rows = rows;
+    const struct {
+        iStripChartX chart;
+        strip_window rows;
+    } printed{chart, rows};
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(qt_text(printed.Title));
-    printer.setPageOrientation(printed.PrintMode == 1 ? QPageLayout::Landscape : QPageLayout::Portrait);
-    if (printed.PrintFlag && !printer_chosen(printer)) return;
-    if (!paint_chart_page(printer, printed, printed_rows))
+    printer.setDocName(qt_text(printed.chart.Title));
+    printer.setPageOrientation(printed.chart.PrintMode == 1 ? QPageLayout::Landscape : QPageLayout::Portrait);
+    if (printed.chart.PrintFlag && !printer_chosen(printer)) return;
+    if (!paint_chart_page(printer, printed.chart, printed.rows))
         message_box(failure_text(printer), box_icon::critical);
 }
 
