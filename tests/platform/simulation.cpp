@@ -103,6 +103,7 @@ void fresh_world() {
     reset_link();
     reset_timers();
     reset_ports();
+    reset_socket();
     settings = {};
     indicators = {};
     panels = {};
@@ -201,7 +202,8 @@ void do_events() {
 }
 
 void wait_events(int milliseconds) {
-    simulation::advance(milliseconds);
+    const std::int64_t end = world().now_ms + milliseconds;
+    if (!simulation::happen_next(end)) world().now_ms = end;
 }
 
 void hold_events(bool held) {

@@ -4,6 +4,7 @@
 
 #include "basics/clock_text.h"
 #include "basics/types.h"
+#include "platform/controller.h"
 #include "platform/message_box.h"
 #include "platform/port_list.h"
 #include "platform/program.h"
@@ -42,10 +43,20 @@ struct printed_chart {
     strip_window rows;
 };
 
+/// Something that is going to happen.
+struct planned_event {
+    std::int64_t due = 0; ///< virtual time
+    std::function<void()> happen;
+};
+
 struct machine {
     std::int64_t now_ms = 0;                ///< virtual time since the start of the test
     local_time local{2026, 7, 2, 13, 5, 9}; ///< what the wall clock showed at `local_set_ms`
     std::int64_t local_set_ms = 0;
+
+    std::vector<planned_event> planned;
+
+    controller plant;
 
     std::vector<std::string> debug; ///< every message, CR LF at its end dropped
 
@@ -83,8 +94,12 @@ struct machine {
 /// A new machine, and all state of the system as it is before the program starts. Nothing is wired.
 void fresh_world();
 
-/// Moves the virtual clock; timers that come due tick at their time, in order.
+/// Moves the virtual clock; timers that come due tick at their time and planned events happen, in order. A
+/// handler that waits for events may move it further.
 void advance(std::int64_t milliseconds);
+
+/// Plans an event, from now on.
+void after(std::int64_t milliseconds, std::function<void()> happen);
 
 /// Sets the wall clock, which runs on from there.
 void set_local(const local_time& moment);

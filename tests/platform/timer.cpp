@@ -1,8 +1,13 @@
 #include "platform/timer.h"
 
+#include "simulated_ports.h"
+
+#include "basics/failure.h"
+#include "platform/debug_output.h"
 #include "platform/simulation.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tyxo {
 
@@ -48,19 +53,48 @@ void Timer::tick() {
     clock_->due += interval_;
     if (simulation::world().events_held || !handler_) return;
     ticking_ = true;
-    handler_();
+    if (const auto why = attempt(handler_)) debug_output(*why);
     ticking_ = false;
+    // Ticks that came due inside this one are lost.
+    const std::int64_t late = simulation::world().now_ms - clock_->due;
+    if (late >= 0 && interval_ > 0) clock_->due += (late / interval_ + 1) * interval_;
 }
 
 namespace simulation {
 
+namespace {
+
+bool tick_next(Timer::clock& clock) {
+    world().now_ms = std::max(world().now_ms, clock.due);
+    clock.tick();
+    return true;
+}
+
+} // namespace
+
+bool happen_next(std::int64_t end) {
+    Timer::clock* const clock = next_clock();
+    auto& planned = world().planned;
+    const auto event = std::ranges::min_element(planned, {}, &planned_event::due); // the first of equals
+    const bool tick_due = clock != nullptr && clock->due <= end;
+    if (event == planned.end() || event->due > end) return tick_due && tick_next(*clock);
+    if (tick_due && clock->due < event->due) return tick_next(*clock);
+    const planned_event now = std::move(*event);
+    planned.erase(event);
+    world().now_ms = std::max(world().now_ms, now.due);
+    now.happen();
+    return true;
+}
+
+void after(std::int64_t milliseconds, std::function<void()> happen) {
+    world().planned.push_back({world().now_ms + milliseconds, std::move(happen)});
+}
+
 void advance(std::int64_t milliseconds) {
     const std::int64_t end = world().now_ms + milliseconds;
-    for (Timer::clock* clock = next_clock(); clock != nullptr && clock->due <= end; clock = next_clock()) {
-        world().now_ms = std::max(world().now_ms, clock->due);
-        clock->tick();
+    while (happen_next(end)) {
     }
-    world().now_ms = end;
+    world().now_ms = std::max(world().now_ms, end);
 }
 
 } // namespace simulation
