@@ -71,6 +71,22 @@ INSTANTIATE_TEST_SUITE_P(
                     signed_case{5e-324, " 4.94065645841247E-324"}, signed_case{1e300, " 1E+300"}),
     [](const auto& info) { return "row_" + std::to_string(info.index); });
 
+TEST(plain_number_form, is_the_signed_form_without_blank_and_with_a_zero) {
+    const std::pair<double, const char*> rows[] = {{0, "0"},
+                                                   {-0.0, "0"},
+                                                   {150, "150"},
+                                                   {-150, "-150"},
+                                                   {.1, "0.1"},
+                                                   {-.25, "-0.25"},
+                                                   {-12.5, "-12.5"},
+                                                   {1.0 / 3, "0.333333333333333"},
+                                                   {1.0 / 720, "1.38888888888889E-03"},
+                                                   {-1e15, "-1E+15"}};
+    for (const auto& [value, text] : rows)
+        EXPECT_EQ(plain_number(value), text);
+    EXPECT_THROW((void)plain_number(std::numeric_limits<double>::infinity()), failure);
+}
+
 TEST(signed_number_failure, infinity_and_nan_overflow) {
     EXPECT_THROW((void)signed_form(std::numeric_limits<double>::infinity()), failure);
     EXPECT_THROW((void)signed_form(-std::numeric_limits<double>::infinity()), failure);

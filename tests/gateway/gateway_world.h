@@ -13,9 +13,18 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
+
+namespace tyxo {
+
+inline void PrintTo(const status_box& box, std::ostream* out) {
+    *out << '"' << box.Text << "\" on " << box.BackColor;
+}
+
+} // namespace tyxo
 
 namespace tyxo::gateway_testing {
 

@@ -176,6 +176,7 @@ TEST_F(ModbusAnswer, OfGarbageChangesNothingButTheBoxAndTheClocks) {
 TEST_F(ModbusAnswer, ThatClosesTheConnectionBehindItIsTaken) {
     answer_with(reply{{{5, right}}, true});
     EXPECT_EQ(after_writing(), written);
+    advance(1);
     EXPECT_EQ(after_writing(), refused);
 }
 

@@ -109,7 +109,7 @@ TEST_F(RegisterImage, AHalfGoesToTheEvenNeighbour) {
 TEST_F(RegisterImage, NoFrameAddressesOffset9OrLeavesItsChannel) {
     std::set<int> addressed;
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        for (const i16 block : {1, 8, 3, 4}) {
+        for (const i16 block : {i16{1}, i16{8}, i16{3}, i16{4}}) {
             TCP_send(channel, block);
             for (int index = 0; index < word(last_frame(), 10); ++index)
                 EXPECT_TRUE(addressed.insert(word(last_frame(), 8) + index).second) << "addressed twice";
@@ -124,7 +124,7 @@ TEST_F(RegisterImage, NoFrameAddressesOffset9OrLeavesItsChannel) {
 
 TEST_F(RegisterImage, OtherCodesDoNothing) {
     const frmsetuptcp_form before = FrmSetupTCP;
-    for (const i16 code : {0, 2, 5, 6, 7, 9, -1, 256})
+    for (const i16 code : std::initializer_list<i16>{0, 2, 5, 6, 7, 9, -1, 256})
         TCP_send(2, code);
     TCP_send(77, 2);
     EXPECT_EQ(frames(), 0U);

@@ -33,9 +33,16 @@ class SendCycle : public gateway_world {
             for (int channel = 0; channel < channels; ++channel)
                 cycle.push_back(std::to_string(1000 + 110 * channel + offset) + "x" + std::to_string(length));
         };
-        linear ? block(0, 6) : cycle.emplace_back();
-        state ? block(6, 3) : cycle.emplace_back();
-        differential ? (block(10, 50), block(60, 50)) : static_cast<void>(cycle.emplace_back());
+        if (linear) block(0, 6);
+        if (!linear) cycle.emplace_back();
+        if (state) block(6, 3);
+        if (!state) cycle.emplace_back();
+        if (differential) {
+            block(10, 50);
+            block(60, 50);
+        } else {
+            cycle.emplace_back();
+        }
         return cycle;
     }
 };
