@@ -298,7 +298,7 @@ class frmsetuptcp_view_test : public QObject {
         QCOMPARE(settings_file(), before);
         choose("data_refresh", "fast");
         QTRY_VERIFY(item("fast")->isChecked());
-        QVERIFY(!item("medium")->isChecked());
+        QTRY_VERIFY(!item("medium")->isChecked());
         QVERIFY(!item("slow")->isChecked());
         QVERIFY(settings_file().contains("IPRefresh= 2\r\n"));
         QCOMPARE(mainfrm::Timer_TCP.Interval(), 300);
@@ -454,7 +454,13 @@ class frmsetuptcp_view_test : public QObject {
     static void type(QLineEdit* into, const QString& text) {
         into->setFocus();
         into->selectAll();
-        QTest::keyClicks(into, text);
+        for (const QChar letter : text) {
+            if (letter.unicode() < 128) {
+                QTest::keyClick(into, letter.toLatin1());
+            } else {
+                into->insert(letter); // the test library has no keys for it
+            }
+        }
     }
 
     void choose(const char* menu_name, const char* item_name) const {
