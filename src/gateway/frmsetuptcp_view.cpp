@@ -1,16 +1,18 @@
 #include "gateway/frmsetuptcp_view.h"
 
-#include "displays/show_view.h"
 #include "gateway/frmsetuptcp.h"
 #include "gateway/register_boxes_view.h"
 #include "gateway/status_line_view.h"
 #include "gateway/tcp_picture_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/text.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
 
@@ -18,12 +20,20 @@ namespace tyxo {
 
 namespace {
 
-constexpr QSize usual_size(1000, 720);
+constexpr QSize usual_size(1000, 680);
 constexpr int column_gap = 24;
 constexpr int label_gap = 12;
 constexpr int least_button_width = 130;
 constexpr int number_width = 80;
+constexpr int address_width = 160;          // at least: any number, four of them with their points
 constexpr QRgb disabled_print = 0xFF4A5056; // the values of the automatic transmission are there to be read
+
+void show_frame(QGroupBox& frame, const Frame& control) {
+    const QString title = qt_text(control.Caption);
+    if (frame.title() != title) frame.setTitle(title);
+    if (frame.isVisibleTo(frame.parentWidget()) != control.Visible) frame.setVisible(control.Visible);
+    frame.setEnabled(control.Enabled);
+}
 
 } // namespace
 
@@ -105,6 +115,7 @@ void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
     auto add = [&, row = 0](edit_box* box) mutable {
         auto* const label = new QLabel(box->accessibleName(), IP_frame);
         label->setBuddy(box);
+        box->setMinimumWidth(address_width);
         grid->addWidget(label, row, 0);
         grid->addWidget(box, row++, 1);
     };

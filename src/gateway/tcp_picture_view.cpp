@@ -1,8 +1,6 @@
 #include "gateway/tcp_picture_view.h"
 
-#include "displays/paint_view.h"
-
-#include <QPaintEvent>
+#include <QPainter>
 
 #include <algorithm>
 #include <array>
@@ -17,6 +15,7 @@ constexpr double design_height = 380;
 
 constexpr QRgb ground_top = 0xFFF6F8FA;
 constexpr QRgb ground_bottom = 0xFFDCE3EA;
+constexpr QRgb print = 0xFF24292E;
 constexpr QRgb edge = 0xFFB4BEC8;
 constexpr QRgb casing = 0xFF3A4550;
 constexpr QRgb casing_light = 0xFF566472;
@@ -72,9 +71,12 @@ void draw_line(QPainter& painter) {
 }
 
 void draw_text(QPainter& painter, const QWidget& widget, const QPointF& centre, const QString& text,
-               double height, bool bold) {
-    painter.setFont(print_font(widget, height, bold));
-    painter.setPen(QColor(ink::paper_print));
+               int height, bool bold) {
+    QFont font = widget.font();
+    font.setPixelSize(height);
+    font.setBold(bold);
+    painter.setFont(font);
+    painter.setPen(QColor(print));
     painter.drawText(QRectF(centre.x() - 200, centre.y() - height, 400, 2 * height), Qt::AlignCenter, text);
 }
 
