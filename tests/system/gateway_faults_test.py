@@ -8,6 +8,7 @@ from harness import PlantTest, measured_values, parameter_frame, status, wait_fo
 from servers import GATEWAY, Controller, free_port
 
 SETTLED = 1.5  # seconds: several ticks of the send cycle
+GIVEN_UP = 2.5  # seconds without an answer, with some to spare
 RECONNECTION = 40
 
 
@@ -63,7 +64,7 @@ class GatewayFaults(PlantTest):
               f"processor load {100 * load:.1f} %")
         self.assertGreater(written, 2 * duration)
 
-    def test_answers_that_are_too_late_cost_no_processor(self):
+    def test_waiting_for_answers_costs_no_processor(self):
         controller = self.controller(0, "late 500")
         plant = self.start(controller.port())
         wait_for(lambda: controller.total() > 0, what="a frame")
@@ -72,8 +73,8 @@ class GatewayFaults(PlantTest):
         load = (plant.processor_seconds() - before) / (time.monotonic() - begin)
         print(f"answers after 500 ms: processor load {100 * load:.1f} %")
         self.assertLess(load, 0.1)
-        # The first one was given up; without a new connection nothing follows.
-        self.assertEqual(controller.total(), 1)
+        # In time all the same: each answer is followed by the next frame.
+        self.assertGreater(controller.total(), 5)
         self.still_logging(plant, 555)
 
     def test_a_connection_that_the_controller_closes_is_not_made_anew_at_once(self):
@@ -120,7 +121,7 @@ class GatewayFaults(PlantTest):
         controller.process.send_signal(signal.SIGSTOP)
         frozen = time.monotonic()
         self.still_logging(plant, 701)
-        time.sleep(SETTLED)
+        time.sleep(frozen + GIVEN_UP - time.monotonic())
         controller.process.send_signal(signal.SIGCONT)
         # Given up: it answers again, and nothing is sent to it.
         self.frames_stand_still(controller)
@@ -128,10 +129,10 @@ class GatewayFaults(PlantTest):
         controller.stop()
 
         controller = self.controller(port)
-        wait_for(lambda: controller.total() > 0, RECONNECTION + 5, "the reconnection")
+        wait_for(lambda: controller.total() > 0, RECONNECTION + 10, "the reconnection")
         waited = time.monotonic() - frozen
         print(f"frames again {waited:.1f} s after the freeze")
-        self.assertTrue(RECONNECTION - 1 < waited < RECONNECTION + 4, f"{waited:.1f} s")
+        self.assertTrue(RECONNECTION < waited < RECONNECTION + 5, f"{waited:.1f} s")
         self.assertEqual(controller.connections(), 1)
         self.still_logging(plant, 702)
         self.assertEqual(late_comer.connections(), 0)
