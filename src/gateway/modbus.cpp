@@ -133,6 +133,7 @@ void WaitForWinsock() {
         if (!Timer1.Enabled()) Timer1.Enabled(true);
         wait_events(wait_step);
     }
+    Timer1.Enabled(false);
     modbus.mb_waiting = false;
 }
 

@@ -163,12 +163,20 @@ TEST_F(ModbusWrite, WithoutAWordOfTheSocketEndsByItsClockThoughItIsAnswered) {
 }
 
 TEST_F(ModbusWrite, IsOpenUntilTheSocketHasHandedItOver) {
+    write_one();
     plant().handover_ms = 20;
     bool open = false;
-    after(10, [&] { open = transaction_open(); });
+    after(10, [&] {
+        simulation::controller_sends(simulation::right_answer(last_frame()));
+        open = transaction_open();
+    });
     EXPECT_EQ(lasting(write_one), 20);
-    EXPECT_TRUE(open);
+    EXPECT_TRUE(open) << "though an answer has just stopped the clock";
     EXPECT_EQ(status(), written);
+    EXPECT_FALSE(transaction_open());
+    EXPECT_EQ(modbus.mb_tick_count, 0);
+    advance(1000);
+    EXPECT_EQ(status(), written) << "no clock runs on";
 }
 
 TEST_F(ModbusWrite, WhoseConnectionBreaksMeanwhileTimesOut) {

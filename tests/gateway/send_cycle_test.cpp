@@ -171,7 +171,7 @@ TEST_F(SendCycle, StartsNothingWhileATransactionIsOpen) {
     connect();
     automatic(1, 1, 1);
     be_silent();
-    advance(250);
+    advance(550);
     FC3MB_read(0, 1);
     const connection_state before = tcp;
     advance(60); // the cycle's tick comes inside the read
@@ -184,12 +184,12 @@ TEST_F(SendCycle, ATickInsideAWriteByHandStartsNothing) {
     connect();
     automatic(1, 1, 1);
     plant().answers = [](const std::string& frame) { return simulation::answered(frame, 90); };
-    advance(250);
-    FC16MB_write(5000, 1); // until 340, the tick is due at 300
+    advance(550);
+    FC16MB_write(5000, 1); // until 640, the tick is due at 600
     EXPECT_EQ(frames(), 1U);
     EXPECT_EQ(tcp.tcp_channel, 0);
     EXPECT_EQ(status(), written);
-    advance(300);
+    advance(600);
     EXPECT_EQ(target(last_frame()), "1000x6");
 }
 
