@@ -1,6 +1,7 @@
 """A Modbus TCP server by pymodbus: pymodbus_server.py PORT.
 
-Lines on standard input: "get ADDRESS COUNT" is answered with "registers ...", "set ADDRESS VALUE..." with "done".
+Lines on standard input: "get ADDRESS COUNT" is answered with "registers ...", "set ADDRESS VALUE..." with
+"done".
 """
 
 import logging

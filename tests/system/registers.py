@@ -1,4 +1,4 @@
-"""The registers that four channels must have at the plant controller, computed from the frames that were sent."""
+"""The registers that four channels must have at the plant controller, from the frames that were sent."""
 
 import random
 

@@ -197,6 +197,25 @@ TEST_F(controller_server, a_client_that_never_reads_is_closed) {
     FAIL() << "it is served without end";
 }
 
+TEST_F(controller_server, a_client_that_reads_late_gets_every_byte) {
+    constexpr int requests = 2700; // 700 kB of answers, more than fits on the way at once
+    Client client(port());
+    exchange(client, write_frame(0, {0x1122, 0x3344, 0x5566}));
+    std::string one = exchange(client, read_frame(0, 125));
+    for (int i = 0; i < requests; ++i) {
+        client.send(read_frame(0, 125));
+        if (i % 100 == 0) session.server().serve(0);
+    }
+    std::string all;
+    for (int round = 0; round < 3000 && all.size() < requests * one.size(); ++round) {
+        session.server().serve(0.001);
+        all += client.take();
+    }
+    ASSERT_EQ(all.size(), requests * one.size());
+    for (std::size_t i = 0; i < requests; ++i)
+        ASSERT_EQ(all.compare(i * one.size(), one.size(), one), 0) << i;
+}
+
 TEST_F(controller_server, input_ends_a_wait) {
     int ends[2];
     ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);

@@ -95,8 +95,8 @@ def wait_for_ports(evaluators):
 
 def start_controller():
     with open(CONTROLLER_REPORT, "wb") as report:
-        return Helper("controller", [BUILD / "controller", "--no-input", "--base", register_base()], cwd=PLANT,
-                      stdout=report, stderr=report)
+        words = [BUILD / "controller", "--no-input", "--base", register_base()]
+        return Helper("controller", words, cwd=PLANT, stdout=report, stderr=report)
 
 
 def register_base():

@@ -12,8 +12,8 @@ from pathlib import Path
 
 from helpers import Failure, Helper, wait_until
 from screen import Screen, png
-from summary import (all_logged, controller_table, frames_at_controller, frames_received, last_words, log_lines,
-                     logged, summary)
+from summary import (all_logged, controller_table, frames_at_controller, frames_received, last_words,
+                     log_lines, logged, summary)
 
 HERE = Path(__file__).parent
 LOG = """<HEADER>

@@ -1,4 +1,4 @@
-"""What a run of the plant has left: frames received, log lines, events, and what the plant controller received."""
+"""What a run of the plant has left: frames, log lines, events, and what the plant controller received."""
 
 import re
 from collections import Counter
