@@ -82,7 +82,7 @@ class RegisterServer(Helper):
 
 class PymodbusServer(RegisterServer):
     def __init__(self):
-        super().__init__(sys.executable, "-B", HERE / "pymodbus_server.py", free_port())
+        super().__init__(os.environ.get("SYSTEM_PYTHON", sys.executable), "-B", HERE / "pymodbus_server.py", free_port())
 
 
 class LibmodbusServer(RegisterServer):
