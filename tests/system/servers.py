@@ -82,7 +82,8 @@ class RegisterServer(Helper):
 
 class PymodbusServer(RegisterServer):
     def __init__(self):
-        super().__init__(os.environ.get("SYSTEM_PYTHON", sys.executable), "-B", HERE / "pymodbus_server.py", free_port())
+        python = os.environ.get("SYSTEM_PYTHON", sys.executable)
+        super().__init__(python, "-B", HERE / "pymodbus_server.py", free_port())
 
 
 class LibmodbusServer(RegisterServer):
