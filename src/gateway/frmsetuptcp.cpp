@@ -41,7 +41,7 @@ constexpr std::array<refresh_row, 3> refresh_rows{{
 }};
 
 void check_item(u8 refresh) {
-    for (u8 item = 0; item < refresh_rows.size(); ++item)
+    for (std::size_t item = 0; item < refresh_rows.size(); ++item)
         FrmSetupTCP.*refresh_rows[item].item = item == refresh;
 }
 

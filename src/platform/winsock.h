@@ -47,7 +47,7 @@ class Winsock {
 
     /// Bytes have arrived, `bytesTotal` of them are there to be taken. What a handler leaves is dropped.
     void on_data_arrival(std::function<void(i32 bytesTotal)> handler) { data_arrival_ = std::move(handler); }
-    /// All that was given to `SendData` has been handed over.
+    /// All that was given to `SendData` has been handed over; may come from within `SendData`.
     void on_send_complete(std::function<void()> handler) { send_complete_ = std::move(handler); }
     void on_error(std::function<void()> handler) { error_ = std::move(handler); }
 

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QPointer>
 #include <QTimer>
 
 #include <utility>
@@ -18,6 +19,23 @@ std::vector<source> running; // the handlers that run inside each other, the inn
 bool yielding = false;
 std::vector<std::function<void()>> waiting; // commands of the operator that came while a tick yielded
 std::function<void()> handled;
+
+/// Wakes the event loop up every so many milliseconds, until nobody has asked for it for a while: starting a
+/// timer for each of many short waits would cost more than the waits.
+void wake_up_after(int milliseconds) {
+    constexpr int idle_beats = 100;
+    static QPointer<QTimer> beat;
+    static int unused = 0;
+    unused = 0;
+    if (!beat) {
+        beat = new QTimer(QCoreApplication::instance());
+        beat->setTimerType(Qt::PreciseTimer);
+        QObject::connect(beat, &QTimer::timeout, beat, [] {
+            if (++unused > idle_beats) beat->stop();
+        });
+    }
+    if (!beat->isActive() || beat->interval() > milliseconds) beat->start(milliseconds);
+}
 
 void run_now(source from, const std::function<void()>& handler) {
     running.push_back(from);
@@ -53,9 +71,7 @@ void yield() {
 
 void wait(int milliseconds) {
     const bool before = std::exchange(yielding, yielding || inside_device_handler());
-    QTimer end;
-    end.setTimerType(Qt::PreciseTimer);
-    end.start(milliseconds);
+    wake_up_after(milliseconds);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     yielding = before;
 }
