@@ -100,7 +100,7 @@ class block_writer {
 };
 
 i32 block_address(i16 channel, i16 offset) {
-    return narrow<i32>(std::int64_t{settings.REGBase} + registers_per_channel * channel + offset);
+    return narrow<i32>(settings.REGBase + std::int64_t{registers_per_channel} * channel + offset);
 }
 
 } // namespace
