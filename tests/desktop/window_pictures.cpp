@@ -12,6 +12,7 @@
 #include "displays/frmselectprint.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
+#include "gateway/frmsetuptcp.h"
 #include "link/channel_rec.h"
 #include "link/frame_dispatch.h"
 #include "link/hex.h"
@@ -168,6 +169,21 @@ void take_diagrams(picture_taker& pictures, i16 channel, const engine& what) {
     Frmbarpic2_unload();
 }
 
+/// The gateway's window by hand, with automatic blocks, and without its registers.
+void take_gateway(picture_taker& pictures) {
+    settings.REGView = 1;
+    setup_tcp_click();
+    pictures.take("FrmSetupTCP", "gateway");
+    for (std::size_t box = 0; box < FrmSetupTCP.Text4.size(); ++box)
+        FrmSetupTCP.Text4[box] = std::to_string(box * 531 % 65536);
+    show_tcp_status("Registers written", status_colour::green);
+    Check2_click();
+    pictures.take("FrmSetupTCP", "gateway-automatic");
+    show_tcp_status("Connection locked", status_colour::yellow);
+    Reg_content_click();
+    pictures.take("FrmSetupTCP", "gateway-without-registers");
+}
+
 void take_all(picture_taker& pictures) {
     const auto all = engines();
     for (i16 channel = 0; channel < channel_count; ++channel) {
@@ -186,6 +202,8 @@ void take_all(picture_taker& pictures) {
     pictures.take("frmscale_polar", "setup-scales");
     prt_click();
     pictures.take("frmselectprint", "select-print");
+    cmd_cancel_click();
+    take_gateway(pictures);
 }
 
 /// A page as `printplot` prints it, into a PDF file.
