@@ -31,7 +31,7 @@ Answer answer_to(std::string_view frame, Image& image, const Behaviour& behaviou
         pieces.push_back({exception_answer(frame, code), 0});
         return {pieces.back().bytes, Outcome::refused, 0, 0};
     }
-    const Answer answer = serve(frame, image);
+    Answer answer = serve(frame, image);
     const std::string& bytes = answer.bytes;
     switch (behaviour.manner) {
     case Manner::silent:
