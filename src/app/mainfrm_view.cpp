@@ -6,12 +6,12 @@
 #include "displays/frmscale_polar.h"
 #include "displays/frmselectprint.h"
 #include "displays/panel_view.h"
-#include "displays/show_view.h"
 #include "displays/text_status_view.h"
 #include "gateway/frmsetuptcp.h"
 #include "link/indicators.h"
 #include "link/start_stop.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 
 #include <QCloseEvent>
 #include <QGridLayout>

@@ -3,10 +3,10 @@
 #include "basics/number_text.h"
 #include "link/cylinder_values.h"
 #include "link/engine_texts.h"
+#include "link/speed_bands.h"
 #include "platform/message_box.h"
 #include "settings/settings.h"
 
-#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,7 +35,7 @@ void write_thermo_bars(channel_rec& rec, const crank_angles& angles) {
 }
 
 struct span_row {
-    i32 below; ///< the row holds overspeeds under this limit
+    i32 below; ///< the row holds overspeeds under this limit; a limit itself belongs to the row above
     double span;
     double increment;
 };
@@ -44,15 +44,11 @@ constexpr std::array<span_row, 5> speed_spans{{
     {400, 1330, 100},
     {1400, 2000, 250},
     {2900, 6650, 500},
-    {std::numeric_limits<i32>::max(), 8000, 500},
+    {no_limit, 8000, 500},
 }};
 
-/// The axis of the speeds, from the channel's `overspeed`; a limit itself belongs to the row above it.
 span_row speed_span(const channel_rec& rec) {
-    std::size_t row = 0;
-    while (row + 1 < speed_spans.size() && rec.overspeed >= speed_spans[row].below)
-        ++row;
-    return speed_spans[row];
+    return band_of(speed_spans, rec.overspeed);
 }
 
 span_row thermo_span(const channel_rec& /*rec*/) {

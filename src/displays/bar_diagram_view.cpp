@@ -1,8 +1,8 @@
 #include "displays/bar_diagram_view.h"
 
 #include "displays/bar_plot_view.h"
-#include "displays/show_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 
 #include <QCloseEvent>
 #include <QFontMetrics>

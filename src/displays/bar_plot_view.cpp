@@ -1,6 +1,6 @@
 #include "displays/bar_plot_view.h"
 
-#include "displays/show_view.h"
+#include "platform/desktop/show.h"
 
 #include <QEvent>
 

@@ -1,6 +1,6 @@
 #include "displays/chart_view.h"
 
-#include "displays/show_view.h"
+#include "platform/desktop/show.h"
 
 #include <QLabel>
 #include <QMouseEvent>

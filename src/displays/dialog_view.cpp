@@ -1,7 +1,7 @@
 #include "displays/dialog_view.h"
 
-#include "displays/show_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 
 #include <QBoxLayout>
 #include <QPushButton>

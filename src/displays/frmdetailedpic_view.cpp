@@ -2,8 +2,8 @@
 
 #include "displays/canvas_view.h"
 #include "displays/paint_view.h"
-#include "displays/show_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>

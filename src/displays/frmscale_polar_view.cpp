@@ -2,7 +2,7 @@
 
 #include "displays/click_label_view.h"
 #include "displays/frmscale_polar.h"
-#include "displays/show_view.h"
+#include "platform/desktop/show.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

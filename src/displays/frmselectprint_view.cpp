@@ -1,7 +1,7 @@
 #include "displays/frmselectprint_view.h"
 
 #include "displays/frmselectprint.h"
-#include "displays/show_view.h"
+#include "platform/desktop/show.h"
 
 #include <QBoxLayout>
 #include <QPushButton>

@@ -10,12 +10,12 @@
 #include "displays/linear_gauge_view.h"
 #include "displays/panel.h"
 #include "displays/seven_segment_view.h"
-#include "displays/show_view.h"
 #include "displays/wrapped_button_view.h"
 #include "displays/xy_plot.h"
 #include "displays/xy_plot_view.h"
 #include "link/channel_rec.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 
 #include <algorithm>
 #include <type_traits>

@@ -1,7 +1,7 @@
 #include "displays/xy_plot_view.h"
 
-#include "displays/show_view.h"
 #include "displays/xy_plot_geometry.h"
+#include "platform/desktop/show.h"
 
 #include <QEvent>
 #include <QKeyEvent>

@@ -91,8 +91,8 @@ void run_cycle() {
 }
 
 void set_send_interval() {
-    constexpr std::array<int, 3> intervals{600, 450, 300};
-    if (settings.IPRefresh < intervals.size()) mainfrm::Timer_TCP.Interval(intervals[settings.IPRefresh]);
+    if (settings.IPRefresh < send_intervals.size())
+        mainfrm::Timer_TCP.Interval(send_intervals[settings.IPRefresh]);
 }
 
 } // namespace

@@ -4,11 +4,16 @@
 #include "basics/types.h"
 #include "platform/timer.h"
 
+#include <array>
+
 namespace tyxo {
 
 namespace mainfrm {
 inline Timer Timer_TCP; ///< the send cycle
 } // namespace mainfrm
+
+/// Its interval in ms by `IPRefresh`; any other value leaves the design's.
+inline constexpr std::array<int, 3> send_intervals{600, 450, 300};
 
 struct connection_state {
     bool tcp_connected = false; ///< the last attempt succeeded; a connection that breaks leaves it

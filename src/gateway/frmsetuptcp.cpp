@@ -28,30 +28,21 @@ void apply_view_rule() {
     FrmSetupTCP.Image_TCP_visible = !registers;
 }
 
-/// The menu item and timer interval of every `IPRefresh`.
-struct refresh_row {
-    bool frmsetuptcp_form::*item;
-    int interval; ///< ms
-};
-
-constexpr std::array<refresh_row, 3> refresh_rows{{
-    {&frmsetuptcp_form::slow, 600},
-    {&frmsetuptcp_form::medium, 450},
-    {&frmsetuptcp_form::fast, 300},
-}};
+/// The menu item of every `IPRefresh`.
+constexpr std::array<bool frmsetuptcp_form::*, send_intervals.size()> refresh_items{
+    &frmsetuptcp_form::slow, &frmsetuptcp_form::medium, &frmsetuptcp_form::fast};
 
 void check_item(u8 refresh) {
-    for (std::size_t item = 0; item < refresh_rows.size(); ++item)
-        FrmSetupTCP.*refresh_rows[item].item = item == refresh;
+    for (std::size_t item = 0; item < refresh_items.size(); ++item)
+        FrmSetupTCP.*refresh_items[item] = item == refresh;
 }
 
 void choose_refresh(u8 refresh) {
-    const refresh_row& row = at(refresh_rows, refresh);
-    if (FrmSetupTCP.*row.item) return;
+    if (FrmSetupTCP.*at(refresh_items, refresh)) return;
     check_item(refresh);
     settings.IPRefresh = refresh;
     Ini::ini_write("IPRefresh", signed_form(refresh));
-    mainfrm::Timer_TCP.Interval(row.interval);
+    mainfrm::Timer_TCP.Interval(at(send_intervals, refresh));
 }
 
 void fill() {
@@ -68,7 +59,7 @@ void fill() {
     form.Check4 = settings.IPsysstat == 1 ? 1 : 0;
     apply_frame_rule();
     apply_view_rule();
-    if (settings.IPRefresh < refresh_rows.size()) check_item(settings.IPRefresh);
+    if (settings.IPRefresh < refresh_items.size()) check_item(settings.IPRefresh);
 }
 
 template <class Setting> void click(i16& box, Setting& setting) {

@@ -5,6 +5,7 @@
 #include "gateway/status_line_view.h"
 #include "gateway/tcp_picture_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 #include "platform/desktop/text.h"
 
 #include <QBoxLayout>
@@ -27,13 +28,6 @@ constexpr int least_button_width = 130;
 constexpr int number_width = 80;
 constexpr int address_width = 160;          // at least: any number, four of them with their points
 constexpr QRgb disabled_print = 0xFF4A5056; // the values of the automatic transmission are there to be read
-
-void show_frame(QGroupBox& frame, const Frame& control) {
-    const QString title = qt_text(control.Caption);
-    if (frame.title() != title) frame.setTitle(title);
-    if (frame.isVisibleTo(frame.parentWidget()) != control.Visible) frame.setVisible(control.Visible);
-    frame.setEnabled(control.Enabled);
-}
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "gateway/register_boxes_view.h"
 
 #include "gateway/frmsetuptcp.h"
+#include "platform/desktop/show.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -41,7 +42,7 @@ register_boxes::register_boxes(QWidget* parent) : QWidget(parent) {
         const auto change = [index](std::string_view text) {
             Text4_change(static_cast<std::size_t>(index), text);
         };
-        auto* const box = new edit_box(this, QString("Text4(%1)").arg(index), change);
+        auto* const box = new edit_box(this, element("Text4", index), change);
         box->setAccessibleName(tr("Register %1").arg(index));
         box->setAlignment(Qt::AlignRight);
         box->setMinimumWidth(least_box_width);

@@ -8,9 +8,9 @@
 #include "displays/bar_diagram_view.h"
 #include "displays/bar_plot_view.h"
 #include "displays/panel.h"
-#include "displays/show_view.h"
 #include "link/cylinder_model.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 #include "settings/settings.h"
 
 #include <QDir>

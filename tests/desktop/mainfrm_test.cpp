@@ -1,17 +1,13 @@
 // The main window with its real widgets, driven and looked at as an operator does.
 
-#include "app/mainfrm.h"
-#include "app/mainfrm_view.h"
-#include "app/wiring.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
 #include "link/indicators.h"
 #include "link/status_update.h"
 #include "settings/ini.h"
+#include "started_window.h"
 
 #include <QAction>
-#include <QDir>
-#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -20,7 +16,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -45,20 +40,11 @@ class mainfrm_test : public QObject {
 
   private slots:
     void initTestCase() {
-        QVERIFY(QDir::setCurrent(folder_.path()));
-        QFile file("tyxo.ini");
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(settings_text);
-        file.close();
-        wire();
-        window_ = new mainfrm_view;
-        start_program(window_->width(), window_->height());
-        window_->show_state();
-        window_->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window_));
+        program_.start(settings_text);
+        window_ = &program_.view();
     }
 
-    void cleanupTestCase() { delete window_; }
+    void cleanupTestCase() { program_.end(); }
 
     void the_window_bears_its_caption() {
         QCOMPARE(window_->windowTitle(), QString(" Quarvo / Tyxo Data Logger  Version 2.10_4"));
@@ -201,7 +187,7 @@ class mainfrm_test : public QObject {
             told = box->text();
             QTest::keyClick(box, Qt::Key_Return);
         });
-        open_menu_entry("start", "start_channel(0)");
+        program_.open_menu_entry("start", "start_channel(0)");
         QTRY_COMPARE(told, QString("no Comport configurated for sensor nr. 1"));
         QTRY_VERIFY(!sensor::channel_running[0]);
         QTRY_VERIFY(text("Text_status").contains("KVD Engine & pump ## Measure stopped "));
@@ -252,13 +238,6 @@ class mainfrm_test : public QObject {
         return window_->findChild<QPlainTextEdit*>(box)->toPlainText();
     }
 
-    void open_menu_entry(const char* menu_name, const char* entry_name) const {
-        auto* const menu = window_->findChild<QMenu*>(menu_name);
-        auto* const entry = window_->findChild<QAction*>(entry_name);
-        menu->popup(window_->mapToGlobal(QPoint(10, 10)));
-        QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(entry).center());
-    }
-
     /// The system's own captions fit into their labels; an operator's text may be longer than its label.
     void check_texts() const {
         for (const auto* const label : window_->centralWidget()->findChildren<QLabel*>()) {
@@ -272,7 +251,7 @@ class mainfrm_test : public QObject {
         }
     }
 
-    QTemporaryDir folder_;
+    started_window program_;
     mainfrm_view* window_ = nullptr;
 };
 

@@ -2,12 +2,11 @@
 
 #include "commands.h"
 
+#include "evaluator/process.h"
 #include "evaluator/runner.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
-#include <csignal>
 #include <fstream>
 #include <iostream>
 #include <unistd.h>
@@ -15,6 +14,10 @@
 namespace sim = tyxo::controller_sim;
 
 namespace {
+
+using tyxo::evaluator_sim::now;
+using tyxo::evaluator_sim::stop_requested;
+using tyxo::evaluator_sim::watch_signals;
 
 constexpr char usage[] = "Usage: controller [OPTION]... [SCENARIO-FILE]\n"
                          "\n"
@@ -32,28 +35,6 @@ constexpr char usage[] = "Usage: controller [OPTION]... [SCENARIO-FILE]\n"
 // Short enough for the times of a scenario.
 constexpr double round_length = 0.01;
 constexpr double idle_round_length = 0.2;
-
-volatile std::sig_atomic_t stop_requested = 0;
-
-void request_stop(int) {
-    stop_requested = 1;
-}
-
-void watch_signals() {
-    struct sigaction action {};
-    action.sa_handler = request_stop;
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        ::sigaction(signal, &action, nullptr);
-    action.sa_handler = SIG_IGN;
-    for (const int signal : {SIGPIPE, SIGTTIN})
-        ::sigaction(signal, &action, nullptr);
-}
-
-double now() {
-    using namespace std::chrono;
-    static const steady_clock::time_point start = steady_clock::now();
-    return duration<double>(steady_clock::now() - start).count();
-}
 
 struct Options {
     int port = 0;
@@ -122,7 +103,7 @@ void obey(const std::string& line, sim::Session& session, std::vector<sim::Comma
 void run(sim::Session& session, std::vector<sim::Command> timeline, const Options& options) {
     tyxo::evaluator_sim::LineBuffer lines;
     bool input = options.read_input;
-    while (!session.ended() && stop_requested == 0) {
+    while (!session.ended() && !stop_requested()) {
         while (!timeline.empty() && timeline.front().at.value_or(0) <= now()) {
             const sim::Command command = std::move(timeline.front());
             timeline.erase(timeline.begin());

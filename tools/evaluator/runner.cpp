@@ -1,8 +1,8 @@
 #include "runner.h"
 
+#include "process.h"
+
 #include <cerrno>
-#include <chrono>
-#include <csignal>
 #include <poll.h>
 #include <unistd.h>
 
@@ -14,29 +14,6 @@ namespace {
 constexpr double tick = 0.008;
 // After a longer pause of the process the ticks begin anew instead of catching up.
 constexpr double longest_delay = 0.1;
-
-volatile std::sig_atomic_t stop_requested = 0;
-
-void request_stop(int) {
-    stop_requested = 1;
-}
-
-void watch_signals() {
-    struct sigaction action {};
-    action.sa_handler = request_stop;
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        ::sigaction(signal, &action, nullptr);
-    action.sa_handler = SIG_IGN;
-    ::sigaction(SIGPIPE, &action, nullptr);
-    ::sigaction(SIGTTIN, &action,
-                nullptr); // started in the background of a terminal: no input, but no halt either
-}
-
-double now() {
-    using namespace std::chrono;
-    static const steady_clock::time_point start = steady_clock::now();
-    return duration<double>(steady_clock::now() - start).count();
-}
 
 /// Standard input, read without ever waiting longer than asked.
 class Input {
@@ -85,15 +62,14 @@ bool run(Plant& plant, Timeline timeline, const RunOptions& options) {
     Input input(options.read_input);
     double next = now();
     const double start = next;
-    while (!plant.ended() && stop_requested == 0) {
+    while (!plant.ended() && !stop_requested()) {
         const double time = now() - start;
         for (const Command& command : timeline.due(time))
             carry_out(command, plant, time);
         plant.step(time);
         next += tick;
         if (next + longest_delay < now()) next = now();
-        for (double left = next - now(); left > 0 && stop_requested == 0 && !plant.ended();
-             left = next - now())
+        for (double left = next - now(); left > 0 && !stop_requested() && !plant.ended(); left = next - now())
             for (const std::string& line : input.wait(left))
                 obey(line, plant, timeline, now() - start);
         if (options.read_input && options.exit_on_eof && !input.open()) plant.quit();
