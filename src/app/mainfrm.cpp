@@ -2,6 +2,7 @@
 
 #include "basics/number.h"
 #include "basics/number_text.h"
+#include "dialogs/frmabort.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
@@ -94,6 +95,7 @@ void setup_missing_channels() {
 void load_settings() {
     for (const Ini::global_key& row : Ini::first_keys())
         Ini::load(row);
+    SetPassword(settings.passwd);
     for (i16 channel = 0; channel < max_sensors; ++channel) {
         for (const Ini::channel_key& row : Ini::channel_keys())
             Ini::load(row, channel);

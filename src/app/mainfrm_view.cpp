@@ -1,6 +1,12 @@
 #include "app/mainfrm_view.h"
 
 #include "app/mainfrm.h"
+#include "dialogs/frmlog.h"
+#include "dialogs/frmpwd.h"
+#include "dialogs/frmresetinhtime.h"
+#include "dialogs/frmsetup.h"
+#include "dialogs/frmsplash.h"
+#include "dialogs/frmstatustext.h"
 #include "displays/chart.h"
 #include "displays/click_label_view.h"
 #include "displays/frmscale_polar.h"
@@ -71,10 +77,12 @@ void mainfrm_view::make_menu() {
     connect(Quit, &QAction::triggered, this, &QWidget::close);
 
     QMenu* const setup = add_menu("Setup_menue", "&Setup");
-    add_entry(setup, "setup", "Setup preferences");
+    connect(add_entry(setup, "setup", "Setup preferences"), &QAction::triggered, this,
+            on_command(setup_click));
     connect(add_entry(setup, "setup_scale", "Setup scales"), &QAction::triggered, this,
             on_command(setup_scale_click));
-    add_entry(setup, "setup_passwd", "Setup password");
+    connect(add_entry(setup, "setup_passwd", "Setup password"), &QAction::triggered, this,
+            on_command(setup_passwd_click));
     connect(add_entry(setup, "setup_tcp", "Setup Modbus TCP/IP"), &QAction::triggered, this,
             on_command(setup_tcp_click));
 
@@ -91,13 +99,17 @@ void mainfrm_view::make_menu() {
     }
     QAction* const about = menuBar()->addAction("&About");
     about->setObjectName("about");
+    connect(about, &QAction::triggered, this, on_command(about_click));
 }
 
 void mainfrm_view::make_client() {
     auto* const client = new QWidget(this);
     setCentralWidget(client);
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        panels_[static_cast<std::size_t>(channel)] = new panel_view(channel, client);
+        auto* const panel = new panel_view(channel, client);
+        connect(panel, &panel_view::inhibit_clicked, this,
+                on_command([channel] { Lbl_alminhibit_click(channel); }));
+        panels_[static_cast<std::size_t>(channel)] = panel;
     }
     for (panel_view* panel : panels_)
         panel->make_chart(client);
@@ -105,11 +117,13 @@ void mainfrm_view::make_client() {
         panel->make_zoom_button(client);
     Text_status = new text_status_view(client);
     Text_status->setObjectName("Text_status");
+    connect(Text_status, &text_status_view::enlarged, this, on_command(Text_status_dblclick));
     make_resolution(client);
     Lbl_TY_logger = new click_label(client);
     Lbl_TY_logger->setObjectName("Lbl_TY_logger");
     Lbl_TY_logger->setText("Tyxo Data Logger");
     Lbl_TY_logger->setAlignment(Qt::AlignCenter);
+    connect(Lbl_TY_logger, &click_label::clicked, this, on_command(Lbl_TY_logger_click));
 
     auto* const bar = new QStatusBar(client);
     bar->setObjectName("StatusBar");

@@ -1,5 +1,7 @@
 #include "app/wiring.h"
 
+#include "dialogs/frmabort.h"
+#include "dialogs/frmalert.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
@@ -38,11 +40,16 @@ void wire() {
     calls.clear_curves = clear_curves;
     calls.calc_thermo_cyl = Modbus_calc::calc_thermo_cyl;
     calls.calc_angacc_cyl = Modbus_calc::calc_angacc_cyl;
+    calls.open_alert = open_alert;
+    calls.show_alert_line = show_alert_line;
+    calls.alert_text = alert_text;
+    calls.stop_lock = stop_lock;
 
     mainfrm::Timer_chart_upd.on_tick(Timer_chart_upd_tick);
     mainfrm::Timer_TCP.on_tick(Timer_TCP_tick);
     Timer_reconnect.on_tick(Timer_reconnect_tick);
     Timer1.on_tick(Timer1_tick);
+    timer_alert.on_tick(timer_alert_tick);
     Winsock_A.on_data_arrival(Winsock_A_DataArrival);
     Winsock_A.on_send_complete([] { modbus.mb_send_done = true; });
     Winsock_A.on_error([] { modbus.tcp_sock_error = true; });

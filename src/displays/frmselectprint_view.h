@@ -1,7 +1,7 @@
 #pragma once
 // The dialog "Select print" on the screen.
 
-#include "displays/dialog_view.h"
+#include "platform/desktop/dialog.h"
 
 namespace tyxo {
 

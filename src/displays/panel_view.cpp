@@ -107,6 +107,7 @@ void panel_view::make_lamps() {
     // They stand in the place of the relays' names.
     Lbl_alminhibit = instrument<click_label>("Lbl_alminhibit", {277, 32, 116, 15});
     Lbl_alminhibit->setStyleSheet("color: #a00000; font-weight: bold");
+    connect(Lbl_alminhibit, &click_label::clicked, this, &panel_view::inhibit_clicked);
     Lbl_inhtime = caption("Lbl_inhtime", "", {277, 49, 116, 15});
 }
 

@@ -39,6 +39,10 @@ class panel_view : public QObject {
     void make_chart(QWidget* parent);
     void make_zoom_button(QWidget* parent);
 
+  signals:
+    /// The inhibit label was clicked.
+    void inhibit_clicked();
+
   private:
     /// A control inside `Frame_sensor` and its place in the frame's design size.
     struct placed {

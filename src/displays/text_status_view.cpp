@@ -2,6 +2,7 @@
 
 #include "platform/desktop/text.h"
 
+#include <QKeyEvent>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -38,6 +39,18 @@ void text_status_view::show_end() {
     moveCursor(QTextCursor::End);
     verticalScrollBar()->setValue(verticalScrollBar()->maximum());
     horizontalScrollBar()->setValue(0);
+}
+
+void text_status_view::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) emit enlarged();
+}
+
+void text_status_view::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit enlarged();
+    } else {
+        QPlainTextEdit::keyPressEvent(event);
+    }
 }
 
 void text_status_view::resizeEvent(QResizeEvent* event) {

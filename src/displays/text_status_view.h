@@ -18,7 +18,13 @@ class text_status_view : public QPlainTextEdit {
     explicit text_status_view(QWidget* parent);
     void show_control(const text_box& box);
 
+  signals:
+    /// A double click, or Enter where the box has the focus: its large copy is wanted.
+    void enlarged();
+
   protected:
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
   private:

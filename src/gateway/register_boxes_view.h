@@ -1,7 +1,7 @@
 #pragma once
 // The 123 register boxes, ten in a row, with the registers' distances from the start register around them.
 
-#include "gateway/edit_box_view.h"
+#include "platform/desktop/edit_box.h"
 
 #include <QWidget>
 

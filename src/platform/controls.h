@@ -6,6 +6,7 @@
 
 #include <array>
 #include <string>
+#include <vector>
 
 namespace tyxo {
 
@@ -45,6 +46,37 @@ struct Command {
     bool Visible = true;
     bool Enabled = true;
     bool operator==(const Command&) const = default;
+};
+
+/// A text box. What is typed and what is shown are texts in Windows-1252.
+struct TextBox {
+    std::string Text;
+    bool Enabled = true;
+    bool operator==(const TextBox&) const = default;
+};
+
+/// A check box: 1 is checked, 0 is not.
+struct CheckBox {
+    i16 Value = 0;
+    bool Enabled = true;
+    bool operator==(const CheckBox&) const = default;
+};
+
+/// A list of which one entry can be chosen, by its index; -1 for none.
+struct ComboBox {
+    std::vector<std::string> List;
+    i32 ListIndex = -1;
+    bool Enabled = true;
+    bool operator==(const ComboBox&) const = default;
+};
+
+/// A scroll bar.
+struct ScrollBar {
+    i16 Min = 0;
+    i16 Max = 0;
+    i16 Value = 0;
+    bool Enabled = true;
+    bool operator==(const ScrollBar&) const = default;
 };
 
 /// A round lamp.

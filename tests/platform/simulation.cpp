@@ -3,6 +3,15 @@
 #include "simulated_ports.h"
 
 #include "app/mainfrm.h"
+#include "dialogs/frmabort.h"
+#include "dialogs/frmalert.h"
+#include "dialogs/frmbrowse.h"
+#include "dialogs/frmlog.h"
+#include "dialogs/frmpwd.h"
+#include "dialogs/frmresetinhtime.h"
+#include "dialogs/frmsetup.h"
+#include "dialogs/frmsplash.h"
+#include "dialogs/frmstatustext.h"
 #include "displays/bar_diagram.h"
 #include "displays/chart.h"
 #include "displays/frmdetailedpic.h"
@@ -24,6 +33,7 @@
 #include "platform/clock.h"
 #include "platform/debug_output.h"
 #include "platform/printer.h"
+#include "platform/sound.h"
 #include "settings/serial_ports.h"
 #include "settings/settings.h"
 
@@ -87,6 +97,7 @@ void reset_timers() {
     reset(mainfrm::Timer_TCP);
     reset(Timer1);
     reset(Timer_reconnect);
+    reset(timer_alert);
     for (Timer& timer : mainfrm::Timer_intervall)
         reset(timer);
     for (Timer& timer : mainfrm::Timer_timeout)
@@ -114,6 +125,15 @@ void fresh_world() {
     frmscale_polar = {};
     frmselectprint = {};
     FrmSetupTCP = {};
+    FrmAbort = {};
+    FrmAlert = {};
+    Frmlog = {};
+    frmpwd = {};
+    FrmResetInhTime = {};
+    frmSetup = {};
+    frmbrowse = {};
+    frmSplash = {};
+    frmstatustext = {};
     modbus = {};
     tcp = {};
     print_channel = 0;
@@ -190,6 +210,18 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
 void print_chart(const iStripChartX& chart, const strip_window& rows) {
     world().prints.push_back({chart, rows});
     if (world().during_print) world().during_print();
+}
+
+void PlaySoundA(std::string_view name, i32 flags) {
+    world().sounds.push_back({std::string(name), flags});
+}
+
+void GetShortPathNameA(std::string_view name, std::string& buffer) {
+    if (world().files.contains(simulation::normalised(name))) buffer.replace(0, name.size(), name);
+}
+
+void beep() {
+    ++world().beeps;
 }
 
 void end_program(int exit_code) {

@@ -43,6 +43,12 @@ struct printed_chart {
     strip_window rows;
 };
 
+/// A sound that was started.
+struct played_sound {
+    std::string name;
+    i32 flags;
+};
+
 /// Something that is going to happen.
 struct planned_event {
     std::int64_t due = 0; ///< virtual time
@@ -66,6 +72,9 @@ struct machine {
 
     std::vector<printed_chart> prints;
     std::function<void()> during_print; ///< runs while a chart is printed
+
+    std::vector<played_sound> sounds;
+    int beeps = 0;
 
     bool events_held = false;
     int do_events_calls = 0;

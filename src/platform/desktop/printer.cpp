@@ -3,10 +3,10 @@
 #include "platform/printer.h"
 
 #include "platform/desktop/chart_page.h"
+#include "platform/desktop/dialog.h"
 #include "platform/desktop/text.h"
 #include "platform/message_box.h"
 
-#include <QApplication>
 #include <QPrintDialog>
 #include <QPrinter>
 
@@ -16,7 +16,8 @@ namespace {
 
 /// The answer of the operator, who can choose a file too.
 bool printer_chosen(QPrinter& printer) {
-    QPrintDialog dialog(&printer, QApplication::activeWindow());
+    QPrintDialog dialog(&printer, dialog_parent());
+    dialog.setWindowModality(Qt::WindowModal);
     dialog.setObjectName("print_dialog");
     dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
     return dialog.exec() == QDialog::Accepted;

@@ -3,6 +3,7 @@
 #include "basics/ansi.h"
 #include "platform/clock.h"
 #include "platform/debug_output.h"
+#include "platform/desktop/dialog.h"
 #include "platform/desktop/handlers.h"
 #include "platform/message_box.h"
 #include "platform/program.h"
@@ -66,12 +67,13 @@ void debug_output(std::string_view message) {
 }
 
 box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons, std::string_view title) {
-    auto* const box = new QMessageBox(QApplication::activeWindow());
+    auto* const box = new QMessageBox(dialog_parent());
     box->setObjectName("message_box");
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     box->setText(shown_text(text));
     box->setWindowTitle(shown_text(title));
+    if (box->parentWidget() != nullptr) box->setWindowModality(Qt::WindowModal);
     if (icon == box_icon::critical) box->setIcon(QMessageBox::Critical);
     if (icon == box_icon::information) box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);

@@ -1,4 +1,4 @@
-#include "gateway/edit_box_view.h"
+#include "platform/desktop/edit_box.h"
 
 #include "basics/ansi.h"
 #include "platform/desktop/handlers.h"

@@ -1,9 +1,11 @@
-#include "displays/dialog_view.h"
+#include "platform/desktop/dialog.h"
 
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/show.h"
 
+#include <QApplication>
 #include <QBoxLayout>
+#include <QMainWindow>
 #include <QPushButton>
 #include <QRadioButton>
 
@@ -21,7 +23,9 @@ constexpr QRgb disabled_print = 0xFF7A7E82; ///< values that can only be looked 
 modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void()> close_command)
     : QDialog(parent), close_command_(std::move(close_command)) {
     setObjectName(name);
-    setWindowModality(Qt::ApplicationModal);
+    // Locks the main window and all windows that belong to it; the alert, which belongs to none, stays
+    // usable.
+    setWindowModality(Qt::WindowModal);
     QPalette colours = palette();
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         colours.setColor(QPalette::Disabled, role, QColor(disabled_print));
@@ -64,6 +68,15 @@ QPushButton* modal_dialog::add_button(const char* name, std::function<void()> co
             [command = std::move(command)] { desktop::run_handler(desktop::source::operator_, command); });
     place.addWidget(button);
     return button;
+}
+
+QWidget* dialog_parent() {
+    if (QWidget* const dialog = QApplication::activeModalWidget()) return dialog;
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window->parentWidget() == nullptr && qobject_cast<QMainWindow*>(window))
+            return window;
+    }
+    return nullptr;
 }
 
 option_array::option_array(QObject* parent, const char* array, void (*command)(std::size_t))

@@ -45,6 +45,10 @@ class modal_dialog : public QDialog {
     std::function<void()> close_command_;
 };
 
+/// The window that a message box or a dialog of the window system belongs to: the dialog in front, else the
+/// main window. It is locked meanwhile, and all windows that belong to it; the alert is not.
+[[nodiscard]] QWidget* dialog_parent();
+
 /// The option buttons of a control array. At most one is selected.
 class option_array : public QObject {
     Q_OBJECT

@@ -1,0 +1,29 @@
+#pragma once
+// The folder browser of the setup dialog.
+
+#include "platform/controls.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tyxo {
+
+struct frmbrowse_form {
+    Form form{.Caption = "Pathselect"};
+    std::string result;         ///< of the last browsing that ended with "Ok"; one for the whole program
+    std::function<void()> done; ///< runs when the window has closed, in whatever way
+};
+
+inline frmbrowse_form frmbrowse;
+
+/// Shows the browser; `done` runs when it has closed.
+void browse(std::function<void()> done);
+
+/// A folder was chosen: the result is its path with a closing separator.
+void frmbrowse_Ok_click(std::string_view path);
+
+/// The window was closed in another way: the result stays that of the browsing before.
+void frmbrowse_unload();
+
+} // namespace tyxo

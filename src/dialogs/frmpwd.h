@@ -1,0 +1,35 @@
+#pragma once
+// The dialog that changes the password. The stop lock keeps the old one until the program starts anew.
+
+#include "platform/controls.h"
+
+#include <string_view>
+
+namespace tyxo {
+
+struct frmpwd_form {
+    Form form{.Caption = "Setup Password"};
+    Frame Frame1{.Caption = "Change password"};
+    TextBox oldpasswd;
+    TextBox newpasswd;
+    TextBox newpasswd2;
+    Command CmdOK{.Caption = "OK"};
+    Command CmdCancel{.Caption = "Cancel"};
+};
+
+inline frmpwd_form frmpwd;
+
+/// The menu entry: loads the dialog and shows it.
+void setup_passwd_click();
+
+void oldpasswd_change(std::string_view text);
+void newpasswd_change(std::string_view text);
+void newpasswd2_change(std::string_view text);
+
+/// Stores the new password and closes the dialog, or says that the two inputs differ.
+void frmpwd_CmdOK_click();
+
+/// Also every other way of closing it.
+void frmpwd_CmdCancel_click();
+
+} // namespace tyxo

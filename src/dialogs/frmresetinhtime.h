@@ -1,0 +1,27 @@
+#pragma once
+// The dialog that lets an Evaluator start its alarm inhibit time anew.
+
+#include "basics/types.h"
+#include "platform/controls.h"
+
+namespace tyxo {
+
+struct frmresetinhtime_form {
+    Form form{.Caption = "Alarm Inhibit Time"};
+    Label Label1{.Caption = "Restart Alarm Inhibit Time"};
+    Command CmdDo{.Caption = "Restart"};
+    Command CmdCancel{.Caption = "Cancel"};
+};
+
+inline frmresetinhtime_form FrmResetInhTime;
+
+/// The inhibit label of a channel: the dialog is about this channel from now on, and is shown.
+void Lbl_alminhibit_click(i16 channel);
+
+/// Sends the command, records it in the three places of record, and closes the dialog.
+void CmdDo_click();
+
+/// Also every other way of closing it.
+void FrmResetInhTime_CmdCancel_click();
+
+} // namespace tyxo

@@ -1,0 +1,18 @@
+#pragma once
+// The window "About" on the screen.
+
+#include "platform/desktop/dialog.h"
+
+namespace tyxo {
+
+class frmsplash_view : public modal_dialog {
+    Q_OBJECT
+
+  public:
+    explicit frmsplash_view(QWidget* parent);
+
+    /// Shows, hides and fills the window as the core says.
+    void show_state();
+};
+
+} // namespace tyxo

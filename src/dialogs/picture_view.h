@@ -1,0 +1,26 @@
+#pragma once
+// A drawn picture of the program's own.
+
+#include <QSvgRenderer>
+#include <QWidget>
+
+namespace tyxo {
+
+class picture_view : public QWidget {
+  public:
+    /// `picture` is the name of a drawing in `dialogs/pictures`, without its ending; `side` is its preferred
+    /// width and height in pixels.
+    picture_view(QWidget* parent, const QString& name, const QString& picture, int side);
+
+    [[nodiscard]] QSize sizeHint() const override { return {side_, side_}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {side_ / 2, side_ / 2}; }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    QSvgRenderer drawing_;
+    int side_;
+};
+
+} // namespace tyxo
