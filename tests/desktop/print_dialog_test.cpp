@@ -34,7 +34,7 @@ class print_dialog_test : public QObject {
     void the_menu_opens_the_print_dialog() {
         open_print();
         QCOMPARE(print_->windowTitle(), QString("Select print"));
-        QCOMPARE(print_->windowModality(), Qt::ApplicationModal);
+        QCOMPARE(print_->windowModality(), Qt::WindowModal);
         QCOMPARE(print_->findChild<QLabel*>("Lblprintheader")->text(), QString("xy - diagram printout"));
         QCOMPARE(print_->findChild<QGroupBox*>("Frmprint")->title(), QString("Sensor select"));
         QCOMPARE(option(print_, "optPrint", 0)->text(), QString("1:   Engine && pump"));

@@ -86,7 +86,7 @@ class scope_dialogs_test : public QObject {
     void the_menu_opens_the_scales_in_front_of_everything() {
         open_scales();
         QCOMPARE(scales_->windowTitle(), QString("Setup scales"));
-        QCOMPARE(scales_->windowModality(), Qt::ApplicationModal);
+        QCOMPARE(scales_->windowModality(), Qt::WindowModal);
         const std::vector<std::pair<const char*, const char*>> titles{
             {"Frame1", "Scale polardisplay"},
             {"Frame_scale_a", "Scale Angle acceleration"},

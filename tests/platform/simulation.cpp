@@ -217,7 +217,7 @@ void PlaySoundA(std::string_view name, i32 flags) {
 }
 
 void GetShortPathNameA(std::string_view name, std::string& buffer) {
-    if (world().files.contains(simulation::normalised(name))) buffer.replace(0, name.size(), name);
+    if (world().files.contains(std::string(name))) buffer.replace(0, name.size(), name);
 }
 
 void beep() {
