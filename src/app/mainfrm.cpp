@@ -80,7 +80,7 @@ void setup_channels_in_use() {
         setup_chart(channel);
         setup_panel(channel);
     }
-    hide_curves_by_settings();
+    show_curves_by_settings();
 }
 
 void setup_missing_channels() {

@@ -1,9 +1,26 @@
 #include "dialogs/frmbrowse.h"
 
+#include <utility>
+
 namespace tyxo {
 
-void browse(std::function<void()> /*done*/) {}
-void frmbrowse_Ok_click(std::string_view /*path*/) {}
-void frmbrowse_unload() {}
+void browse(std::function<void()> done) {
+    frmbrowse.done = std::move(done);
+    frmbrowse.form.Loaded = true;
+    frmbrowse.form.Visible = true;
+}
+
+void frmbrowse_Ok_click(std::string_view path) {
+    frmbrowse.result = path;
+    const bool closed = path.ends_with('/') || path.ends_with('\\');
+    if (!closed) frmbrowse.result += '/';
+    frmbrowse_unload();
+}
+
+void frmbrowse_unload() {
+    frmbrowse.form.Visible = false;
+    frmbrowse.form.Loaded = false;
+    if (const auto done = std::exchange(frmbrowse.done, nullptr)) done();
+}
 
 } // namespace tyxo

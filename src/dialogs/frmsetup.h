@@ -103,6 +103,10 @@ void setup_click();
 /// Fills the whole dialog from the program's values.
 void refresh_para();
 
+/// Fills a channel's tab from its record. What the Evaluator sent as something unknown leaves the field as it
+/// is.
+void show_parameters(sensor_tab& tab, const channel_rec& rec);
+
 /// Fills the first tab and sets what can be changed on it. Goes on past what fails.
 void setup_frame_commport();
 

@@ -168,13 +168,13 @@ const strip_window& shown_rows(i16 channel) {
     return frozen ? *frozen : live_rows(channel);
 }
 
-void hide_curves_by_settings() {
+void show_curves_by_settings() {
     for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
-        for (std::size_t curve = 0; curve < curve_rows.size(); ++curve) {
+        // A channel that came into use after the start has a chart without curves.
+        auto& curves = charts.chart[channel].curves;
+        for (std::size_t curve = 0; curve < curves.size(); ++curve) {
             const auto hidden_by = curve_rows[curve].hidden_by;
-            if (hidden_by != nullptr && settings.*hidden_by == 0) {
-                charts.chart[channel].curves[curve].Visible = false;
-            }
+            if (hidden_by != nullptr) curves[curve].Visible = settings.*hidden_by != 0;
         }
     }
 }

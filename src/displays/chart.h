@@ -71,7 +71,8 @@ void place_charts(const window_layout& layout);
 /// Sets up the chart of a channel in use: six curves, Y from 0 to 150.
 void setup_chart(i16 channel);
 
-/// Hides the curves whose keys in the settings are 0.
-void hide_curves_by_settings();
+/// Hides the curves whose keys in the settings are 0, on the charts of all channels in use, and shows the
+/// others.
+void show_curves_by_settings();
 
 } // namespace tyxo

@@ -3,6 +3,7 @@
 #include "basics/number_text.h"
 #include "displays/chart.h"
 #include "link/channel_rec.h"
+#include "link/engine_texts.h"
 #include "platform/clock.h"
 #include "settings/settings.h"
 
@@ -110,11 +111,8 @@ class header_writer {
     }
 
     static void append_cylinder(std::string& list, i32 value) {
-        constexpr i32 bank_a = 100;
-        constexpr i32 bank_b = 200;
-        if (value == bank_a || value == bank_b) return; // no entry at all; it stays
-        list += value > bank_b ? " B" : value > bank_a ? " A" : " ";
-        append_plain(list, value > bank_b ? value - bank_b : value > bank_a ? value - bank_a : value);
+        const auto cylinder = bank_and_cylinder(value);
+        if (cylinder) list += ' ' + *cylinder; // of some values there is no entry at all; it stays
     }
 
     static void append_angle(std::string& list, i32 value) {

@@ -19,14 +19,14 @@ void get_serial_port() {
         debug_output("get_serial_port: Cannot Access to Registry" + Registry::win_error_text(error_code));
         return;
     }
-    serial_ports.clear();
+    std::vector<i16>& ports = serial_ports.emplace();
     constexpr std::size_t letters = 3;
     for (const port_name& port : *found) {
         debug_output(port.source + ' ' + port.name);
         const std::string number = port.name.substr(std::min(letters, port.name.size()));
-        serial_ports.push_back(round_even<i16>(leading_number(number)));
+        ports.push_back(round_even<i16>(leading_number(number)));
     }
-    std::ranges::sort(serial_ports);
+    std::ranges::sort(ports);
 }
 
 } // namespace serial

@@ -3,17 +3,18 @@
 
 #include "basics/types.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace tyxo::serial {
 
-/// Numbers of the machine's ports in ascending order. Built once at start; a port plugged in later is listed
-/// at the next start.
-inline std::vector<i16> serial_ports;
+/// Numbers of the machine's ports in ascending order; none on a machine without ports, and no list at all
+/// until it was built. Built once at start; a port plugged in later is listed at the next start.
+inline std::optional<std::vector<i16>> serial_ports;
 
-/// Builds `serial_ports`. When the machine's list cannot be read, the array is left as it is, and the debug
-/// output says why.
+/// Builds `serial_ports`. When the machine's list cannot be read, it is left as it is, and the debug output
+/// says why.
 void get_serial_port();
 
 } // namespace tyxo::serial

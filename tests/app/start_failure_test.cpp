@@ -36,7 +36,7 @@ TEST_P(StartWithUnusableSettings, EndsWithABoxAndExitCodeOne) {
 TEST_P(StartWithUnusableSettings, StartsNothing) {
     start_program(1272, 911);
     EXPECT_TRUE(event_lines().empty());
-    EXPECT_TRUE(serial::serial_ports.empty());
+    EXPECT_EQ(serial::serial_ports, std::nullopt);
     EXPECT_EQ(port(0).opened, 0);
     EXPECT_EQ(main_form.Caption, "");
 }

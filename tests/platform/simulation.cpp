@@ -81,7 +81,7 @@ void reset_link() {
     serial::rx_start_seen.fill(false);
     serial::rx_cr_seen.fill(false);
     serial::rx_spare.fill(false);
-    serial::serial_ports.clear();
+    serial::serial_ports.reset();
     for (MSComm& port : serial::comm)
         port.on_comm({});
     calls = {};

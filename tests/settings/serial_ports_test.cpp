@@ -50,9 +50,9 @@ TEST_F(SerialPorts, TheNumberStandsBehindThreeLettersOfAnyKind) {
 }
 
 TEST_F(SerialPorts, AMachineWithoutPortsGivesAnEmptyList) {
-    serial_ports = {1, 2};
+    serial_ports = {{1, 2}};
     serial::get_serial_port();
-    EXPECT_TRUE(serial_ports.empty());
+    EXPECT_EQ(serial_ports, std::vector<i16>{});
     EXPECT_TRUE(world().debug.empty());
 }
 
@@ -75,7 +75,7 @@ TEST_F(SerialPorts, AnUnreadableListIsToldAndLeavesTheArrayAsItIs) {
     world().port_list_unreadable = true;
     world().port_list_error = 5;
     world().error_texts[5] = "Zugriff verweigert\r\n";
-    serial_ports = {3, 4};
+    serial_ports = {{3, 4}};
     serial::get_serial_port();
     EXPECT_EQ(serial_ports, (std::vector<i16>{3, 4}));
     EXPECT_EQ(all_debug(), "get_serial_port: Cannot Access to RegistryZugriff verweigert");
@@ -85,7 +85,7 @@ TEST_F(SerialPorts, AnUnreadableListWithoutASystemTextNamesTheCode) {
     world().port_list_unreadable = true;
     world().port_list_error = 0x1F;
     serial::get_serial_port();
-    EXPECT_TRUE(serial_ports.empty());
+    EXPECT_EQ(serial_ports, std::nullopt) << "no list, which is not the same as a list without ports";
     EXPECT_EQ(all_debug(), "get_serial_port: Cannot Access to RegistryUnbekannter Windows-Fehler: &H1F");
 }
 
