@@ -1,0 +1,89 @@
+// The folder browser without its picture.
+
+#include "dialogs/frmbrowse.h"
+
+#include "platform/simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+namespace tyxo {
+namespace {
+
+class Browse : public testing::Test {
+  protected:
+    void SetUp() override { simulation::fresh_world(); }
+
+    int done = 0;
+    void open() {
+        browse([this] { ++done; });
+    }
+};
+
+TEST_F(Browse, BearsItsCaptionAndIsShownUntilAFolderIsChosen) {
+    EXPECT_EQ(frmbrowse.form.Caption, "Pathselect");
+    EXPECT_FALSE(frmbrowse.form.Visible);
+    open();
+    EXPECT_TRUE(frmbrowse.form.Visible);
+    EXPECT_TRUE(frmbrowse.form.Loaded);
+    EXPECT_EQ(done, 0);
+    frmbrowse_Ok_click("/var/log");
+    EXPECT_FALSE(frmbrowse.form.Visible);
+    EXPECT_FALSE(frmbrowse.form.Loaded);
+    EXPECT_EQ(done, 1);
+}
+
+TEST_F(Browse, GivesThePathWithExactlyOneClosingSeparator) {
+    struct path_row {
+        std::string_view path;
+        std::string_view result;
+    };
+    for (const path_row& row : {path_row{"/var/log", "/var/log/"},
+                                {"/var/log/", "/var/log/"},
+                                {"C:\\logs", "C:\\logs/"},
+                                {"C:\\logs\\", "C:\\logs\\"},
+                                {"/", "/"},
+                                {"M\xFChle", "M\xFChle/"}}) {
+        open();
+        frmbrowse_Ok_click(row.path);
+        EXPECT_EQ(frmbrowse.result, row.result);
+    }
+}
+
+TEST_F(Browse, ClosedInAnotherWayKeepsTheResultOfTheBrowsingBefore) {
+    open();
+    frmbrowse_unload();
+    EXPECT_EQ(frmbrowse.result, "");
+    open();
+    frmbrowse_Ok_click("/first");
+    open();
+    frmbrowse_unload();
+    EXPECT_EQ(frmbrowse.result, "/first/");
+    EXPECT_EQ(done, 3);
+    EXPECT_FALSE(frmbrowse.form.Visible);
+}
+
+TEST_F(Browse, ItsCallerIsToldOnceWithTheResultInPlaceAndTheWindowClosed) {
+    std::string seen;
+    browse([&] { seen = frmbrowse.form.Visible ? "still open" : frmbrowse.result; });
+    frmbrowse_Ok_click("/first");
+    EXPECT_EQ(seen, "/first/");
+    seen = "not again";
+    frmbrowse_unload();
+    EXPECT_EQ(seen, "not again");
+}
+
+TEST_F(Browse, ItsCallerMayBrowseAgainAtOnce) {
+    browse([this] { open(); });
+    frmbrowse_Ok_click("/first");
+    EXPECT_TRUE(frmbrowse.form.Visible);
+    frmbrowse_Ok_click("/second");
+    EXPECT_EQ(done, 1);
+    EXPECT_EQ(frmbrowse.result, "/second/");
+    EXPECT_FALSE(frmbrowse.form.Visible);
+}
+
+} // namespace
+} // namespace tyxo

@@ -1,0 +1,97 @@
+#pragma once
+// The setup dialog of a program that was started with some channels and serial ports.
+
+#include "dialogs/frmsetup.h"
+
+#include "app/started_program.h"
+#include "dialogs/frmbrowse.h"
+#include "displays/chart.h"
+#include "settings/ini.h"
+#include "settings/serial_ports.h"
+#include "settings/settings.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tyxo::simulation {
+
+inline constexpr std::string_view all_traces = "xy_tha=1\r\nxy_tmv=1\r\nxy_theff=1\r\nxy_theff_AC=1\r\n";
+
+class setup_world : public testing::Test {
+  protected:
+    /// Starts the program on a machine with these ports.
+    static void start(std::string_view settings_text, const std::vector<std::string>& ports) {
+        prepare(settings_text);
+        for (const std::string& port : ports)
+            world().port_names.push_back({"", port});
+        start_program(1280, 960);
+        world().debug.clear();
+    }
+    /// Channels 1 to `used` on COM1 and so on, named "Engine 1" and so on; COM1 to COM4 and COM12 exist.
+    static void start(i16 used, std::string_view more = all_traces) {
+        start(logging_settings(used, more), {"COM12", "COM4", "COM3", "COM2", "COM1"});
+    }
+    /// The machine's list of ports could not be read.
+    static void start_without_list(i16 used) {
+        prepare(logging_settings(used, all_traces));
+        world().port_list_unreadable = true;
+        start_program(1280, 960);
+    }
+    static void measure() {
+        mainfrm::start_channel_click(0);
+        ASSERT_TRUE(sensor::measure_running);
+    }
+    /// The program ends and starts on what its settings file holds.
+    static void restart() {
+        const std::string kept = file("tyxo.ini");
+        start(kept, {"COM1", "COM2", "COM3", "COM4"});
+    }
+    /// "Browse" was clicked: a folder is chosen.
+    static void choose_folder(std::string_view path) {
+        ASSERT_TRUE(frmbrowse.form.Visible);
+        frmbrowse_Ok_click(path);
+    }
+
+    static text_lines saved_lines() { return lines_of(file("tyxo.ini")); }
+    static frmsetup_form& dialog() { return frmSetup; }
+};
+
+/// A row's text boxes, in the order of their columns.
+struct row_box {
+    std::string_view name;
+    per_channel<TextBox> frmsetup_form::*boxes;
+    void (*change)(i16 row, std::string_view text);
+    std::string channel_rec::*value;
+    std::string_view stem; ///< of the key
+};
+inline const std::vector<row_box> row_boxes{
+    {"Text_sensor_loc", &frmsetup_form::Text_sensor_loc, Text_sensor_loc_change, &channel_rec::location,
+     "location "},
+    {"Text_logfile_path", &frmsetup_form::Text_logfile_path, Text_logfile_path_change, &channel_rec::logpath,
+     "logpath "},
+    {"Text_type_code", &frmsetup_form::Text_type_code, Text_type_code_change, &channel_rec::typecode,
+     "typecode "},
+    {"Text_alm1", &frmsetup_form::Text_alm1, Text_alm1_change, &channel_rec::text_almrel1, "text_almrel1 "},
+    {"Text_alm2", &frmsetup_form::Text_alm2, Text_alm2_change, &channel_rec::text_almrel2, "text_almrel2 "},
+};
+
+/// The check boxes of `XY_Chart` and the curves that they show and hide.
+struct trace_box {
+    std::string_view name;
+    CheckBox frmsetup_form::*box;
+    void (*click)();
+    i16 settings_rec::*setting;
+    std::string_view key;
+    std::size_t curve;
+};
+inline const std::vector<trace_box> trace_boxes{
+    {"th_a", &frmsetup_form::th_a, th_a_click, &settings_rec::xy_tha, "xy_tha", 0},
+    {"TvmV", &frmsetup_form::TvmV, TvmV_click, &settings_rec::xy_tmv, "xy_tmv", 3},
+    {"th_eff", &frmsetup_form::th_eff, th_eff_click, &settings_rec::xy_theff, "xy_theff", 4},
+    {"th_eff_AC", &frmsetup_form::th_eff_AC, th_eff_AC_click, &settings_rec::xy_theff_AC, "xy_theff_AC", 5},
+};
+
+} // namespace tyxo::simulation
