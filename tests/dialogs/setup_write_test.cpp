@@ -28,12 +28,8 @@ class SetupWrite : public setup_world {
 TEST_F(SetupWrite, SendsWhatTheChannelsTabShowsAndStoresThen) {
     Text_sensor_loc_change(0, "Renamed");
     write_parameter(1);
-    EXPECT_EQ(sent(1), framed(":0701"
-                              "00"
-                              "05DC06720006"
-                              "010503060204"
-                              "000000000000000000000000000000000000"
-                              "004B"));
+    const std::string order = "010503060204000000000000000000000000000000000000";
+    EXPECT_EQ(sent(1), framed(":07010005DC06720006" + order + "004B"));
     EXPECT_EQ(sent(1).size(), 75U);
     EXPECT_EQ(sent(0), "");
     EXPECT_EQ(channels[0].location, "Renamed");
