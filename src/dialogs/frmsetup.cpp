@@ -101,8 +101,8 @@ void show_sensor_tab(i16 channel) {
     const channel_rec& rec = sensor::channels[channel];
     const auto tab = static_cast<std::size_t>(channel) + 1;
     frmSetup.SSTab.TabCaption[tab] = channel_number(channel) + " : " + rec.location;
-    frmSetup.SSTab.TabEnabled[tab] =
-        rec.status_valid; // until the first status frame there is nothing to show
+    // Until the first status frame there is nothing to show.
+    frmSetup.SSTab.TabEnabled[tab] = rec.status_valid;
     frmSetup.sensors[channel].Frame_sensor.Caption = rec.location;
     show_parameters(frmSetup.sensors[channel], rec);
 }

@@ -52,6 +52,16 @@ TEST_F(SetupChanges, ACheckBoxTouchesNoKeyButItsOwn) {
     }
 }
 
+TEST_F(SetupChanges, ATraceWhoseKeyIsAnotherNumberThanZeroStaysShown) {
+    start(2, "xy_tha=1\r\nxy_tmv=7\r\nxy_theff=-1\r\nxy_theff_AC=0\r\n");
+    setup_click();
+    th_a_click();
+    EXPECT_FALSE(shown(0, 0));
+    EXPECT_TRUE(shown(0, 3));
+    EXPECT_TRUE(shown(0, 4));
+    EXPECT_FALSE(shown(0, 5));
+}
+
 TEST_F(SetupChanges, AChannelThatCameIntoUseAfterTheStartHasNoTracesToHide) {
     scroll_max_commport_change(4);
     frmSetup_cmd_OK_click();
