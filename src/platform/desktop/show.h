@@ -7,8 +7,13 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStringList>
 
 namespace tyxo {
 
@@ -34,12 +39,44 @@ inline void show_entry(QAction& entry, const Command& control) {
     entry.setEnabled(control.Enabled);
 }
 
+/// A text with its ampersands as letters, where Qt would take one for the mark of a mnemonic.
+[[nodiscard]] inline QString without_mnemonic(QString text) {
+    return text.replace('&', "&&");
+}
+
 inline void show_frame(QGroupBox& frame, const Frame& control) {
-    // An ampersand in a location is a letter, no mnemonic.
-    const QString title = qt_text(control.Caption).replace('&', "&&");
+    const QString title = without_mnemonic(qt_text(control.Caption));
     if (frame.title() != title) frame.setTitle(title);
     if (frame.isVisibleTo(frame.parentWidget()) != control.Visible) frame.setVisible(control.Visible);
     frame.setEnabled(control.Enabled);
+}
+
+inline void show_check(QCheckBox& check, const CheckBox& control) {
+    check.setChecked(control.Value != 0);
+    check.setEnabled(control.Enabled);
+}
+
+inline void show_combo(QComboBox& combo, const ComboBox& control) {
+    QStringList list;
+    for (const std::string& entry : control.List)
+        list.append(qt_text(entry));
+    QStringList shown;
+    for (int index = 0; index < combo.count(); ++index)
+        shown.append(combo.itemText(index));
+    const QSignalBlocker nobody_chose(combo);
+    if (shown != list) {
+        combo.clear();
+        combo.addItems(list);
+    }
+    if (combo.currentIndex() != control.ListIndex) combo.setCurrentIndex(control.ListIndex);
+    combo.setEnabled(control.Enabled);
+}
+
+inline void show_scroll_bar(QScrollBar& bar, const ScrollBar& control) {
+    const QSignalBlocker nobody_moved_it(bar);
+    bar.setRange(control.Min, control.Max);
+    bar.setValue(control.Value);
+    bar.setEnabled(control.Enabled);
 }
 
 /// "LED_Alarm(0)": the name of an element of a control array.

@@ -1,0 +1,41 @@
+#include "platform/desktop/read_only_box.h"
+
+#include "platform/desktop/text.h"
+
+#include <QEvent>
+
+namespace tyxo {
+
+namespace {
+
+constexpr int borders = 14; // px, of both sides together
+
+} // namespace
+
+read_only_box::read_only_box(QWidget* parent, const QString& name, const QString& spoken, int digits)
+    : QLineEdit(parent) {
+    setObjectName(name);
+    setAccessibleName(spoken);
+    setReadOnly(true);
+    setMinimumWidth(fontMetrics().horizontalAdvance(QString(digits, '0')) + borders);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Base, colours.color(QPalette::Window)); // nothing to write on
+    setPalette(colours);
+}
+
+void read_only_box::show_text(const std::string& text) {
+    const QString next = qt_text(text);
+    if (next == this->text()) return;
+    setText(next);
+    setCursorPosition(0);
+}
+
+bool read_only_box::event(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        const bool cut_off = fontMetrics().horizontalAdvance(text()) > width() - borders;
+        setToolTip(cut_off ? text() : QString());
+    }
+    return QLineEdit::event(event);
+}
+
+} // namespace tyxo

@@ -1,0 +1,23 @@
+#pragma once
+// A text box to read from: its text can be selected and copied, not changed.
+
+#include <QLineEdit>
+
+#include <string>
+
+namespace tyxo {
+
+class read_only_box : public QLineEdit {
+  public:
+    /// `spoken` is its accessible name. The box has room for so many digits, and takes more where there is
+    /// more.
+    read_only_box(QWidget* parent, const QString& name, const QString& spoken, int digits);
+
+    /// Shows the front of the core's text; a tool tip has all of one that is too long.
+    void show_text(const std::string& text);
+
+  protected:
+    bool event(QEvent* event) override;
+};
+
+} // namespace tyxo
