@@ -11,6 +11,7 @@ namespace tyxo {
 
 struct frmbrowse_form {
     Form form{.Caption = "Pathselect"};
+    std::string start_folder;   ///< where the list begins; the working directory if there is no such folder
     std::string result;         ///< of the last browsing that ended with "Ok"; one for the whole program
     std::function<void()> done; ///< runs when the window has closed, in whatever way
 };

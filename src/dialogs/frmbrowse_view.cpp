@@ -1,13 +1,65 @@
 #include "dialogs/frmbrowse_view.h"
 
 #include "dialogs/frmbrowse.h"
+#include "platform/desktop/handlers.h"
+#include "platform/desktop/text.h"
+
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QPushButton>
 
 namespace tyxo {
 
-frmbrowse_view::frmbrowse_view(QWidget* parent) : modal_dialog(parent, "frmbrowse", frmbrowse_unload) {}
+namespace {
+
+/// Where the browser begins: the folder of the core, else the working directory.
+QString start_folder() {
+    const QString folder = qt_text(frmbrowse.start_folder).replace('\\', '/');
+    return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QDir::currentPath();
+}
+
+class folder_window : public QFileDialog {
+  public:
+    explicit folder_window(QWidget* parent) : QFileDialog(parent) {
+        setObjectName("frmbrowse");
+        setWindowTitle(qt_text(frmbrowse.form.Caption));
+        setWindowModality(Qt::WindowModal); // the alert stays usable
+        setOption(DontUseNativeDialog);
+        setOption(ReadOnly); // nothing can be renamed or deleted here
+        setFileMode(Directory);
+        setOption(ShowDirsOnly);
+        setDirectory(start_folder());
+        setLabelText(Accept, "Ok");
+        auto* const buttons = findChild<QDialogButtonBox*>();
+        buttons->button(QDialogButtonBox::Open)->setObjectName("Ok");
+    }
+
+    void accept() override {
+        const QString folder = selectedFiles().value(0);
+        if (!QFileInfo(folder).isDir()) return; // typed, and there is no such folder
+        desktop::run_handler(desktop::source::operator_,
+                             [path = ansi_from_utf8(folder.toStdString())] { frmbrowse_Ok_click(path); });
+    }
+
+    void reject() override { desktop::run_handler(desktop::source::operator_, frmbrowse_unload); }
+};
+
+} // namespace
+
+frmbrowse_view::frmbrowse_view(QWidget* parent) : QObject(parent), parent_(parent) {}
 
 void frmbrowse_view::show_state() {
-    show_form(frmbrowse.form);
+    if (frmbrowse.form.Visible == !window_.isNull()) return;
+    if (frmbrowse.form.Visible) {
+        window_ = new folder_window(parent_);
+        window_->show();
+        return;
+    }
+    window_->hide();
+    window_->deleteLater();
+    window_.clear();
 }
 
 } // namespace tyxo

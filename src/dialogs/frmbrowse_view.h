@@ -1,18 +1,28 @@
 #pragma once
 // The folder browser on the screen.
 
-#include "platform/desktop/dialog.h"
+#include <QObject>
+#include <QPointer>
+
+class QFileDialog;
+class QWidget;
 
 namespace tyxo {
 
-class frmbrowse_view : public modal_dialog {
+/// The window itself lives only while it is open: it watches the folder that it shows.
+class frmbrowse_view : public QObject {
     Q_OBJECT
 
   public:
+    /// `parent` is the dialog that the browser stands in front of.
     explicit frmbrowse_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
+    /// Opens and closes the window as the core says.
     void show_state();
+
+  private:
+    QWidget* parent_;
+    QPointer<QFileDialog> window_;
 };
 
 } // namespace tyxo

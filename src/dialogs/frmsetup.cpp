@@ -203,6 +203,7 @@ void Check_tst_click(i16 row) {
 void cmd_browse_path_click(i16 row) {
     TextBox& box = at(frmSetup.Text_logfile_path, row);
     // Closed without "Ok" the browser still has its last result, and that is taken: it stays.
+    frmbrowse.start_folder = box.Text;
     browse([&box, row] {
         sensor::channels[row].logpath = frmbrowse.result;
         box.Text = frmbrowse.result;
@@ -210,6 +211,7 @@ void cmd_browse_path_click(i16 row) {
 }
 
 void cmd_browse_evtpath_click() {
+    frmbrowse.start_folder = frmSetup.Text_evtlogfile_path.Text;
     browse([] { frmSetup.Text_evtlogfile_path.Text = frmbrowse.result; });
 }
 

@@ -49,9 +49,8 @@ firing_table::firing_table(QWidget* parent, const QString& name, const QString& 
         label->setObjectName(element(controls.label, controls.first + place));
         label->setAlignment(Qt::AlignCenter);
         grid->addWidget(label, row, column);
-        auto* const box =
-            new read_only_box(this, element(controls.box, controls.first + place),
-                              QString("%1 %2").arg(title, label->text()), box_digits);
+        auto* const box = new read_only_box(this, element(controls.box, controls.first + place),
+                                            QString("%1 %2").arg(title, label->text()), box_digits);
         box->setAlignment(Qt::AlignCenter);
         box->setFocusPolicy(place == 0 ? Qt::StrongFocus : Qt::ClickFocus);
         box->installEventFilter(this);
@@ -74,7 +73,8 @@ bool firing_table::eventFilter(QObject* box, QEvent* event) {
     if (step == 0) return false;
     const auto here = std::ranges::find(boxes_, box) - boxes_.begin();
     const auto there = here + step;
-    if (there >= 0 && there < cylinder_max) boxes_[static_cast<std::size_t>(there)]->setFocus(Qt::TabFocusReason);
+    if (there >= 0 && there < cylinder_max)
+        boxes_[static_cast<std::size_t>(there)]->setFocus(Qt::TabFocusReason);
     return true;
 }
 

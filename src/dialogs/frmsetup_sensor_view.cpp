@@ -24,15 +24,14 @@ constexpr std::array<sensor_field, 3> identity{{
     {"Txt_eva_snr", "Evaluator serial number", &tab::Txt_eva_snr},
     {"txt_alminhibit", "Start alarminhibit time", &tab::txt_alminhibit},
 }};
+constexpr sensor_field arrangement{"txt_engine_anord", "Engine type: arrangement", &tab::txt_engine_anord};
 constexpr std::array<sensor_field, 5> engine{{
-    {"txt_engine_typ", "Engine type", &tab::txt_engine_typ},
+    {"txt_engine_typ", "Engine type", &tab::txt_engine_typ, &arrangement},
     {"txt_num_cyl", "Number of cylinders", &tab::txt_num_cyl},
     {"txt_nendehzahl", "Nominal speed", &tab::txt_nendehzahl},
     {"txt_overspeed", "Overspeed", &tab::txt_overspeed},
     {"txt_impoffset", "TDC Impulsoffset", &tab::txt_impoffset},
 }};
-/// Beside the engine's type, without a label of its own.
-constexpr sensor_field arrangement{"txt_engine_anord", "Engine type: arrangement", &tab::txt_engine_anord};
 constexpr std::array<sensor_field, 5> dc_alarm{{
     {"txt_alarmlevel", "Alarmlevel DC", &tab::txt_alarmlevel},
     {"txt_prealarmlevel", "Prealarmlevel", &tab::txt_prealarmlevel},
@@ -96,7 +95,14 @@ void sensor_page::add_field(const sensor_field& field, QGridLayout& grid, int ro
     read_only_box* const box = make_box(field, field_digits);
     label->setBuddy(box);
     grid.addWidget(label, row, column);
-    grid.addWidget(box, row, column + 1);
+    if (field.beside == nullptr) {
+        grid.addWidget(box, row, column + 1);
+        return;
+    }
+    auto* const line = new QHBoxLayout;
+    line->addWidget(box);
+    line->addWidget(make_box(*field.beside, field_digits));
+    grid.addLayout(line, row, column + 1);
 }
 
 template <std::size_t count>
@@ -107,7 +113,7 @@ QGroupBox* sensor_page::make_group(const QString& title, const std::array<sensor
     grid->setColumnStretch(1, 1);
     int row = 0;
     for (const sensor_field& field : fields) {
-        add_field(field, *grid, row, 1);
+        add_field(field, *grid, row, 0);
         ++row;
     }
     grid->setRowStretch(row, 1);
@@ -117,7 +123,9 @@ QGroupBox* sensor_page::make_group(const QString& title, const std::array<sensor
 void sensor_page::show_state(const sensor_tab& tab) {
     if (shown_ == tab) return;
     shown_ = tab;
-    show_frame(*Frame_sensor, tab.Frame_sensor);
+    const QString location = qt_text(tab.Frame_sensor.Caption);
+    Frame_sensor->setTitle(without_mnemonic(front_of(location, longest_title)));
+    Frame_sensor->setToolTip(location.size() > longest_title ? tool_tip(location) : QString());
     for (const auto& [box, text] : fields_)
         box->show_text(tab.*text);
     Frame_exp->show_texts(tab.Text_zundfolge);

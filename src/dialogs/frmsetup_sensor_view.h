@@ -21,6 +21,7 @@ struct sensor_field {
     const char* name; ///< of the control array
     const char* label;
     std::string sensor_tab::*text;
+    const sensor_field* beside = nullptr; ///< a second box in the same line, without a label of its own
 };
 
 class sensor_page : public QWidget {

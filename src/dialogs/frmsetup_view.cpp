@@ -1,12 +1,91 @@
 #include "dialogs/frmsetup_view.h"
 
 #include "dialogs/frmsetup.h"
+#include "dialogs/frmsetup_rows_view.h"
+#include "dialogs/frmsetup_sensor_view.h"
+#include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
+
+#include <QBoxLayout>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
 
 namespace tyxo {
 
-frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup", frmSetup_cmd_cancel_click) {}
+namespace {
+
+constexpr int longest_caption = 24;         // letters of a tab's caption, a tool tip has the rest
+constexpr QRgb disabled_print = 0xFF4A5056; // locked settings are there to be read
+constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing to read
+
+} // namespace
+
+frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup", frmSetup_cmd_cancel_click) {
+    QPalette colours = palette();
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        colours.setColor(QPalette::Disabled, role, QColor(disabled_print));
+    setPalette(colours);
+    auto* const rows = new QVBoxLayout(this);
+    make_tabs(*rows);
+    make_buttons(*rows);
+}
+
+void frmsetup_view::make_tabs(QVBoxLayout& place) {
+    SSTab = new QTabWidget(this);
+    SSTab->setObjectName("SSTab");
+    place.addWidget(SSTab, 1);
+    settings_ = new settings_page(SSTab);
+    SSTab->addTab(settings_, {});
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        auto* const page = new sensor_page(channel, SSTab);
+        SSTab->addTab(page, {});
+        sensors_[static_cast<std::size_t>(channel)] = page;
+    }
+    QTabBar* const bar = SSTab->tabBar();
+    bar->setAccessibleName(tr("Settings and sensors"));
+    QPalette colours = palette();
+    colours.setColor(QPalette::Disabled, QPalette::WindowText, QColor(disabled_tab));
+    bar->setPalette(colours);
+    connect(SSTab, &QTabWidget::currentChanged, this, [](int tab) {
+        desktop::run_handler(desktop::source::operator_, [tab] { SSTab_click(static_cast<i16>(tab)); });
+    });
+}
+
+void frmsetup_view::make_buttons(QVBoxLayout& place) {
+    auto* const line = new QHBoxLayout;
+    place.addLayout(line);
+    line->addStretch();
+    cmd_OK = add_button("cmd_OK", frmSetup_cmd_OK_click, true, *line);
+    cmd_cancel = add_button("cmd_cancel", frmSetup_cmd_cancel_click, false, *line);
+    cmd_Refresh = add_button("cmd_Refresh", cmd_Refresh_click, false, *line);
+}
+
+void frmsetup_view::show_tabs() {
+    const QSignalBlocker nobody_chose(SSTab);
+    for (int tab = 0; tab < SSTab->count(); ++tab) {
+        const auto index = static_cast<std::size_t>(tab);
+        const QString caption = qt_text(frmSetup.SSTab.TabCaption[index]);
+        const QString text = without_mnemonic(front_of(caption, longest_caption));
+        if (SSTab->tabText(tab) != text) SSTab->setTabText(tab, text);
+        SSTab->setTabToolTip(tab, caption.size() > longest_caption ? tool_tip(caption) : QString());
+        SSTab->setTabEnabled(tab, frmSetup.SSTab.TabEnabled[index]);
+    }
+    // Last, as a tab that gets disabled leaves the front; the one of a silent Evaluator may stand there.
+    SSTab->setCurrentIndex(frmSetup.SSTab.Tab);
+}
 
 void frmsetup_view::show_state() {
+    if (!frmSetup.form.Visible && !isVisible()) return; // filled when it is opened
+    const bool opens = !isVisible();
+    settings_->show_state();
+    for (std::size_t channel = 0; channel < sensors_.size(); ++channel)
+        sensors_[channel]->show_state(frmSetup.sensors[channel]);
+    show_button(*cmd_OK, frmSetup.cmd_OK);
+    show_button(*cmd_cancel, frmSetup.cmd_cancel);
+    show_button(*cmd_Refresh, frmSetup.cmd_Refresh);
+    show_tabs();
+    if (opens) SSTab->tabBar()->setFocus(); // not where a key or the wheel changes something at once
     show_form(frmSetup.form);
 }
 

@@ -1,9 +1,18 @@
 #pragma once
 // The dialog "Setup" on the screen.
 
+#include "basics/types.h"
 #include "platform/desktop/dialog.h"
 
+#include <array>
+
+class QTabWidget;
+class QVBoxLayout;
+
 namespace tyxo {
+
+class sensor_page;
+class settings_page;
 
 class frmsetup_view : public modal_dialog {
     Q_OBJECT
@@ -13,6 +22,18 @@ class frmsetup_view : public modal_dialog {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+  private:
+    void make_tabs(QVBoxLayout& place);
+    void make_buttons(QVBoxLayout& place);
+    void show_tabs();
+
+    QTabWidget* SSTab = nullptr;
+    settings_page* settings_ = nullptr;
+    std::array<sensor_page*, channel_count> sensors_{};
+    QPushButton* cmd_OK = nullptr;
+    QPushButton* cmd_cancel = nullptr;
+    QPushButton* cmd_Refresh = nullptr;
 };
 
 } // namespace tyxo

@@ -5,6 +5,8 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "dialogs/frmbrowse.h"
+#include "dialogs/frmsetup.h"
 #include "displays/bar_diagram.h"
 #include "displays/chart.h"
 #include "displays/frmdetailedpic.h"
@@ -19,6 +21,7 @@
 #include "link/speed_bands.h"
 #include "platform/clock.h"
 #include "platform/desktop/chart_page.h"
+#include "settings/serial_ports.h"
 #include "settings/settings.h"
 
 #include "engine.h"
@@ -184,7 +187,44 @@ void take_gateway(picture_taker& pictures) {
     pictures.take("FrmSetupTCP", "gateway-without-registers");
 }
 
+/// All tabs of the setup dialog, for an engine in line, a V engine, one whose Evaluator reports little, and
+/// one that never sent anything.
+void take_setup(picture_taker& pictures, bool measuring) {
+    const QString prefix = measuring ? "setup-measuring-" : "setup-";
+    sensor::measure_running = measuring;
+    setup_click();
+    for (i16 tab = 0; tab < 5; ++tab) {
+        frmSetup.SSTab.Tab = tab;
+        pictures.take("frmSetup", prefix + QString::number(tab));
+    }
+    frmSetup.SSTab.Tab = 0;
+    if (!measuring) {
+        cmd_browse_path_click(0);
+        pictures.take("frmbrowse", "setup-browse");
+        frmbrowse_unload();
+    }
+    frmSetup_cmd_cancel_click();
+    sensor::measure_running = false;
+}
+
+void prepare_setup() {
+    const auto plain_six = simulated::plain_engine(false, 6, 4, 750, 860);
+    const auto v24 = simulated::plain_engine(true, 24, 4, 1000, 1150);
+    send(0, simulated::parameters_body(plain_six, simulated::ParameterForm::percent));
+    send(1, simulated::parameters_body(v24, simulated::ParameterForm::percent));
+    send(2, simulated::parameters_body(plain_six, simulated::ParameterForm::basic));
+    for (i16 channel = 0; channel < 3; ++channel) {
+        sensor::channels[channel].status_valid = true;
+        sensor::channels[channel].fwvers = "V4.31";
+    }
+    serial::serial_ports = std::vector<i16>{1, 2, 3, 4, 17, 256};
+    sensor::comport = {1, 2, 256, 99};
+}
+
 void take_all(picture_taker& pictures) {
+    prepare_setup();
+    take_setup(pictures, false);
+    take_setup(pictures, true);
     const auto all = engines();
     for (i16 channel = 0; channel < channel_count; ++channel) {
         sensor::channel_running[channel] = true;

@@ -33,7 +33,7 @@ void read_only_box::show_text(const std::string& text) {
 bool read_only_box::event(QEvent* event) {
     if (event->type() == QEvent::ToolTip) {
         const bool cut_off = fontMetrics().horizontalAdvance(text()) > width() - borders;
-        setToolTip(cut_off ? text() : QString());
+        setToolTip(cut_off ? tool_tip(text()) : QString());
     }
     return QLineEdit::event(event);
 }
