@@ -39,6 +39,23 @@ void start_event() {
     program_event("Tyxo Logger software started !");
 }
 
+void stop_event() {
+    program_event("Tyxo Data Logger software stopped !");
+}
+
+/// Ends the program; while it measures, the operator has to grant that.
+bool end_if_granted() {
+    if (sensor::measure_running) {
+        if (FrmAbort.asking) return false; // it asks about something else, and nobody has answered
+        if (!calls.stop_lock()) {
+            TCP_disconnect(); // the gateway stays disconnected although the program goes on; it is required
+            return false;
+        }
+    }
+    end_program(0);
+    return true;
+}
+
 bool screen_accepted() {
     const i16 width = main_form.screen_w;
     const i16 height = main_form.screen_h;
@@ -143,13 +160,14 @@ void start_program(double width, double height) {
 }
 
 bool query_unload() {
-    program_event("Tyxo Data Logger software stopped !");
-    if (sensor::measure_running && !calls.stop_lock()) {
-        TCP_disconnect(); // the gateway stays disconnected although the program goes on, as it is required
-        return false;
-    }
-    end_program(0);
-    return true;
+    stop_event();
+    return end_if_granted();
+}
+
+bool query_end_session(const std::function<bool()>& may_ask) {
+    stop_event();
+    if (sensor::measure_running && !may_ask()) return true; // the log goes on as long as the session lets it
+    return end_if_granted();
 }
 
 } // namespace tyxo

@@ -4,6 +4,7 @@
 #include "basics/types.h"
 
 #include <array>
+#include <functional>
 #include <string>
 
 namespace tyxo {
@@ -34,5 +35,10 @@ void start_program(double width, double height);
 
 /// The close request of the main window. True lets the window close; the program has ended then.
 bool query_unload();
+
+/// The end of the desktop session: the same request. `may_ask` asks the session for leave to put a question
+/// to the operator; it is called only while measuring, behind the stop line. Without leave the program goes
+/// on until the session ends it. False keeps the session.
+bool query_end_session(const std::function<bool()>& may_ask);
 
 } // namespace tyxo

@@ -19,12 +19,14 @@
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/show.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QScreen>
+#include <QSessionManager>
 #include <QStatusBar>
 
 namespace tyxo {
@@ -52,6 +54,9 @@ mainfrm_view::mainfrm_view() : windows_(this) {
     connect(&pending_, &QTimer::timeout, this, &mainfrm_view::show_state);
     desktop::on_handled([this] {
         if (!pending_.isActive()) pending_.start(show_delay);
+    });
+    connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
+        if (!end_session([&session] { return session.allowsInteraction(); })) session.cancel();
     });
     const QSize design(design_client_width, design_client_height + menuBar()->sizeHint().height());
     setMinimumSize(design.boundedTo(screen()->availableSize()));
@@ -200,6 +205,18 @@ void mainfrm_view::changeEvent(QEvent* event) {
 void mainfrm_view::closeEvent(QCloseEvent* event) {
     event->ignore(); // a granted request ends the program and does not come back
     desktop::run_handler(desktop::source::operator_, [] { query_unload(); });
+}
+
+bool mainfrm_view::end_session(const std::function<bool()>& may_ask) {
+    if (desktop::commands_wait()) {
+        // The answer is due now, and a tick that waits beneath cannot go on before it is given. So the
+        // session stays, and the close request comes when the tick has ended.
+        desktop::run_handler(desktop::source::operator_, [] { query_unload(); });
+        return false;
+    }
+    bool granted = true;
+    desktop::run_handler(desktop::source::operator_, [&] { granted = query_end_session(may_ask); });
+    return granted;
 }
 
 } // namespace tyxo

@@ -9,6 +9,7 @@
 #include <QTimer>
 
 #include <array>
+#include <functional>
 
 class QAction;
 class QGroupBox;
@@ -32,6 +33,9 @@ class mainfrm_view : public QMainWindow {
 
     /// Shows what has changed; runs by itself some milliseconds after a handler.
     void show_state();
+
+    /// The desktop session is about to end; see `query_end_session`. False keeps the session.
+    bool end_session(const std::function<bool()>& may_ask);
 
   protected:
     void closeEvent(QCloseEvent* event) override;

@@ -15,9 +15,10 @@ struct frmabort_form {
     TextBox TextPassword;
     Command CmdStop{.Caption = "Stop Logging"};
     Command CmdContinue{.Caption = "Continue Logging"};
-    i32 CmdStop_focused = 0; ///< how often the core has given it the focus
 
     // These outlive the window.
+    i32 CmdStop_focused = 0;   ///< how often the core has given it the focus
+    bool asking = false;       ///< a request waits for its answer
     std::string stop_password; ///< as it was when the settings were loaded
     bool stop_result = false;  ///< the operator chose to stop
 };
@@ -31,10 +32,12 @@ void SetPassword(std::string_view password);
 [[nodiscard]] i16 GetStatus();
 
 /// Shows the stop lock and waits for the operator while the event loop goes on. True if the measurement may
-/// stop.
+/// stop. A request that comes while another one waits is refused at once: the operator has not been asked for
+/// it, and the other one still gets its answer.
 [[nodiscard]] bool stop_lock();
 
 void TextPassword_change(std::string_view text);
+/// Without effect while the button is disabled: a click may wait behind a change of the text.
 void CmdStop_click();
 void CmdContinue_click();
 

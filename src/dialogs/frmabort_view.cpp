@@ -1,13 +1,91 @@
 #include "dialogs/frmabort_view.h"
 
 #include "dialogs/frmabort.h"
+#include "dialogs/picture_view.h"
+#include "platform/desktop/edit_box.h"
+#include "platform/desktop/show.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include <utility>
 
 namespace tyxo {
 
-frmabort_view::frmabort_view(QWidget* parent) : modal_dialog(parent, "FrmAbort", FrmAbort_unload) {}
+namespace {
+
+constexpr int margin = 20;
+constexpr int gap = 16;
+constexpr int hand_side = 88; // px
+constexpr int key_side = 32;
+
+} // namespace
+
+frmabort_view::frmabort_view(QWidget* parent) : modal_dialog(parent, "FrmAbort", FrmAbort_unload) {
+    auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(margin, margin, margin, margin);
+    rows->setSpacing(gap);
+    auto* const upper = new QHBoxLayout;
+    upper->setSpacing(margin);
+    rows->addLayout(upper);
+    upper->addWidget(new picture_view(this, "Image1", "stop_hand", hand_side), 0, Qt::AlignCenter);
+    make_question(*upper);
+    auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(gap);
+    rows->addLayout(buttons);
+    buttons->addStretch();
+    CmdStop = add_button("CmdStop", CmdStop_click, false, *buttons);
+    CmdContinue = add_button("CmdContinue", CmdContinue_click, false, *buttons);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void frmabort_view::make_question(QBoxLayout& place) {
+    auto* const question = new QVBoxLayout;
+    place.addLayout(question, 1);
+    question->addStretch();
+    Label1 = add_label("Label1", *question);
+    auto* const line = new QHBoxLayout;
+    question->addLayout(line);
+    question->addStretch();
+    line->addWidget(new picture_view(this, "Image2", "stop_key", key_side));
+    TextPassword = new edit_box(this, "TextPassword", [this](std::string_view text) {
+        TextPassword_change(text);
+        show_state(); // at once: the next key belongs to the button if the password is right
+    });
+    Label1->setBuddy(TextPassword);
+    line->addWidget(TextPassword, 1);
+}
+
+void frmabort_view::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter) {
+        modal_dialog::keyPressEvent(event);
+        return;
+    }
+    // No button is the default: Enter in the text box must neither stop a log nor throw the question away.
+    if (auto* const focused = qobject_cast<QPushButton*>(focusWidget())) focused->click();
+}
+
+/// The question must be seen, wherever the request came from.
+void frmabort_view::open() {
+    TextPassword->setFocus();
+    if (parentWidget()->isMinimized())
+        parentWidget()->setWindowState(parentWidget()->windowState() & ~Qt::WindowMinimized);
+    show_form(FrmAbort.form);
+    raise();
+    activateWindow();
+}
 
 void frmabort_view::show_state() {
+    show_label(*Label1, FrmAbort.Label1);
+    TextPassword->setAccessibleName(Label1->text());
+    TextPassword->show_text(FrmAbort.TextPassword.Text);
+    show_button(*CmdStop, FrmAbort.CmdStop);
+    show_button(*CmdContinue, FrmAbort.CmdContinue);
+    if (FrmAbort.form.Visible && !isVisible()) open();
     show_form(FrmAbort.form);
+    if (std::exchange(CmdStop_focused_, FrmAbort.CmdStop_focused) != FrmAbort.CmdStop_focused)
+        CmdStop->setFocus();
 }
 
 } // namespace tyxo

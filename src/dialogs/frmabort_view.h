@@ -1,9 +1,12 @@
 #pragma once
 // The stop lock on the screen.
 
+#include "basics/types.h"
 #include "platform/desktop/dialog.h"
 
 namespace tyxo {
+
+class edit_box;
 
 class frmabort_view : public modal_dialog {
     Q_OBJECT
@@ -13,6 +16,19 @@ class frmabort_view : public modal_dialog {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void make_question(QBoxLayout& place);
+    void open();
+
+    QLabel* Label1 = nullptr;
+    edit_box* TextPassword = nullptr;
+    QPushButton* CmdStop = nullptr;
+    QPushButton* CmdContinue = nullptr;
+    i32 CmdStop_focused_ = 0; // as shown
 };
 
 } // namespace tyxo

@@ -1,12 +1,65 @@
 #include "dialogs/frmpwd_view.h"
 
 #include "dialogs/frmpwd.h"
+#include "platform/desktop/edit_box.h"
+#include "platform/desktop/show.h"
+
+#include <QBoxLayout>
+#include <QGridLayout>
+#include <QPushButton>
 
 namespace tyxo {
 
-frmpwd_view::frmpwd_view(QWidget* parent) : modal_dialog(parent, "frmpwd", frmpwd_CmdCancel_click) {}
+namespace {
+
+constexpr int margin = 16;
+constexpr int gap = 12;
+constexpr int box_width = 220; // px, at least
+
+} // namespace
+
+frmpwd_view::frmpwd_view(QWidget* parent) : modal_dialog(parent, "frmpwd", frmpwd_CmdCancel_click) {
+    auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(margin, margin, margin, margin);
+    rows->setSpacing(gap);
+    Frame1 = add_frame("Frame1", *rows);
+    auto* const grid = new QGridLayout(Frame1);
+    grid->setContentsMargins(margin, margin, margin, margin);
+    grid->setHorizontalSpacing(margin);
+    grid->setVerticalSpacing(gap);
+    oldpasswd = add_box("oldpasswd", tr("Enter old password"), oldpasswd_change, *grid);
+    newpasswd = add_box("newpasswd", tr("Enter new password"), newpasswd_change, *grid);
+    newpasswd2 = add_box("newpasswd2", tr("Confirm new password"), newpasswd2_change, *grid);
+    auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(gap);
+    rows->addLayout(buttons);
+    buttons->addStretch();
+    CmdOK = add_button("CmdOK", frmpwd_CmdOK_click, true, *buttons);
+    CmdCancel = add_button("CmdCancel", frmpwd_CmdCancel_click, false, *buttons);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+edit_box* frmpwd_view::add_box(const char* name, const QString& label, void (*change)(std::string_view),
+                               QGridLayout& grid) {
+    auto* const box = new edit_box(Frame1, name, change);
+    box->setMinimumWidth(box_width);
+    box->setAccessibleName(label);
+    auto* const beside = new QLabel(label, Frame1);
+    beside->setBuddy(box);
+    const int row = grid.rowCount();
+    grid.addWidget(beside, row, 0);
+    grid.addWidget(box, row, 1);
+    return box;
+}
 
 void frmpwd_view::show_state() {
+    show_frame(*Frame1, frmpwd.Frame1);
+    oldpasswd->show_text(frmpwd.oldpasswd.Text);
+    newpasswd->show_text(frmpwd.newpasswd.Text);
+    newpasswd2->show_text(frmpwd.newpasswd2.Text);
+    show_button(*CmdOK, frmpwd.CmdOK);
+    show_button(*CmdCancel, frmpwd.CmdCancel);
+    if (frmpwd.form.Visible && !isVisible()) oldpasswd->setFocus();
     show_form(frmpwd.form);
 }
 

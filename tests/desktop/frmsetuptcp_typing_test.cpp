@@ -85,7 +85,7 @@ class frmsetuptcp_typing_test : public QObject {
             QCOMPARE(FrmSetupTCP.Txt_IPport, std::string("1"));
             QCOMPARE(window_.edit("Txt_IPport")->text(), QString("123"));
         });
-        QCOMPARE(FrmSetupTCP.Txt_IPport, std::string("123"));
+        QTRY_COMPARE(FrmSetupTCP.Txt_IPport, std::string("123"));
         window_.show_state();
         QCOMPARE(window_.edit("Txt_IPport")->text(), QString("123"));
         FrmSetupTCP.Txt_IPport = "502";

@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
+#include <deque>
 #include <utility>
 #include <vector>
 
@@ -15,9 +17,12 @@ namespace tyxo::desktop {
 
 namespace {
 
-std::vector<source> running; // the handlers that run inside each other, the innermost last
-bool yielding = false;
-std::vector<std::function<void()>> waiting; // commands of the operator that came while a tick yielded
+struct running_handler {
+    source from;
+    bool shown = false; // the windows were told once while it waited
+};
+std::vector<running_handler> running;       // inside each other, the innermost last
+std::deque<std::function<void()>> commands; // of the operator, not run yet
 std::function<void()> handled;
 
 /// Wakes the event loop up every so many milliseconds, until nobody has asked for it for a while: starting a
@@ -38,42 +43,52 @@ void wake_up_after(int milliseconds) {
 }
 
 void run_now(source from, const std::function<void()>& handler) {
-    running.push_back(from);
+    running.push_back({from});
     if (const auto why = attempt(handler)) debug_output(*why);
     running.pop_back();
     if (handled) handled();
 }
 
-} // namespace
-
-void run_handler(source from, std::function<void()> handler) {
-    if (from == source::operator_ && yielding) {
-        waiting.push_back(std::move(handler));
-        return;
-    }
-    run_now(from, handler);
-    while (running.empty() && !waiting.empty()) {
-        const auto next = std::move(waiting.front());
-        waiting.erase(waiting.begin());
+/// Runs what the operator has commanded, in order, unless a tick waits beneath. A command may wait too; what
+/// comes meanwhile runs inside its wait.
+void run_commands() {
+    while (!commands_wait() && !commands.empty()) {
+        const auto next = std::move(commands.front());
+        commands.pop_front();
         run_now(source::operator_, next);
     }
 }
 
+} // namespace
+
+void run_handler(source from, std::function<void()> handler) {
+    if (from == source::operator_) {
+        commands.push_back(std::move(handler));
+        run_commands();
+        return;
+    }
+    run_now(from, handler);
+    // From the event loop: the timer or port of this handler counts as busy until it has returned.
+    if (!commands_wait() && !commands.empty())
+        QMetaObject::invokeMethod(QCoreApplication::instance(), run_commands, Qt::QueuedConnection);
+}
+
+bool commands_wait() {
+    return std::ranges::find(running, source::device, &running_handler::from) != running.end();
+}
+
 bool inside_device_handler() {
-    return !running.empty() && running.back() == source::device;
+    return !running.empty() && running.back().from == source::device;
 }
 
 void yield() {
-    const bool before = std::exchange(yielding, inside_device_handler());
     QCoreApplication::processEvents();
-    yielding = before;
 }
 
 void wait(int milliseconds) {
-    const bool before = std::exchange(yielding, yielding || inside_device_handler());
+    if (!running.empty() && !std::exchange(running.back().shown, true) && handled) handled();
     wake_up_after(milliseconds);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    yielding = before;
 }
 
 void on_handled(std::function<void()> hook) {

@@ -12,9 +12,13 @@ enum class source {
 };
 
 /// Runs a handler. A failure that it does not catch itself goes to the debug output. A command of the
-/// operator that arrives while a tick yields to the event loop runs when that tick has ended: a dialog opened
-/// inside the tick would hold up all later ones.
+/// operator that arrives while a tick waits in the event loop runs when that tick has ended, in order: a
+/// dialog opened inside the tick would hold up all later ones. A command that itself waits for the operator
+/// holds up nothing, neither ticks nor further commands.
 void run_handler(source from, std::function<void()> handler);
+
+/// True while the operator's commands are kept for later.
+[[nodiscard]] bool commands_wait();
 
 /// True while the innermost running handler is that of a serial port or a timer.
 [[nodiscard]] bool inside_device_handler();
@@ -22,10 +26,11 @@ void run_handler(source from, std::function<void()> handler);
 /// Lets the event loop run inside a handler.
 void yield();
 
-/// The same until something has happened, at most for a time.
+/// The same until something has happened, at most for a time. The first wait of a handler also lets the
+/// windows show what it has changed so far.
 void wait(int milliseconds);
 
-/// Called when a handler has ended and the state may have changed.
+/// Called when a handler has ended, or begins to wait, and the state may have changed.
 void on_handled(std::function<void()> hook);
 
 /// Held events: see `hold_events`.

@@ -1,0 +1,346 @@
+// The stop lock without its picture: the password, the answer, and the three requests that it stands before.
+
+#include "dialogs/frmabort.h"
+#include "dialogs/frmpwd.h"
+#include "dialogs/lock_operator.h"
+#include "link/calls.h"
+#include "logging/logging_machine.h"
+#include "settings/ini.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace tyxo {
+namespace {
+
+using namespace simulation;
+
+/// A program that measures on two channels and knows the password "Ruhe7".
+class StopLock : public testing::Test {
+  protected:
+    void SetUp() override { start_with("passwd=Ruhe7\r\n"); }
+
+    static void start_with(std::string_view more) {
+        start_on(logging_settings(2, more));
+        start_logging(0);
+        start_logging(1);
+    }
+    /// Opens the lock and leaves it by its frame; `look` runs while it is up.
+    static bool asked(std::function<void()> look) {
+        while_asked([look = std::move(look)] {
+            look();
+            FrmAbort_unload();
+        });
+        return stop_lock();
+    }
+    static bool measures(i16 channel) { return sensor::channel_running[channel] && port(channel).open; }
+};
+
+TEST_F(StopLock, LoadsWithItsTextsAnEmptyBoxAndADisabledButton) {
+    EXPECT_FALSE(FrmAbort.form.Visible);
+    bool looked = false;
+    asked([&] {
+        looked = true;
+        EXPECT_TRUE(FrmAbort.form.Visible);
+        EXPECT_TRUE(FrmAbort.form.Loaded);
+        EXPECT_EQ(FrmAbort.form.Caption, "stop data logging");
+        EXPECT_EQ(FrmAbort.Label1.Caption, "To stop data-logging enter password :");
+        EXPECT_EQ(FrmAbort.CmdStop.Caption, "Stop Logging");
+        EXPECT_EQ(FrmAbort.CmdContinue.Caption, "Continue Logging");
+        EXPECT_EQ(FrmAbort.TextPassword.Text, "");
+        EXPECT_FALSE(FrmAbort.CmdStop.Enabled);
+        EXPECT_TRUE(FrmAbort.CmdContinue.Enabled);
+        EXPECT_EQ(FrmAbort.CmdStop_focused, 0);
+    });
+    EXPECT_TRUE(looked);
+    EXPECT_FALSE(FrmAbort.form.Visible);
+    EXPECT_FALSE(FrmAbort.form.Loaded);
+}
+
+TEST_F(StopLock, TheLastLetterEnablesStopAndMovesTheFocusAndOneMoreDisablesItAgain) {
+    asked([] {
+        for (const std::string_view text : {"R", "Ru", "Ruh", "Ruhe"}) {
+            TextPassword_change(text);
+            EXPECT_FALSE(FrmAbort.CmdStop.Enabled) << text;
+            EXPECT_EQ(FrmAbort.CmdStop_focused, 0) << text;
+        }
+        TextPassword_change("Ruhe7");
+        EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+        EXPECT_EQ(FrmAbort.CmdStop_focused, 1);
+        TextPassword_change("Ruhe7x");
+        EXPECT_FALSE(FrmAbort.CmdStop.Enabled);
+        EXPECT_EQ(FrmAbort.CmdStop_focused, 1);
+        EXPECT_EQ(FrmAbort.TextPassword.Text, "Ruhe7x");
+        TextPassword_change("Ruhe7");
+        EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+        EXPECT_EQ(FrmAbort.CmdStop_focused, 2);
+    });
+}
+
+TEST_F(StopLock, APasswordInOtherCaseDoesNotMatch) {
+    asked([] {
+        for (const std::string_view text : {"ruhe7", "RUHE7", "RuHe7", " Ruhe7", "Ruhe7 ", "uhe7", ""}) {
+            TextPassword_change(text);
+            EXPECT_FALSE(FrmAbort.CmdStop.Enabled) << text;
+        }
+        EXPECT_EQ(FrmAbort.CmdStop_focused, 0);
+    });
+}
+
+TEST_F(StopLock, AnUmlautHasToBeTheSameLetter) {
+    start_with("passwd=R\xFChrer\xDF\r\n");
+    asked([] {
+        for (const std::string_view text : {"R\xDChrer\xDF", "Ruhrer\xDF", "R\xC3\xBChrer\xC3\x9F"}) {
+            TextPassword_change(text);
+            EXPECT_FALSE(FrmAbort.CmdStop.Enabled);
+        }
+        TextPassword_change("R\xFChrer\xDF");
+        EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+    });
+}
+
+TEST_F(StopLock, WithAnEmptyPasswordStopIsEnabledFromTheStartAndTheFocusStaysInTheBox) {
+    for (const std::string_view more : {"passwd=\r\n", ""}) {
+        start_with(more);
+        asked([] {
+            EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+            EXPECT_EQ(FrmAbort.CmdStop_focused, 0);
+            TextPassword_change("x");
+            EXPECT_FALSE(FrmAbort.CmdStop.Enabled);
+            TextPassword_change("");
+            EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+            EXPECT_EQ(FrmAbort.CmdStop_focused, 1);
+        });
+    }
+}
+
+TEST_F(StopLock, StopGrantsAndContinueAndTheFrameRefuse) {
+    struct row {
+        const char* name;
+        void (*answer)();
+        bool granted;
+    };
+    for (const row& each : {row{"stop", CmdStop_click, true}, row{"continue", CmdContinue_click, false},
+                            row{"frame", FrmAbort_unload, false}}) {
+        while_asked([&] {
+            type_password("Ruhe7");
+            EXPECT_EQ(GetStatus(), 0);
+            each.answer();
+        });
+        EXPECT_EQ(stop_lock(), each.granted) << each.name;
+        EXPECT_EQ(GetStatus(), each.granted ? -1 : 0) << each.name;
+    }
+}
+
+TEST_F(StopLock, TheResultOutlivesTheWindowUntilTheNextLoading) {
+    while_asked([] { stop_with("Ruhe7"); });
+    EXPECT_TRUE(stop_lock());
+    EXPECT_FALSE(FrmAbort.form.Loaded);
+    EXPECT_EQ(GetStatus(), -1);
+    EXPECT_FALSE(asked([] { EXPECT_EQ(GetStatus(), 0); }));
+    EXPECT_EQ(GetStatus(), 0);
+}
+
+TEST_F(StopLock, EveryOpeningBeginsAnewAndKeepsThePassword) {
+    for (int opening = 0; opening < 2; ++opening) {
+        asked([] {
+            EXPECT_EQ(FrmAbort.TextPassword.Text, "");
+            EXPECT_FALSE(FrmAbort.CmdStop.Enabled);
+            type_password("Ruhe7");
+            EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+        });
+    }
+}
+
+TEST_F(StopLock, AClickOnStopCountsOnlyWhileThePasswordIsRight) {
+    EXPECT_FALSE(asked([] {
+        CmdStop_click();
+        EXPECT_TRUE(FrmAbort.form.Visible) << "nothing typed";
+        type_password("Ruhe7x"); // the button was enabled for a moment
+        CmdStop_click();
+        EXPECT_TRUE(FrmAbort.form.Visible) << "one letter more";
+    }));
+}
+
+TEST_F(StopLock, TheFirstAnswerCountsWhenASecondComesLate) {
+    while_asked([] {
+        type_password("Ruhe7");
+        CmdContinue_click();
+        CmdStop_click();
+        TextPassword_change("Ruhe7");
+    });
+    EXPECT_FALSE(stop_lock());
+    EXPECT_EQ(GetStatus(), 0);
+    EXPECT_EQ(FrmAbort.CmdStop_focused, 1);
+    while_asked([] {
+        stop_with("Ruhe7");
+        CmdContinue_click();
+    });
+    EXPECT_TRUE(stop_lock());
+    EXPECT_EQ(GetStatus(), -1);
+}
+
+TEST_F(StopLock, MeasuringGoesOnWhileItIsUp) {
+    const auto before = logged(0).size();
+    while_asked([] {
+        feed(0, measured_body());
+        type_password("Ru");
+    });
+    after(60'000, [] { feed(0, measured_body()); });
+    after(61'000, [] { CmdContinue_click(); });
+    EXPECT_FALSE(stop_lock());
+    EXPECT_EQ(world().now_ms, 61'000);
+    EXPECT_EQ(logged(0).size(), before + 2);
+}
+
+TEST_F(StopLock, ASecondRequestIsRefusedAtOnceAndTheFirstGetsTheAnswer) {
+    std::optional<bool> second;
+    while_asked([&] {
+        type_password("Ruhe7");
+        second = stop_lock();
+        EXPECT_TRUE(FrmAbort.form.Visible) << "the first one still asks";
+        EXPECT_TRUE(FrmAbort.CmdStop.Enabled) << "and keeps what was typed";
+        CmdStop_click();
+    });
+    EXPECT_TRUE(stop_lock());
+    EXPECT_EQ(second, false);
+}
+
+TEST_F(StopLock, ARequestBetweenTheAnswerAndTheEndOfTheWaitIsRefusedAndTakesNoAnswerAway) {
+    std::optional<bool> second;
+    while_asked([&] {
+        stop_with("Ruhe7");
+        second = stop_lock();
+    });
+    EXPECT_TRUE(stop_lock());
+    EXPECT_EQ(second, false);
+    EXPECT_EQ(GetStatus(), -1);
+    EXPECT_FALSE(asked([] { EXPECT_TRUE(FrmAbort.form.Visible) << "it can ask again"; }));
+}
+
+// The start/stop command of all channels.
+
+TEST_F(StopLock, StopsAllChannelsWithThePassword) {
+    while_asked([] { stop_with("Ruhe7"); });
+    mainfrm::startstop_click();
+    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(measures(0));
+    EXPECT_FALSE(measures(1));
+    EXPECT_TRUE(indicators.Quit.Enabled);
+    EXPECT_EQ(indicators.startstop.Caption, "Start all channels");
+}
+
+TEST_F(StopLock, StopsNothingAndLeavesQuitDisabledOnContinue) {
+    while_asked([] {
+        type_password("Ruhe7");
+        CmdContinue_click();
+    });
+    mainfrm::startstop_click();
+    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(measures(0));
+    EXPECT_TRUE(measures(1));
+    EXPECT_FALSE(indicators.Quit.Enabled);
+}
+
+TEST_F(StopLock, QuitIsEnabledAgainByTheNextGrantedStop) {
+    while_asked(CmdContinue_click);
+    mainfrm::startstop_click();
+    EXPECT_FALSE(indicators.Quit.Enabled);
+    while_asked([] { stop_with("Ruhe7"); });
+    mainfrm::startstop_click();
+    EXPECT_TRUE(indicators.Quit.Enabled);
+}
+
+TEST_F(StopLock, IsNotAskedForAStart) {
+    while_asked([] { stop_with("Ruhe7"); });
+    mainfrm::startstop_click();
+    mainfrm::startstop_click();
+    EXPECT_FALSE(FrmAbort.form.Visible);
+    EXPECT_TRUE(measures(0));
+}
+
+// The start/stop command of one channel.
+
+TEST_F(StopLock, StopsOneChannelAndTheMeasurementWithTheLastOne) {
+    while_asked([] { stop_with("Ruhe7"); });
+    mainfrm::start_channel_click(0);
+    EXPECT_FALSE(measures(0));
+    EXPECT_TRUE(measures(1));
+    EXPECT_TRUE(sensor::measure_running);
+    while_asked([] { stop_with("Ruhe7"); });
+    mainfrm::start_channel_click(1);
+    EXPECT_FALSE(measures(1));
+    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_EQ(indicators.startstop.Caption, "Start all channels");
+}
+
+TEST_F(StopLock, LeavesTheChannelRunningAndQuitDisabledOnContinue) {
+    while_asked(CmdContinue_click);
+    mainfrm::start_channel_click(1);
+    EXPECT_TRUE(measures(0));
+    EXPECT_TRUE(measures(1));
+    EXPECT_FALSE(indicators.Quit.Enabled);
+}
+
+TEST_F(StopLock, ASecondChannelsRequestIsRefusedWhileTheFirstIsAsked) {
+    while_asked([] {
+        mainfrm::start_channel_click(1);
+        EXPECT_TRUE(measures(1));
+        stop_with("Ruhe7");
+    });
+    mainfrm::start_channel_click(0);
+    EXPECT_FALSE(measures(0));
+    EXPECT_TRUE(measures(1)) << "nobody was asked about it";
+}
+
+// The password and the settings file.
+
+TEST_F(StopLock, AChangedPasswordIsValidOnlyAfterTheRestart) {
+    setup_passwd_click();
+    oldpasswd_change("Ruhe7");
+    newpasswd_change("Neu8");
+    newpasswd2_change("Neu8");
+    frmpwd_CmdOK_click();
+    EXPECT_EQ(Ini::ini_read("passwd"), "Neu8");
+    asked([] {
+        TextPassword_change("Neu8");
+        EXPECT_FALSE(FrmAbort.CmdStop.Enabled);
+        TextPassword_change("Ruhe7");
+        EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+    });
+    load_settings();
+    asked([] {
+        TextPassword_change("Ruhe7");
+        EXPECT_FALSE(FrmAbort.CmdStop.Enabled);
+        TextPassword_change("Neu8");
+        EXPECT_TRUE(FrmAbort.CmdStop.Enabled);
+    });
+}
+
+TEST_F(StopLock, APasswordFromTheFileIsComparedAsTheFileIsRead) {
+    struct row {
+        const char* name;
+        std::string stored;
+        std::string valid;
+    };
+    const std::string letters(80, 'p');
+    for (const row& each : {row{"blanks around are no part of it", "  a b  ", "a b"},
+                            row{"quotes around are no part of it", "\"geheim\"", "geheim"},
+                            row{"quotes keep the blanks", "\" geheim \"", " geheim "},
+                            row{"one quote is a letter", "ge\"heim", "ge\"heim"},
+                            row{"a semicolon and a = are letters", "a;b=c", "a;b=c"},
+                            row{"only 69 letters are read", letters, letters.substr(0, 69)}}) {
+        start_with("passwd=" + each.stored + "\r\n");
+        asked([&] {
+            TextPassword_change(each.valid);
+            EXPECT_TRUE(FrmAbort.CmdStop.Enabled) << each.name;
+            if (each.stored == each.valid) return;
+            TextPassword_change(each.stored);
+            EXPECT_FALSE(FrmAbort.CmdStop.Enabled) << each.name;
+        });
+    }
+}
+
+} // namespace
+} // namespace tyxo
