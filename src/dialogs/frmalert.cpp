@@ -1,13 +1,104 @@
 #include "dialogs/frmalert.h"
 
+#include "basics/clock_text.h"
+#include "basics/failure.h"
+#include "displays/bar_diagram.h"
+#include "displays/frmdetailedpic.h"
+#include "link/channel_rec.h"
+#include "platform/clock.h"
+#include "platform/sound.h"
+
+#include <string>
+
 namespace tyxo {
 
-void open_alert() {}
-void show_alert_line(i16 /*channel*/) {}
-void alert_text(i16 /*channel*/, std::string_view /*text*/) {}
-void timer_alert_tick() {}
-void FrmAlert_activate() {}
-void FrmAlert_CmdAck_click() {}
-void FrmAlert_unload() {}
+namespace {
+
+constexpr int phase_ms = 600;
+constexpr std::size_t path_room = 260; ///< characters of the longest path
+
+std::string alert_sound_path() {
+    std::string path(path_room, ' ');
+    GetShortPathNameA(alert_sound, path);
+    return path;
+}
+
+void dark_phase() {
+    FrmAlert.Lbl_relay.ForeColor = FrmAlert.Lbl_attention.ForeColor = alert_colour::black;
+    FrmAlert.BackColor = alert_colour::light;
+    FrmAlert.Image1_visible = FrmAlert.Image2_visible = false;
+}
+
+void red_phase(const std::string& sound) {
+    FrmAlert.Lbl_relay.ForeColor = FrmAlert.Lbl_attention.ForeColor = alert_colour::red;
+    beep();
+    FrmAlert.BackColor = alert_colour::red;
+    FrmAlert.Image1_visible = FrmAlert.Image2_visible = true;
+    PlaySoundA(sound, snd_filename | snd_nodefault | snd_async);
+}
+
+/// The views that hide the alarm's surroundings. They stay loaded, and nothing shows them again but the
+/// operator.
+void hide_diagrams() {
+    if (frmbarpic.open) frmbarpic.form.Visible = false;
+    if (Frmbarpic2.open) Frmbarpic2.form.Visible = false;
+    if (frmdetailedpic.open) frmdetailedpic.form.Visible = false;
+}
+
+void load() {
+    FrmAlert = {};
+    FrmAlert.form.Loaded = true;
+    timer_alert.Interval(phase_ms);
+    timer_alert.Enabled(true);
+    sensor::alert_open = true;
+}
+
+} // namespace
+
+void open_alert() {
+    hide_diagrams();
+    load();
+    FrmAlert.form.Visible = true;
+    timer_alert_tick(); // an alarm is seen and heard at once, not 600 ms later
+}
+
+void show_alert_line(i16 channel) {
+    at(FrmAlert.lbl_inst, channel).Visible = true;
+    at(FrmAlert.lbl_inst1, channel).Visible = true;
+}
+
+void alert_text(i16 channel, std::string_view text) {
+    at(FrmAlert.lbl_inst1, channel).Caption = text;
+}
+
+void timer_alert_tick() {
+    const std::string sound = alert_sound_path();
+    if (FrmAlert.Lbl_relay.ForeColor == alert_colour::red) {
+        dark_phase();
+    } else {
+        red_phase(sound);
+    }
+}
+
+void FrmAlert_activate() {
+    if (!FrmAlert.form.Visible) return; // it was closed while the command waited
+    if (timer_alert.Enabled()) return;  // enabling a running timer would put the next phase off
+    timer_alert.Enabled(true);
+}
+
+void FrmAlert_CmdAck_click() {
+    FrmAlert_unload();
+}
+
+void FrmAlert_unload() {
+    if (!FrmAlert.form.Loaded) return; // the second of two quick clicks
+    FrmAlert = {};
+    const local_time now = local_now();
+    indicators.Text_status.append(date_text(now) + ' ' + time_text(now) +
+                                  " Mainalarm confirmed by operator!\r\n");
+    indicators.Text_status.caret_to_end();
+    timer_alert.Enabled(false);
+    sensor::alert_open = false;
+}
 
 } // namespace tyxo

@@ -1,23 +1,235 @@
 #include "dialogs/frmalert_view.h"
 
 #include "dialogs/frmalert.h"
+#include "dialogs/picture_view.h"
+#include "platform/desktop/dialog.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/show.h"
 
-#include <QCloseEvent>
+#include <QApplication>
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
 
 namespace tyxo {
 
-frmalert_view::frmalert_view() : QWidget(nullptr, Qt::Window | Qt::WindowStaysOnTopHint) {
+namespace {
+
+constexpr int picture_side = 150;
+constexpr int gap = 16;
+constexpr int from_top = 40; // pixels from the screen's upper edge: most dialogs stay in sight below
+constexpr int button_width = 220;
+constexpr QRgb dark_plate = 0xFF101010;
+constexpr QRgb light_plate = 0xFFFFFFFF;
+
+/// The longest line: 25 of the widest letters, and an alarm.
+const char* const longest_line = "WWWWWWWWWWWWWWWWWWWWWWWWW  Mainalarm DC";
+
+QFont scaled(QFont font, double factor) {
+    font.setPointSizeF(font.pointSizeF() * factor);
+    font.setBold(true);
+    return font;
+}
+
+/// A widget keeps its place while it is hidden, so that the window does not change its size with an alarm.
+void keep_place(QWidget& widget) {
+    QSizePolicy policy = widget.sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    widget.setSizePolicy(policy);
+}
+
+} // namespace
+
+/// A label on a plate of its own. The core paints red letters on a red window; nobody could read them. Red
+/// letters therefore stand on a black plate and black ones on a white plate: 4.9 to 1 and 21 to 1.
+class alert_plate : public QLabel {
+  public:
+    alert_plate(QWidget* parent, const QString& name, const QFont& font) : QLabel(parent) {
+        setObjectName(name);
+        setTextFormat(Qt::PlainText); // an ampersand in a location is a letter
+        setFont(font);
+        setMargin(gap / 2);
+        keep_place(*this);
+    }
+
+    void show_control(const Label& control) {
+        show_label(*this, control);
+        QPalette colours = palette();
+        colours.setColor(QPalette::WindowText, qt_colour(control.ForeColor));
+        colours.setColor(QPalette::Window,
+                         QColor(control.ForeColor == alert_colour::red ? dark_plate : light_plate));
+        if (colours != palette()) setPalette(colours);
+    }
+
+  protected:
+    void paintEvent(QPaintEvent* event) override {
+        {
+            QPainter painter(this);
+            painter.setRenderHint(QPainter::Antialiasing);
+            painter.setPen(Qt::NoPen);
+            painter.setBrush(palette().window());
+            painter.drawRoundedRect(rect(), gap / 2, gap / 2);
+        }
+        QLabel::paintEvent(event);
+    }
+};
+
+// No minimise button: an alert that beeps and is not seen helps nobody.
+frmalert_view::frmalert_view()
+    : QDialog(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint) {
     setObjectName("FrmAlert");
+    auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(2 * gap, 2 * gap, 2 * gap, 2 * gap);
+    rows->setSpacing(gap);
+    make_headline(*rows);
+    make_lines(*rows);
+    CmdAck = new QPushButton(this);
+    CmdAck->setObjectName("CmdAck");
+    CmdAck->setFont(scaled(font(), 1.5));
+    CmdAck->setMinimumWidth(button_width);
+    CmdAck->setDefault(true);
+    CmdAck->installEventFilter(this);
+    connect(CmdAck, &QPushButton::clicked, this,
+            [] { desktop::run_handler(desktop::source::operator_, FrmAlert_CmdAck_click); });
+    rows->addWidget(CmdAck, 0, Qt::AlignHCenter);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+    show_phase();
+    show_lines();
+    ensurePolished();
+    layout()->activate();
+    winId(); // made now, so that the first alarm finds its window ready
+}
+
+void frmalert_view::make_headline(QBoxLayout& rows) {
+    auto* const row = new QHBoxLayout;
+    auto* const words = new QVBoxLayout;
+    row->setSpacing(gap);
+    words->setSpacing(gap);
+    rows.addLayout(row);
+    const auto picture = [&](const char* name, const char* drawing, const QString& meaning) {
+        auto* const image = new picture_view(this, name, drawing, picture_side);
+        image->setAccessibleName(meaning);
+        image->setFixedSize(picture_side, picture_side);
+        keep_place(*image);
+        return image;
+    };
+    Image1 = picture("Image1", "alarm_bell", tr("Alarm bell"));
+    Image2 = picture("Image2", "alarm_engine", tr("Engine in danger"));
+    Lbl_attention = new alert_plate(this, "Lbl_attention", scaled(font(), 4));
+    Lbl_relay = new alert_plate(this, "Lbl_relay", scaled(font(), 2));
+    for (alert_plate* label : {Lbl_attention, Lbl_relay}) {
+        label->setAlignment(Qt::AlignCenter);
+        words->addWidget(label);
+    }
+    row->addWidget(Image1);
+    row->addLayout(words, 1);
+    row->addWidget(Image2);
+}
+
+void frmalert_view::make_lines(QBoxLayout& rows) {
+    auto* const grid = new QGridLayout;
+    grid->setSpacing(gap / 2);
+    grid->setColumnStretch(1, 1);
+    rows.addLayout(grid);
+    const QFont letters = scaled(font(), 1.3);
+    const int widest = QFontMetrics(letters).horizontalAdvance(longest_line) + 2 * gap;
+    for (int index = 0; index < channel_count; ++index) {
+        const auto at = static_cast<std::size_t>(index);
+        lbl_inst[at] = new alert_plate(this, element("lbl_inst", index), letters);
+        lbl_inst1[at] = new alert_plate(this, element("lbl_inst1", index), letters);
+        lbl_inst1[at]->setMinimumWidth(widest);
+        grid->addWidget(lbl_inst[at], index, 0);
+        grid->addWidget(lbl_inst1[at], index, 1);
+    }
+}
+
+void frmalert_view::show_phase() {
+    Lbl_attention->show_control(FrmAlert.Lbl_attention);
+    Lbl_relay->show_control(FrmAlert.Lbl_relay);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, qt_colour(FrmAlert.BackColor));
+    if (colours != palette()) setPalette(colours);
+    Image1->setVisible(FrmAlert.Image1_visible);
+    Image2->setVisible(FrmAlert.Image2_visible);
+}
+
+void frmalert_view::show_lines() {
+    for (std::size_t index = 0; index < lbl_inst.size(); ++index) {
+        lbl_inst[index]->show_control(FrmAlert.lbl_inst[index]);
+        lbl_inst1[index]->show_control(FrmAlert.lbl_inst1[index]);
+    }
+    show_button(*CmdAck, FrmAlert.CmdAck);
+    CmdAck->setAccessibleName(tr("Confirm the main alarm"));
 }
 
 void frmalert_view::show_state() {
-    if (isVisible() != FrmAlert.form.Visible) setVisible(FrmAlert.form.Visible);
+    if (!FrmAlert.form.Visible) {
+        if (isVisible()) hide();
+        return;
+    }
+    const QString caption = qt_text(FrmAlert.form.Caption);
+    if (windowTitle() != caption) setWindowTitle(caption);
+    show_phase();
+    show_lines();
+    if (!isVisible()) {
+        appear();
+    } else if (FrmAlert.BackColor == alert_colour::red) {
+        keep_in_front();
+    }
+    if (wants_keyboard_ && !operator_types()) take_keyboard();
 }
 
-void frmalert_view::closeEvent(QCloseEvent* event) {
-    event->ignore();
+void frmalert_view::appear() {
+    QWidget* const box = QApplication::focusWidget();
+    const bool in_text_box = box != nullptr && box->testAttribute(Qt::WA_InputMethodEnabled);
+    typing_in_ = in_text_box ? box->window() : nullptr;
+    wants_keyboard_ = true;
+    setAttribute(Qt::WA_ShowWithoutActivating, operator_types());
+    CmdAck->setFocus();
+    const QWidget* const main_window = dialog_parent();
+    const QRect area = (main_window != nullptr ? main_window : this)->screen()->availableGeometry();
+    adjustSize();
+    move(area.left() + (area.width() - width()) / 2, area.top() + from_top);
+    show();
+    raise();
+}
+
+/// Where no window manager keeps it on top, a dialog that opened later covers it.
+void frmalert_view::keep_in_front() {
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    if (QApplication::activePopupWidget() == nullptr) raise();
+}
+
+bool frmalert_view::operator_types() const {
+    if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr)
+        return true;
+    return typing_in_ != nullptr && typing_in_->isVisible() && typing_in_->isActiveWindow();
+}
+
+void frmalert_view::take_keyboard() {
+    wants_keyboard_ = false;
+    raise();
+    activateWindow();
+    CmdAck->setFocus();
+}
+
+void frmalert_view::reject() {
     desktop::run_handler(desktop::source::operator_, FrmAlert_unload);
+}
+
+void frmalert_view::changeEvent(QEvent* event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        desktop::run_handler(desktop::source::operator_, FrmAlert_activate);
+}
+
+bool frmalert_view::eventFilter(QObject* watched, QEvent* event) {
+    // A key that is still held down from the dialog before confirms nothing.
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
+    return QDialog::eventFilter(watched, event);
 }
 
 } // namespace tyxo

@@ -1,12 +1,23 @@
 #pragma once
 // The alarm alert on the screen.
 
-#include <QWidget>
+#include <QDialog>
+#include <QPointer>
+
+#include <array>
+
+class QBoxLayout;
+class QPushButton;
 
 namespace tyxo {
 
-/// A window that belongs to no other, so that no dialog locks it, and that stays in front of all.
-class frmalert_view : public QWidget {
+class alert_plate;
+class picture_view;
+
+/// A window that belongs to no other, so that no dialog locks it, and that stays in front of all. It takes
+/// the keyboard only when nobody types: a half-typed password goes on, and the alert gets the keyboard when
+/// the dialog has closed or the operator has left the window that he typed in.
+class frmalert_view : public QDialog {
     Q_OBJECT
 
   public:
@@ -15,8 +26,31 @@ class frmalert_view : public QWidget {
     /// Shows, hides and fills the window as the core says.
     void show_state();
 
+    void reject() override;
+
   protected:
-    void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void make_headline(QBoxLayout& rows);
+    void make_lines(QBoxLayout& rows);
+    void show_phase();
+    void show_lines();
+    void appear();
+    void keep_in_front();
+    void take_keyboard();
+    [[nodiscard]] bool operator_types() const;
+
+    alert_plate* Lbl_attention = nullptr;
+    alert_plate* Lbl_relay = nullptr;
+    std::array<alert_plate*, 4> lbl_inst{};
+    std::array<alert_plate*, 4> lbl_inst1{};
+    picture_view* Image1 = nullptr;
+    picture_view* Image2 = nullptr;
+    QPushButton* CmdAck = nullptr;
+    QPointer<QWidget> typing_in_; // the window that had the keyboard in a text box when the alert came
+    bool wants_keyboard_ = false;
 };
 
 } // namespace tyxo

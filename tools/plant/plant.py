@@ -84,7 +84,8 @@ def make_folder():
     shutil.rmtree(PLANT, ignore_errors=True)
     for folder in ("logs", "pictures", "ports"):
         (PLANT / folder).mkdir(parents=True)
-    shutil.copy(ROOT / "tools" / "plant" / "tyxo.ini", PLANT)
+    for file in (ROOT / "tools" / "plant" / "tyxo.ini", ROOT / "data" / "ralarm_1.wav"):
+        shutil.copy(file, PLANT)
 
 
 def wait_for_ports(evaluators):
