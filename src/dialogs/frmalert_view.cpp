@@ -187,7 +187,9 @@ void frmalert_view::appear() {
     const bool in_text_box = box != nullptr && box->testAttribute(Qt::WA_InputMethodEnabled);
     typing_in_ = in_text_box ? box->window() : nullptr;
     wants_keyboard_ = true;
-    setAttribute(Qt::WA_ShowWithoutActivating, operator_types());
+    const bool typing = operator_types();
+    QWidget* const typed_in = QApplication::activeWindow();
+    setAttribute(Qt::WA_ShowWithoutActivating, typing);
     CmdAck->setFocus();
     const QWidget* const main_window = dialog_parent();
     const QRect area = (main_window != nullptr ? main_window : this)->screen()->availableGeometry();
@@ -195,6 +197,8 @@ void frmalert_view::appear() {
     move(area.left() + (area.width() - width()) / 2, area.top() + from_top);
     show();
     raise();
+    // Some window systems give the keyboard to every new window, asked or not.
+    if (typing && typed_in != nullptr) typed_in->activateWindow();
 }
 
 /// Where no window manager keeps it on top, a dialog that opened later covers it.

@@ -1,0 +1,360 @@
+// The alarm alert on the screen, with real widgets: what it shows, who gets the keyboard, and that no dialog
+// locks it.
+
+#include "desktop/alert_window.h"
+#include "desktop/started_window.h"
+#include "dialogs/frmalert.h"
+#include "displays/bar_diagram.h"
+#include "displays/frmdetailedpic.h"
+#include "displays/frmscale_polar.h"
+#include "displays/frmselectprint.h"
+#include "displays/xy_plot.h"
+#include "link/channel_rec.h"
+#include "link/indicators.h"
+#include "platform/desktop/handlers.h"
+#include "platform/message_box.h"
+
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <cmath>
+
+using namespace tyxo;
+
+namespace {
+
+constexpr const char* settings_text =
+    "[tyxo]\r\nupd_periode= 250\r\nmax_sensors= 4\r\n"
+    "scale_polar_a= .7\r\nscale_polar_t= 3\r\nlog_mode= 0\r\n"
+    "location 1=Engine & pump\r\nlocation 2=<b>two</b>\r\n"
+    "location 3=WWWWWWWWWWWWWWWWWWWWWWWWWWWWWW\r\nlocation 4=K\xFChlung\r\n";
+
+/// A dialog that locks the main window, and how an operator opens it.
+struct dialog_row {
+    const char* name;
+    void (*open)();
+};
+const std::vector<dialog_row> dialogs{
+    {"frmscale_polar", setup_scale_click},
+    {"frmselectprint", prt_click},
+};
+
+double brightness(const QColor& colour) {
+    const auto part = [](double value) {
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const double a = brightness(one) + 0.05;
+    const double b = brightness(other) + 0.05;
+    return a > b ? a / b : b / a;
+}
+
+/// The two colours that most of a widget's picture is made of, the more frequent one first.
+std::pair<QColor, QColor> main_colours(QWidget* widget) {
+    const QImage picture = widget->grab().toImage();
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            ++counts[picture.pixel(x, y)];
+    const auto most = [&] {
+        const auto found = std::max_element(counts.begin(), counts.end());
+        const QColor colour(found.key());
+        counts.erase(found);
+        return colour;
+    };
+    const QColor first = most();
+    return {first, most()};
+}
+
+} // namespace
+
+class alert_view_test : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void initTestCase() {
+        qputenv("PULSE_SERVER", "unix:no-sound-server");
+        window_.start(settings_text);
+        alert_ = alert_window();
+        QVERIFY(alert_ != nullptr);
+        QVERIFY(!alert_->isVisible());
+    }
+    void init() {
+        window_.view().activateWindow();
+        QTRY_VERIFY(window_.view().isActiveWindow());
+    }
+    void cleanup() {
+        confirm_alert();
+        for (i16 channel = 0; channel < channel_count; ++channel)
+            take_status(channel, 0);
+    }
+    void cleanupTestCase() { window_.end(); }
+
+    // What it is and shows.
+
+    void it_belongs_to_no_window_and_stays_on_top() {
+        raise_alarm(0);
+        QVERIFY(alert_->parentWidget() == nullptr);
+        QCOMPARE(alert_->windowModality(), Qt::NonModal);
+        QVERIFY(alert_->windowFlags() & Qt::WindowStaysOnTopHint);
+        QVERIFY(!(alert_->windowFlags() & Qt::WindowMinimizeButtonHint));
+        QCOMPARE(alert_->windowTitle(), QString("Mainalarm"));
+    }
+
+    void it_comes_while_the_main_window_is_minimised() {
+        window_.view().showMinimized();
+        raise_alarm(0);
+        QVERIFY(!alert_->isMinimized());
+        window_.view().showNormal();
+    }
+
+    void it_flashes() {
+        raise_alarm(0);
+        QVERIFY(timer_alert.Enabled());
+        for (int turn = 0; turn < 2; ++turn) {
+            QTRY_COMPARE(background(), QColor(255, 0, 0));
+            QVERIFY(part("Image1")->isVisible() && part("Image2")->isVisible());
+            QTRY_COMPARE(background(), QColor(0xE0, 0xE0, 0xE0));
+            QVERIFY(!part("Image1")->isVisible() && !part("Image2")->isVisible());
+        }
+    }
+
+    void it_is_red_at_once() {
+        take_status(0, alarm_ac);
+        QTest::qWait(60);
+        QVERIFY(alert_->isVisible());
+        QCOMPARE(background(), QColor(255, 0, 0));
+    }
+
+    void every_text_can_be_read_in_both_phases() {
+        for (i16 channel = 0; channel < channel_count; ++channel)
+            raise_alarm(channel);
+        for (const colour phase : {alert_colour::red, alert_colour::light}) {
+            QTRY_COMPARE(FrmAlert.BackColor, phase);
+            window_.show_state();
+            QCOMPARE(part("Lbl_attention")->palette().color(QPalette::WindowText),
+                     phase == alert_colour::red ? QColor(255, 0, 0) : QColor(0, 0, 0));
+            for (QLabel* const label : alert_->findChildren<QLabel*>()) {
+                const auto [plate, letters] = main_colours(label);
+                QVERIFY2(contrast(plate, label->palette().color(QPalette::WindowText)) >= 4.5,
+                         qPrintable(label->objectName()));
+                QVERIFY2(contrast(plate, letters) >= 4.5, qPrintable(label->objectName()));
+                QCOMPARE(plate, label->palette().color(QPalette::Window));
+            }
+        }
+    }
+
+    void locations_are_texts_and_nothing_is_cut_off() {
+        for (i16 channel = 0; channel < channel_count; ++channel)
+            raise_alarm(channel);
+        QCOMPARE(label("lbl_inst(0)")->text(), QString("Tyxo 1:"));
+        QCOMPARE(label("lbl_inst1(0)")->text(), QString("Engine & pump  Mainalarm AC"));
+        QCOMPARE(label("lbl_inst1(1)")->text(), QString("<b>two</b>  Mainalarm AC"));
+        QCOMPARE(label("lbl_inst1(1)")->textFormat(), Qt::PlainText);
+        QCOMPARE(label("lbl_inst1(2)")->text(), QString(25, 'W') + "  Mainalarm AC");
+        QCOMPARE(label("lbl_inst1(3)")->text(), QString::fromUtf8("K\xC3\xBChlung  Mainalarm AC"));
+        check_texts(alert_);
+        QVERIFY(alert_->frameGeometry().width() < 1280);
+        QVERIFY(alert_->screen()->availableGeometry().contains(alert_->geometry()));
+    }
+
+    void it_keeps_its_size_whatever_it_shows() {
+        raise_alarm(0);
+        const QSize size = alert_->size();
+        QTRY_COMPARE(background(), QColor(0xE0, 0xE0, 0xE0));
+        QCOMPARE(alert_->size(), size);
+        raise_alarm(2);
+        QCOMPARE(alert_->size(), size);
+        QVERIFY(label("lbl_inst1(2)")->isVisible());
+        QVERIFY(!label("lbl_inst1(1)")->isVisible());
+    }
+
+    void every_control_has_an_accessible_name() {
+        raise_alarm(0);
+        for (const char* const name : {"Image1", "Image2", "CmdAck"})
+            QVERIFY2(!part(name)->accessibleName().isEmpty(), name);
+    }
+
+    // Its end.
+
+    void the_button_confirms() {
+        raise_alarm(0);
+        QTest::mouseClick(part("CmdAck"), Qt::LeftButton);
+        expect_confirmed();
+    }
+
+    void enter_escape_and_the_frame_confirm() {
+        for (const int key :
+             {int{Qt::Key_Return}, int{Qt::Key_Enter}, int{Qt::Key_Escape}, int{Qt::Key_Space}}) {
+            raise_alarm(0);
+            QTRY_VERIFY(alert_->isActiveWindow());
+            QTest::keyClick(QApplication::focusWindow(), static_cast<Qt::Key>(key));
+            expect_confirmed();
+            take_status(0, 0);
+            init(); // this screen leaves the keyboard with the hidden window
+        }
+        raise_alarm(0);
+        alert_->close();
+        expect_confirmed();
+    }
+
+    void a_key_that_is_held_down_confirms_nothing() {
+        raise_alarm(0);
+        for (const int key :
+             {int{Qt::Key_Return}, int{Qt::Key_Enter}, int{Qt::Key_Space}, int{Qt::Key_Escape}}) {
+            QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
+            QApplication::sendEvent(part("CmdAck"), &held);
+        }
+        QTest::qWait(50);
+        QVERIFY(alert_->isVisible());
+        QVERIFY(sensor::alert_open);
+    }
+
+    // The keyboard.
+
+    void it_takes_the_keyboard_when_nobody_types() {
+        raise_alarm(0);
+        QTRY_VERIFY(alert_->isActiveWindow());
+        QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
+    }
+
+    void it_leaves_the_keyboard_to_a_text_box_until_its_window_is_left() {
+        window_.open_menu_entry("Setup_menue", "setup_tcp");
+        auto* const form = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
+        QTRY_VERIFY(form->isActiveWindow());
+        auto* const box = form->findChild<QLineEdit*>("Text4(0)");
+        box->setFocus();
+        QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box));
+        box->clear();
+        QTest::keyClick(QApplication::focusWindow(), Qt::Key_1);
+        QTest::qWait(100);
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box));
+        raise_alarm(0);
+        QTest::qWait(700);
+        QCOMPARE(box->text(), QString("12"));
+        QVERIFY(!alert_->isActiveWindow());
+        form->close();
+        QTRY_VERIFY(!form->isVisible());
+        QTRY_VERIFY(alert_->isActiveWindow());
+        QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
+    }
+
+    void it_leaves_the_keyboard_to_a_dialog_and_is_never_locked_data() {
+        QTest::addColumn<int>("row");
+        for (std::size_t row = 0; row < dialogs.size(); ++row)
+            QTest::newRow(dialogs[row].name) << static_cast<int>(row);
+    }
+    void it_leaves_the_keyboard_to_a_dialog_and_is_never_locked() {
+        QFETCH(int, row);
+        QDialog* const dialog = open_dialog(dialogs[static_cast<std::size_t>(row)]);
+        for (i16 channel = 0; channel < channel_count; ++channel)
+            raise_alarm(channel);
+        QTest::qWait(700); // over a change of the phase
+        QVERIFY(dialog->isActiveWindow());
+        QVERIFY(!alert_->isActiveWindow());
+        QTest::keyClick(QApplication::focusWindow(), Qt::Key_Tab);
+        QVERIFY(dialog->isAncestorOf(QApplication::focusWidget()));
+        // The mouse confirms beside the open dialog.
+        QTest::mouseClick(alert_->windowHandle(), Qt::LeftButton, {}, place_of_button());
+        expect_confirmed();
+        QVERIFY(dialog->isVisible());
+        // A key closes the dialog and not the next alert, which then has the keyboard.
+        dialog->activateWindow();
+        QTRY_VERIFY(dialog->isActiveWindow());
+        take_status(0, 0);
+        raise_alarm(0);
+        QTest::keyClick(QApplication::focusWindow(), Qt::Key_Escape);
+        QTRY_VERIFY(!dialog->isVisible());
+        QVERIFY(alert_->isVisible());
+        QTRY_VERIFY(alert_->isActiveWindow());
+        QTest::keyClick(QApplication::focusWindow(), Qt::Key_Return);
+        expect_confirmed();
+    }
+
+    void a_message_box_does_not_lock_it_and_keeps_the_keyboard() {
+        bool went_well = false;
+        QTimer::singleShot(100, this, [&] {
+            auto* const box = window_.view().findChild<QMessageBox*>("message_box");
+            QVERIFY(box != nullptr);
+            for (i16 channel = 0; channel < channel_count; ++channel)
+                raise_alarm(channel);
+            QVERIFY(!alert_->isActiveWindow());
+            QTest::mouseClick(alert_->windowHandle(), Qt::LeftButton, {}, place_of_button());
+            expect_confirmed();
+            QVERIFY(box->isVisible());
+            box->activateWindow();
+            QTRY_VERIFY(box->isActiveWindow());
+            take_status(0, 0);
+            raise_alarm(0);
+            QTest::keyClick(QApplication::focusWindow(), Qt::Key_Return);
+            went_well = true;
+        });
+        desktop::run_handler(desktop::source::operator_,
+                             [] { message_box("Question", box_icon::critical, box_buttons::ok_cancel); });
+        QVERIFY(went_well);
+        QVERIFY(alert_->isVisible());
+        QTRY_VERIFY(alert_->isActiveWindow());
+    }
+
+    // The diagrams.
+
+    void it_hides_the_diagrams_and_the_operator_opens_them_again() {
+        sensor::channels[0].param_valid = true;
+        const auto expect_hidden_and_opened = [&](const char* name, void (*open)(i16)) {
+            auto* const diagram = window_.view().findChild<QWidget*>(name);
+            const auto open_it = [&] {
+                desktop::run_handler(desktop::source::operator_, [open] { open(0); });
+            };
+            open_it();
+            QTRY_VERIFY2(diagram->isVisible(), name);
+            raise_alarm(0);
+            QTRY_VERIFY2(!diagram->isVisible(), name);
+            confirm_alert();
+            take_status(0, 0);
+            QTest::qWait(50);
+            QVERIFY2(!diagram->isVisible(), name);
+            open_it();
+            QTRY_VERIFY2(diagram->isVisible(), name);
+            diagram->close();
+            QTRY_VERIFY2(!diagram->isVisible(), name);
+        };
+        expect_hidden_and_opened("frmbarpic", Cmd_diagramm_click);
+        expect_hidden_and_opened("Frmbarpic2", Cmd_diagramm2_click);
+        expect_hidden_and_opened("frmdetailedpic", XYplot_click);
+    }
+
+  private:
+    QWidget* part(const char* name) const { return alert_->findChild<QWidget*>(name); }
+    QLabel* label(const char* name) const { return alert_->findChild<QLabel*>(name); }
+    /// What is really painted beside the controls.
+    QColor background() const { return alert_->grab(QRect(2, 2, 1, 1)).toImage().pixelColor(0, 0); }
+    QPoint place_of_button() const {
+        const QWidget* const button = part("CmdAck");
+        return button->mapTo(alert_, button->rect().center());
+    }
+
+    QDialog* open_dialog(const dialog_row& row) const {
+        desktop::run_handler(desktop::source::operator_, row.open);
+        QDialog* const dialog = window_.dialog(row.name);
+        if (dialog == nullptr || !QTest::qWaitForWindowActive(dialog)) qFatal("%s does not open", row.name);
+        return dialog;
+    }
+
+    void expect_confirmed() const {
+        QTRY_VERIFY(!alert_->isVisible());
+        QVERIFY(!sensor::alert_open);
+        QVERIFY(!timer_alert.Enabled());
+        QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));
+    }
+
+    started_window window_;
+    QDialog* alert_ = nullptr;
+};
+
+QTEST_MAIN(alert_view_test)
+#include "alert_view_test.moc"

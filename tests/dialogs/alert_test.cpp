@@ -277,11 +277,11 @@ TEST_F(Alert, ConfirmedWithTheAlarmStandingStaysClosed) {
     FrmAlert_CmdAck_click();
     status(0, relay | ac);
     status(0, relay | ac | dc);
+    EXPECT_TRUE(indicators.LED_Alarm[0].Active);
+    EXPECT_TRUE(sensor::alert_latched[0]);
     advance(6000);
     expect_closed();
     EXPECT_EQ(confirmations(), 1U);
-    EXPECT_TRUE(sensor::alert_latched[0]);
-    EXPECT_TRUE(indicators.LED_Alarm[0].Active);
 }
 
 TEST_F(Alert, ComesAgainWhenTheRelayReturnsOrAnotherChannelAlarms) {

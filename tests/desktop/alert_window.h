@@ -1,0 +1,42 @@
+#pragma once
+// The alarm alert's window, and the frames that raise it.
+
+#include "dialogs/frmalert.h"
+#include "link/channel_rec.h"
+#include "link/frame_dispatch.h"
+#include "link/frames.h"
+#include "platform/desktop/handlers.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QTest>
+
+namespace tyxo {
+
+inline constexpr i32 alarm_ac = 0x0088; ///< main alarm relay and main alarm AC
+
+inline QDialog* alert_window() {
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (window->objectName() == "FrmAlert") return qobject_cast<QDialog*>(window);
+    return nullptr;
+}
+
+/// A status frame of a channel, as its serial port delivers it.
+inline void take_status(i16 channel, i32 alarm) {
+    desktop::run_handler(desktop::source::device,
+                         [=] { sensor::frame_dispatch(link_testing::status({.alarm = alarm}), channel); });
+}
+
+/// The relay of a channel closes, and the alert is on the screen.
+inline void raise_alarm(i16 channel) {
+    take_status(channel, alarm_ac);
+    QTRY_VERIFY(alert_window()->isVisible());
+    QTest::qWait(50);
+}
+
+inline void confirm_alert() {
+    desktop::run_handler(desktop::source::operator_, FrmAlert_CmdAck_click);
+    QTRY_VERIFY(!alert_window()->isVisible());
+}
+
+} // namespace tyxo
