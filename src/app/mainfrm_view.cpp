@@ -7,6 +7,7 @@
 #include "dialogs/frmsetup.h"
 #include "dialogs/frmsplash.h"
 #include "dialogs/frmstatustext.h"
+#include "dialogs/picture_view.h"
 #include "displays/chart.h"
 #include "displays/click_label_view.h"
 #include "displays/frmscale_polar.h"
@@ -23,6 +24,7 @@
 #include <QCloseEvent>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QMenuBar>
 #include <QRadioButton>
 #include <QScreen>
@@ -48,6 +50,7 @@ QRect on_screen(const rectangle& place) {
 
 mainfrm_view::mainfrm_view() : windows_(this) {
     setObjectName("mainfrm");
+    QGuiApplication::setWindowIcon(program_icon());
     make_menu();
     make_client();
     pending_.setSingleShot(true);

@@ -1,8 +1,23 @@
 #include "dialogs/frmlog.h"
 
+#include "logging/log_header.h"
+
 namespace tyxo {
 
-void Lbl_TY_logger_click() {}
-void Frmlog_Cmd_ok_click() {}
+void Lbl_TY_logger_click() {
+    Frmlog = {};
+    Frmlog.Lbllogtype.Caption = "four systems";
+    Frmlog.Lblversion.Caption = log::version;
+    Frmlog.Lbldate.Caption = log::version_date;
+    Frmlog.Lbldev.Caption = "Quarvo engine diagnostics";
+    Frmlog.Lblprog.Caption = "Quarvo software engineering";
+    Frmlog.form.Loaded = true;
+    Frmlog.form.Visible = true;
+}
+
+void Frmlog_Cmd_ok_click() {
+    Frmlog.form.Visible = false;
+    Frmlog.form.Loaded = false;
+}
 
 } // namespace tyxo

@@ -3,6 +3,8 @@
 
 #include "platform/desktop/dialog.h"
 
+class QGridLayout;
+
 namespace tyxo {
 
 class frmlog_view : public modal_dialog {
@@ -13,6 +15,18 @@ class frmlog_view : public modal_dialog {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+  private:
+    QLabel* add_pair(const QString& title, const char* name);
+
+    QLabel* headline;
+    QGridLayout* pairs_;
+    QLabel* Lbllogtype;
+    QLabel* Lblversion;
+    QLabel* Lbldate;
+    QLabel* Lbldev;
+    QLabel* Lblprog;
+    QPushButton* Cmd_ok;
 };
 
 } // namespace tyxo

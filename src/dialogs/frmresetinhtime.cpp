@@ -1,9 +1,42 @@
 #include "dialogs/frmresetinhtime.h"
 
+#include "basics/failure.h"
+#include "link/channel_rec.h"
+#include "link/indicators.h"
+#include "link/serial.h"
+#include "platform/debug_output.h"
+
 namespace tyxo {
 
-void Lbl_alminhibit_click(i16 /*channel*/) {}
-void CmdDo_click() {}
-void FrmResetInhTime_CmdCancel_click() {}
+namespace {
+
+constexpr std::string_view restart_command = ":8009";
+
+void record_restart(i16 channel) {
+    const std::string text = "KVD " + at(sensor::channels, channel).location + " ## Restart Alarm Inhibit Time";
+    raise_event(channel, {.box = ' ' + text, .comment = text, .file = text});
+}
+
+} // namespace
+
+void Lbl_alminhibit_click(i16 channel) {
+    sensor::inhibit_reset_channel = channel;
+    FrmResetInhTime = {};
+    FrmResetInhTime.form.Loaded = true;
+    FrmResetInhTime.form.Visible = true;
+}
+
+void CmdDo_click() {
+    const i16 channel = sensor::inhibit_reset_channel;
+    // What the operator did is recorded, and the dialog closes, whether the command reached the line or not.
+    const auto why = attempt([&] { serial::frame_send(restart_command, channel); },
+                             [&] { record_restart(channel); }, FrmResetInhTime_CmdCancel_click);
+    if (why) debug_output(*why);
+}
+
+void FrmResetInhTime_CmdCancel_click() {
+    FrmResetInhTime.form.Visible = false;
+    FrmResetInhTime.form.Loaded = false;
+}
 
 } // namespace tyxo

@@ -1,14 +1,53 @@
 #include "dialogs/frmresetinhtime_view.h"
 
 #include "dialogs/frmresetinhtime.h"
+#include "link/channel_rec.h"
+#include "platform/desktop/show.h"
+
+#include <QBoxLayout>
+#include <QPushButton>
 
 namespace tyxo {
 
+namespace {
+
+constexpr int margin = 20;
+constexpr int gap = 16;
+
+/// "2: Port engine", as the channel's frame in the main window is called.
+QString channel_title(i16 channel) {
+    return QString("%1: %2").arg(channel + 1).arg(qt_text(at(sensor::channels, channel).location));
+}
+
+} // namespace
+
 frmresetinhtime_view::frmresetinhtime_view(QWidget* parent)
-    : modal_dialog(parent, "FrmResetInhTime", FrmResetInhTime_CmdCancel_click) {}
+    : modal_dialog(parent, "FrmResetInhTime", FrmResetInhTime_CmdCancel_click) {
+    auto* const rows = new QVBoxLayout(this);
+    rows->setContentsMargins(margin, margin, margin, gap);
+    rows->setSpacing(gap);
+    Label1 = add_label("Label1", *rows);
+    channel_ = add_label("Lbl_channel", *rows);
+    for (QLabel* label : {Label1, channel_})
+        label->setAlignment(Qt::AlignCenter);
+    auto* const buttons = new QHBoxLayout;
+    buttons->setSpacing(gap);
+    rows->addLayout(buttons);
+    CmdDo = add_button("CmdDo", CmdDo_click, true, *buttons);
+    CmdCancel = add_button("CmdCancel", FrmResetInhTime_CmdCancel_click, false, *buttons);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+}
 
 void frmresetinhtime_view::show_state() {
-    show_form(FrmResetInhTime.form);
+    const frmresetinhtime_form& dialog = FrmResetInhTime;
+    show_label(*Label1, dialog.Label1);
+    show_button(*CmdDo, dialog.CmdDo);
+    show_button(*CmdCancel, dialog.CmdCancel);
+    if (dialog.form.Visible && !isVisible()) {
+        channel_->setText(channel_title(sensor::inhibit_reset_channel));
+        CmdDo->setFocus();
+    }
+    show_form(dialog.form);
 }
 
 } // namespace tyxo

@@ -13,6 +13,12 @@ class frmresetinhtime_view : public modal_dialog {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+  private:
+    QLabel* Label1;
+    QLabel* channel_; ///< which Evaluator it concerns
+    QPushButton* CmdDo;
+    QPushButton* CmdCancel;
 };
 
 } // namespace tyxo

@@ -1,8 +1,21 @@
 #include "dialogs/frmsplash.h"
 
+#include "logging/log_header.h"
+
 namespace tyxo {
 
-void about_click() {}
-void frmSplash_unload() {}
+void about_click() {
+    frmSplash = {};
+    frmSplash.lblVersion.Caption = std::string(log::version) + "    " + std::string(log::version_date);
+    frmSplash.lblProductName.Caption = "Quarvo / Tyxo Data Logger";
+    frmSplash.lbllogo.Caption = "Watches up to four engines, day and night";
+    frmSplash.form.Loaded = true;
+    frmSplash.form.Visible = true;
+}
+
+void frmSplash_unload() {
+    frmSplash.form.Visible = false;
+    frmSplash.form.Loaded = false;
+}
 
 } // namespace tyxo

@@ -1,14 +1,56 @@
 #include "dialogs/frmstatustext_view.h"
 
 #include "dialogs/frmstatustext.h"
+#include "platform/desktop/show.h"
+
+#include <QBoxLayout>
+#include <QPlainTextEdit>
+#include <QPushButton>
 
 namespace tyxo {
 
+namespace {
+
+constexpr QSize usual_size(900, 600);
+
+} // namespace
+
 frmstatustext_view::frmstatustext_view(QWidget* parent)
-    : modal_dialog(parent, "frmstatustext", Cmdclose_click) {}
+    : modal_dialog(parent, "frmstatustext", Cmdclose_click), Text_status(new QPlainTextEdit(this)) {
+    auto* const rows = new QVBoxLayout(this);
+    Text_status->setObjectName("Text_status");
+    Text_status->setAccessibleName(tr("Copy of the status text"));
+    Text_status->setReadOnly(true);
+    Text_status->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    Text_status->setUndoRedoEnabled(false);
+    Text_status->setLineWrapMode(QPlainTextEdit::NoWrap);
+    rows->addWidget(Text_status, 1);
+    auto* const buttons = new QHBoxLayout;
+    rows->addLayout(buttons);
+    buttons->addStretch();
+    Cmdrefresh = add_button("Cmdrefresh", Cmdrefresh_click, false, *buttons);
+    Cmdclose = add_button("Cmdclose", Cmdclose_click, true, *buttons);
+    setSizeGripEnabled(true);
+    resize(usual_size);
+}
+
+void frmstatustext_view::show_text() {
+    const std::string& text = frmstatustext.Text_status.Text;
+    if (isVisible() && text == shown_) return;
+    shown_ = text;
+    Text_status->setPlainText(qt_text(text));
+    Text_status->moveCursor(QTextCursor::End);
+}
 
 void frmstatustext_view::show_state() {
-    show_form(frmstatustext.form);
+    const frmstatustext_form& window = frmstatustext;
+    show_button(*Cmdrefresh, window.Cmdrefresh);
+    show_button(*Cmdclose, window.Cmdclose);
+    if (window.form.Visible) {
+        show_text();
+        if (!isVisible()) Text_status->setFocus();
+    }
+    show_form(window.form);
 }
 
 } // namespace tyxo

@@ -3,6 +3,10 @@
 
 #include "platform/desktop/dialog.h"
 
+#include <string>
+
+class QPlainTextEdit;
+
 namespace tyxo {
 
 class frmstatustext_view : public modal_dialog {
@@ -13,6 +17,14 @@ class frmstatustext_view : public modal_dialog {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+  private:
+    void show_text();
+
+    QPlainTextEdit* Text_status;
+    QPushButton* Cmdrefresh;
+    QPushButton* Cmdclose;
+    std::string shown_;
 };
 
 } // namespace tyxo

@@ -1,6 +1,7 @@
 #include "dialogs/picture_view.h"
 
 #include <QPainter>
+#include <QPixmap>
 
 /// A library's resources are taken along only if somebody asks for them, outside of any namespace.
 static void load_pictures() {
@@ -20,6 +21,20 @@ picture_view::picture_view(QWidget* parent, const QString& name, const QString& 
 void picture_view::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     drawing_.render(&painter, QRectF(rect()));
+}
+
+QIcon program_icon() {
+    load_pictures();
+    QSvgRenderer drawing(QString(":/pictures/tyxo.svg"));
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
+        QPixmap picture(side, side);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        drawing.render(&painter);
+        icon.addPixmap(picture);
+    }
+    return icon;
 }
 
 } // namespace tyxo

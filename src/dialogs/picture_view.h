@@ -1,6 +1,7 @@
 #pragma once
-// A drawn picture of the program's own.
+// A drawn picture of the program's own, and the program's icon.
 
+#include <QIcon>
 #include <QSvgRenderer>
 #include <QWidget>
 
@@ -22,5 +23,8 @@ class picture_view : public QWidget {
     QSvgRenderer drawing_;
     int side_;
 };
+
+/// The icon of all windows.
+[[nodiscard]] QIcon program_icon();
 
 } // namespace tyxo

@@ -18,8 +18,9 @@ struct parameter_texts {
     std::string prealarmlevel;
 };
 
-/// Sends the frame ":07" to the channel's Evaluator, which answers it whenever it likes. Failure, with
-/// nothing sent: a text is no number; and the failures of `serial::frame_send`.
+/// Sends the frame ":07" to the channel's Evaluator, which answers it whenever it likes. A value beyond four
+/// digits makes the frame longer; no range is checked. Failure, with nothing sent: a text is no number or its
+/// number does not fit, 32 bits for all but the firing order's 16; and the failures of `serial::frame_send`.
 void parameter_frame_send(i16 channel, const parameter_texts& texts);
 
 } // namespace tyxo::funct
