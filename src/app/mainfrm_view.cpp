@@ -133,6 +133,7 @@ void mainfrm_view::make_client() {
     Lbl_TY_logger->setAlignment(Qt::AlignCenter);
     connect(Lbl_TY_logger, &click_label::clicked, this, on_command(Lbl_TY_logger_click));
 
+    make_tab_order();
     auto* const bar = new QStatusBar(client);
     bar->setObjectName("StatusBar");
     bar->setSizeGripEnabled(false);
@@ -156,6 +157,20 @@ void mainfrm_view::make_resolution(QWidget* client) {
         row->addWidget(opt_res[index], 0, 2 * column);
         row->addWidget(Lbl_opt_res[index], 0, 2 * column + 1);
     }
+}
+
+/// Channel after channel, then the row below them.
+void mainfrm_view::make_tab_order() {
+    std::vector<QWidget*> stops;
+    for (const panel_view* panel : panels_) {
+        const std::vector<QWidget*> of_panel = panel->tab_stops();
+        stops.insert(stops.end(), of_panel.begin(), of_panel.end());
+    }
+    stops.push_back(Text_status);
+    stops.insert(stops.end(), opt_res.begin(), opt_res.end());
+    stops.push_back(Lbl_TY_logger);
+    for (std::size_t index = 1; index < stops.size(); ++index)
+        setTabOrder(stops[index - 1], stops[index]);
 }
 
 void mainfrm_view::show_menu() {

@@ -47,6 +47,7 @@ class mainfrm_view : public QMainWindow {
     QAction* add_entry(QMenu* menu, const char* name, const QString& caption);
     void make_client();
     void make_resolution(QWidget* client);
+    void make_tab_order();
     void show_menu();
     void place();
 

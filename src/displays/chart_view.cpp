@@ -1,7 +1,9 @@
 #include "displays/chart_view.h"
 
+#include "displays/paint_view.h"
 #include "platform/desktop/show.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 
@@ -23,6 +25,7 @@ constexpr QRgb quiet_title = 0xFF707070; // of a chart that has no curves
 chart_view::chart_view(QWidget* parent)
     : QCustomPlot(parent), plot_(*this, {.title_line = title_line}), badge_(new QLabel(tr("FROZEN"), this)) {
     setInteractions({});
+    setFocusPolicy(Qt::TabFocus);
     badge_->setObjectName("frozen_badge");
     badge_->setAttribute(Qt::WA_TransparentForMouseEvents);
     badge_->setStyleSheet("background: #ffc800; color: black; border: 1px solid #404040; border-radius: 3px;"
@@ -51,7 +54,7 @@ void chart_view::show_control(const iStripChartX& control, const strip_window& r
 }
 
 void chart_view::describe() {
-    setAccessibleName(title());
+    setAccessibleName(tr("Chart %1").arg(title()));
     const QString hint =
         tr("The chart stands still and goes on by itself after a while. Click to let it go on now.");
     setToolTip(shown_.Frozen ? hint : QString());
@@ -136,7 +139,9 @@ void chart_view::paintEvent(QPaintEvent* /*event*/) {
         QCPPainter painter(&picture_);
         draw(&painter);
     }
-    QPainter(this).drawImage(0, 0, picture_);
+    QPainter painter(this);
+    painter.drawImage(0, 0, picture_);
+    if (hasFocus()) paint_focus_rim(painter, rect());
 }
 
 void chart_view::resizeEvent(QResizeEvent* /*event*/) {
@@ -172,6 +177,14 @@ void chart_view::mouseReleaseEvent(QMouseEvent* event) {
 
 void chart_view::wheelEvent(QWheelEvent* event) {
     event->ignore();
+}
+
+void chart_view::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit clicked();
+    } else {
+        QCustomPlot::keyPressEvent(event);
+    }
 }
 
 } // namespace tyxo

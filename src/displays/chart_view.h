@@ -37,7 +37,8 @@ class chart_view : public QCustomPlot {
     [[nodiscard]] bool frozen() const { return shown_.Frozen; }
 
   signals:
-    /// The left button was pressed and released inside; a double click is two clicks.
+    /// The left button was pressed and released inside, or the space bar or Return while the chart has the
+    /// focus; a double click is two clicks.
     void clicked();
 
   protected:
@@ -51,6 +52,7 @@ class chart_view : public QCustomPlot {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     /// Tells one picture of rows from another.

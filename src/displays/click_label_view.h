@@ -1,5 +1,7 @@
 #pragma once
-// A label that an operator can click: one left click, or the space bar when it has the focus.
+// A label that an operator can click: one left click, or the space bar or Return when it has the focus.
+
+#include "displays/paint_view.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -20,11 +22,18 @@ class click_label : public QLabel {
     void clicked();
 
   protected:
+    void paintEvent(QPaintEvent* event) override {
+        QLabel::paintEvent(event);
+        if (!hasFocus()) return;
+        QPainter painter(this);
+        paint_focus_rim(painter, rect());
+    }
     void mouseReleaseEvent(QMouseEvent* event) override {
         if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) emit clicked();
     }
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return) {
+        const int key = event->key();
+        if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
             emit clicked();
         } else {
             QLabel::keyPressEvent(event);

@@ -37,6 +37,13 @@ QColor shaded_ground(const QColor& color, const QWidget& widget) {
     return widget.isEnabled() ? color : mixed(color, QColor(muted), 0.25);
 }
 
+void paint_focus_rim(QPainter& painter, const QRectF& place) {
+    constexpr double pen = 2;
+    painter.setPen(QPen(QColor(ink::focus), pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(place.adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2));
+}
+
 double snapped(double length, double device_pixel_ratio) {
     return std::round(length * device_pixel_ratio) / device_pixel_ratio;
 }

@@ -31,6 +31,7 @@ inline constexpr QRgb needle = 0xFFFFFFFF;
 inline constexpr QRgb hub = 0xFF0F1215;
 inline constexpr QRgb glass = 0xFF0B0D10;
 inline constexpr QRgb glass_edge = 0xFFA9AEB3;
+inline constexpr QRgb focus = 0xFF1C4F9C;
 } // namespace ink
 
 /// `from` where `share` is 0, `to` where it is 1.
@@ -54,6 +55,9 @@ inline constexpr QRgb glass_edge = 0xFFA9AEB3;
 
 /// The dark window behind digits, with a fine rim. Returns the area inside of the rim.
 QRectF paint_glass(QPainter& painter, const QWidget& widget);
+
+/// The rim of a control that has the keyboard's focus, inside of `place`.
+void paint_focus_rim(QPainter& painter, const QRectF& place);
 
 /// Keeps the painted face of a control, sharp at the screen's pixel ratio. Faces beyond `greatest_side` are
 /// painted anew each time, to keep memory bounded.

@@ -33,6 +33,16 @@ QRect on_screen(const rectangle& place) {
     return {place.left, place.top, place.width, place.height};
 }
 
+/// The chart of the channel takes its whole row.
+bool enlarged(i16 channel) {
+    return sensor::channels[static_cast<std::size_t>(channel)].xy_zoom_state &&
+           charts.chart[static_cast<std::size_t>(channel)].Visible;
+}
+
+i16 row_neighbour(i16 channel) {
+    return static_cast<i16>(channel < 2 ? channel + 2 : channel - 2);
+}
+
 void set_text_size(QWidget* widget, double pixels) {
     QFont font = widget->font();
     font.setPixelSize(std::max(9, static_cast<int>(pixels)));
@@ -62,6 +72,11 @@ std::function<void()> panel_view::on_command(void (*handler)(i16)) const {
     };
 }
 
+void panel_view::name(QWidget* widget, const QString& what) const {
+    const QString full = tr("%1, channel %2").arg(what).arg(channel_ + 1);
+    if (widget->accessibleName() != full) widget->setAccessibleName(full);
+}
+
 QLabel* panel_view::caption(const char* array, const QString& text, const rectangle& place, int font) {
     auto* const label = instrument<QLabel>(array, place, font);
     label->setText(text);
@@ -79,26 +94,27 @@ panel_view::panel_view(i16 channel, QWidget* parent)
 
 void panel_view::make_gauges() {
     drehzahl = instrument<angular_gauge_view>("drehzahl", {5, 15, 101, 101});
-    drehzahl->setAccessibleName(tr("Speed"));
+    name(drehzahl, tr("Speed"));
     dig_drehzahl = instrument<seven_segment_view>("dig_drehzahl", {32, 97, 48, 19});
-    dig_drehzahl->setAccessibleName(tr("Speed"));
+    name(dig_drehzahl, tr("Speed in digits"));
     caption("lbl_rpm", "RPM", {82, 103, 28, 13}, 9);
     Gauge_thermo = instrument<linear_gauge_view>("Gauge_thermo", {112, 15, 50, 101});
-    Gauge_thermo->setAccessibleName(tr("Thermosignal"));
 }
 
 void panel_view::make_displays() {
     Label4 = instrument<click_label>("Label4", {166, 16, 84, 15});
     connect(Label4, &click_label::clicked, this, on_command(Label4_click));
+    Label4->setToolTip(tr("A click shows the other value"));
     digi_Thermo = instrument<analog_display_view>("digi_Thermo", {166, 32, 84, 26}, 16);
     caption("Lbl_tmv", "Thermovoltage", {166, 66, 88, 15});
     t_mv = instrument<analog_display_view>("t_mv", {166, 82, 84, 26}, 16);
-    t_mv->setAccessibleName(tr("Thermovoltage"));
+    name(t_mv, tr("Thermovoltage"));
 }
 
 void panel_view::make_lamps() {
     LED_Rdy = instrument<led_view>("LED_Rdy", {258, 15, 15, 15});
     caption("Label2", "System Ready", {277, 15, 116, 15});
+    name(LED_Rdy, tr("System Ready"));
     LED_prealarm = instrument<led_view>("LED_prealarm", {258, 32, 15, 15});
     Lbl_alm1 = caption("Lbl_alm1", "", {277, 32, 116, 15});
     LED_Alarm = instrument<led_view>("LED_Alarm", {258, 49, 15, 15});
@@ -108,6 +124,7 @@ void panel_view::make_lamps() {
     Lbl_alminhibit = instrument<click_label>("Lbl_alminhibit", {277, 32, 116, 15});
     Lbl_alminhibit->setStyleSheet("color: #a00000; font-weight: bold");
     connect(Lbl_alminhibit, &click_label::clicked, this, &panel_view::inhibit_clicked);
+    Lbl_alminhibit->setToolTip(tr("A click restarts the alarm inhibit time"));
     Lbl_inhtime = caption("Lbl_inhtime", "", {277, 49, 116, 15});
 }
 
@@ -116,12 +133,12 @@ void panel_view::make_levels() {
     Lbl_dc_percent = caption("Lbl_dc_percent", "", {258, 80, 54, 17});
     Lbl_dc_percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     dig_sens = instrument<seven_segment_view>("dig_sens", {316, 80, 48, 17});
-    dig_sens->setAccessibleName(tr("DC alarm level"));
+    name(dig_sens, tr("DC alarm level"));
     caption("lbl_sens2", "DC", {368, 80, 24, 17});
     lbl_aimplevel = caption("lbl_aimplevel", "", {258, 99, 54, 17});
     lbl_aimplevel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     dig_sens2 = instrument<seven_segment_view>("dig_sens2", {316, 99, 48, 17});
-    dig_sens2->setAccessibleName(tr("AC alarm level"));
+    name(dig_sens2, tr("AC alarm level"));
     caption("lbl_sens1", "AC", {368, 99, 24, 17});
 }
 
@@ -132,7 +149,9 @@ void panel_view::make_plot_side(QWidget* parent) {
     Cmd_diagramm2 = make<wrapped_button>("Cmd_diagramm2", parent);
     connect(Cmd_diagramm, &QPushButton::clicked, this, on_command(Cmd_diagramm_click));
     connect(Cmd_diagramm2, &QPushButton::clicked, this, on_command(Cmd_diagramm2_click));
+    name(XYplot, tr("Polar scope"));
     Frame_message = make<QGroupBox>("Frame_message", parent);
+    name(Frame_message, tr("Message"));
     Lbl_dama = make<QLabel>("Lbl_dama", Frame_message);
     Lbl_dama->setWordWrap(true);
     Lbl_dama->setAlignment(Qt::AlignCenter);
@@ -148,6 +167,10 @@ void panel_view::make_chart(QWidget* parent) {
 void panel_view::make_zoom_button(QWidget* parent) {
     cmd_zoom_xy = make<QPushButton>("cmd_zoom_xy", parent);
     connect(cmd_zoom_xy, &QPushButton::clicked, this, on_command(cmd_zoom_xy_click));
+}
+
+std::vector<QWidget*> panel_view::tab_stops() const {
+    return {cmd_zoom_xy, chart, Label4, Lbl_alminhibit, XYplot, Cmd_diagramm, Cmd_diagramm2};
 }
 
 void panel_view::place(const quadrant_layout& layout) {
@@ -207,6 +230,30 @@ void panel_view::show_state() {
     show_button(*Cmd_diagramm2, panels.Cmd_diagramm2[index]);
     show_button(*cmd_zoom_xy, panels.cmd_zoom_xy[index]);
     show_chart();
+    show_names();
+    show_stops();
+}
+
+/// The names of controls whose captions change.
+void panel_view::show_names() {
+    name(Gauge_thermo, Label4->text());
+    name(digi_Thermo, tr("%1 in digits").arg(Label4->text()));
+    name(Label4, tr("%1, value shown").arg(Label4->text()));
+    name(LED_prealarm, Lbl_alm1->text());
+    name(LED_Alarm, lbl_alm2->text());
+    name(Lbl_alminhibit, Lbl_alminhibit->text());
+    for (QPushButton* button : {Cmd_diagramm, Cmd_diagramm2, cmd_zoom_xy})
+        name(button, button->text());
+}
+
+/// What lies under an enlarged chart is no stop of the Tab key.
+void panel_view::show_stops() {
+    const bool covered = enlarged(channel_) || enlarged(row_neighbour(channel_));
+    for (QWidget* control : {static_cast<QWidget*>(Label4), static_cast<QWidget*>(Lbl_alminhibit),
+                             static_cast<QWidget*>(XYplot)})
+        control->setFocusPolicy(covered ? Qt::NoFocus : Qt::TabFocus);
+    for (QPushButton* button : {Cmd_diagramm, Cmd_diagramm2})
+        button->setFocusPolicy(covered ? Qt::NoFocus : Qt::StrongFocus);
 }
 
 } // namespace tyxo

@@ -39,6 +39,9 @@ class panel_view : public QObject {
     void make_chart(QWidget* parent);
     void make_zoom_button(QWidget* parent);
 
+    /// What the Tab key stops at, in the order of the eye.
+    [[nodiscard]] std::vector<QWidget*> tab_stops() const;
+
   signals:
     /// The inhibit label was clicked.
     void inhibit_clicked();
@@ -53,6 +56,8 @@ class panel_view : public QObject {
 
     template <class Widget> Widget* make(const char* array, QWidget* parent);
     template <class Widget> Widget* instrument(const char* array, const rectangle& place, int font = 11);
+    /// Names a control for those who hear it, with the number of its channel.
+    void name(QWidget* widget, const QString& what) const;
     QLabel* caption(const char* array, const QString& text, const rectangle& place, int font = 11);
     [[nodiscard]] std::function<void()> on_command(void (*handler)(i16)) const;
     void make_gauges();
@@ -61,6 +66,8 @@ class panel_view : public QObject {
     void make_levels();
     void make_plot_side(QWidget* parent);
     void show_chart();
+    void show_names();
+    void show_stops();
 
     i16 channel_;
     QGroupBox* Frame_sensor;

@@ -10,6 +10,7 @@ namespace tyxo {
 
 text_status_view::text_status_view(QWidget* parent) : QPlainTextEdit(parent) {
     setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     document()->setDocumentMargin(1); // four lines fit into the box of the design size

@@ -21,7 +21,6 @@ namespace {
 /// stand out.
 constexpr QRgb scope_ground = 0xFFC0C0C0;
 constexpr QRgb scope_cross = 0xFFA4A7AA;
-constexpr QRgb focus_rim = 0xFF1C4F9C;
 
 constexpr double frame = 2;
 constexpr double pen_share = 0.0125; ///< of the side
@@ -100,9 +99,7 @@ void xy_plot_view::paintEvent(QPaintEvent* /*event*/) {
     face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
     for (std::size_t index = reference(shown_).size(); index < shown_.curves.size(); ++index)
         paint_curve(painter, shown_.curves[index]);
-    if (!hasFocus()) return;
-    painter.setPen(QPen(QColor(focus_rim), frame));
-    painter.drawRect(square().adjusted(frame / 2, frame / 2, -frame / 2, -frame / 2));
+    if (hasFocus()) paint_focus_rim(painter, square());
 }
 
 void xy_plot_view::paint_face(QPainter& painter) const {

@@ -22,7 +22,7 @@ std::string_view without_blanks(std::string_view text) {
 /// The whole of a text as a number, a fraction rounded to even. A text that only begins with one is none.
 template <class To> To whole_number(std::string_view text) {
     std::string_view number = without_blanks(text);
-    if (number.starts_with('+')) number.remove_prefix(1);
+    if (number.starts_with('+') && !number.starts_with("+-")) number.remove_prefix(1);
     const auto first_digit = number.find_first_not_of("-.");
     if (first_digit == number.npos || number[first_digit] < '0' || number[first_digit] > '9')
         failures::type_mismatch(); // names of numbers, like "inf", among them

@@ -18,7 +18,7 @@ constexpr std::string_view event_record = "##;07-02-2026;13:05:09;KVD Engine 2 #
 class InhibitReset : public testing::Test {
   protected:
     void SetUp() override {
-        start_on(logging_settings(3, "eventfile_ena= 1\r\neventfile_path=C:\\logs\\\r\n"));
+        start_on(logging_settings(3, "eventfile_ena= 1\r\nevtpath=C:\\logs\\\r\n"));
         indicators.Text_status.keep_last(0);
     }
 
@@ -36,7 +36,7 @@ TEST_F(InhibitReset, BearsItsCaptions) {
 
 TEST_F(InhibitReset, TheInhibitLabelOpensItForItsChannel) {
     EXPECT_FALSE(dialog().form.Visible);
-    for (const i16 channel : {2, 0, 3}) {
+    for (const i16 channel : {i16{2}, i16{0}, i16{3}}) {
         Lbl_alminhibit_click(channel);
         EXPECT_EQ(sensor::inhibit_reset_channel, channel);
         EXPECT_TRUE(dialog().form.Visible);
@@ -95,7 +95,8 @@ TEST_F(InhibitReset, TakesItsStepsInTheirOrder) {
     text_lines steps;
     const auto seen = [&steps](std::string_view where, i16 channel, std::string_view text) {
         steps.push_back(std::string(where) + ' ' + std::to_string(channel) + ' ' + std::string(text));
-        steps.push_back("sent " + std::to_string(sent(1).size()) + ", box " + std::to_string(status().size()));
+        steps.push_back("sent " + std::to_string(sent(1).size()) + ", box " +
+                        std::to_string(status().size()));
         EXPECT_TRUE(dialog().form.Visible);
     };
     calls.log_comment = [&](i16 channel, std::string_view text) { seen("log", channel, text); };
@@ -104,9 +105,9 @@ TEST_F(InhibitReset, TakesItsStepsInTheirOrder) {
     CmdDo_click();
     const std::string both_done =
         "sent " + std::to_string(command.size()) + ", box " + std::to_string(box_line.size());
-    EXPECT_EQ(steps,
-              (text_lines{"log 1 KVD Engine 2 ## Restart Alarm Inhibit Time", both_done,
-                          "event 1 07-02-2026;13:05:09;KVD Engine 2 ## Restart Alarm Inhibit Time", both_done}));
+    EXPECT_EQ(steps, (text_lines{"log 1 KVD Engine 2 ## Restart Alarm Inhibit Time", both_done,
+                                 "event 1 07-02-2026;13:05:09;KVD Engine 2 ## Restart Alarm Inhibit Time",
+                                 both_done}));
 }
 
 TEST_F(InhibitReset, ClosesTheDialogAndWaitsForNoAnswer) {

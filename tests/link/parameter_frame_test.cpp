@@ -45,8 +45,8 @@ class ParameterFrame : public link_testing::link_world {
 
     /// Every text of the set, one after the other.
     void for_every_text(const std::function<void(std::string&)>& visit) {
-        for (std::string* text : {&texts.alarmlevel, &texts.ratedspeed, &texts.overspeed, &texts.num_cyl,
-                                  &texts.prealarmlevel})
+        for (std::string* text :
+             {&texts.alarmlevel, &texts.ratedspeed, &texts.overspeed, &texts.num_cyl, &texts.prealarmlevel})
             visit(*text);
         for (std::string& text : texts.firingorder)
             visit(text);
@@ -167,7 +167,7 @@ TEST_F(ParameterFrame, AnOpenPortStaysOpen) {
 
 TEST_F(ParameterFrame, GoesToItsOwnChannelOnly) {
     EXPECT_EQ(frame().size(), 75U);
-    for (const i16 channel : {0, 2, 3})
+    for (const i16 channel : {i16{0}, i16{2}, i16{3}})
         EXPECT_EQ(simulation::sent(channel), "");
 }
 
@@ -185,13 +185,13 @@ TEST_F(ParameterFrame, AChannelThatDoesNotExistFails) {
 TEST_F(ParameterFrame, TheAnswerChangesNothingOfTheRecord) {
     record(1).alarmlevel = 320;
     record(1).ratedspeed = 750;
-    record(1).num_cyl = 8;
+    record(1).numzyl = 8;
     EXPECT_EQ(frame().size(), 75U);
     for (const char* answer : {":0700", ":0701"}) {
         receive(simulation::framed(answer), 1);
         EXPECT_EQ(record(1).alarmlevel, 320);
         EXPECT_EQ(record(1).ratedspeed, 750);
-        EXPECT_EQ(record(1).num_cyl, 8);
+        EXPECT_EQ(record(1).numzyl, 8);
         EXPECT_FALSE(record(1).param_valid);
     }
 }

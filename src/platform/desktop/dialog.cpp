@@ -16,7 +16,7 @@ namespace tyxo {
 namespace {
 
 constexpr int least_button_width = 120;
-constexpr QRgb disabled_print = 0xFF7A7E82; ///< values that can only be looked at must still be legible
+constexpr QRgb disabled_print = 0xFF686C70; ///< values that can only be looked at must still be legible
 
 } // namespace
 

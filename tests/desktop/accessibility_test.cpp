@@ -1,0 +1,443 @@
+// Every window for those who use the keyboard alone, listen to it, or need larger or stronger print. A new
+// window takes one row in the table.
+
+#include "desktop/started_window.h"
+#include "dialogs/frmlog.h"
+#include "dialogs/frmresetinhtime.h"
+#include "dialogs/frmsplash.h"
+#include "dialogs/frmstatustext.h"
+#include "displays/bar_diagram.h"
+#include "displays/chart.h"
+#include "displays/frmdetailedpic.h"
+#include "displays/frmscale_polar.h"
+#include "displays/frmselectprint.h"
+#include "displays/panel.h"
+#include "displays/xy_plot.h"
+#include "gateway/frmsetuptcp.h"
+#include "link/channel_rec.h"
+#include "link/indicators.h"
+#include "settings/settings.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSet>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+
+using namespace tyxo;
+
+namespace {
+
+constexpr const char* settings_text = "[tyxo]\r\n"
+                                      "max_sensors= 4\r\n"
+                                      "location 1=Port engine & gear\r\n"
+                                      "location 2=Starboard engine\r\n"
+                                      "location 3=Generator 3\r\n"
+                                      "location 4=Test bed\r\n";
+
+constexpr double least_contrast = 4.5;
+
+struct window_row {
+    const char* name;
+    std::function<void()> open;
+    std::function<void()> close;
+    bool grows_with_font; ///< the others scale their print with their size
+};
+
+const std::vector<window_row>& windows() {
+    static const std::vector<window_row> rows{
+        {"mainfrm", [] {}, [] {}, false},
+        {"FrmSetupTCP", setup_tcp_click, Cmd_close_click, true},
+        {"frmdetailedpic", [] { XYplot_click(0); }, frmdetailedpic_unload, false},
+        {"frmbarpic", [] { Cmd_diagramm_click(0); }, [] { bar_form_unload(frmbarpic); }, false},
+        {"Frmbarpic2", [] { Cmd_diagramm2_click(0); }, [] { bar_form_unload(Frmbarpic2); }, false},
+        {"frmscale_polar", setup_scale_click, frmscale_polar_unload, true},
+        {"frmselectprint", prt_click, cmd_cancel_click, true},
+        {"FrmResetInhTime", [] { Lbl_alminhibit_click(1); }, FrmResetInhTime_CmdCancel_click, true},
+        {"frmstatustext", Text_status_dblclick, Cmdclose_click, true},
+        {"Frmlog", Lbl_TY_logger_click, Frmlog_Cmd_ok_click, true},
+        {"frmSplash", about_click, frmSplash_unload, true},
+    };
+    return rows;
+}
+
+/// What an operator can see of a window.
+std::vector<QWidget*> visible_controls(const QWidget* window) {
+    std::vector<QWidget*> controls;
+    for (QWidget* control : window->findChildren<QWidget*>()) {
+        if (control->isVisible() && control->window() == window) controls.push_back(control);
+    }
+    return controls;
+}
+
+bool is_stop(const QWidget* control) {
+    return control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0;
+}
+
+bool is_painted_value(const QWidget* control) {
+    for (const char* property : {"Value", "Position", "Active", "XAxisMin", "ScaleWidth"}) {
+        if (control->metaObject()->indexOfProperty(property) >= 0) return true;
+    }
+    return control->objectName().startsWith("iPlotX") || control->objectName().startsWith("Image");
+}
+
+/// As a screen reader says it.
+QString spoken(QWidget* control) {
+    const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(control);
+    return told == nullptr ? QString() : told->text(QAccessible::Name);
+}
+
+QString described(const QWidget* control) {
+    return control->objectName() + " (" + control->metaObject()->className() + ')';
+}
+
+QRect on_window(const QWidget* control) {
+    return {control->mapTo(control->window(), QPoint()), control->size()};
+}
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const double first = luminance(one);
+    const double second = luminance(other);
+    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
+}
+
+/// The text's colour and its ground; nothing for a control without text. Painted controls have the colours
+/// that the plant's operators know: they are no texts on the window's ground.
+std::optional<std::pair<QColor, QColor>> text_colours(const QWidget* control) {
+    const QPalette& palette = control->palette();
+    const auto group = control->isEnabled() ? QPalette::Active : QPalette::Disabled;
+    const auto pair = [&](QPalette::ColorRole text, QPalette::ColorRole ground) {
+        return std::pair(palette.color(group, text), palette.color(group, ground));
+    };
+    if (qobject_cast<const QLineEdit*>(control) || qobject_cast<const QPlainTextEdit*>(control))
+        return pair(QPalette::Text, QPalette::Base);
+    if (qobject_cast<const QPushButton*>(control)) return pair(QPalette::ButtonText, QPalette::Button);
+    if (qobject_cast<const QLabel*>(control) || qobject_cast<const QGroupBox*>(control) ||
+        qobject_cast<const QAbstractButton*>(control))
+        return pair(QPalette::WindowText, QPalette::Window);
+    return std::nullopt;
+}
+
+/// Neither back nor up, but for the top of the next column.
+bool follows_the_eye(const QRect& before, const QRect& after) {
+    const bool above = after.bottom() < before.top();
+    const bool left = after.right() < before.left();
+    const bool right = after.left() > before.right();
+    const bool below = after.top() > before.bottom();
+    return !(above && !right) && !(left && !below);
+}
+
+} // namespace
+
+class accessibility_test : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void initTestCase() {
+        window_.start(settings_text);
+        for (std::size_t channel = 0; channel < channel_count; ++channel) {
+            panels.XYplot[channel].Visible = true;
+            panels.Cmd_diagramm[channel].Visible = true;
+            panels.Cmd_diagramm2[channel].Visible = true;
+            indicators.Lbl_alminhibit[channel].Visible = true;
+            sensor::channels[channel].numzyl = 6;
+            sensor::channels[channel].param_valid = true;
+        }
+        window_.show_state();
+    }
+    void cleanupTestCase() {
+        large_.reset();
+        window_.end();
+    }
+
+    void every_control_has_a_name_data() { all_windows(); }
+    void every_control_has_a_name() {
+        const opened_window opened(*this);
+        int named = 0;
+        for (QWidget* control : visible_controls(opened.widget)) {
+            if (!is_stop(control) && !is_painted_value(control)) continue;
+            QVERIFY2(!spoken(control).isEmpty(), qPrintable(described(control)));
+            ++named;
+        }
+        QVERIFY(named > 0 || opened.row->name == QString("frmSplash"));
+        QVERIFY(!opened.widget->windowTitle().isEmpty());
+    }
+
+    void no_two_controls_have_the_same_name_data() { all_windows(); }
+    void no_two_controls_have_the_same_name() {
+        const opened_window opened(*this);
+        QHash<QString, QString> names;
+        for (QWidget* control : visible_controls(opened.widget)) {
+            if (!is_stop(control) && !is_painted_value(control)) continue;
+            const QString name = spoken(control);
+            QVERIFY2(!names.contains(name),
+                     qPrintable('"' + name + "\": " + described(control) + ", " + names[name]));
+            names[name] = described(control);
+        }
+    }
+
+    void controls_of_a_channel_tell_its_number() {
+        for (QWidget* control : visible_controls(&window_.view())) {
+            if (!is_stop(control) && !is_painted_value(control)) continue;
+            const QString index = control->objectName().section('(', 1).chopped(1);
+            if (index.isEmpty() || control->objectName().startsWith("opt_res")) continue;
+            const QString number = QString::number(index.toInt() + 1);
+            QVERIFY2(spoken(control).endsWith("channel " + number) ||
+                         spoken(control).startsWith("Chart " + number + ": "),
+                     qPrintable(described(control) + ": " + spoken(control)));
+        }
+    }
+
+    void tab_stops_at_every_control_in_the_order_of_the_eye_data() { all_windows(); }
+    void tab_stops_at_every_control_in_the_order_of_the_eye() {
+        const opened_window opened(*this);
+        const std::vector<QWidget*> stops = walk(opened.widget);
+        for (std::size_t index = 1; index < stops.size(); ++index) {
+            QVERIFY2(follows_the_eye(on_window(stops[index - 1]), on_window(stops[index])),
+                     qPrintable(described(stops[index - 1]) + " -> " + described(stops[index])));
+        }
+        for (QWidget* control : visible_controls(opened.widget)) {
+            if (is_stop(control))
+                QVERIFY2(std::ranges::count(stops, control) == 1, qPrintable(described(control)));
+        }
+    }
+
+    void the_focus_is_seen_data() { all_windows(); }
+    void the_focus_is_seen() {
+        const opened_window opened(*this);
+        const std::vector<QWidget*> stops = walk(opened.widget);
+        QHash<QWidget*, QImage> without;
+        if (QWidget* const focus = QApplication::focusWidget()) focus->clearFocus();
+        for (QWidget* stop : stops)
+            without[stop] = stop->grab().toImage();
+        for (QWidget* stop : walk(opened.widget)) {
+            stop->setFocus(Qt::TabFocusReason);
+            QVERIFY(stop->hasFocus());
+            QVERIFY2(stop->grab().toImage() != without[stop], qPrintable(described(stop)));
+        }
+    }
+
+    void texts_stand_out_from_their_ground_data() { all_windows(); }
+    void texts_stand_out_from_their_ground() {
+        const opened_window opened(*this);
+        for (const QWidget* control : visible_controls(opened.widget)) {
+            const auto colours = text_colours(control);
+            if (!colours) continue;
+            const double found = contrast(colours->first, colours->second);
+            QVERIFY2(found >= least_contrast,
+                     qPrintable(described(control) + ": " + QString::number(found, 'f', 2)));
+        }
+    }
+
+    void locked_values_stand_out_too() {
+        sensor::measure_running = true;
+        const opened_window opened(*this, "frmscale_polar");
+        int locked = 0;
+        for (const QWidget* control : visible_controls(opened.widget)) {
+            const auto colours = text_colours(control);
+            if (!colours || control->isEnabled()) continue;
+            ++locked;
+            QVERIFY2(contrast(colours->first, colours->second) >= least_contrast,
+                     qPrintable(described(control)));
+        }
+        sensor::measure_running = false;
+        QVERIFY(locked > 0);
+    }
+
+    void nothing_is_cut_off_data() { all_windows(); }
+    void nothing_is_cut_off() {
+        const opened_window opened(*this);
+        if (opened.row->grows_with_font) check_room(opened.widget);
+    }
+
+    // The keyboard does what the mouse does.
+
+    void keys_freeze_a_chart_and_let_it_go() {
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+            press("chart", 1, key);
+            QVERIFY(charts.chart[1].Frozen);
+            QVERIFY(!charts.chart[0].Frozen);
+            press("chart", 1, key);
+            QVERIFY(!charts.chart[1].Frozen);
+        }
+    }
+
+    void other_keys_leave_a_chart_alone() {
+        press("chart", 1, Qt::Key_A);
+        QVERIFY(!charts.chart[1].Frozen);
+    }
+
+    void keys_open_the_detailed_display() {
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            press("XYplot", 2, key);
+            QTRY_VERIFY(frmdetailedpic.form.Visible);
+            QCOMPARE(sensor::polar_channel, i16{3});
+            frmdetailedpic_unload();
+            window_.show_state();
+        }
+    }
+
+    void keys_change_the_value_of_the_thermo_gauge() {
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            const std::string before = panels.Label4[3].Caption;
+            press("Label4", 3, key);
+            QVERIFY(panels.Label4[3].Caption != before);
+            window_.show_state();
+            QVERIFY(spoken(window_.widget("Gauge_thermo", 3)).startsWith(qt_text(panels.Label4[3].Caption)));
+        }
+    }
+
+    void keys_ask_for_the_restart_of_the_inhibit_time() {
+        press("Lbl_alminhibit", 2, Qt::Key_Return);
+        QVERIFY(FrmResetInhTime.form.Visible);
+        QCOMPARE(sensor::inhibit_reset_channel, i16{2});
+        FrmResetInhTime_CmdCancel_click();
+        window_.show_state();
+    }
+
+    void keys_open_software_info() {
+        QWidget* const name = window_.view().findChild<QWidget*>("Lbl_TY_logger");
+        name->setFocus();
+        QTest::keyClick(name, Qt::Key_Space);
+        QVERIFY(Frmlog.form.Visible);
+        Frmlog_Cmd_ok_click();
+        window_.show_state();
+    }
+
+    void tab_skips_what_an_enlarged_chart_covers() {
+        cmd_zoom_xy_click(0);
+        window_.show_state();
+        const std::vector<QWidget*> stops = walk(&window_.view());
+        for (const int covered : {0, 2}) {
+            for (const char* array : {"Label4", "Lbl_alminhibit", "XYplot", "Cmd_diagramm", "Cmd_diagramm2"})
+                QVERIFY(std::ranges::count(stops, window_.widget(array, covered)) == 0);
+            QVERIFY(std::ranges::count(stops, window_.widget("cmd_zoom_xy", covered)) == 1);
+        }
+        QVERIFY(std::ranges::count(stops, window_.widget("Label4", 1)) == 1);
+        cmd_zoom_xy_click(0);
+        window_.show_state();
+        const std::vector<QWidget*> again = walk(&window_.view());
+        QVERIFY(std::ranges::count(again, window_.widget("Label4", 2)) == 1);
+    }
+
+    // The last test: a second main window, made with larger print.
+
+    void nothing_is_cut_off_with_larger_print() {
+        QFont font = QApplication::font();
+        font.setPointSize(14);
+        QApplication::setFont(font);
+        large_ = std::make_unique<mainfrm_view>();
+        large_->show();
+        for (const window_row& row : windows()) {
+            if (!row.grows_with_font) continue;
+            row.open();
+            large_->show_state();
+            QTest::qWait(50);
+            auto* const window = large_->findChild<QWidget*>(row.name);
+            QVERIFY2(window->isVisible(), row.name);
+            QVERIFY2(window->font().pointSize() >= 14, row.name);
+            check_room(window);
+            row.close();
+            large_->show_state();
+        }
+    }
+
+  private:
+    /// A window of the table while it is open.
+    class opened_window {
+      public:
+        explicit opened_window(accessibility_test& test, QString name = QTest::currentDataTag())
+            : row(&*std::ranges::find(windows(), name, &window_row::name)), test_(test) {
+            row->open();
+            test_.window_.show_state();
+            mainfrm_view& main = test_.window_.view();
+            widget = main.objectName() == name ? &main : main.findChild<QWidget*>(name);
+            if (!QTest::qWaitFor([this] { return widget->isVisible(); })) qFatal("%s", row->name);
+            widget->activateWindow();
+            if (!QTest::qWaitForWindowActive(widget)) qFatal("%s is not active", row->name);
+        }
+        ~opened_window() {
+            row->close();
+            test_.window_.show_state();
+        }
+        opened_window(const opened_window&) = delete;
+        opened_window& operator=(const opened_window&) = delete;
+
+        const window_row* row;
+        QWidget* widget = nullptr;
+
+      private:
+        accessibility_test& test_;
+    };
+
+    static void all_windows() {
+        QTest::addColumn<int>("unused");
+        for (const window_row& row : windows())
+            QTest::newRow(row.name) << 0;
+    }
+
+    /// Where the Tab key stops, from the window's first stop on.
+    static std::vector<QWidget*> walk(QWidget* window) {
+        std::vector<QWidget*> stops;
+        const auto first = [window] {
+            for (QWidget* next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain())
+                if (next->isVisible() && next->window() == window && is_stop(next)) return next;
+            return window;
+        };
+        first()->setFocus(Qt::TabFocusReason);
+        for (QWidget* focus = QApplication::focusWidget();
+             focus != nullptr && focus != window && std::ranges::count(stops, focus) == 0;
+             focus = QApplication::focusWidget()) {
+            stops.push_back(focus);
+            QTest::keyClick(focus, Qt::Key_Tab);
+        }
+        return stops;
+    }
+
+    static void check_room(const QWidget* window) {
+        for (const QWidget* control : visible_controls(window)) {
+            const QString name = described(control);
+            const QWidget* const parent = control->parentWidget();
+            QVERIFY2(parent->rect().contains(control->geometry()) || control->objectName().startsWith("qt_"),
+                     qPrintable(name));
+            QVERIFY2(control->width() >= control->minimumSizeHint().width(), qPrintable(name));
+            QVERIFY2(control->height() >= control->minimumSizeHint().height(), qPrintable(name));
+            const auto fits = [&](const QString& text) {
+                return control->fontMetrics().size(Qt::TextShowMnemonic, text).width() <= control->width();
+            };
+            if (const auto* const label = qobject_cast<const QLabel*>(control))
+                QVERIFY2(fits(label->text()), qPrintable(label->text()));
+            if (const auto* const button = qobject_cast<const QAbstractButton*>(control))
+                QVERIFY2(fits(button->text()), qPrintable(button->text()));
+            if (const auto* const frame = qobject_cast<const QGroupBox*>(control))
+                QVERIFY2(fits(frame->title()), qPrintable(frame->title()));
+        }
+        QVERIFY2(window->screen()->availableSize().width() >= window->width() &&
+                     window->screen()->availableSize().height() >= window->height(),
+                 qPrintable(window->objectName()));
+    }
+
+    void press(const char* array, int channel, Qt::Key key) {
+        QWidget* const control = window_.widget(array, channel);
+        control->setFocus();
+        QVERIFY(control->hasFocus());
+        QTest::keyClick(control, key);
+    }
+
+    started_window window_;
+    std::unique_ptr<mainfrm_view> large_;
+};
+
+QTEST_MAIN(accessibility_test)
+#include "accessibility_test.moc"

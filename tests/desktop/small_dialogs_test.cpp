@@ -1,0 +1,383 @@
+// Inhibit reset, status window, software info and About with their real widgets, opened as an operator opens
+// them.
+
+#include "desktop/started_window.h"
+#include "dialogs/frmstatustext.h"
+#include "link/channel_rec.h"
+#include "link/indicators.h"
+
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QScrollBar>
+
+using namespace tyxo;
+
+namespace {
+
+constexpr const char* settings_text = "[tyxo]\r\n"
+                                      "max_sensors= 2\r\n"
+                                      "location 1=Engine & pump\r\n"
+                                      "location 2=K\xFChlung\r\n";
+
+} // namespace
+
+class small_dialogs_test : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void initTestCase() { window_.start(settings_text); }
+    void cleanupTestCase() { window_.end(); }
+
+    void cleanup() {
+        indicators.Lbl_alminhibit[0].Visible = indicators.Lbl_alminhibit[1].Visible = false;
+        window_.show_state();
+    }
+
+    // The inhibit time.
+
+    void a_click_on_the_inhibit_label_asks_about_its_channel() {
+        QDialog* const dialog = open_inhibit(1);
+        QCOMPARE(sensor::inhibit_reset_channel, i16{1});
+        QCOMPARE(dialog->windowTitle(), QString("Alarm Inhibit Time"));
+        QCOMPARE(label(dialog, "Label1"), QString("Restart Alarm Inhibit Time"));
+        QCOMPARE(label(dialog, "Lbl_channel"), QString("2: K\u00FChlung"));
+        check_texts(dialog);
+        close_with_escape(dialog);
+        QCOMPARE(status(), QString());
+    }
+
+    void the_space_bar_on_the_inhibit_label_does_the_same() {
+        indicators.Lbl_alminhibit[0].Visible = true;
+        window_.show_state();
+        QWidget* const inhibit = window_.widget("Lbl_alminhibit", 0);
+        inhibit->setFocus();
+        QTest::keyClick(inhibit, Qt::Key_Space);
+        QDialog* const dialog = window_.dialog("FrmResetInhTime");
+        QTRY_VERIFY(dialog->isVisible());
+        QCOMPARE(label(dialog, "Lbl_channel"), QString("1: Engine & pump"));
+        QTest::mouseClick(button(dialog, "CmdCancel", "Cancel"), Qt::LeftButton);
+        QTRY_VERIFY(!dialog->isVisible());
+        QCOMPARE(status(), QString());
+    }
+
+    void enter_restarts_the_inhibit_time() {
+        QDialog* const dialog = open_inhibit(1);
+        QVERIFY(button(dialog, "CmdDo", "Restart")->isDefault());
+        QVERIFY(button(dialog, "CmdDo", "Restart")->hasFocus());
+        QTest::keyClick(dialog, Qt::Key_Return); // its port does not exist; the record is made all the same
+        QTRY_VERIFY(!dialog->isVisible());
+        const QRegularExpression line(
+            "^\\d\\d-\\d\\d-\\d{4} \\d\\d:\\d\\d:\\d\\d KVD K\u00FChlung ## Restart Alarm Inhibit Time$");
+        QVERIFY2(line.match(status()).hasMatch(), qPrintable(status()));
+        indicators.Text_status.keep_last(0);
+    }
+
+    void it_locks_the_main_window_and_nothing_else() {
+        QDialog* const dialog = open_inhibit(0);
+        QVERIFY(dialog->isModal());
+        QCOMPARE(dialog->windowModality(), Qt::WindowModal);
+        close_with_escape(dialog);
+    }
+
+    // The status window.
+
+    void a_double_click_on_the_status_text_shows_its_large_copy() {
+        fill_status(3);
+        QDialog* const dialog = open_status();
+        QCOMPARE(dialog->windowTitle(), QString("Status window"));
+        QCOMPARE(copy()->toPlainText(), QString("line 0\nline 1\nline 2\n"));
+        QVERIFY(copy()->isReadOnly());
+        QVERIFY(dialog->width() >= 800 && dialog->height() >= 500);
+        check_texts(dialog);
+        close_with_escape(dialog);
+    }
+
+    void enter_on_the_status_text_does_the_same() {
+        QWidget* const box = window_.view().findChild<QWidget*>("Text_status");
+        box->setFocus();
+        QTest::keyClick(box, Qt::Key_Return);
+        QDialog* const dialog = window_.dialog("frmstatustext");
+        QTRY_VERIFY(dialog->isVisible());
+        QTest::keyClick(dialog, Qt::Key_Return); // "Close" is the default button
+        QTRY_VERIFY(!dialog->isVisible());
+    }
+
+    void a_new_line_shows_only_after_refresh() {
+        fill_status(1);
+        QDialog* const dialog = open_status();
+        indicators.Text_status.append("new\r\n");
+        window_.show_state();
+        QCOMPARE(copy()->toPlainText(), QString("line 0\n"));
+        QTest::mouseClick(button(dialog, "Cmdrefresh", "Refresh"), Qt::LeftButton);
+        QTRY_COMPARE(copy()->toPlainText(), QString("line 0\nnew\n"));
+        close_status();
+        indicators.Text_status.append("newer\r\n");
+        open_status();
+        QCOMPARE(copy()->toPlainText(), QString("line 0\nnew\nnewer\n"));
+        close_status();
+    }
+
+    void the_last_line_is_seen_and_the_caret_is_behind_it() {
+        fill_status(500);
+        open_status();
+        QVERIFY(copy()->textCursor().atEnd());
+        QVERIFY(copy()->verticalScrollBar()->maximum() > 0);
+        QCOMPARE(copy()->verticalScrollBar()->value(), copy()->verticalScrollBar()->maximum());
+        close_status();
+    }
+
+    void the_reader_is_left_alone_until_refresh() {
+        fill_status(500);
+        QDialog* const dialog = open_status();
+        copy()->verticalScrollBar()->setValue(7);
+        window_.show_state();
+        QCOMPARE(copy()->verticalScrollBar()->value(), 7);
+        indicators.Text_status.append("new\r\n");
+        QTest::mouseClick(button(dialog, "Cmdrefresh", "Refresh"), Qt::LeftButton);
+        QTRY_COMPARE(copy()->verticalScrollBar()->value(), copy()->verticalScrollBar()->maximum());
+        close_status();
+    }
+
+    void it_grows_with_the_window() {
+        fill_status(3);
+        QDialog* const dialog = open_status();
+        const QSize before = copy()->size();
+        const QSize size = dialog->size();
+        dialog->resize(size + QSize(200, 150));
+        QTRY_COMPARE(copy()->size(), before + QSize(200, 150));
+        dialog->resize(size);
+        close_status();
+    }
+
+    void text_is_selected_and_copied_with_keys_in_both_boxes() {
+        fill_status(3);
+        copy_all(window_.view().findChild<QPlainTextEdit*>("Text_status"), "line 0\nline 1\nline 2");
+        open_status();
+        copy_all(copy(), "line 0\nline 1\nline 2\n");
+        close_status();
+    }
+
+    void keys_move_through_the_large_copy() {
+        fill_status(3);
+        open_status();
+        QVERIFY(copy()->hasFocus());
+        QTest::keyClick(copy(), Qt::Key_Home, Qt::ControlModifier);
+        QCOMPARE(copy()->textCursor().position(), 0);
+        QTest::keyClick(copy(), Qt::Key_End, Qt::ShiftModifier);
+        QCOMPARE(copy()->textCursor().selectedText(), QString("line 0"));
+        QTest::keyClick(copy(), 'x');
+        QCOMPARE(copy()->toPlainText(), QString("line 0\nline 1\nline 2\n"));
+        close_status();
+    }
+
+    void sixty_thousand_characters_open_without_delay() {
+        fill_status(0);
+        while (indicators.Text_status.size() < 60000)
+            indicators.Text_status.append("07-02-2026 13:05:09 KVD Engine 1 ## Main Alarm DC ON\r\n");
+        window_.show_state();
+        QElapsedTimer clock;
+        clock.start();
+        Text_status_dblclick();
+        window_.show_state();
+        QVERIFY(!copy()->grab().isNull());
+        const qint64 took = clock.elapsed();
+        qInfo("opening with 60,000 characters: %lld ms", static_cast<long long>(took));
+        QVERIFY2(took < 1000, "the window must open at once");
+        close_status();
+        fill_status(0);
+    }
+
+    // Software info.
+
+    void a_click_on_the_programs_name_tells_what_it_is() {
+        QDialog* const dialog = open_identity();
+        QCOMPARE(dialog->windowTitle(), QString("Software info "));
+        QCOMPARE(label(dialog, "headline"), QString("Quarvo / Tyxo Data Logger Info"));
+        QVERIFY(dialog->findChild<QWidget*>("Image1")->isVisible());
+        check_texts(dialog);
+        QTest::mouseClick(button(dialog, "Cmd_ok", "ok"), Qt::LeftButton);
+        QTRY_VERIFY(!dialog->isVisible());
+    }
+
+    void every_value_stands_beside_its_title() {
+        QDialog* const dialog = open_identity();
+        const std::vector<std::pair<const char*, const char*>> pairs{{"Type:", "Lbllogtype"},
+                                                                     {"Version:", "Lblversion"},
+                                                                     {"Date:", "Lbldate"},
+                                                                     {"developed by:", "Lbldev"},
+                                                                     {"programmed by:", "Lblprog"}};
+        int above = -1;
+        for (const auto& [title, name] : pairs) {
+            const auto* const value = dialog->findChild<QLabel*>(name);
+            const QLabel* const fixed = label_of(dialog, value);
+            QVERIFY2(fixed != nullptr, name);
+            QCOMPARE(fixed->text(), QString(title));
+            QVERIFY2(!value->text().isEmpty(), name);
+            QCOMPARE(fixed->geometry().center().y(), value->geometry().center().y());
+            QVERIFY(fixed->geometry().right() < value->geometry().left());
+            QVERIFY(value->y() > above);
+            above = value->y();
+        }
+        QCOMPARE(label(dialog, "Lbllogtype"), QString("four systems"));
+        QCOMPARE(label(dialog, "Lblversion"), QString("Version 2.10_4"));
+        QCOMPARE(label(dialog, "Lbldate"), QString("02.07.2026"));
+        close_with_escape(dialog);
+    }
+
+    void enter_on_software_info_is_ok() {
+        QDialog* const dialog = open_identity();
+        QTest::keyClick(dialog, Qt::Key_Enter);
+        QTRY_VERIFY(!dialog->isVisible());
+    }
+
+    // About.
+
+    void about_shows_product_version_and_picture() {
+        QDialog* const dialog = open_about();
+        QCOMPARE(dialog->windowTitle(), QString("About"));
+        QCOMPARE(label(dialog, "lblVersion"), QString("Version 2.10_4    02.07.2026"));
+        QCOMPARE(label(dialog, "lblProductName"), QString("Quarvo / Tyxo Data Logger"));
+        QVERIFY(!label(dialog, "lbllogo").isEmpty());
+        QVERIFY(is_painted(dialog->findChild<QWidget*>("Image1")));
+        check_texts(dialog);
+        close_with_escape(dialog);
+    }
+
+    void any_key_closes_about() {
+        for (const Qt::Key key : {Qt::Key_A, Qt::Key_Space, Qt::Key_Return, Qt::Key_Tab, Qt::Key_F5}) {
+            QDialog* const dialog = open_about();
+            QTest::keyClick(dialog, key);
+            QTRY_VERIFY2(!dialog->isVisible(), qPrintable(QString::number(key)));
+        }
+    }
+
+    void a_key_on_the_way_to_another_one_does_not() {
+        QDialog* const dialog = open_about();
+        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr, Qt::Key_Meta})
+            QTest::keyClick(dialog, key);
+        QTest::qWait(50);
+        QVERIFY(dialog->isVisible());
+        close_with_escape(dialog);
+    }
+
+    void a_click_on_the_frame_closes_about() {
+        for (const char* name : {"Frame1", "Image1", "lblVersion"}) {
+            QDialog* const dialog = open_about();
+            QTest::mouseClick(dialog->findChild<QWidget*>(name), Qt::LeftButton);
+            QTRY_VERIFY2(!dialog->isVisible(), name);
+        }
+    }
+
+    void a_click_beside_the_frame_does_not() {
+        QDialog* const dialog = open_about();
+        QTest::mouseClick(dialog, Qt::LeftButton, {}, QPoint(2, 2));
+        QTest::qWait(50);
+        QVERIFY(dialog->isVisible());
+        dialog->close();
+        QTRY_VERIFY(!dialog->isVisible());
+    }
+
+    // The picture.
+
+    void all_windows_have_the_programs_icon() {
+        const QIcon icon = QGuiApplication::windowIcon();
+        for (const int side : {16, 32, 64, 256}) {
+            const QImage picture = icon.pixmap(side).toImage();
+            QCOMPARE(picture.size(), QSize(side, side));
+            QVERIFY(qAlpha(picture.pixel(side / 2, side / 2)) == 255);
+            QVERIFY(qAlpha(picture.pixel(0, 0)) == 0);
+        }
+        QVERIFY(!window_.view().windowIcon().isNull());
+        QVERIFY(!window_.dialog("Frmlog")->windowIcon().isNull());
+    }
+
+  private:
+    static QString label(const QDialog* dialog, const char* name) {
+        const auto* const found = dialog->findChild<QLabel*>(name);
+        if (found == nullptr) qFatal("no label %s", name);
+        return found->text();
+    }
+
+    static const QLabel* label_of(const QDialog* dialog, const QWidget* buddy) {
+        for (const QLabel* one : dialog->findChildren<QLabel*>())
+            if (one->buddy() == buddy) return one;
+        return nullptr;
+    }
+
+    /// More than the colour of an empty window.
+    static bool is_painted(QWidget* widget) {
+        const QImage image = widget->grab().toImage();
+        const QRgb corner = image.pixel(0, 0);
+        int other = 0;
+        for (int x = 0; x < image.width(); ++x)
+            other += image.pixel(x, image.height() / 2) != corner ? 1 : 0;
+        return other > image.width() / 2;
+    }
+
+    [[nodiscard]] QString status() const {
+        return window_.view().findChild<QPlainTextEdit*>("Text_status")->toPlainText();
+    }
+
+    void fill_status(int lines) {
+        indicators.Text_status.keep_last(0);
+        for (int line = 0; line < lines; ++line)
+            indicators.Text_status.append("line " + std::to_string(line) + "\r\n");
+        window_.show_state();
+    }
+
+    QDialog* open_inhibit(int channel) {
+        indicators.Text_status.keep_last(0);
+        indicators.Lbl_alminhibit[static_cast<std::size_t>(channel)].Visible = true;
+        window_.show_state();
+        QTest::mouseClick(window_.widget("Lbl_alminhibit", channel), Qt::LeftButton);
+        return opened("FrmResetInhTime");
+    }
+
+    QDialog* open_status() {
+        auto* const box = window_.view().findChild<QPlainTextEdit*>("Text_status");
+        QTest::mouseDClick(box->viewport(), Qt::LeftButton);
+        return opened("frmstatustext");
+    }
+
+    void close_status() {
+        QDialog* const dialog = window_.dialog("frmstatustext");
+        QTest::mouseClick(button(dialog, "Cmdclose", "Close"), Qt::LeftButton);
+        QTRY_VERIFY(!dialog->isVisible());
+    }
+
+    [[nodiscard]] QPlainTextEdit* copy() const {
+        return window_.dialog("frmstatustext")->findChild<QPlainTextEdit*>("Text_status");
+    }
+
+    static void copy_all(QPlainTextEdit* box, const char* expected) {
+        QGuiApplication::clipboard()->clear();
+        box->setFocus();
+        QTest::keyClick(box, 'a', Qt::ControlModifier);
+        QTest::keyClick(box, 'c', Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QString(expected));
+    }
+
+    QDialog* open_identity() {
+        QTest::mouseClick(window_.view().findChild<QWidget*>("Lbl_TY_logger"), Qt::LeftButton);
+        return opened("Frmlog");
+    }
+
+    QDialog* open_about() {
+        window_.view().findChild<QAction*>("about")->trigger();
+        return opened("frmSplash");
+    }
+
+    QDialog* opened(const char* name) {
+        QDialog* const dialog = window_.dialog(name);
+        if (!QTest::qWaitFor([dialog] { return dialog->isVisible(); })) qFatal("%s does not open", name);
+        if (!QTest::qWaitForWindowActive(dialog)) qFatal("%s is not in front", name);
+        return dialog;
+    }
+
+    started_window window_;
+};
+
+QTEST_MAIN(small_dialogs_test)
+#include "small_dialogs_test.moc"
