@@ -43,11 +43,10 @@ void frmresetinhtime_view::show_state() {
     show_label(*Label1, dialog.Label1);
     show_button(*CmdDo, dialog.CmdDo);
     show_button(*CmdCancel, dialog.CmdCancel);
-    if (dialog.form.Visible && !isVisible()) {
-        channel_->setText(channel_title(sensor::inhibit_reset_channel));
-        CmdDo->setFocus();
-    }
+    const bool opens = dialog.form.Visible && !isVisible();
+    if (opens) channel_->setText(channel_title(sensor::inhibit_reset_channel));
     show_form(dialog.form);
+    if (opens) CmdDo->setFocus();
 }
 
 } // namespace tyxo

@@ -46,11 +46,10 @@ void frmstatustext_view::show_state() {
     const frmstatustext_form& window = frmstatustext;
     show_button(*Cmdrefresh, window.Cmdrefresh);
     show_button(*Cmdclose, window.Cmdclose);
-    if (window.form.Visible) {
-        show_text();
-        if (!isVisible()) Text_status->setFocus();
-    }
+    const bool opens = window.form.Visible && !isVisible();
+    if (window.form.Visible) show_text();
     show_form(window.form);
+    if (opens) Text_status->setFocus();
 }
 
 } // namespace tyxo

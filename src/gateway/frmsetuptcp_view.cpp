@@ -17,6 +17,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace tyxo {
 
 namespace {
@@ -90,7 +92,7 @@ QPushButton* frmsetuptcp_view::add_button(const char* name, const QString& capti
                                           QBoxLayout& place) {
     auto* const button = new QPushButton(caption, this);
     button->setObjectName(name);
-    button->setMinimumWidth(least_button_width);
+    button->setMinimumWidth(std::max(least_button_width, button->sizeHint().width()));
     connect(button, &QPushButton::clicked, this,
             [command] { desktop::run_handler(desktop::source::operator_, command); });
     place.addWidget(button);

@@ -65,7 +65,7 @@ class small_dialogs_test : public QObject {
     void enter_restarts_the_inhibit_time() {
         QDialog* const dialog = open_inhibit(1);
         QVERIFY(button(dialog, "CmdDo", "Restart")->isDefault());
-        QVERIFY(button(dialog, "CmdDo", "Restart")->hasFocus());
+        QTRY_VERIFY(button(dialog, "CmdDo", "Restart")->hasFocus());
         QTest::keyClick(dialog, Qt::Key_Return); // its port does not exist; the record is made all the same
         QTRY_VERIFY(!dialog->isVisible());
         const QRegularExpression line(
@@ -95,7 +95,7 @@ class small_dialogs_test : public QObject {
     }
 
     void enter_on_the_status_text_does_the_same() {
-        QWidget* const box = window_.view().findChild<QWidget*>("Text_status");
+        QWidget* const box = window_.view().centralWidget()->findChild<QWidget*>("Text_status");
         box->setFocus();
         QTest::keyClick(box, Qt::Key_Return);
         QDialog* const dialog = window_.dialog("frmstatustext");
@@ -153,7 +153,8 @@ class small_dialogs_test : public QObject {
 
     void text_is_selected_and_copied_with_keys_in_both_boxes() {
         fill_status(3);
-        copy_all(window_.view().findChild<QPlainTextEdit*>("Text_status"), "line 0\nline 1\nline 2");
+        copy_all(window_.view().centralWidget()->findChild<QPlainTextEdit*>("Text_status"),
+                 "line 0\nline 1\nline 2");
         open_status();
         copy_all(copy(), "line 0\nline 1\nline 2\n");
         close_status();
@@ -317,7 +318,7 @@ class small_dialogs_test : public QObject {
     }
 
     [[nodiscard]] QString status() const {
-        return window_.view().findChild<QPlainTextEdit*>("Text_status")->toPlainText();
+        return window_.view().centralWidget()->findChild<QPlainTextEdit*>("Text_status")->toPlainText();
     }
 
     void fill_status(int lines) {
@@ -328,6 +329,7 @@ class small_dialogs_test : public QObject {
     }
 
     QDialog* open_inhibit(int channel) {
+        to_front(&window_.view());
         indicators.Text_status.keep_last(0);
         indicators.Lbl_alminhibit[static_cast<std::size_t>(channel)].Visible = true;
         window_.show_state();
@@ -336,7 +338,8 @@ class small_dialogs_test : public QObject {
     }
 
     QDialog* open_status() {
-        auto* const box = window_.view().findChild<QPlainTextEdit*>("Text_status");
+        to_front(&window_.view());
+        auto* const box = window_.view().centralWidget()->findChild<QPlainTextEdit*>("Text_status");
         QTest::mouseDClick(box->viewport(), Qt::LeftButton);
         return opened("frmstatustext");
     }
@@ -352,6 +355,7 @@ class small_dialogs_test : public QObject {
     }
 
     static void copy_all(QPlainTextEdit* box, const char* expected) {
+        to_front(box->window());
         QGuiApplication::clipboard()->clear();
         box->setFocus();
         QTest::keyClick(box, 'a', Qt::ControlModifier);
@@ -360,11 +364,13 @@ class small_dialogs_test : public QObject {
     }
 
     QDialog* open_identity() {
+        to_front(&window_.view());
         QTest::mouseClick(window_.view().findChild<QWidget*>("Lbl_TY_logger"), Qt::LeftButton);
         return opened("Frmlog");
     }
 
     QDialog* open_about() {
+        to_front(&window_.view());
         window_.view().findChild<QAction*>("about")->trigger();
         return opened("frmSplash");
     }
@@ -372,7 +378,7 @@ class small_dialogs_test : public QObject {
     QDialog* opened(const char* name) {
         QDialog* const dialog = window_.dialog(name);
         if (!QTest::qWaitFor([dialog] { return dialog->isVisible(); })) qFatal("%s does not open", name);
-        if (!QTest::qWaitForWindowActive(dialog)) qFatal("%s is not in front", name);
+        to_front(dialog);
         return dialog;
     }
 

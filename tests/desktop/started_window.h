@@ -78,6 +78,13 @@ inline void close_with_escape(QDialog* dialog) {
     QTRY_VERIFY(!dialog->isVisible());
 }
 
+/// Gives a window the keyboard, which the one that was closed last may have left without an owner.
+inline void to_front(QWidget* window) {
+    window->activateWindow();
+    if (!QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }))
+        qFatal("%s is not in front", qPrintable(window->objectName()));
+}
+
 /// Nothing on the dialog is smaller than what it says.
 inline void check_texts(const QDialog* dialog) {
     QTest::qWait(50);
