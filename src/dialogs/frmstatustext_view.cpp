@@ -6,6 +6,7 @@
 #include <QBoxLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 
 namespace tyxo {
 
@@ -35,11 +36,10 @@ frmstatustext_view::frmstatustext_view(QWidget* parent)
 }
 
 void frmstatustext_view::show_text() {
-    const std::string& text = frmstatustext.Text_status.Text;
-    if (isVisible() && text == shown_) return;
-    shown_ = text;
-    Text_status->setPlainText(qt_text(text));
+    shown_ = frmstatustext.Text_status.Text;
+    Text_status->setPlainText(qt_text(shown_));
     Text_status->moveCursor(QTextCursor::End);
+    Text_status->verticalScrollBar()->setValue(Text_status->verticalScrollBar()->maximum());
 }
 
 void frmstatustext_view::show_state() {
@@ -47,9 +47,9 @@ void frmstatustext_view::show_state() {
     show_button(*Cmdrefresh, window.Cmdrefresh);
     show_button(*Cmdclose, window.Cmdclose);
     const bool opens = window.form.Visible && !isVisible();
-    if (window.form.Visible) show_text();
     show_form(window.form);
     if (opens) Text_status->setFocus();
+    if (opens || (window.form.Visible && window.Text_status.Text != shown_)) show_text();
 }
 
 } // namespace tyxo

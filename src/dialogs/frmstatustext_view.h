@@ -19,12 +19,13 @@ class frmstatustext_view : public modal_dialog {
     void show_state();
 
   private:
+    /// Shows the copy from its last line on.
     void show_text();
 
     QPlainTextEdit* Text_status;
     QPushButton* Cmdrefresh;
     QPushButton* Cmdclose;
-    std::string shown_;
+    std::string shown_; // what the box is filled with
 };
 
 } // namespace tyxo

@@ -148,6 +148,7 @@ class accessibility_test : public QObject {
     void initTestCase() {
         window_.start(settings_text);
         for (std::size_t channel = 0; channel < channel_count; ++channel) {
+            panels.Frame_message[channel].Visible = false;
             panels.XYplot[channel].Visible = true;
             panels.Cmd_diagramm[channel].Visible = true;
             panels.Cmd_diagramm2[channel].Visible = true;

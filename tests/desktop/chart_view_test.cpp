@@ -43,8 +43,8 @@ class chart_view_test : public QObject {
         chart.curves[3].Visible = false;
         chart.Frozen = true;
         show(chart, level_rows());
-        QCOMPARE(view_->property("Title").toString(), QString("Chart 1: Engine 1"));
-        QCOMPARE(view_->accessibleName(), QString("1: Engine 1"));
+        QCOMPARE(view_->property("Title").toString(), QString("1: Engine 1"));
+        QCOMPARE(view_->accessibleName(), QString("Chart 1: Engine 1"));
         QCOMPARE(view_->property("XAxisMin").toDouble(), 0.0);
         QCOMPARE(view_->property("XAxisSpan").toDouble(), 1.0 / 96);
         QCOMPARE(view_->property("YAxisMin").toDouble(), 0.0);

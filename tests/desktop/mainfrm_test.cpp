@@ -235,7 +235,7 @@ class mainfrm_test : public QObject {
     }
 
     [[nodiscard]] QString text(const char* box) const {
-        return window_->findChild<QPlainTextEdit*>(box)->toPlainText();
+        return window_->centralWidget()->findChild<QPlainTextEdit*>(box)->toPlainText();
     }
 
     /// The system's own captions fit into their labels; an operator's text may be longer than its label.
