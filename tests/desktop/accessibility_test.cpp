@@ -1,6 +1,7 @@
 // Every window for those who use the keyboard alone, listen to it, or need larger or stronger print. A new
 // window takes one row in the table.
 
+#include "desktop/accessibility.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmlog.h"
 #include "dialogs/frmresetinhtime.h"
@@ -17,16 +18,10 @@
 #include "link/channel_rec.h"
 #include "link/indicators.h"
 #include "platform/desktop/text.h"
-#include "settings/settings.h"
 
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QSet>
+#include <QHash>
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
 
 using namespace tyxo;
@@ -39,8 +34,6 @@ constexpr const char* settings_text = "[tyxo]\r\n"
                                       "location 2=Starboard engine\r\n"
                                       "location 3=Generator 3\r\n"
                                       "location 4=Test bed\r\n";
-
-constexpr double least_contrast = 4.5;
 
 struct window_row {
     const char* name;
@@ -64,79 +57,6 @@ const std::vector<window_row>& windows() {
         {"frmSplash", about_click, frmSplash_unload, true},
     };
     return rows;
-}
-
-/// What an operator can see of a window.
-std::vector<QWidget*> visible_controls(const QWidget* window) {
-    std::vector<QWidget*> controls;
-    for (QWidget* control : window->findChildren<QWidget*>()) {
-        if (control->isVisible() && control->window() == window) controls.push_back(control);
-    }
-    return controls;
-}
-
-bool is_stop(const QWidget* control) {
-    return control->isEnabled() && (control->focusPolicy() & Qt::TabFocus) != 0;
-}
-
-bool is_painted_value(const QWidget* control) {
-    for (const char* property : {"Value", "Position", "Active", "XAxisMin", "ScaleWidth"}) {
-        if (control->metaObject()->indexOfProperty(property) >= 0) return true;
-    }
-    return control->objectName().startsWith("iPlotX") || control->objectName().startsWith("Image");
-}
-
-/// As a screen reader says it.
-QString spoken(QWidget* control) {
-    const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(control);
-    return told == nullptr ? QString() : told->text(QAccessible::Name);
-}
-
-QString described(const QWidget* control) {
-    return control->objectName() + " (" + control->metaObject()->className() + ')';
-}
-
-QRect on_window(const QWidget* control) {
-    return {control->mapTo(control->window(), QPoint()), control->size()};
-}
-
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other) {
-    const double first = luminance(one);
-    const double second = luminance(other);
-    return (std::max(first, second) + 0.05) / (std::min(first, second) + 0.05);
-}
-
-/// The text's colour and its ground; nothing for a control without text. Painted controls have the colours
-/// that the plant's operators know: they are no texts on the window's ground.
-std::optional<std::pair<QColor, QColor>> text_colours(const QWidget* control) {
-    const QPalette& palette = control->palette();
-    const auto group = control->isEnabled() ? QPalette::Active : QPalette::Disabled;
-    const auto pair = [&](QPalette::ColorRole text, QPalette::ColorRole ground) {
-        return std::pair(palette.color(group, text), palette.color(group, ground));
-    };
-    if (qobject_cast<const QLineEdit*>(control) || qobject_cast<const QPlainTextEdit*>(control))
-        return pair(QPalette::Text, QPalette::Base);
-    if (qobject_cast<const QPushButton*>(control)) return pair(QPalette::ButtonText, QPalette::Button);
-    if (qobject_cast<const QLabel*>(control) || qobject_cast<const QGroupBox*>(control) ||
-        qobject_cast<const QAbstractButton*>(control))
-        return pair(QPalette::WindowText, QPalette::Window);
-    return std::nullopt;
-}
-
-/// Neither back nor up, but for the top of the next column.
-bool follows_the_eye(const QRect& before, const QRect& after) {
-    const bool above = after.bottom() < before.top();
-    const bool left = after.right() < before.left();
-    const bool right = after.left() > before.right();
-    const bool below = after.top() > before.bottom();
-    return !(above && !right) && !(left && !below);
 }
 
 } // namespace
@@ -390,47 +310,6 @@ class accessibility_test : public QObject {
         QTest::addColumn<int>("unused");
         for (const window_row& row : windows())
             QTest::newRow(row.name) << 0;
-    }
-
-    /// Where the Tab key stops, from the window's first stop on.
-    static std::vector<QWidget*> walk(QWidget* window) {
-        std::vector<QWidget*> stops;
-        const auto first = [window] {
-            for (QWidget* next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain())
-                if (next->isVisible() && next->window() == window && is_stop(next)) return next;
-            return window;
-        };
-        first()->setFocus(Qt::TabFocusReason);
-        for (QWidget* focus = QApplication::focusWidget();
-             focus != nullptr && focus != window && std::ranges::count(stops, focus) == 0;
-             focus = QApplication::focusWidget()) {
-            stops.push_back(focus);
-            QTest::keyClick(focus, Qt::Key_Tab);
-        }
-        return stops;
-    }
-
-    static void check_room(const QWidget* window) {
-        for (const QWidget* control : visible_controls(window)) {
-            const QString name = described(control);
-            const QWidget* const parent = control->parentWidget();
-            QVERIFY2(parent->rect().contains(control->geometry()) || control->objectName().startsWith("qt_"),
-                     qPrintable(name));
-            QVERIFY2(control->width() >= control->minimumSizeHint().width(), qPrintable(name));
-            QVERIFY2(control->height() >= control->minimumSizeHint().height(), qPrintable(name));
-            const auto fits = [&](const QString& text) {
-                return control->fontMetrics().size(Qt::TextShowMnemonic, text).width() <= control->width();
-            };
-            if (const auto* const label = qobject_cast<const QLabel*>(control))
-                QVERIFY2(fits(label->text()), qPrintable(label->text()));
-            if (const auto* const button = qobject_cast<const QAbstractButton*>(control))
-                QVERIFY2(fits(button->text()), qPrintable(button->text()));
-            if (const auto* const frame = qobject_cast<const QGroupBox*>(control))
-                QVERIFY2(fits(frame->title()), qPrintable(frame->title()));
-        }
-        QVERIFY2(window->screen()->availableSize().width() >= window->width() &&
-                     window->screen()->availableSize().height() >= window->height(),
-                 qPrintable(window->objectName()));
     }
 
     void press(const char* array, int channel, Qt::Key key) {

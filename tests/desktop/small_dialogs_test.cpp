@@ -358,6 +358,9 @@ class small_dialogs_test : public QObject {
         to_front(box->window());
         QGuiApplication::clipboard()->clear();
         box->setFocus();
+        QTest::keyClick(box, Qt::Key_Home, Qt::ControlModifier);
+        QTest::keyClick(box, Qt::Key_End, Qt::ShiftModifier);
+        QCOMPARE(box->textCursor().selectedText(), QString("line 0"));
         QTest::keyClick(box, 'a', Qt::ControlModifier);
         QTest::keyClick(box, 'c', Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), QString(expected));
