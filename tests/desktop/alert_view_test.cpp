@@ -227,7 +227,7 @@ class alert_view_test : public QObject {
         window_.open_menu_entry("Setup_menue", "setup_tcp");
         auto* const form = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
         QTRY_VERIFY(form->isActiveWindow());
-        auto* const box = form->findChild<QLineEdit*>("Text4(0)");
+        auto* const box = form->findChild<QLineEdit*>("Txt_IPport");
         box->setFocus();
         QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box));
         box->clear();
@@ -236,9 +236,10 @@ class alert_view_test : public QObject {
         QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box));
         raise_alarm(0);
         QTest::qWait(700);
+        QTest::keyClick(QApplication::focusWindow(), Qt::Key_2);
         QCOMPARE(box->text(), QString("12"));
         QVERIFY(!alert_->isActiveWindow());
-        form->close();
+        QTest::mouseClick(form->findChild<QPushButton*>("Cmd_close"), Qt::LeftButton);
         QTRY_VERIFY(!form->isVisible());
         QTRY_VERIFY(alert_->isActiveWindow());
         QCOMPARE(QApplication::focusWidget(), part("CmdAck"));

@@ -194,7 +194,8 @@ class Alert(PlantTest):
             line = plant.lines[1]
             line.send(parameter_frame(), status(RELAY_AND_AC))
             corner = self.corner()
-            wait_for(lambda: server.accept(), what="the player's call")
+            call, _ = server.accept()
+            self.addCleanup(call.close)
             for _ in range(3):  # it flashes at its pace
                 start = seconds_until(lambda: self.screen.pixel(*corner) == RED)
                 end = seconds_until(lambda: self.screen.pixel(*corner) != RED)
@@ -215,7 +216,7 @@ class Alert(PlantTest):
     def test_a_dialog_keeps_the_keyboard_and_the_alert_is_in_front(self):
         plant = self.measuring()
         window = self.display.window("Tyxo Data Logger")
-        self.display.press(window, "alt+f", "Right", "Down", "Down", "Return")
+        self.display.press(window, "alt+f", "Right", "Down", "Return")
         self.display.window("Setup scales")
         wait_for(lambda: self.keyboard_owner() == ["Setup", "scales"], what="the dialog")
         plant.lines[1].send(status(RELAY_AND_AC))
