@@ -342,7 +342,8 @@ class alert_view_test : public QObject {
     QDialog* open_dialog(const dialog_row& row) const {
         desktop::run_handler(desktop::source::operator_, row.open);
         QDialog* const dialog = window_.dialog(row.name);
-        if (dialog == nullptr || !QTest::qWaitForWindowActive(dialog)) qFatal("%s does not open", row.name);
+        if (dialog == nullptr || !QTest::qWaitFor([=] { return dialog->isActiveWindow(); }))
+            qFatal("%s does not open", row.name);
         return dialog;
     }
 

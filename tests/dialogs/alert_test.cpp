@@ -322,6 +322,16 @@ TEST_F(Alert, ConfirmedInTheRedPhaseBeginsTheNextAlarmRedToo) {
     expect_dark();
 }
 
+TEST_F(Alert, OpensWithItsDesignValues) {
+    show_alert_line(2);
+    alert_text(2, "left over");
+    FrmAlert.Lbl_relay.ForeColor = red;
+    status(0, relay | ac);
+    EXPECT_EQ(lines_shown(), std::vector<int>{0});
+    EXPECT_EQ(FrmAlert.lbl_inst1[2].Caption, "TY 3");
+    expect_red();
+}
+
 TEST_F(Alert, ActivationStartsAStoppedClock) {
     status(0, relay | ac);
     timer_alert.Enabled(false);
@@ -360,6 +370,7 @@ TEST_F(Alert, HidesTheDiagramsThatAreOpenAndNothingElseOfThem) {
         FrmAlert_CmdAck_click();
         advance(1200);
         EXPECT_FALSE(window.form.Visible); // nobody shows it again
+        window = {};
     };
     expect_hidden(frmbarpic);
     expect_hidden(Frmbarpic2);
