@@ -19,6 +19,7 @@ namespace {
 
 constexpr int picture_side = 150;
 constexpr int gap = 16;
+constexpr double corner = 8;
 constexpr int from_top = 40; // pixels from the screen's upper edge: most dialogs stay in sight below
 constexpr int button_width = 220;
 constexpr QRgb dark_plate = 0xFF101010;
@@ -70,7 +71,7 @@ class alert_plate : public QLabel {
             painter.setRenderHint(QPainter::Antialiasing);
             painter.setPen(Qt::NoPen);
             painter.setBrush(palette().window());
-            painter.drawRoundedRect(rect(), gap / 2, gap / 2);
+            painter.drawRoundedRect(rect(), corner, corner);
         }
         QLabel::paintEvent(event);
     }

@@ -1,4 +1,4 @@
-"""Makes the sound of the alarm alert: two tones in turns, like a siren, shorter than the 1.2 s between two starts.
+"""Makes the sound of the alarm alert: two tones in turns, like a siren, over before it starts anew after 1.2 s.
 
     python3 tools/sound/make_alarm_sound.py FILE
 
@@ -45,8 +45,11 @@ def wav():
     """The file's content: 16 bits, one channel."""
     data = b"".join(struct.pack("<h", sample) for sample in samples())
     form = struct.pack("<HHIIHH", 1, 1, RATE, 2 * RATE, 2, 16)
-    body = b"WAVE" + b"fmt " + struct.pack("<I", len(form)) + form + b"data" + struct.pack("<I", len(data)) + data
-    return b"RIFF" + struct.pack("<I", len(body)) + body
+    return chunk(b"RIFF", b"WAVE" + chunk(b"fmt ", form) + chunk(b"data", data))
+
+
+def chunk(name, content):
+    return name + struct.pack("<I", len(content)) + content
 
 
 if __name__ == "__main__":
