@@ -128,6 +128,7 @@ class LockedClose : public testing::Test {
     void SetUp() override {
         prepare(logging_settings(2, std::string(with_events) + "passwd=Ruhe7\r\nIPAutoC= 1\r\n"
                                                                "IPAdr=10.0.0.5\r\nIPPort= 502\r\n"));
+        calls.stop_lock = stop_lock;
         start_program(1272, 911);
         start_logging(0);
         ASSERT_TRUE(tcp.tcp_connected);

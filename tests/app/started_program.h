@@ -15,13 +15,14 @@ inline constexpr std::string_view stop_line = "##;07-02-2026;13:05:09;Tyxo Data 
 inline constexpr std::string_view no_port_text = "no Comport configurated for sensor nr. ";
 inline constexpr std::string_view no_sensor_text = "No sensor configurated\r\nPlease setup first";
 
-/// A new machine with these settings; the program is wired and not yet started.
+/// A new machine with these settings; the program is wired, grants every stop, and is not yet started.
 inline void prepare(std::string_view settings_text) {
     fresh_world();
     world().folders.insert("C:");
     world().folders.insert("C:/logs");
     put_file("tyxo.ini", settings_text);
     wire();
+    calls.stop_lock = [] { return true; }; // nobody sits there to be asked
 }
 
 inline text_lines event_lines() {

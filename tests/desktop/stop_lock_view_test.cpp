@@ -43,7 +43,7 @@ class stop_lock_view_test : public QObject {
     }
 
     void init() {
-        QVERIFY(!lock_->isVisible());
+        QTRY_VERIFY(!lock_->isVisible());
         SetPassword("R\xFChe7");
         sensor::measure_running = true;
         sensor::channel_running = {true, true, false, false};
