@@ -226,7 +226,7 @@ void mainfrm_view::closeEvent(QCloseEvent* event) {
 }
 
 bool mainfrm_view::end_session(const std::function<bool()>& may_ask) {
-    if (desktop::commands_wait()) {
+    if (desktop::inside_device_handler()) {
         // The answer is due now, and a tick that waits beneath cannot go on before it is given. So the
         // session stays, and the close request comes when the tick has ended.
         desktop::run_handler(desktop::source::operator_, [] { query_unload(); });

@@ -18,7 +18,7 @@ namespace {
 constexpr int margin = 20;
 constexpr int gap = 16;
 constexpr int hand_side = 88; // px
-constexpr int key_side = 32;
+constexpr int key_side = 40;
 
 } // namespace
 
@@ -48,7 +48,9 @@ void frmabort_view::make_question(QBoxLayout& place) {
     auto* const line = new QHBoxLayout;
     question->addLayout(line);
     question->addStretch();
-    line->addWidget(new picture_view(this, "Image2", "stop_key", key_side));
+    auto* const key = new picture_view(this, "Image2", "stop_key", key_side);
+    key->setFixedSize(key->sizeHint());
+    line->addWidget(key);
     TextPassword = new edit_box(this, "TextPassword", [this](std::string_view text) {
         TextPassword_change(text);
         show_state(); // at once: the next key belongs to the button if the password is right
@@ -85,7 +87,7 @@ void frmabort_view::show_state() {
     if (FrmAbort.form.Visible && !isVisible()) open();
     show_form(FrmAbort.form);
     if (std::exchange(CmdStop_focused_, FrmAbort.CmdStop_focused) != FrmAbort.CmdStop_focused)
-        CmdStop->setFocus();
+        CmdStop->setFocus(Qt::TabFocusReason); // with the frame that shows it
 }
 
 } // namespace tyxo

@@ -76,14 +76,14 @@ class handlers_test : public QObject {
     void commands_that_come_while_a_tick_waits_run_behind_it_in_order() {
         device_event([&] {
             soon([&] {
-                QVERIFY(desktop::commands_wait());
+                QVERIFY(desktop::inside_device_handler());
                 command([&] { order_ << "first"; });
                 command([&] { order_ << "second"; });
             });
             yield_often();
             order_ << "tick";
         });
-        QVERIFY(!desktop::commands_wait());
+        QVERIFY(!desktop::inside_device_handler());
         QTRY_COMPARE(order_, QStringList({"tick", "first", "second"}));
     }
 
@@ -230,7 +230,7 @@ class handlers_test : public QObject {
             yield_often();
             throw failure("tick");
         });
-        QVERIFY(!desktop::commands_wait());
+        QVERIFY(!desktop::inside_device_handler());
         QTRY_COMPARE(order_, QStringList{"second"});
     }
 
@@ -253,7 +253,7 @@ class handlers_test : public QObject {
     void waiting_outside_of_any_handler_is_harmless() {
         wait_events(1);
         do_events();
-        QVERIFY(!desktop::commands_wait());
+        QVERIFY(!desktop::inside_device_handler());
     }
 
   private:

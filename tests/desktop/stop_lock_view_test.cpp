@@ -237,24 +237,15 @@ class stop_lock_view_test : public QObject {
         window_.show_state();
         QVERIFY(!window_.view().findChild<QAction*>("Quit")->isEnabled());
         const auto before = stop_lines();
-        bool asked = false;
-        when_asked([&] {
-            asked = true;
-            QCOMPARE(stop_lines(), before + 1);
-            QTest::mouseClick(continue_, Qt::LeftButton);
-        });
-        window_.view().close();
-        QVERIFY(asked);
+        const auto look = [&] { QCOMPARE(stop_lines(), before + 1); };
+        ask_by(look, [&] { window_.view().close(); });
         QVERIFY(window_.view().isVisible());
         QVERIFY(sensor::measure_running);
         QCOMPARE(stop_lines(), before + 1);
     }
 
     void the_menus_exit_asks_too() {
-        bool asked = false;
-        when_asked([&] { asked = true; });
-        window_.open_menu_entry("file", "Quit");
-        QTRY_VERIFY(asked);
+        ask_by([] {}, [&] { window_.open_menu_entry("file", "Quit"); });
         QVERIFY(window_.view().isVisible());
     }
 
@@ -299,7 +290,7 @@ class stop_lock_view_test : public QObject {
 
     void a_minimised_main_window_comes_back_with_the_question() {
         window_.view().showMinimized();
-        ask_by_close([&] { QVERIFY(!window_.view().isMinimized()); });
+        ask_by([&] { QVERIFY(!window_.view().isMinimized()); }, [&] { window_.view().close(); });
         window_.view().showNormal();
     }
 
@@ -363,22 +354,15 @@ class stop_lock_view_test : public QObject {
     }
     /// The command of all channels, and what the operator does while it asks.
     void ask(std::function<void()> act) {
-        bool asked = false;
-        when_asked([&] {
-            asked = true;
-            act();
-        });
-        window_.open_menu_entry("start", "startstop");
-        QVERIFY(asked);
-        QTRY_VERIFY(!lock_->isVisible());
+        ask_by(std::move(act), [&] { window_.open_menu_entry("start", "startstop"); });
     }
-    void ask_by_close(std::function<void()> act) {
+    void ask_by(std::function<void()> act, const std::function<void()>& request) {
         bool asked = false;
         when_asked([&] {
             asked = true;
             act();
         });
-        window_.view().close();
+        request();
         QVERIFY(asked);
         QTRY_VERIFY(!lock_->isVisible());
     }

@@ -49,10 +49,10 @@ void run_now(source from, const std::function<void()>& handler) {
     if (handled) handled();
 }
 
-/// Runs what the operator has commanded, in order, unless a tick waits beneath. A command may wait too; what
-/// comes meanwhile runs inside its wait.
+/// Runs what the operator has commanded, in order, unless a tick waits: never a command inside a tick. A
+/// command may wait too; what comes meanwhile runs inside its wait.
 void run_commands() {
-    while (!commands_wait() && !commands.empty()) {
+    while (!inside_device_handler() && !commands.empty()) {
         const auto next = std::move(commands.front());
         commands.pop_front();
         run_now(source::operator_, next);
@@ -69,12 +69,8 @@ void run_handler(source from, std::function<void()> handler) {
     }
     run_now(from, handler);
     // From the event loop: the timer or port of this handler counts as busy until it has returned.
-    if (!commands_wait() && !commands.empty())
+    if (!inside_device_handler() && !commands.empty())
         QMetaObject::invokeMethod(QCoreApplication::instance(), run_commands, Qt::QueuedConnection);
-}
-
-bool commands_wait() {
-    return std::ranges::find(running, source::device, &running_handler::from) != running.end();
 }
 
 bool inside_device_handler() {

@@ -17,10 +17,7 @@ enum class source {
 /// holds up nothing, neither ticks nor further commands.
 void run_handler(source from, std::function<void()> handler);
 
-/// True while the operator's commands are kept for later.
-[[nodiscard]] bool commands_wait();
-
-/// True while the innermost running handler is that of a serial port or a timer.
+/// True while the handler of a serial port or a timer runs; commands of the operator are kept until it ends.
 [[nodiscard]] bool inside_device_handler();
 
 /// Lets the event loop run inside a handler.
