@@ -38,6 +38,7 @@ frmabort_view::frmabort_view(QWidget* parent) : modal_dialog(parent, "FrmAbort",
     CmdStop = add_button("CmdStop", CmdStop_click, false, *buttons);
     CmdContinue = add_button("CmdContinue", CmdContinue_click, false, *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
+    setAttribute(Qt::WA_KeyboardFocusChange); // the focus is always shown: it says what Enter will do
 }
 
 void frmabort_view::make_question(QBoxLayout& place) {
@@ -87,7 +88,7 @@ void frmabort_view::show_state() {
     if (FrmAbort.form.Visible && !isVisible()) open();
     show_form(FrmAbort.form);
     if (std::exchange(CmdStop_focused_, FrmAbort.CmdStop_focused) != FrmAbort.CmdStop_focused)
-        CmdStop->setFocus(Qt::TabFocusReason); // with the frame that shows it
+        CmdStop->setFocus();
 }
 
 } // namespace tyxo
