@@ -70,7 +70,7 @@ void frmabort_view::keyPressEvent(QKeyEvent* event) {
 }
 
 /// The question must be seen, wherever the request came from.
-void frmabort_view::open() {
+void frmabort_view::come_to_front() {
     TextPassword->setFocus();
     if (parentWidget()->isMinimized())
         parentWidget()->setWindowState(parentWidget()->windowState() & ~Qt::WindowMinimized);
@@ -85,7 +85,7 @@ void frmabort_view::show_state() {
     TextPassword->show_text(FrmAbort.TextPassword.Text);
     show_button(*CmdStop, FrmAbort.CmdStop);
     show_button(*CmdContinue, FrmAbort.CmdContinue);
-    if (FrmAbort.form.Visible && !isVisible()) open();
+    if (FrmAbort.form.Visible && !isVisible()) come_to_front();
     show_form(FrmAbort.form);
     if (std::exchange(CmdStop_focused_, FrmAbort.CmdStop_focused) != FrmAbort.CmdStop_focused)
         CmdStop->setFocus();

@@ -22,7 +22,7 @@ class frmabort_view : public modal_dialog {
 
   private:
     void make_question(QBoxLayout& place);
-    void open();
+    void come_to_front();
 
     QLabel* Label1 = nullptr;
     edit_box* TextPassword = nullptr;
