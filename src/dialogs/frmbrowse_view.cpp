@@ -32,6 +32,8 @@ class folder_window : public QFileDialog {
         setOption(ShowDirsOnly);
         setDirectory(start_folder());
         setLabelText(Accept, "Ok");
+        for (const char* const name : {"fileTypeLabel", "fileTypeCombo"}) // there is only one type
+            findChild<QWidget*>(name)->hide();
         auto* const buttons = findChild<QDialogButtonBox*>();
         buttons->button(QDialogButtonBox::Open)->setObjectName("Ok");
     }

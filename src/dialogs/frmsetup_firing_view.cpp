@@ -16,7 +16,8 @@ namespace {
 constexpr int table_columns = 12;
 constexpr int box_digits = 4; // "A12", "720"
 constexpr int column_gap = 8;
-constexpr int row_gap = 2;
+constexpr int label_gap = 2;
+constexpr int row_gap = 8;
 
 /// How far an arrow key goes in a table that is read row by row; 0 for another key.
 int step_of(int key) {
@@ -41,9 +42,10 @@ firing_table::firing_table(QWidget* parent, const QString& name, const QString& 
     setObjectName(name);
     auto* const grid = new QGridLayout(this);
     grid->setHorizontalSpacing(column_gap);
-    grid->setVerticalSpacing(row_gap);
+    grid->setVerticalSpacing(label_gap);
+    grid->setRowMinimumHeight(2, row_gap);
     for (int place = 0; place < cylinder_max; ++place) {
-        const int row = place / table_columns * 2;
+        const int row = place / table_columns * 3; // a label, its box, a gap
         const int column = place % table_columns;
         auto* const label = new QLabel(QString::number(place + 1), this);
         label->setObjectName(element(controls.label, controls.first + place));

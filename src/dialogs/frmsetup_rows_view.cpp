@@ -36,7 +36,7 @@ struct text_column {
 constexpr std::array<text_column, 5> text_columns{{
     {location, "Text_sensor_loc", "Sensor location", 16, &frmsetup_form::Text_sensor_loc,
      Text_sensor_loc_change},
-    {path, "Text_logfile_path", "Logfile path", 22, &frmsetup_form::Text_logfile_path,
+    {path, "Text_logfile_path", "Logfile path", 32, &frmsetup_form::Text_logfile_path,
      Text_logfile_path_change},
     {type_code, "Text_type_code", "engine type code", 13, &frmsetup_form::Text_type_code,
      Text_type_code_change},
@@ -80,6 +80,9 @@ settings_page::settings_page(QWidget* parent)
       Opt_diffmode(this, "Opt_diffmode", Opt_diffmode_click), Opt_event(this, "Opt_event", Opt_event_click) {
     auto* const page = new QVBoxLayout(this);
     page->setSpacing(block_gap);
+    Lbl_locked = add_caption(*this, tr("The settings cannot be changed while a measurement runs."));
+    Lbl_locked->setObjectName("Lbl_locked");
+    page->addWidget(Lbl_locked);
     frame_comport->setObjectName("frame_comport");
     page->addWidget(frame_comport);
     auto* const blocks = new QVBoxLayout(frame_comport);
@@ -89,9 +92,6 @@ settings_page::settings_page(QWidget* parent)
     make_diffmode(*blocks);
     make_events(*blocks);
     make_chart_boxes(*page);
-    Lbl_locked = add_caption(*this, tr("The settings cannot be changed while a measurement runs."));
-    Lbl_locked->setObjectName("Lbl_locked");
-    page->addWidget(Lbl_locked);
     page->addStretch();
 }
 
@@ -194,6 +194,7 @@ void settings_page::make_count(QVBoxLayout& place) {
     scroll_max_commport->setAccessibleName(caption);
     scroll_max_commport->setFocusPolicy(Qt::StrongFocus);
     scroll_max_commport->setPageStep(1);
+    scroll_max_commport->setFixedHeight(Text_num_sensors->sizeHint().height());
     scroll_max_commport->setFixedWidth(width_of(*this, scroll_letters));
     label->setBuddy(scroll_max_commport);
     connect(scroll_max_commport, &QScrollBar::valueChanged, this, [](int value) {

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int group_gap = 10;
 constexpr int label_gap = 12;
-constexpr int field_digits = 8;
+constexpr int field_digits = 12;
 constexpr int longest_title = 60; // letters of a location, a tool tip has the rest
 
 using tab = sensor_tab;
@@ -100,6 +100,7 @@ void sensor_page::add_field(const sensor_field& field, QGridLayout& grid, int ro
         return;
     }
     auto* const line = new QHBoxLayout;
+    line->setSpacing(label_gap / 2);
     line->addWidget(box);
     line->addWidget(make_box(*field.beside, field_digits));
     grid.addLayout(line, row, column + 1);

@@ -29,6 +29,7 @@ frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup",
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
     make_buttons(*rows);
+    resize(sizeHint());
 }
 
 void frmsetup_view::make_tabs(QVBoxLayout& place) {

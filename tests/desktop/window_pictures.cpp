@@ -212,7 +212,7 @@ void prepare_setup() {
     const auto v24 = simulated::plain_engine(true, 24, 4, 1000, 1150);
     send(0, simulated::parameters_body(plain_six, simulated::ParameterForm::percent));
     send(1, simulated::parameters_body(v24, simulated::ParameterForm::percent));
-    send(2, simulated::parameters_body(plain_six, simulated::ParameterForm::basic));
+    send(2, simulated::parameters_body(plain_six, simulated::ParameterForm::base));
     for (i16 channel = 0; channel < 3; ++channel) {
         sensor::channels[channel].status_valid = true;
         sensor::channels[channel].fwvers = "V4.31";

@@ -23,6 +23,10 @@ read_only_box::read_only_box(QWidget* parent, const QString& name, const QString
     setPalette(colours);
 }
 
+QSize read_only_box::sizeHint() const {
+    return {minimumWidth(), QLineEdit::sizeHint().height()};
+}
+
 void read_only_box::show_text(const std::string& text) {
     const QString next = qt_text(text);
     if (next == this->text()) return;

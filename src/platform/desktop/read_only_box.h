@@ -16,6 +16,8 @@ class read_only_box : public QLineEdit {
     /// Shows the front of the core's text; a tool tip has all of one that is too long.
     void show_text(const std::string& text);
 
+    [[nodiscard]] QSize sizeHint() const override;
+
   protected:
     bool event(QEvent* event) override;
 };

@@ -1,0 +1,83 @@
+#pragma once
+// The setup dialog in the started program, and what an operator does there.
+
+#include "desktop/started_window.h"
+#include "dialogs/frmsetup.h"
+#include "link/channel_rec.h"
+#include "settings/serial_ports.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTabBar>
+#include <QTabWidget>
+
+namespace tyxo {
+
+inline constexpr const char* setup_settings = "[tyxo]\r\nmax_sensors= 3\r\n"
+                                              "comport 1= 2\r\ncomport 2= 17\r\ncomport 3= 99\r\n"
+                                              "location 1=Engine & pump\r\nlocation 2=K\xFChlung\r\n"
+                                              "location 3=<b>Bold</b>\r\n"
+                                              "xy_tha= 1\r\nxy_tmv= 0\r\nxy_theff= 1\r\nxy_theff_AC= 1\r\n";
+
+class setup_window {
+  public:
+    void start() {
+        window_.start(setup_settings);
+        serial::serial_ports = std::vector<i16>{1, 2, 17, 256};
+        for (i16 channel = 0; channel < 2; ++channel)
+            sensor::channels[channel].status_valid = true;
+        dialog_ = window_.dialog("frmSetup");
+        QVERIFY(dialog_ != nullptr);
+        QVERIFY(!dialog_->isVisible());
+    }
+    void end() { window_.end(); }
+
+    void open() const {
+        window_.open_menu_entry("Setup_menue", "setup");
+        QTRY_VERIFY(dialog_->isVisible());
+        QVERIFY(QTest::qWaitForWindowActive(dialog_));
+    }
+    void close() const {
+        if (dialog_->isVisible()) close_with_escape(dialog_);
+    }
+
+    [[nodiscard]] QDialog* dialog() const { return dialog_; }
+    [[nodiscard]] mainfrm_view& main() const { return window_.view(); }
+    void show_state() { window_.show_state(); }
+
+    template <class Widget = QWidget> [[nodiscard]] Widget* find(const QString& name) const {
+        auto* const found = dialog_->findChild<Widget*>(name);
+        if (found == nullptr) qFatal("no %s", qPrintable(name));
+        return found;
+    }
+    template <class Widget = QWidget> [[nodiscard]] Widget* find(const char* array, int index) const {
+        return find<Widget>(QString("%1(%2)").arg(array).arg(index));
+    }
+    [[nodiscard]] QTabWidget* tabs() const { return find<QTabWidget>("SSTab"); }
+
+    void click(const char* name) const { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
+    void press_space(const QString& name) const {
+        auto* const check = find(name);
+        check->setFocus();
+        QTest::keyClick(check, Qt::Key_Space);
+    }
+    static void type(QLineEdit* into, const QString& text) {
+        into->setFocus();
+        into->selectAll();
+        for (const QChar letter : text) {
+            if (letter.unicode() < 128) {
+                QTest::keyClick(into, letter.toLatin1());
+            } else {
+                into->insert(letter); // the test library has no keys for it
+            }
+        }
+    }
+
+  private:
+    started_window window_;
+    QDialog* dialog_ = nullptr;
+};
+
+} // namespace tyxo
