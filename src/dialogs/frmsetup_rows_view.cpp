@@ -23,7 +23,8 @@ constexpr int port_letters = 9;    // "COM256" and the arrow
 
 enum column { heading, port, location, path, type_code, alarm_1, alarm_2, test_signal };
 
-/// A column of text boxes. The letters are for the least width; what is left over goes by the same shares.
+/// A column of text boxes. It has room for half of the letters at least; what is left over goes by the
+/// letters.
 struct text_column {
     column place;
     const char* array;
@@ -159,7 +160,7 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
         edit_box* const box =
             add_text(element(text.array, row), spoken(text.caption), (frmSetup.*text.boxes)[row],
                      [change = text.change, row](std::string_view typed) { change(row, typed); });
-        box->setMinimumWidth(width_of(*box, text.letters));
+        box->setMinimumWidth(width_of(*box, text.letters / 2));
         if (text.place != path) {
             grid.addWidget(box, line, text.place);
             continue;
@@ -194,6 +195,7 @@ void settings_page::make_count(QVBoxLayout& place) {
     scroll_max_commport->setAccessibleName(caption);
     scroll_max_commport->setFocusPolicy(Qt::StrongFocus);
     scroll_max_commport->setPageStep(1);
+    scroll_max_commport->setInvertedControls(false); // the right arrow key means more
     scroll_max_commport->setFixedHeight(Text_num_sensors->sizeHint().height());
     scroll_max_commport->setFixedWidth(width_of(*this, scroll_letters));
     label->setBuddy(scroll_max_commport);

@@ -13,20 +13,20 @@ namespace tyxo {
 namespace {
 
 constexpr int group_gap = 10;
-constexpr int label_gap = 12;
-constexpr int field_digits = 12;
+constexpr int label_gap = 8;
 constexpr int longest_title = 60; // letters of a location, a tool tip has the rest
 
 using tab = sensor_tab;
 
 constexpr std::array<sensor_field, 3> identity{{
-    {"txt_Eva_ver", "Evaluator Version", &tab::txt_Eva_ver},
-    {"Txt_eva_snr", "Evaluator serial number", &tab::Txt_eva_snr},
+    {"txt_Eva_ver", "Evaluator Version", &tab::txt_Eva_ver, 10},
+    {"Txt_eva_snr", "Evaluator serial number", &tab::Txt_eva_snr, 10},
     {"txt_alminhibit", "Start alarminhibit time", &tab::txt_alminhibit},
 }};
-constexpr sensor_field arrangement{"txt_engine_anord", "Engine type: arrangement", &tab::txt_engine_anord};
+constexpr sensor_field arrangement{"txt_engine_anord", "Engine type: arrangement", &tab::txt_engine_anord,
+                                   10};
 constexpr std::array<sensor_field, 5> engine{{
-    {"txt_engine_typ", "Engine type", &tab::txt_engine_typ, &arrangement},
+    {"txt_engine_typ", "Engine type", &tab::txt_engine_typ, 8, &arrangement},
     {"txt_num_cyl", "Number of cylinders", &tab::txt_num_cyl},
     {"txt_nendehzahl", "Nominal speed", &tab::txt_nendehzahl},
     {"txt_overspeed", "Overspeed", &tab::txt_overspeed},
@@ -84,15 +84,16 @@ sensor_page::sensor_page(i16 channel, QWidget* parent)
     rows->addStretch();
 }
 
-read_only_box* sensor_page::make_box(const sensor_field& field, int digits) {
-    auto* const box = new read_only_box(Frame_sensor, element(field.name, channel_), field.label, digits);
+read_only_box* sensor_page::make_box(const sensor_field& field) {
+    auto* const box =
+        new read_only_box(Frame_sensor, element(field.name, channel_), field.label, field.digits);
     fields_.emplace_back(box, field.text);
     return box;
 }
 
 void sensor_page::add_field(const sensor_field& field, QGridLayout& grid, int row, int column) {
     auto* const label = new QLabel(field.label, Frame_sensor);
-    read_only_box* const box = make_box(field, field_digits);
+    read_only_box* const box = make_box(field);
     label->setBuddy(box);
     grid.addWidget(label, row, column);
     if (field.beside == nullptr) {
@@ -102,7 +103,7 @@ void sensor_page::add_field(const sensor_field& field, QGridLayout& grid, int ro
     auto* const line = new QHBoxLayout;
     line->setSpacing(label_gap / 2);
     line->addWidget(box);
-    line->addWidget(make_box(*field.beside, field_digits));
+    line->addWidget(make_box(*field.beside));
     grid.addLayout(line, row, column + 1);
 }
 

@@ -21,6 +21,7 @@ struct sensor_field {
     const char* name; ///< of the control array
     const char* label;
     std::string sensor_tab::*text;
+    int digits = 6;                       ///< that it has room for at least
     const sensor_field* beside = nullptr; ///< a second box in the same line, without a label of its own
 };
 
@@ -37,7 +38,7 @@ class sensor_page : public QWidget {
     template <std::size_t count>
     QGroupBox* make_group(const QString& title, const std::array<sensor_field, count>& fields);
     void add_field(const sensor_field& field, QGridLayout& grid, int row, int column);
-    read_only_box* make_box(const sensor_field& field, int digits);
+    read_only_box* make_box(const sensor_field& field);
 
     i16 channel_;
     QGroupBox* Frame_sensor;

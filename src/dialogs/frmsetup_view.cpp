@@ -15,6 +15,7 @@ namespace tyxo {
 
 namespace {
 
+constexpr QSize usual_size(1140, 690);      // and more with a large font
 constexpr int longest_caption = 24;         // letters of a tab's caption, a tool tip has the rest
 constexpr QRgb disabled_print = 0xFF4A5056; // locked settings are there to be read
 constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing to read
@@ -29,7 +30,7 @@ frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup",
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
     make_buttons(*rows);
-    resize(sizeHint());
+    resize(usual_size.expandedTo(minimumSizeHint()));
 }
 
 void frmsetup_view::make_tabs(QVBoxLayout& place) {

@@ -115,7 +115,7 @@ class frmbrowse_view_test : public QObject {
         setup_.type(line, here_ + "/nowhere");
         QTest::keyClick(line, Qt::Key_Return);
         QTest::qWait(50);
-        browser()->accept();
+        static_cast<QDialog*>(browser())->accept();
         QTest::qWait(50);
         QVERIFY(browser() != nullptr);
         QVERIFY(QApplication::activeModalWidget() == browser()); // no box in front of it

@@ -62,10 +62,7 @@ class frmsetup_tabs_test : public QObject {
     Q_OBJECT
 
   private slots:
-    void initTestCase() {
-        usual_font_ = QApplication::font();
-        setup_.start();
-    }
+    void initTestCase() { setup_.start(); }
     void init() {
         sensor::max_sensors = 3;
         sensor::measure_running = false;
@@ -331,39 +328,12 @@ class frmsetup_tabs_test : public QObject {
     }
 
     void nothing_is_cut_off_and_all_fits_on_a_small_screen() {
-        check_size();
+        check_dialog_size(setup_);
         QVERIFY2(setup_.dialog()->width() <= 1150, qPrintable(QString::number(setup_.dialog()->width())));
         QVERIFY2(setup_.dialog()->height() <= 700, qPrintable(QString::number(setup_.dialog()->height())));
     }
 
-    void neither_with_a_large_font() {
-        setup_.close();
-        setup_.end();
-        QFont large = usual_font_;
-        large.setPointSize(14);
-        QApplication::setFont(large);
-        setup_.start();
-        init();
-        QCOMPARE(setup_.dialog()->font().pointSize(), 14);
-        check_size();
-    }
-
   private:
-    void check_size() const {
-        for (int tab = 0; tab < 5; ++tab) {
-            setup_.tabs()->setCurrentIndex(tab);
-            check_texts(setup_.dialog());
-            for (const auto* const box : setup_.tabs()->widget(tab)->findChildren<QLineEdit*>()) {
-                if (!box->isReadOnly()) continue;
-                const int needed = box->fontMetrics().horizontalAdvance(box->text());
-                QVERIFY2(needed <= box->width() - 8, qPrintable(box->objectName()));
-            }
-        }
-        const QSize size = setup_.dialog()->size();
-        QVERIFY2(size.width() <= 1270 && size.height() <= 980,
-                 qPrintable(QString("%1 x %2").arg(size.width()).arg(size.height())));
-    }
-
     void click_tab(int tab) const {
         QTabBar* const bar = setup_.tabs()->tabBar();
         QTest::mouseClick(bar, Qt::LeftButton, {}, bar->tabRect(tab).center());
@@ -379,7 +349,6 @@ class frmsetup_tabs_test : public QObject {
     }
 
     setup_window setup_;
-    QFont usual_font_;
 };
 
 QTEST_MAIN(frmsetup_tabs_test)

@@ -80,4 +80,20 @@ class setup_window {
     QDialog* dialog_ = nullptr;
 };
 
+/// Every tab can be read whole, and the dialog has room on a screen of 1280 x 1024.
+inline void check_dialog_size(const setup_window& setup) {
+    for (int tab = 0; tab < 5; ++tab) {
+        setup.tabs()->setCurrentIndex(tab);
+        check_texts(setup.dialog());
+        for (const auto* const box : setup.tabs()->widget(tab)->findChildren<QLineEdit*>()) {
+            if (!box->isReadOnly()) continue;
+            const int needed = box->fontMetrics().horizontalAdvance(box->text());
+            QVERIFY2(needed <= box->width() - 8, qPrintable(box->objectName()));
+        }
+    }
+    const QSize size = setup.dialog()->size();
+    QVERIFY2(size.width() <= 1275 && size.height() <= 980,
+             qPrintable(QString("%1 x %2").arg(size.width()).arg(size.height())));
+}
+
 } // namespace tyxo

@@ -4,6 +4,8 @@
 
 #include <QEvent>
 
+#include <algorithm>
+
 namespace tyxo {
 
 namespace {
@@ -17,7 +19,8 @@ read_only_box::read_only_box(QWidget* parent, const QString& name, const QString
     setObjectName(name);
     setAccessibleName(spoken);
     setReadOnly(true);
-    setMinimumWidth(fontMetrics().horizontalAdvance(QString(digits, '0')) + borders);
+    const int width = fontMetrics().horizontalAdvance(QString(digits, '0')) + borders;
+    setMinimumWidth(std::max(width, minimumSizeHint().width()));
     QPalette colours = palette();
     colours.setColor(QPalette::Base, colours.color(QPalette::Window)); // nothing to write on
     setPalette(colours);
