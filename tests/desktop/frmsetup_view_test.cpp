@@ -38,7 +38,7 @@ class frmsetup_view_test : public QObject {
         setup_.close();
         auto* const menu = setup_.main().findChild<QMenu*>("Setup_menue");
         menu->popup(setup_.main().mapToGlobal(QPoint(10, 10)));
-        QTest::keyClick(menu, Qt::Key_Home);
+        QTest::keyClick(menu, Qt::Key_Down);
         QTest::keyClick(menu, Qt::Key_Return);
         QTRY_VERIFY(setup_.dialog()->isVisible());
     }
