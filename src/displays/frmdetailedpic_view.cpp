@@ -45,7 +45,7 @@ QIcon line_icon(colour value) {
 
 frmdetailedpic_view::frmdetailedpic_view(QWidget* parent) : QWidget(parent, Qt::Window) {
     setObjectName("frmdetailedpic");
-    setWindowModality(Qt::ApplicationModal);
+    setWindowModality(Qt::WindowModal);
     QPalette grey = palette();
     grey.setColor(QPalette::Window, QColor(192, 192, 192));
     grey.setColor(QPalette::WindowText, Qt::black);

@@ -51,7 +51,7 @@ class frmdetailedpic_test : public QObject {
         QVERIFY(window_->isVisible());
         QCOMPARE(window_->objectName(), QString("frmdetailedpic"));
         QCOMPARE(window_->windowTitle(), QString("Detailed Display Engine 1"));
-        QCOMPARE(window_->windowModality(), Qt::ApplicationModal);
+        QCOMPARE(window_->windowModality(), Qt::WindowModal);
         QVERIFY(window_->width() >= 1100 && window_->width() <= 1280);
         QVERIFY(window_->height() >= 700 && window_->height() <= 960);
     }

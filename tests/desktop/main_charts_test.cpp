@@ -74,7 +74,7 @@ class main_charts_test : public QObject {
         QVERIFY(mainfrm::Timer_chartres[1].Enabled());
         QVERIFY(!widget("chart", 0)->property("Frozen").toBool());
         QTest::mouseClick(widget("chart", 1), Qt::RightButton);
-        QTest::keyClick(widget("chart", 1), Qt::Key_Space);
+        QTest::keyClick(widget("chart", 1), Qt::Key_X);
         QTest::qWait(50);
         QVERIFY(charts.chart[1].Frozen);
         QTest::mouseClick(widget("chart", 1), Qt::LeftButton);

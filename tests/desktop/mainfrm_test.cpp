@@ -229,7 +229,8 @@ class mainfrm_test : public QObject {
 
   private:
     template <class Widget> Widget* widget(const char* array, int channel) const {
-        auto* const found = window_->findChild<Widget*>(QString("%1(%2)").arg(array).arg(channel));
+        auto* const found =
+            window_->centralWidget()->findChild<Widget*>(QString("%1(%2)").arg(array).arg(channel));
         if (found == nullptr) qFatal("no %s(%d)", array, channel);
         return found;
     }

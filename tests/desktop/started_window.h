@@ -45,8 +45,9 @@ class started_window {
 
     [[nodiscard]] QDialog* dialog(const char* name) const { return window_->findChild<QDialog*>(name); }
 
+    /// A control of the main window itself; dialogs have some of the same names.
     [[nodiscard]] QWidget* widget(const char* array, int index) const {
-        return window_->findChild<QWidget*>(QString("%1(%2)").arg(array).arg(index));
+        return window_->centralWidget()->findChild<QWidget*>(QString("%1(%2)").arg(array).arg(index));
     }
 
     void open_menu_entry(const char* menu_name, const char* entry_name) const {

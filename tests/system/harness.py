@@ -4,6 +4,7 @@ import os
 import pathlib
 import pty
 import re
+import select
 import shutil
 import signal
 import subprocess
@@ -109,6 +110,13 @@ class Line:
             data = data[os.write(self.master, data):]
             time.sleep(0.002)
 
+    def received(self):
+        """What the program has sent so far and nobody has read."""
+        data = b""
+        while select.select([self.master], [], [], 0)[0]:
+            data += os.read(self.master, 4096)
+        return data
+
     def vanish(self):
         for end in (self.master, self.slave):
             if end >= 0:
@@ -134,13 +142,14 @@ class Plant:
         values |= {key.replace("__", " "): value for key, value in settings.items()}
         lines = [f"{key}={value}" for key, value in values.items() if value is not None]
         (self.folder / "tyxo.ini").write_bytes("\r\n".join(["[tyxo]", *lines, ""]).encode("cp1252"))
+        self.names = {number: f"Engine {number}" for number in range(1, channels + 1)}
         self.lines = {number: Line(self.folder, number) for number in range(1, channels + 1)}
         self.program = None
 
     def start(self, ready="Tyxo Data Logger", **options):
-        self.debug_file = open(self.folder / "debug.log", "wb")
-        self.program = subprocess.Popen([PROGRAM], cwd=self.folder, env=self.display.environment,
-                                        stderr=self.debug_file, **options)
+        with open(self.folder / "debug.log", "wb") as debug:
+            self.program = subprocess.Popen([PROGRAM], cwd=self.folder, env=self.display.environment,
+                                            stderr=debug, **options)
         if ready:
             self.display.window(ready)
         return self
@@ -150,7 +159,6 @@ class Plant:
             self.program.kill()
         if self.program:
             self.program.wait()
-            self.debug_file.close()
         for line in self.lines.values():
             line.vanish()
         shutil.rmtree(self.folder, ignore_errors=True)
@@ -170,11 +178,11 @@ class Plant:
         return masked(self.text("events/TY_all_events.txt")).split("\r\n")
 
     def log_names(self, number=1):
-        return sorted(path.name for path in (self.folder / "logs" / f"Engine {number}").glob("*.xlg"))
+        return sorted(path.name for path in (self.folder / "logs" / self.names[number]).glob("*.xlg"))
 
     def log(self, number=1):
         names = self.log_names(number)
-        return self.text(f"logs/Engine {number}/{names[-1]}") if names else ""
+        return self.text(f"logs/{self.names[number]}/{names[-1]}") if names else ""
 
     def records(self, number=1):
         return [line for line in self.log(number).split("\r\n") if line.startswith("<REC1>")]

@@ -21,6 +21,10 @@ class StartAndEnd(unittest.TestCase):
         self.addCleanup(plant.stop)
         return plant
 
+    def grant(self, display):
+        """The stop lock, as it is without a password."""
+        display.press(display.window("stop data logging"), "Tab", "space")
+
     def test_a_first_start_without_settings_writes_the_two_repaired_keys(self):
         plant = self.plant(self.display())
         (plant.folder / "tyxo.ini").unlink()
@@ -40,6 +44,7 @@ class StartAndEnd(unittest.TestCase):
         plant.lines[1].send(parameter_frame(), measured_values())
         wait_for(plant.records, what="a record")
         display.press(display.window("Tyxo Data Logger"), "alt+f", "x")
+        self.grant(display)
         self.assertEqual(plant.program.wait(10), 0)
         self.assertEqual(plant.events()[-2:], [STOPPED, ""])
         self.assertTrue(plant.log().endswith("</REC1>\r\n"))
@@ -53,6 +58,7 @@ class StartAndEnd(unittest.TestCase):
         plant.lines[1].send(parameter_frame(), measured_values())
         wait_for(plant.records, what="a record")
         display.press(window, "alt+f", "Right", "Right", "Return")
+        self.grant(display)
         wait_for(lambda: WHEN + "KVD Engine 1 ## Measure stopped " in plant.events(), what="the stop")
         self.assertIn(" Measure Stopped -->\r\n", plant.log())
 

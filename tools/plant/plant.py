@@ -25,22 +25,26 @@ BUILD = ROOT / "build" / "release"
 CONTROLLER_REPORT = PLANT / "controller.log"
 SCENARIO = ROOT / "tools" / "evaluator" / "scenarios" / "plant.txt"
 TITLE = "Quarvo / Tyxo Data Logger"
+STOP_LOCK = "stop data logging"
 
 # Where the operator clicks in the main window.
 SCOPE_2 = (463, 775)
 SPEED_DIFFERENCE_2 = (580, 735)
 THERMO_DIFFERENCE_2 = (580, 800)
 ENLARGE_2 = (60, 436)
+INHIBIT_3 = (955, 342)
 
-# Seconds after the start, and what happens then: a click, a key in the window on top, "maximise", a picture's
-# name, or nothing.
+# Seconds after the start, and what happens then: a click, keys, "maximise", a picture's name, or nothing.
+SETUP = ["alt+f", "Right", "Return"]
 ONE_MINUTE = (
-    (5, "05s"), (18, "18s"),
-    (20, SCOPE_2), (27, "27s-detailed-display"), (28, "Escape"),
-    (29, SPEED_DIFFERENCE_2), (34, "34s-speed-difference"), (34.5, "Escape"),
-    (35, THERMO_DIFFERENCE_2), (40, "40s-thermosignal-difference"), (40.5, "Escape"),
-    (41, ENLARGE_2), (43, "43s-enlarged"), (44, ENLARGE_2),
-    (45, "maximise"), (55, "55s-maximised"), (60, None))
+    (5, "05s"), (6, SETUP), (8, "08s-setup"), (8.5, ["Escape"]),
+    (12, INHIBIT_3), (14, "14s-inhibit-reset"), (14.5, ["Return"]), (18, "18s"),
+    (20, SCOPE_2), (26, "26s-detailed-display"), (27, ["Escape"]),
+    (28, SPEED_DIFFERENCE_2), (31, "31s-speed-difference"), (31.5, ["Escape"]),
+    (40, "40s-alert"), (40.5, ["Return"]),
+    (41, THERMO_DIFFERENCE_2), (45, "45s-thermosignal-difference"), (45.5, ["Escape"]),
+    (46, ENLARGE_2), (48, "48s-enlarged"), (49, ENLARGE_2),
+    (50, "maximise"), (58, "58s-maximised"), (60, None))
 LARGE_SCREEN = ((3, "maximise"), (10, "1920x1080"), (12, None))
 
 
@@ -150,8 +154,8 @@ def play(screen, program, moments):
         program.check()
         if action == "maximise":
             screen.maximise(TITLE)
-        elif action == "Escape":
-            screen.key(action)
+        elif isinstance(action, list):
+            screen.keys(action)
         elif isinstance(action, tuple):
             screen.click(TITLE, action)
         elif action:
@@ -159,10 +163,15 @@ def play(screen, program, moments):
 
 
 def close(screen, program):
-    """As an operator does; a program that asks back is ended all the same."""
+    """As an operator does, who answers the stop lock: no password is set."""
     screen.close(TITLE)
-    if program.wait(5):
-        check_ending(program)
+    wait_until(lambda: program.check() or screen.shows(STOP_LOCK), 10, "The program did not ask back")
+    time.sleep(0.5)
+    screen.picture(PLANT / "pictures" / "stop-lock.png")
+    screen.keys(["Tab", "space"])
+    if not program.wait(5):
+        raise Failure("The program did not end")
+    check_ending(program)
 
 
 def check_ending(program):

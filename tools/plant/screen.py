@@ -80,9 +80,9 @@ class Screen:
         self._input("search", "--name", title, "windowactivate", "--sync",
                     "mousemove", "--window", "%1", *map(str, place), "click", "1")
 
-    def key(self, name):
-        """One key for the window that has the keyboard."""
-        self._input("key", name)
+    def keys(self, names):
+        """Keys, one after the other, for the window that has the keyboard."""
+        self._input("key", "--delay", "100", *names)
 
     def _input(self, *words):
         subprocess.run(["xdotool", *words], env=self.environment, stdout=subprocess.DEVNULL,

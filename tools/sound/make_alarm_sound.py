@@ -1,4 +1,4 @@
-"""Makes the sound of the alarm alert: two tones in turns, like a siren, over before it starts anew after 1.2 s.
+"""Makes the sound of the alarm alert: two tones in turns, like a siren, 1.12 s long.
 
     python3 tools/sound/make_alarm_sound.py FILE
 

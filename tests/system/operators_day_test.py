@@ -1,0 +1,306 @@
+"""An operator's day at the running program: the first start without settings, setup, measuring, alarms,
+stops, the end. Everything goes through keyboard and mouse; afterwards every file is compared line by line.
+"""
+
+import subprocess
+import threading
+import time
+import unittest
+
+from harness import Display, PlantTest, frame, masked, measured_values, parameter_frame, status, wait_for
+from log_header import log_header
+
+PASSWORD = "Kessel 7"
+ENGINES = ["Port main", "Starboard main", "Generator 1", "Generator 2"]
+RELAYS = [("Slow down", "Shut down"), ("Slow down", "Shut down"), ("Warning", "Trip"), ("Warning", "Trip")]
+
+# Words of the alarm status: what it is about, its relay, ready.
+READY = 0x0020
+PREALARM = 0x4000 | 0x0001 | 0x0040 | READY
+MAIN_ALARM = 0x8000 | 0x0002 | 0x0080 | READY
+
+# Places in the main window's client area at its design size.
+INHIBIT_3 = (955, 342)
+STATUS_TEXT = (300, 870)
+
+# How often a key takes the keyboard on.
+TABS_TO_SENSORS = 2  # from the tabs of the setup to the number of sensors
+TABS_TO_FIRST_ROW = 33  # from there back over all rows
+TABS_TO_OPTIONS = 3  # from the last row to the order of the bars
+TABS_TO_DEFAULTS = 4  # from the opened scales to their defaults
+MENUS = {"Setup": 1, "Start": 2}
+
+WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
+BOX = "mm-dd-yyyy hh:mm:ss "
+STARTED = WHEN + "Tyxo Logger software started !"
+STOPPED = WHEN + "Tyxo Data Logger software stopped !"
+
+
+def everywhere(text):
+    return [f"KVD {engine} ## {text} " for engine in ENGINES]
+
+
+# What the shift's events were, in their order; the alert's confirmation stands in the box alone.
+RESTART = "KVD Generator 1 ## Restart Alarm Inhibit Time"
+CONFIRMED = "Mainalarm confirmed by operator!"
+BEFORE_CONFIRMATION = [*everywhere("Measure started"),
+                       "KVD Port main ## Prealarm DC ON", "KVD Port main ## Prealarm ON",
+                       "KVD Starboard main ## Main Alarm DC ON", "KVD Starboard main ## Main Alarm ON"]
+AFTER_CONFIRMATION = ["KVD Starboard main ## Main Alarm DC OFF", "KVD Starboard main ## Main Alarm OFF",
+                      "KVD Port main ## Prealarm DC OFF", "KVD Port main ## Prealarm OFF",
+                      "KVD Generator 1 ## Alarm Inhibit ON", RESTART,
+                      "KVD Generator 1 ## Alarm Inhibit OFF",
+                      *everywhere("Measure stopped"), *everywhere("Measure started")]
+
+
+def record(speed):
+    return f"<REC1> hh:mm:ss 41 {speed} 1234 38 12 </REC1>"
+
+
+def comment(text):
+    return f"<!-- hh:mm:ss {text} -->"
+
+
+# What stands behind the header of each channel's log.
+LOGS = {1: [record(701), comment("KVD Prealarm DC ON"), comment("KVD Prealarm ON"),
+            comment("KVD Prealarm DC OFF"), comment("KVD Prealarm OFF"), record(720),
+            comment("Measure Stopped")],
+        2: [record(702), comment("KVD Main ALARM DC ON"), comment("KVD Main ALARM ON"), record(710),
+            comment("KVD Main ALARM DC OFF"), comment("KVD Main ALARM OFF"), comment("Measure Stopped")],
+        3: [record(703), comment("KVD Alarm Inhibit ON"), comment(RESTART), comment("KVD Alarm Inhibit OFF"),
+            comment("Measure Stopped")],
+        4: [record(704), comment("Measure Stopped"), record(799)]}
+
+
+class Evaluators(threading.Thread):
+    """Tell the state of each channel every second, so that no link is given up; a state that is told again is
+    no event."""
+
+    def __init__(self, lines):
+        super().__init__(daemon=True)
+        self.lines = lines
+        self.states = {number: status(READY) for number in lines}
+        self.one_at_a_time = threading.Lock()
+        self.end = threading.Event()
+        self.start()
+
+    def run(self):
+        while not self.end.wait(1):
+            for number in self.lines:
+                self.send(number, self.states[number])
+
+    def send(self, number, *bodies):
+        with self.one_at_a_time:
+            self.lines[number].send(*bodies)
+
+    def tell(self, number, *word, **more):
+        self.states[number] = status(*word, **more)
+        self.send(number, self.states[number])
+
+
+class OperatorsDay(PlantTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.display = Display(window_manager=True)
+
+    def key(self, *keys):
+        self.display.tool("xdotool", "key", "--delay", "50", *keys)
+
+    def type(self, text):
+        self.display.tool("xdotool", "type", "--delay", "20", text)
+
+    def click(self, place, count=1):
+        where = ["mousemove", "--window", self.main, *map(str, place)]
+        self.display.tool("xdotool", *where, "click", "--repeat", str(count), "--delay", "60", "1")
+
+    def menu(self, name, entry):
+        """An entry of a menu by its place."""
+        self.display.press(self.main, "alt+f", *["Right"] * MENUS[name], *["Down"] * entry, "Return")
+
+    def gone(self, title):
+        wait_for(lambda: not self.display.windows(title), what=f"the end of {title!r}")
+
+    def in_dialog(self, title):
+        window = self.display.window(title)
+        self.display.tool("xdotool", "windowfocus", "--sync", window)
+        return window
+
+    def start(self):
+        self.plant_.start()
+        self.main = self.display.window("Tyxo Data Logger")
+
+    def wait_for_event(self, *texts):
+        wait_for(lambda: set(WHEN + text for text in texts) <= set(self.plant_.events()), what=str(texts))
+
+    def settings(self):
+        return self.plant_.text("tyxo.ini").split("\r\n")
+
+    def test_a_whole_day(self):
+        self.plant_ = self.plant(channels=4)
+        (self.plant_.folder / "tyxo.ini").unlink()
+        self.plant_.names = dict(enumerate(ENGINES, 1))
+        self.first_start()
+        self.start()
+        evaluators = Evaluators(self.plant_.lines)
+        self.addCleanup(evaluators.join)
+        self.addCleanup(evaluators.end.set)
+        self.measure(evaluators)
+        self.alarms(evaluators)
+        self.inhibit(evaluators)
+        self.setup_while_measuring()
+        self.stop_and_go_on(evaluators)
+        self.status_text()
+        self.leave()
+        self.compare()
+
+    def first_start(self):
+        self.start()
+        self.menu("Start", 0)
+        self.in_dialog("^Quarvo / Tyxo Data Logger$")  # "No sensor configurated"
+        self.key("Return")
+        self.gone("^Quarvo / Tyxo Data Logger$")
+        self.fill_setup()
+        self.menu("Setup", 1)
+        self.in_dialog("Setup scales")
+        self.key(*["Tab"] * TABS_TO_DEFAULTS, "space", "shift+Tab", "shift+Tab", "space")
+        self.key("Return")
+        self.gone("Setup scales")
+        self.menu("Setup", 2)
+        self.in_dialog("Setup Password")
+        self.key("x", "BackSpace", "Tab")  # the old one is empty
+        self.type(PASSWORD)
+        self.key("Tab")
+        self.type(PASSWORD)
+        self.key("Return")
+        self.gone("Setup Password")
+        self.display.press(self.main, "alt+f", "x")
+        self.assertEqual(self.plant_.program.wait(10), 0)
+        self.assertEqual(self.plant_.text("events/TY_all_events.txt"), "", "it is enabled at the next start")
+
+    def fill_setup(self):
+        self.menu("Setup", 0)
+        self.in_dialog("^Setup$")
+        self.key(*["Tab"] * TABS_TO_SENSORS, "Right", "Right", "Right")
+        self.key(*["shift+Tab"] * TABS_TO_FIRST_ROW)
+        for row, (engine, relays) in enumerate(zip(ENGINES, RELAYS)):
+            self.key(*["Down"] * (row + 1), "Tab")
+            self.type(engine + "\t./logs/\t\t" + f"type {row + 1}" + "\t" + "\t".join(relays))
+            self.key("Tab", *["space"] * (row == 0), "Tab")  # test signals of the first engine count
+        self.key(*["Tab"] * (TABS_TO_OPTIONS - 1), "Tab", "Right", "Tab")
+        self.type("./events/")
+        self.key("Tab", *["Tab", "space"] * 4, "Return")
+        self.gone("^Setup$")
+
+    def measure(self, evaluators):
+        self.menu("Start", 0)
+        self.wait_for_event(*everywhere("Measure started"))
+        for number in self.plant_.lines:
+            evaluators.send(number, parameter_frame(), status(READY), measured_values(speed=700 + number))
+            wait_for(lambda: len(self.plant_.records(number)) == 1, what=f"a record of channel {number}")
+
+    def alarms(self, evaluators):
+        evaluators.tell(1, PREALARM)
+        self.wait_for_event("KVD 1 Prealarm ON")
+        self.assertFalse(self.display.windows("Mainalarm"))
+        evaluators.tell(2, MAIN_ALARM)
+        self.in_dialog("Mainalarm")
+        evaluators.send(2, measured_values(speed=710))
+        wait_for(lambda: len(self.plant_.records(2)) == 2, what="a record behind the alert")
+        self.key("Return")
+        self.gone("Mainalarm")
+        time.sleep(1.5)  # the state is told again: the same alarm does not call twice
+        self.assertFalse(self.display.windows("Mainalarm"))
+        evaluators.tell(2, READY)
+        self.wait_for_event("KVD Starboard main ## Main Alarm OFF")
+        evaluators.tell(1, READY)
+        self.wait_for_event("KVD Port main ## Prealarm OFF")
+
+    def inhibit(self, evaluators):
+        evaluators.tell(3, READY, inhibit=1, left=45)
+        self.wait_for_event("KVD Generator 1 ## Alarm Inhibit ON")
+        time.sleep(0.3)  # the label is shown
+        self.click(INHIBIT_3)
+        self.in_dialog("Alarm Inhibit Time")
+        self.key("Return")
+        self.gone("Alarm Inhibit Time")
+        self.assertEqual(self.plant_.lines[3].received(), frame(":8009"))
+        self.wait_for_event(RESTART)
+        evaluators.tell(3, READY)
+        self.wait_for_event("KVD Generator 1 ## Alarm Inhibit OFF")
+
+    def setup_while_measuring(self):
+        before = self.settings()
+        self.menu("Setup", 0)
+        self.in_dialog("^Setup$")
+        self.key("Right", "Left", "Return")
+        self.gone("^Setup$")
+        self.assertEqual(self.settings(), before)
+
+    def stop_and_go_on(self, evaluators):
+        self.menu("Start", 0)
+        self.in_dialog("stop data logging")
+        self.type(PASSWORD.lower())
+        self.key("Tab", "space")  # the next button that can be pressed goes on
+        self.gone("stop data logging")
+        evaluators.send(1, measured_values(speed=720))
+        wait_for(lambda: len(self.plant_.records(1)) == 2, what="a record behind the refused stop")
+        self.display.press(self.main, "alt+f", "x", "Escape")  # locked now
+        self.assertEqual(self.plant_.events().count(STOPPED), 0)
+        self.menu("Start", 0)
+        self.in_dialog("stop data logging")
+        self.type(PASSWORD)
+        self.key("Return")
+        self.gone("stop data logging")
+        self.wait_for_event(*everywhere("Measure stopped"))
+        self.menu("Start", 0)
+        wait_for(lambda: self.plant_.events().count(WHEN + everywhere("Measure started")[3]) == 2,
+                 what="the second start")
+
+    def status_text(self):
+        self.click(STATUS_TEXT, count=2)
+        window = self.in_dialog("Status window")
+        self.display.tool("xdotool", "mousemove", "--window", window, "300", "200", "click", "1")
+        self.key("ctrl+a", "ctrl+c")
+        shown = subprocess.run(["xclip", "-o", "-selection", "clipboard"], env=self.display.environment,
+                               capture_output=True, check=True, text=True).stdout
+        self.assertEqual(masked(shown).strip("\n").split("\n"),
+                         [BOX + text for text in [*BEFORE_CONFIRMATION, CONFIRMED, *AFTER_CONFIRMATION]])
+        self.key("Escape")
+        self.gone("Status window")
+
+    def leave(self):
+        self.display.ask_to_close(self.main)
+        self.in_dialog("stop data logging")
+        self.key("Escape")
+        self.gone("stop data logging")
+        self.assertIsNone(self.plant_.program.poll())
+        self.plant_.lines[4].send(parameter_frame(), measured_values(speed=799))
+        wait_for(lambda: len(self.plant_.records(4)) == 2, what="a record behind the refused end")
+        self.display.ask_to_close(self.main)
+        self.in_dialog("stop data logging")
+        self.type(PASSWORD)
+        self.key("space")
+        self.assertEqual(self.plant_.program.wait(10), 0)
+
+    def compare(self):
+        plant = self.plant_
+        self.assertEqual(self.settings(), [
+            "[tyxo]", "adc_offset=479", "zyl_speed_range=1",
+            "xy_tha= 1", "xy_tmv= 1", "xy_theff= 1", "xy_theff_AC= 1",
+            "upd_periode= 100", "cmd_periode= 0", "max_sensors= 4", "speedbar_mode= 0", "eventfile_ena= 1",
+            "evtpath=./events/", "autostart=0",
+            *(f"{key} {row + 1}={value}" for row, engine in enumerate(ENGINES) for key, value in (
+                ("comport", f" {row + 1}"), ("location", engine), ("typecode", f"type {row + 1}"),
+                ("logpath", "./logs/"), ("text_almrel1", RELAYS[row][0]), ("text_almrel2", RELAYS[row][1]),
+                ("tstsig_visible", " 1" if row == 0 else " 0"))),
+            "scale_polar_a= .5", "scale_polar_t= 3", "log_mode= 0", f"passwd={PASSWORD}", ""])
+        events = [*BEFORE_CONFIRMATION, *AFTER_CONFIRMATION]
+        events[events.index("KVD Port main ## Prealarm ON")] = "KVD 1 Prealarm ON"
+        self.assertEqual(plant.events(), [STARTED, *(WHEN + text for text in events), STOPPED, STOPPED, ""])
+        for number, behind_header in LOGS.items():
+            header = log_header(plant.log_names(number)[0], f"type {number}", " 3", " .5")
+            self.assertEqual(masked(plant.log(number)).split("\r\n"), [*header, *behind_header, ""])
+
+
+if __name__ == "__main__":
+    unittest.main()
