@@ -5,8 +5,15 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "dialogs/frmabort.h"
+#include "dialogs/frmalert.h"
 #include "dialogs/frmbrowse.h"
+#include "dialogs/frmlog.h"
+#include "dialogs/frmpwd.h"
+#include "dialogs/frmresetinhtime.h"
 #include "dialogs/frmsetup.h"
+#include "dialogs/frmsplash.h"
+#include "dialogs/frmstatustext.h"
 #include "displays/bar_diagram.h"
 #include "displays/chart.h"
 #include "displays/frmdetailedpic.h"
@@ -46,7 +53,9 @@ constexpr const char* settings_text =
     "[tyxo]\r\nupd_periode=250\r\nmax_sensors=4\r\nadc_offset=479\r\nzyl_speed_range=5\r\n"
     "scale_polar_a=0.5\r\nscale_polar_t=.2\r\nxy_tmv=1\r\nxy_theff=1\r\nxy_theff_AC=1\r\nxy_tha=1\r\n"
     "location 1=Port main engine\r\nlocation 2=Generator 2\r\nlocation 3=Slow runner\r\n"
-    "location 4=Test bed\r\n";
+    "location 4=Test bed\r\ntypecode 1=6L-750\r\ntypecode 2=24V-1000\r\ntypecode 3=6L-750\r\n"
+    "logpath 1=logs/\r\nlogpath 2=logs/\r\nlogpath 3=logs/\r\nlogpath 4=logs/test bed/\r\n"
+    "text_almrel1 1=Slow down\r\ntext_almrel2 1=Shut down\r\ntstsig_visible 4=1\r\nevtpath=logs/\r\n";
 
 struct engine {
     const char* name;
@@ -131,7 +140,10 @@ class picture_taker {
 
   private:
     QWidget* window(const QString& name) {
-        QWidget* const widget = main_.objectName() == name ? &main_ : main_.findChild<QWidget*>(name);
+        QWidget* widget = main_.findChild<QWidget*>(name);
+        for (QWidget* top :
+             QApplication::topLevelWidgets()) // the main window, and the alert, which has no parent
+            if (top->objectName() == name) widget = top;
         if (widget == nullptr || !widget->isVisible()) qFatal("no window %s", qPrintable(name));
         return widget;
     }
@@ -188,7 +200,7 @@ void take_gateway(picture_taker& pictures) {
 }
 
 /// All tabs of the setup dialog, for an engine in line, a V engine, one whose Evaluator reports little, and
-/// one that never sent anything.
+/// one that has not sent anything before the measurement.
 void take_setup(picture_taker& pictures, bool measuring) {
     const QString prefix = measuring ? "setup-measuring-" : "setup-";
     sensor::measure_running = measuring;
@@ -207,23 +219,77 @@ void take_setup(picture_taker& pictures, bool measuring) {
     sensor::measure_running = false;
 }
 
+/// What an Evaluator tells about itself and its engine.
+void report(i16 channel, const simulated::Parameters& parameters, simulated::ParameterForm form) {
+    send(channel, simulated::parameters_body(parameters, form));
+    sensor::channels[channel].status_valid = true;
+    sensor::channels[channel].fwvers = "V4.31";
+}
+
 void prepare_setup() {
     const auto plain_six = simulated::plain_engine(false, 6, 4, 750, 860);
     const auto v24 = simulated::plain_engine(true, 24, 4, 1000, 1150);
-    send(0, simulated::parameters_body(plain_six, simulated::ParameterForm::percent));
-    send(1, simulated::parameters_body(v24, simulated::ParameterForm::percent));
-    send(2, simulated::parameters_body(plain_six, simulated::ParameterForm::base));
-    for (i16 channel = 0; channel < 3; ++channel) {
-        sensor::channels[channel].status_valid = true;
-        sensor::channels[channel].fwvers = "V4.31";
-    }
+    report(0, plain_six, simulated::ParameterForm::percent);
+    report(1, v24, simulated::ParameterForm::percent);
+    report(2, plain_six, simulated::ParameterForm::base);
     serial::serial_ports = std::vector<i16>{1, 2, 3, 4, 17, 256};
     sensor::comport = {1, 2, 256, 99};
+}
+
+/// The alert in its two phases: one channel, then three.
+void take_alert(picture_taker& pictures) {
+    open_alert();
+    show_alert_line(1);
+    alert_text(1, "Generator 2  Mainalarm DC");
+    pictures.take("FrmAlert", "alert");
+    show_alert_line(0);
+    alert_text(0, "Port main engine  Mainalarm AC");
+    show_alert_line(3);
+    alert_text(3, "WWWWWWWWWWWWWWWWWWWWWWWWW  Mainalarm DC");
+    timer_alert_tick();
+    pictures.take("FrmAlert", "alert-dark");
+    FrmAlert_unload();
+}
+
+/// The stop lock before and behind the right password, without anybody who waits for its answer.
+void take_stop_lock(picture_taker& pictures) {
+    SetPassword("Kessel 7");
+    FrmAbort.form.Loaded = FrmAbort.form.Visible = true;
+    TextPassword_change("Kess");
+    pictures.take("FrmAbort", "stop-lock");
+    TextPassword_change("Kessel 7");
+    pictures.take("FrmAbort", "stop-lock-open");
+    FrmAbort_unload();
+}
+
+void take_questions(picture_taker& pictures) {
+    take_alert(pictures);
+    take_stop_lock(pictures);
+    setup_passwd_click();
+    newpasswd_change("Kessel 7");
+    newpasswd2_change("Kessel 7");
+    pictures.take("frmpwd", "password");
+    frmpwd_CmdCancel_click();
+    Lbl_alminhibit_click(2);
+    pictures.take("FrmResetInhTime", "inhibit-reset");
+    FrmResetInhTime_CmdCancel_click();
+    for (i16 channel = 0; channel < channel_count; ++channel)
+        raise_event(channel, {" KVD " + sensor::channels[channel].location + " ## Measure started ", "", ""});
+    Text_status_dblclick();
+    pictures.take("frmstatustext", "status-window");
+    Cmdclose_click();
+    Lbl_TY_logger_click();
+    pictures.take("Frmlog", "software-info");
+    Frmlog_Cmd_ok_click();
+    about_click();
+    pictures.take("frmSplash", "about");
+    frmSplash_unload();
 }
 
 void take_all(picture_taker& pictures) {
     prepare_setup();
     take_setup(pictures, false);
+    report(3, *simulated::engine_preset("inline5-2"), simulated::ParameterForm::percent);
     take_setup(pictures, true);
     const auto all = engines();
     for (i16 channel = 0; channel < channel_count; ++channel) {
@@ -243,6 +309,7 @@ void take_all(picture_taker& pictures) {
     prt_click();
     pictures.take("frmselectprint", "select-print");
     cmd_cancel_click();
+    take_questions(pictures);
     take_gateway(pictures);
 }
 
@@ -281,7 +348,9 @@ int main(int argc, char** argv) {
     }
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     const QTemporaryDir plant;
-    if (!QDir().mkpath(folder) || !QDir::setCurrent(plant.path()) || !write_settings()) return 1;
+    if (!QDir().mkpath(folder) || !QDir::setCurrent(plant.path()) ||
+        !QDir().mkpath("logs/Port main engine") || !QDir().mkpath("events") || !write_settings())
+        return 1;
     wire();
     mainfrm_view main_window;
     form_load(main_window.width(), main_window.height());

@@ -40,10 +40,10 @@ ONE_MINUTE = (
     (5, "05s"), (6, SETUP), (8, "08s-setup"), (8.5, ["Escape"]),
     (12, INHIBIT_3), (14, "14s-inhibit-reset"), (14.5, ["Return"]), (18, "18s"),
     (20, SCOPE_2), (26, "26s-detailed-display"), (27, ["Escape"]),
-    (28, SPEED_DIFFERENCE_2), (31, "31s-speed-difference"), (31.5, ["Escape"]),
-    (40, "40s-alert"), (40.5, ["Return"]),
-    (41, THERMO_DIFFERENCE_2), (45, "45s-thermosignal-difference"), (45.5, ["Escape"]),
-    (46, ENLARGE_2), (48, "48s-enlarged"), (49, ENLARGE_2),
+    # The alert comes at about 31 seconds and puts the bar diagram away.
+    (27.5, SPEED_DIFFERENCE_2), (29.5, "29s-speed-difference"), (36, "36s-alert"), (36.5, ["Return"]),
+    (38, THERMO_DIFFERENCE_2), (43, "43s-thermosignal-difference"), (43.5, ["Escape"]),
+    (45, ENLARGE_2), (47, "47s-enlarged"), (48, ENLARGE_2),
     (50, "maximise"), (58, "58s-maximised"), (60, None))
 LARGE_SCREEN = ((3, "maximise"), (10, "1920x1080"), (12, None))
 
