@@ -149,8 +149,12 @@ void frame_send(std::string_view body, i16 channel) {
         line.Settings(comm_settings);
         line.PortOpen(true);
     }
-    line.Output(frame);
-    if (!was_open) line.PortOpen(false);
+    // Also when the frame cannot be handed over: a port is open while its channel measures or for one frame.
+    const auto why = attempt([&] { line.Output(frame); },
+                             [&] {
+                                 if (!was_open) line.PortOpen(false);
+                             });
+    if (why) throw failure(*why);
 }
 
 } // namespace tyxo::serial

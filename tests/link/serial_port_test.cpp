@@ -129,6 +129,17 @@ TEST_F(serial_port, an_output_that_fails_is_raised_to_the_caller) {
     EXPECT_EQ(simulation::sent(0), "");
 }
 
+TEST_F(serial_port, a_port_opened_for_an_output_that_fails_is_closed_again) {
+    simulation::world().ports[11].refuses_output = true;
+    EXPECT_THROW(serial::frame_send(":00", 0), failure);
+    EXPECT_EQ(simulation::port(0).opened, 1);
+    EXPECT_FALSE(simulation::port(0).open);
+    simulation::world().ports[11].refuses_output = false;
+    serial::frame_send(":00", 0);
+    EXPECT_EQ(simulation::port(0).opened, 2);
+    EXPECT_FALSE(simulation::port(0).open);
+}
+
 TEST_F(serial_port, a_port_that_does_not_open_for_sending_is_raised_to_the_caller) {
     simulation::world().ports[11].refuses_to_open = true;
     EXPECT_THROW(serial::frame_send(":00", 0), failure);
