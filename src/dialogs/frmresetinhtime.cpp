@@ -28,6 +28,7 @@ void Lbl_alminhibit_click(i16 channel) {
 }
 
 void CmdDo_click() {
+    if (!FrmResetInhTime.form.Loaded) return; // the second of two quick clicks, or behind "Cancel"
     const i16 channel = sensor::inhibit_reset_channel;
     // What the operator did is recorded, and the dialog closes, whether the command reached the line or not.
     const auto why = attempt([&] { serial::frame_send(restart_command, channel); },

@@ -244,6 +244,7 @@ void th_eff_AC_click() {
 }
 
 void frmSetup_cmd_OK_click() {
+    if (!frmSetup.form.Loaded) return; // it waited behind a click on "Cancel": the first one counts
     save_parameter();
     frmSetup_cmd_cancel_click();
 }

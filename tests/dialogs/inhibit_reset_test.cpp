@@ -164,12 +164,26 @@ TEST_F(InhibitReset, IsRecordedAndClosedWhenTheCommandCannotBeSent) {
 }
 
 TEST_F(InhibitReset, OfAChannelThatDoesNotExistOnlyCloses) {
+    Lbl_alminhibit_click(0);
     sensor::inhibit_reset_channel = 4;
-    dialog().form.Visible = true;
     CmdDo_click();
     EXPECT_FALSE(dialog().form.Visible);
     EXPECT_EQ(status(), "");
     EXPECT_EQ(world().debug.back(), "Subscript out of range");
+}
+
+TEST_F(InhibitReset, TheFirstClickCountsWhenASecondComesLate) {
+    Lbl_alminhibit_click(1);
+    CmdDo_click();
+    CmdDo_click();
+    EXPECT_EQ(sent(1), command);
+    EXPECT_EQ(status(), box_line);
+    sent(1).clear();
+    Lbl_alminhibit_click(1);
+    FrmResetInhTime_CmdCancel_click();
+    CmdDo_click();
+    EXPECT_EQ(sent(1), "");
+    EXPECT_EQ(status(), box_line);
 }
 
 TEST_F(InhibitReset, CancelledDoesNothingElse) {

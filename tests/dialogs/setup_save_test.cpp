@@ -75,6 +75,15 @@ TEST_F(SetupSave, WritesItsKeysInTheirOrder) {
                                          "tstsig_visible 2= 1"}));
 }
 
+TEST_F(SetupSave, AnOkThatComesBehindACancelStoresNothing) {
+    Text_sensor_loc_change(0, "Renamed");
+    const std::string before = file("tyxo.ini");
+    frmSetup_cmd_cancel_click();
+    frmSetup_cmd_OK_click();
+    EXPECT_EQ(channels[0].location, "Engine 1");
+    EXPECT_EQ(file("tyxo.ini"), before);
+}
+
 TEST_F(SetupSave, EnablesTheStartEntriesOfTheChannelsInUseAndNamesTheirRelays) {
     for (const i16 number : {i16{4}, i16{1}, i16{3}}) {
         setup_click();
