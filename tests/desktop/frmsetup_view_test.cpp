@@ -5,6 +5,8 @@
 #include "settings/ini.h"
 #include "settings/settings.h"
 
+#include <QClipboard>
+
 using namespace tyxo;
 
 namespace {
@@ -136,6 +138,27 @@ class frmsetup_view_test : public QObject {
         QCOMPARE(sensor::channels[1].location, "\xC4nde & <i>\xFC</i> " + std::string(184, 'x'));
         QCOMPARE(sensor::channels[1].location.size(), std::size_t{200});
         sensor::channels[1].location = "K\xFChlung";
+    }
+
+    void a_tool_tip_has_all_of_a_text_too_long_for_its_box_as_it_is() {
+        setup_.open();
+        auto* const path = setup_.find<QLineEdit>("Text_logfile_path", 0);
+        setup_window::type(path, "/logs/");
+        QCOMPARE(shown_tool_tip(path), QString());
+        setup_window::type(path, "/<b>" + QString(100, 'x') + "/");
+        QVERIFY2(shown_tool_tip(path).contains("/&lt;b&gt;" + QString(100, 'x') + "/"),
+                 qPrintable(path->toolTip()));
+    }
+
+    void a_line_break_that_is_pasted_gets_no_further() {
+        setup_.open();
+        auto* const location = setup_.find<QLineEdit>("Text_sensor_loc", 0);
+        location->setFocus();
+        location->selectAll();
+        QApplication::clipboard()->setText("Mill\r\n1\n");
+        QTest::keySequence(location, QKeySequence::Paste);
+        QTRY_COMPARE(location->text(), QString("Mill1"));
+        QCOMPARE(frmSetup.Text_sensor_loc[0].Text, "Mill1");
     }
 
     void the_keyboard_chooses_a_port() {

@@ -110,11 +110,11 @@ class frmsetuptcp_typing_test : public QObject {
     void a_text_too_long_for_its_box_shows_its_front_and_a_tool_tip() {
         FrmSetupTCP.Text4[7] = "-12.3333330154419";
         window_.show_state();
-        QCOMPARE(window_.box(7)->toolTip(), QString("-12.3333330154419"));
+        QVERIFY(shown_tool_tip(window_.box(7)).contains("-12.3333330154419"));
         QCOMPARE(window_.box(7)->cursorPosition(), 0);
         FrmSetupTCP.Text4[7] = "65535";
         window_.show_state();
-        QCOMPARE(window_.box(7)->toolTip(), QString());
+        QCOMPARE(shown_tool_tip(window_.box(7)), QString());
     }
 
     void updates_cost_next_to_nothing() {

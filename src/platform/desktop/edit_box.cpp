@@ -11,12 +11,13 @@
 namespace tyxo {
 
 edit_box::edit_box(QWidget* parent, const QString& name, std::function<void(std::string_view)> change)
-    : QLineEdit(parent), change_(std::move(change)) {
+    : line_box(parent), change_(std::move(change)) {
     setObjectName(name);
     connect(this, &QLineEdit::textEdited, this, &edit_box::pass_on);
 }
 
-void edit_box::pass_on(const QString& text) {
+void edit_box::pass_on(QString text) {
+    text.remove('\r').remove('\n'); // pasted; they would be lines of their own in files and messages
     // While a tick waits for the controller the command waits too, and the core still has the old text.
     ++passed_on_;
     desktop::run_handler(desktop::source::operator_,
@@ -37,8 +38,6 @@ void edit_box::show_text(const std::string& text) {
     const int cursor = cursorPosition();
     setText(next);
     setCursorPosition(hasFocus() ? cursor : 0); // the front of a text that is too long
-    const bool cut_off = fontMetrics().horizontalAdvance(next) > width() - 8;
-    setToolTip(cut_off ? next : QString());
 }
 
 } // namespace tyxo

@@ -1,7 +1,7 @@
 #pragma once
 // A text box whose text belongs to the core: typing is passed on, and what the core puts there is shown.
 
-#include <QLineEdit>
+#include "platform/desktop/line_box.h"
 
 #include <functional>
 #include <string>
@@ -9,9 +9,10 @@
 
 namespace tyxo {
 
-class edit_box : public QLineEdit {
+class edit_box : public line_box {
   public:
-    /// `change` runs as a command of the operator with every edited text, in Windows-1252.
+    /// `change` runs as a command of the operator with every edited text, in Windows-1252 and without line
+    /// breaks.
     edit_box(QWidget* parent, const QString& name, std::function<void(std::string_view)> change);
 
     /// Shows the core's text if it is another than before. The cursor stays where it is while the box has the
@@ -19,7 +20,7 @@ class edit_box : public QLineEdit {
     void show_text(const std::string& text);
 
   private:
-    void pass_on(const QString& text);
+    void pass_on(QString text);
 
     std::function<void(std::string_view)> change_;
     std::string shown_;

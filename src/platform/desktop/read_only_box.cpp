@@ -2,20 +2,12 @@
 
 #include "platform/desktop/text.h"
 
-#include <QEvent>
-
 #include <algorithm>
 
 namespace tyxo {
 
-namespace {
-
-constexpr int borders = 14; // px, of both sides together
-
-} // namespace
-
 read_only_box::read_only_box(QWidget* parent, const QString& name, const QString& spoken, int digits)
-    : QLineEdit(parent) {
+    : line_box(parent) {
     setObjectName(name);
     setAccessibleName(spoken);
     setReadOnly(true);
@@ -27,7 +19,7 @@ read_only_box::read_only_box(QWidget* parent, const QString& name, const QString
 }
 
 QSize read_only_box::sizeHint() const {
-    return {minimumWidth(), QLineEdit::sizeHint().height()};
+    return {minimumWidth(), line_box::sizeHint().height()};
 }
 
 void read_only_box::show_text(const std::string& text) {
@@ -35,14 +27,6 @@ void read_only_box::show_text(const std::string& text) {
     if (next == this->text()) return;
     setText(next);
     setCursorPosition(0);
-}
-
-bool read_only_box::event(QEvent* event) {
-    if (event->type() == QEvent::ToolTip) {
-        const bool cut_off = fontMetrics().horizontalAdvance(text()) > width() - borders;
-        setToolTip(cut_off ? tool_tip(text()) : QString());
-    }
-    return QLineEdit::event(event);
 }
 
 } // namespace tyxo

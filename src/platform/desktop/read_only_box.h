@@ -1,25 +1,22 @@
 #pragma once
 // A text box to read from: its text can be selected and copied, not changed.
 
-#include <QLineEdit>
+#include "platform/desktop/line_box.h"
 
 #include <string>
 
 namespace tyxo {
 
-class read_only_box : public QLineEdit {
+class read_only_box : public line_box {
   public:
     /// `spoken` is its accessible name. The box has room for so many digits, and takes more where there is
     /// more.
     read_only_box(QWidget* parent, const QString& name, const QString& spoken, int digits);
 
-    /// Shows the front of the core's text; a tool tip has all of one that is too long.
+    /// Shows the front of the core's text.
     void show_text(const std::string& text);
 
     [[nodiscard]] QSize sizeHint() const override;
-
-  protected:
-    bool event(QEvent* event) override;
 };
 
 } // namespace tyxo
