@@ -35,12 +35,9 @@ namespace tyxo {
 
 namespace {
 
-constexpr int show_delay = 20; // ms: changes of this time are shown together
+using desktop::on_command;
 
-/// A handler of the core for a command of the operator.
-template <class Handler> auto on_command(Handler handler) {
-    return [handler] { desktop::run_handler(desktop::source::operator_, handler); };
-}
+constexpr int show_delay = 20; // ms: changes of this time are shown together
 
 QRect on_screen(const rectangle& place) {
     return {place.left, place.top, place.width, place.height};

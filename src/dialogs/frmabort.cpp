@@ -17,8 +17,7 @@ void load() {
     fresh.stop_password = std::move(FrmAbort.stop_password);
     FrmAbort = std::move(fresh);
     FrmAbort.CmdStop.Enabled = FrmAbort.TextPassword.Text == FrmAbort.stop_password;
-    FrmAbort.form.Loaded = true;
-    FrmAbort.form.Visible = true;
+    FrmAbort.form.show();
 }
 
 } // namespace
@@ -63,8 +62,7 @@ void CmdContinue_click() {
 }
 
 void FrmAbort_unload() {
-    FrmAbort.form.Visible = false;
-    FrmAbort.form.Loaded = false;
+    FrmAbort.form.unload();
 }
 
 } // namespace tyxo

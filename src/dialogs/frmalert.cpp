@@ -47,7 +47,7 @@ void hide_diagrams() {
 
 void load() {
     FrmAlert = {};
-    FrmAlert.form.Loaded = true;
+    FrmAlert.form.show();
     timer_alert.Interval(phase_ms);
     timer_alert.Enabled(true);
     sensor::alert_open = true;
@@ -58,7 +58,6 @@ void load() {
 void open_alert() {
     hide_diagrams();
     load();
-    FrmAlert.form.Visible = true;
     timer_alert_tick(); // an alarm is seen and heard at once, not 600 ms later
 }
 

@@ -93,8 +93,7 @@ frmalert_view::frmalert_view()
     CmdAck->setMinimumWidth(button_width);
     CmdAck->setDefault(true);
     CmdAck->installEventFilter(this);
-    connect(CmdAck, &QPushButton::clicked, this,
-            [] { desktop::run_handler(desktop::source::operator_, FrmAlert_CmdAck_click); });
+    connect(CmdAck, &QPushButton::clicked, this, desktop::on_command(FrmAlert_CmdAck_click));
     rows->addWidget(CmdAck, 0, Qt::AlignHCenter);
     rows->setSizeConstraint(QLayout::SetFixedSize);
     show_phase();

@@ -6,8 +6,7 @@ namespace tyxo {
 
 void browse(std::function<void()> done) {
     frmbrowse.done = std::move(done);
-    frmbrowse.form.Loaded = true;
-    frmbrowse.form.Visible = true;
+    frmbrowse.form.show();
 }
 
 void frmbrowse_Ok_click(std::string_view path) {
@@ -18,8 +17,7 @@ void frmbrowse_Ok_click(std::string_view path) {
 }
 
 void frmbrowse_unload() {
-    frmbrowse.form.Visible = false;
-    frmbrowse.form.Loaded = false;
+    frmbrowse.form.unload();
     if (const auto done = std::exchange(frmbrowse.done, nullptr)) done();
 }
 

@@ -11,13 +11,11 @@ void Lbl_TY_logger_click() {
     Frmlog.Lbldate.Caption = log::version_date;
     Frmlog.Lbldev.Caption = "Quarvo engine diagnostics";
     Frmlog.Lblprog.Caption = "Quarvo software engineering";
-    Frmlog.form.Loaded = true;
-    Frmlog.form.Visible = true;
+    Frmlog.form.show();
 }
 
 void Frmlog_Cmd_ok_click() {
-    Frmlog.form.Visible = false;
-    Frmlog.form.Loaded = false;
+    Frmlog.form.unload();
 }
 
 } // namespace tyxo

@@ -8,8 +8,7 @@ namespace tyxo {
 void setup_passwd_click() {
     frmpwd = {};
     frmpwd.CmdOK.Enabled = false;
-    frmpwd.form.Loaded = true;
-    frmpwd.form.Visible = true;
+    frmpwd.form.show();
 }
 
 void oldpasswd_change(std::string_view text) {
@@ -38,8 +37,7 @@ void frmpwd_CmdOK_click() {
 }
 
 void frmpwd_CmdCancel_click() {
-    frmpwd.form.Visible = false;
-    frmpwd.form.Loaded = false;
+    frmpwd.form.unload();
 }
 
 } // namespace tyxo

@@ -23,8 +23,7 @@ void record_restart(i16 channel) {
 void Lbl_alminhibit_click(i16 channel) {
     sensor::inhibit_reset_channel = channel;
     FrmResetInhTime = {};
-    FrmResetInhTime.form.Loaded = true;
-    FrmResetInhTime.form.Visible = true;
+    FrmResetInhTime.form.show();
 }
 
 void CmdDo_click() {
@@ -37,8 +36,7 @@ void CmdDo_click() {
 }
 
 void FrmResetInhTime_CmdCancel_click() {
-    FrmResetInhTime.form.Visible = false;
-    FrmResetInhTime.form.Loaded = false;
+    FrmResetInhTime.form.unload();
 }
 
 } // namespace tyxo

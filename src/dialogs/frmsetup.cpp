@@ -117,8 +117,7 @@ void close_sensor_tab(i16 channel) {
 
 void setup_click() {
     load();
-    frmSetup.form.Loaded = true;
-    frmSetup.form.Visible = true;
+    frmSetup.form.show();
 }
 
 void refresh_para() {
@@ -254,8 +253,7 @@ void cmd_Refresh_click() {
 }
 
 void frmSetup_cmd_cancel_click() {
-    frmSetup.form.Visible = false;
-    frmSetup.form.Loaded = false;
+    frmSetup.form.unload();
 }
 
 } // namespace tyxo

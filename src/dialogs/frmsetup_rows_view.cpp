@@ -45,10 +45,6 @@ constexpr std::array<text_column, 5> text_columns{{
     {alarm_2, "Text_alm2", "Alarmrel 2", 11, &frmsetup_form::Text_alm2, Text_alm2_change},
 }};
 
-auto on_command(std::function<void()> handler) {
-    return [handler = std::move(handler)] { desktop::run_handler(desktop::source::operator_, handler); };
-}
-
 int width_of(const QWidget& widget, int letters) {
     return letters * widget.fontMetrics().averageCharWidth();
 }
@@ -110,7 +106,7 @@ QPushButton* settings_page::add_browse(const QString& name, const QString& spoke
     button->setObjectName(name);
     button->setAccessibleName(spoken);
     button->setAutoDefault(false); // Enter is "OK", wherever the focus is
-    connect(button, &QPushButton::clicked, this, on_command(std::move(command)));
+    connect(button, &QPushButton::clicked, this, desktop::on_command(std::move(command)));
     buttons_.emplace_back(button, control);
     return button;
 }
@@ -119,7 +115,7 @@ QCheckBox* settings_page::add_check(const QString& name, const CheckBox& control
                                     std::function<void()> command) {
     auto* const check = new QCheckBox(this);
     check->setObjectName(name);
-    connect(check, &QCheckBox::clicked, this, on_command(std::move(command)));
+    connect(check, &QCheckBox::clicked, this, desktop::on_command(std::move(command)));
     checks_.emplace_back(check, control);
     return check;
 }

@@ -23,10 +23,7 @@ constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing 
 } // namespace
 
 frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup", frmSetup_cmd_cancel_click) {
-    QPalette colours = palette();
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        colours.setColor(QPalette::Disabled, role, QColor(disabled_print));
-    setPalette(colours);
+    set_disabled_print(disabled_print);
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
     make_buttons(*rows);

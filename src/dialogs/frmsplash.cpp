@@ -9,13 +9,11 @@ void about_click() {
     frmSplash.lblVersion.Caption = std::string(log::version) + "    " + std::string(log::version_date);
     frmSplash.lblProductName.Caption = "Quarvo / Tyxo Data Logger";
     frmSplash.lbllogo.Caption = "Watches up to four engines, day and night";
-    frmSplash.form.Loaded = true;
-    frmSplash.form.Visible = true;
+    frmSplash.form.show();
 }
 
 void frmSplash_unload() {
-    frmSplash.form.Visible = false;
-    frmSplash.form.Loaded = false;
+    frmSplash.form.unload();
 }
 
 } // namespace tyxo

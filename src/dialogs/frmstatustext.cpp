@@ -7,8 +7,7 @@ namespace tyxo {
 void Text_status_dblclick() {
     frmstatustext = {};
     Cmdrefresh_click();
-    frmstatustext.form.Loaded = true;
-    frmstatustext.form.Visible = true;
+    frmstatustext.form.show();
 }
 
 void Cmdrefresh_click() {
@@ -16,8 +15,7 @@ void Cmdrefresh_click() {
 }
 
 void Cmdclose_click() {
-    frmstatustext.form.Visible = false;
-    frmstatustext.form.Loaded = false;
+    frmstatustext.form.unload();
 }
 
 } // namespace tyxo

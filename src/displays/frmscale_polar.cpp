@@ -46,8 +46,7 @@ void load() {
 
 void setup_scale_click() {
     load();
-    frmscale_polar.form.Loaded = true;
-    frmscale_polar.form.Visible = true;
+    frmscale_polar.form.show();
 }
 
 void Opt_scale_click(std::size_t index) {
@@ -83,8 +82,7 @@ void frmscale_polar_Cmd_ok_click() {
 }
 
 void frmscale_polar_unload() {
-    frmscale_polar.form.Visible = false;
-    frmscale_polar.form.Loaded = false;
+    frmscale_polar.form.unload();
 }
 
 } // namespace tyxo

@@ -49,16 +49,14 @@ void load() {
 }
 
 void close() {
-    frmselectprint.form.Visible = false;
-    frmselectprint.form.Loaded = false;
+    frmselectprint.form.unload();
 }
 
 } // namespace
 
 void prt_click() {
     load();
-    frmselectprint.form.Loaded = true;
-    frmselectprint.form.Visible = true;
+    frmselectprint.form.show();
 }
 
 void optPrint_click(std::size_t index) {

@@ -38,6 +38,9 @@ struct Form {
     bool Loaded = false; ///< its state is set up; a loaded form may be hidden
     bool Visible = false;
     bool operator==(const Form&) const = default;
+
+    void show() { Loaded = Visible = true; }
+    void unload() { Loaded = Visible = false; }
 };
 
 /// A push button or a menu entry.

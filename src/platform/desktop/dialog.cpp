@@ -26,9 +26,13 @@ modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void
     // Locks the main window and all windows that belong to it; the alert, which belongs to none, stays
     // usable.
     setWindowModality(Qt::WindowModal);
+    set_disabled_print(disabled_print);
+}
+
+void modal_dialog::set_disabled_print(QRgb print) {
     QPalette colours = palette();
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        colours.setColor(QPalette::Disabled, role, QColor(disabled_print));
+        colours.setColor(QPalette::Disabled, role, QColor(print));
     setPalette(colours);
 }
 
@@ -64,8 +68,7 @@ QPushButton* modal_dialog::add_button(const char* name, std::function<void()> co
     button->setMinimumWidth(least_button_width);
     button->setAutoDefault(false); // Enter presses the default button, wherever the focus is
     button->setDefault(is_default);
-    connect(button, &QPushButton::clicked, this,
-            [command = std::move(command)] { desktop::run_handler(desktop::source::operator_, command); });
+    connect(button, &QPushButton::clicked, this, desktop::on_command(std::move(command)));
     place.addWidget(button);
     return button;
 }

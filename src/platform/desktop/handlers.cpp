@@ -73,6 +73,10 @@ void run_handler(source from, std::function<void()> handler) {
         QMetaObject::invokeMethod(QCoreApplication::instance(), run_commands, Qt::QueuedConnection);
 }
 
+std::function<void()> on_command(std::function<void()> handler) {
+    return [handler = std::move(handler)] { run_handler(source::operator_, handler); };
+}
+
 bool inside_device_handler() {
     return !running.empty() && running.back().from == source::device;
 }

@@ -17,6 +17,9 @@ enum class source {
 /// holds up nothing, neither ticks nor further commands.
 void run_handler(source from, std::function<void()> handler);
 
+/// Something to connect to a signal: it runs the handler as a command of the operator.
+[[nodiscard]] std::function<void()> on_command(std::function<void()> handler);
+
 /// True while the handler of a serial port or a timer runs; commands of the operator are kept until it ends.
 [[nodiscard]] bool inside_device_handler();
 
