@@ -1,56 +1,23 @@
 // Timers and serial ports on the real event loop, with real pseudo-terminals.
 
 #include "basics/failure.h"
+#include "desktop/serial_line.h"
 #include "platform/desktop/handlers.h"
 #include "platform/mscomm.h"
 #include "platform/program.h"
 #include "platform/timer.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
 #include <ctime>
-#include <fcntl.h>
 #include <optional>
-#include <unistd.h>
 
 using namespace tyxo;
 
 namespace {
-
-/// A pseudo-terminal linked as port number 7 of the working directory.
-class line {
-  public:
-    line() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
-        if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0) qFatal("no pseudo-terminal");
-        QDir().mkpath("ports");
-        QFile::remove("ports/COM7");
-        QFile::link(::ptsname(master_), "ports/COM7");
-    }
-    ~line() { vanish(); }
-    line(const line&) = delete;
-    line& operator=(const line&) = delete;
-
-    void send(std::string_view bytes) const {
-        QCOMPARE(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
-    }
-    [[nodiscard]] std::string received() const {
-        std::string bytes(1000, ' ');
-        const ssize_t length = ::read(master_, bytes.data(), bytes.size());
-        bytes.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-        return bytes;
-    }
-    void vanish() {
-        if (master_ >= 0) ::close(master_);
-        master_ = -1;
-    }
-
-  private:
-    int master_;
-};
 
 /// An open port that keeps what it receives.
 struct listener {
@@ -164,7 +131,7 @@ class platform_test : public QObject {
     }
 
     void bytes_arrive_as_receive_events() {
-        line wire;
+        serial_line wire(7);
         listener listening;
         listening.open();
         wire.send(":00a0\r\n");
@@ -173,7 +140,7 @@ class platform_test : public QObject {
     }
 
     void output_reaches_the_line_and_the_empty_send_buffer_is_an_event() {
-        line wire;
+        serial_line wire(7);
         listener listening;
         listening.open();
         listening.port.Output(":80092f\r\n");
@@ -184,7 +151,7 @@ class platform_test : public QObject {
     }
 
     void output_before_a_close_reaches_the_line() {
-        line wire;
+        serial_line wire(7);
         listener listening;
         listening.open();
         listening.port.Output(":80092f\r\n");
@@ -193,7 +160,7 @@ class platform_test : public QObject {
     }
 
     void held_events_deliver_nothing_until_the_release() {
-        line wire;
+        serial_line wire(7);
         listener listening;
         Timer timer;
         int ticks = 0;
@@ -224,7 +191,7 @@ class platform_test : public QObject {
     }
 
     void a_vanished_device_leaves_the_port_open_and_the_processor_idle() {
-        line wire;
+        serial_line wire(7);
         listener listening;
         listening.open();
         wire.send("x");
@@ -241,15 +208,15 @@ class platform_test : public QObject {
     }
 
     void a_device_that_returned_can_be_opened_again() {
-        std::optional<line> wire;
-        wire.emplace();
+        std::optional<serial_line> wire;
+        wire.emplace(7);
         listener listening;
         listening.open();
         wire->vanish();
         QTest::qWait(50);
         listening.port.PortOpen(false);
         wire.reset();
-        wire.emplace();
+        wire.emplace(7);
         listening.open();
         wire->send("again");
         QTRY_COMPARE(listening.bytes, std::string("again"));

@@ -24,10 +24,13 @@ inline constexpr const char* setup_settings = "[tyxo]\r\nmax_sensors= 3\r\n"
 class setup_window {
   public:
     void start() {
-        window_.start(setup_settings);
+        start(setup_settings);
         serial::serial_ports = std::vector<i16>{1, 2, 17, 256};
         for (i16 channel = 0; channel < 2; ++channel)
             sensor::channels[channel].status_valid = true;
+    }
+    void start(const char* settings_text) {
+        window_.start(settings_text);
         dialog_ = window_.dialog("frmSetup");
         QVERIFY(dialog_ != nullptr);
         QVERIFY(!dialog_->isVisible());
@@ -44,6 +47,8 @@ class setup_window {
     }
 
     [[nodiscard]] QDialog* dialog() const { return dialog_; }
+    [[nodiscard]] QDialog* other_dialog(const char* name) const { return window_.dialog(name); }
+    void choose(const char* menu, const char* entry) const { window_.open_menu_entry(menu, entry); }
     [[nodiscard]] mainfrm_view& main() const { return window_.view(); }
     void show_state() { window_.show_state(); }
 

@@ -1,0 +1,48 @@
+#pragma once
+// A pseudo-terminal in the place of a serial line.
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <string>
+#include <string_view>
+#include <unistd.h>
+
+namespace tyxo {
+
+/// The far end of a line; its near end is linked as a port of the working directory.
+class serial_line {
+  public:
+    explicit serial_line(int port_number) : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+        if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0) qFatal("no pseudo-terminal");
+        QDir().mkpath("ports");
+        const QString node = QString("ports/COM%1").arg(port_number);
+        QFile::remove(node);
+        QFile::link(::ptsname(master_), node);
+    }
+    ~serial_line() { vanish(); }
+    serial_line(const serial_line&) = delete;
+    serial_line& operator=(const serial_line&) = delete;
+
+    void send(std::string_view bytes) const {
+        QCOMPARE(::write(master_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    }
+    [[nodiscard]] std::string received() const {
+        std::string bytes(1000, ' ');
+        const ssize_t length = ::read(master_, bytes.data(), bytes.size());
+        bytes.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+        return bytes;
+    }
+    void vanish() {
+        if (master_ >= 0) ::close(master_);
+        master_ = -1;
+    }
+
+  private:
+    int master_;
+};
+
+} // namespace tyxo
