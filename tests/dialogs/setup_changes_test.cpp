@@ -243,13 +243,19 @@ TEST_F(SetupChanges, TheScrollBarStaysInItsRange) {
 }
 
 TEST_F(SetupChanges, TheScrollBarShowsTheProgramsValuesAgainInTheRowsInUseAndLeavesTheOthersTexts) {
-    Text_sensor_loc_change(0, "typed");
-    Text_sensor_loc_change(1, "typed too");
+    for (const row_box& box : row_boxes) {
+        box.change(0, "typed");
+        box.change(1, "typed too");
+    }
     Text_evtlogfile_path_change("typed");
     Select_com_click(0, 4);
+    Check_tst_click(1);
     scroll_max_commport_change(1);
-    EXPECT_EQ(dialog().Text_sensor_loc[0].Text, "Engine 1");
-    EXPECT_EQ(dialog().Text_sensor_loc[1].Text, "typed too");
+    for (const row_box& box : row_boxes) {
+        EXPECT_EQ((dialog().*box.boxes)[0].Text, channels[0].*box.value) << box.name;
+        EXPECT_EQ((dialog().*box.boxes)[1].Text, "typed too") << box.name;
+    }
+    EXPECT_EQ(dialog().Check_tst[1].Value, 1);
     EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "");
     EXPECT_EQ(dialog().comport_edit[0], 1);
 }
