@@ -3,8 +3,13 @@
 
 #include "desktop/accessibility.h"
 #include "desktop/started_window.h"
+#include "dialogs/frmabort.h"
+#include "dialogs/frmalert.h"
+#include "dialogs/frmbrowse.h"
 #include "dialogs/frmlog.h"
+#include "dialogs/frmpwd.h"
 #include "dialogs/frmresetinhtime.h"
+#include "dialogs/frmsetup.h"
 #include "dialogs/frmsplash.h"
 #include "dialogs/frmstatustext.h"
 #include "displays/bar_diagram.h"
@@ -33,14 +38,44 @@ constexpr const char* settings_text = "[tyxo]\r\n"
                                       "location 1=Port engine & gear\r\n"
                                       "location 2=Starboard engine\r\n"
                                       "location 3=Generator 3\r\n"
-                                      "location 4=Test bed\r\n";
+                                      "location 4=Test bed\r\n"
+                                      "passwd=\r\n";
 
 struct window_row {
-    const char* name;
+    const char* name; ///< the window's, and behind a blank what is special about it
     std::function<void()> open;
     std::function<void()> close;
     bool grows_with_font; ///< the others scale their print with their size
 };
+
+void open_setup(i16 tab, bool measuring) {
+    sensor::measure_running = measuring;
+    setup_click();
+    SSTab_click(tab);
+}
+
+void close_setup() {
+    frmSetup_cmd_cancel_click();
+    sensor::measure_running = false;
+}
+
+/// As the stop lock stands before an operator who has not answered yet.
+void show_stop_lock(std::string_view typed) {
+    FrmAbort.form.Loaded = FrmAbort.form.Visible = true;
+    TextPassword_change(typed);
+}
+
+/// The alert in one of its phases, which does not change meanwhile.
+void show_alert(colour phase) {
+    open_alert();
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        show_alert_line(channel);
+        alert_text(channel, sensor::channels[static_cast<std::size_t>(channel)].location + "  Mainalarm AC");
+    }
+    while (FrmAlert.BackColor != phase)
+        timer_alert_tick();
+    timer_alert.Interval(60'000);
+}
 
 const std::vector<window_row>& windows() {
     static const std::vector<window_row> rows{
@@ -55,6 +90,28 @@ const std::vector<window_row>& windows() {
         {"frmstatustext", Text_status_dblclick, Cmdclose_click, true},
         {"Frmlog", Lbl_TY_logger_click, Frmlog_Cmd_ok_click, true},
         {"frmSplash", about_click, frmSplash_unload, true},
+        {"frmSetup", [] { open_setup(0, false); }, close_setup, true},
+        {"frmSetup measuring", [] { open_setup(0, true); }, close_setup, true},
+        {"frmSetup tab 1", [] { open_setup(1, false); }, close_setup, true},
+        {"frmSetup tab 2 measuring", [] { open_setup(2, true); }, close_setup, true},
+        {"frmSetup tab 3", [] { open_setup(3, false); }, close_setup, true},
+        {"frmSetup tab 4", [] { open_setup(4, false); }, close_setup, true},
+        {"frmbrowse",
+         [] {
+             open_setup(0, false);
+             cmd_browse_path_click(0);
+         },
+         [] {
+             frmbrowse_unload();
+             close_setup();
+         },
+         true},
+        {"frmpwd", setup_passwd_click, frmpwd_CmdCancel_click, true},
+        {"frmpwd known", [] { setup_passwd_click(), oldpasswd_change(""); }, frmpwd_CmdCancel_click, true},
+        {"FrmAbort", [] { show_stop_lock("x"); }, FrmAbort_unload, true},
+        {"FrmAbort known", [] { show_stop_lock(""); }, FrmAbort_unload, true},
+        {"FrmAlert red", [] { show_alert(alert_colour::red); }, FrmAlert_unload, true},
+        {"FrmAlert light", [] { show_alert(alert_colour::light); }, FrmAlert_unload, true},
     };
     return rows;
 }
@@ -263,6 +320,7 @@ class accessibility_test : public QObject {
         QFont font = QApplication::font();
         font.setPointSize(14);
         QApplication::setFont(font);
+        window_.end();
         large_ = std::make_unique<mainfrm_view>();
         large_->show();
         for (const window_row& row : windows()) {
@@ -270,8 +328,8 @@ class accessibility_test : public QObject {
             row.open();
             large_->show_state();
             QTest::qWait(50);
-            auto* const window = large_->findChild<QWidget*>(row.name);
-            QVERIFY2(window->isVisible(), row.name);
+            QWidget* const window = shown_window(QString(row.name).section(' ', 0, 0));
+            QVERIFY2(window != nullptr, row.name);
             QVERIFY2(window->font().pointSize() >= 14, row.name);
             check_room(window);
             row.close();
@@ -285,11 +343,12 @@ class accessibility_test : public QObject {
       public:
         explicit opened_window(accessibility_test& test, QString name = QTest::currentDataTag())
             : row(&*std::ranges::find(windows(), name, &window_row::name)), test_(test) {
+            to_front(&test_.window_.view()); // this screen leaves the keyboard with a hidden window
             row->open();
             test_.window_.show_state();
-            mainfrm_view& main = test_.window_.view();
-            widget = main.objectName() == name ? &main : main.findChild<QWidget*>(name);
-            if (!QTest::qWaitFor([this] { return widget->isVisible(); })) qFatal("%s", row->name);
+            const QString window = name.section(' ', 0, 0);
+            if (!QTest::qWaitFor([&] { return (widget = shown_window(window)) != nullptr; }))
+                qFatal("%s does not open", row->name);
             to_front(widget);
         }
         ~opened_window() {

@@ -95,6 +95,13 @@ inline void to_front(QWidget* window) {
         qFatal("%s is not in front", qPrintable(window->objectName()));
 }
 
+/// The window of this name that is on the screen.
+inline QWidget* shown_window(const QString& name) {
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->objectName() == name) return window;
+    return nullptr;
+}
+
 /// Nothing on the dialog is smaller than what it says.
 inline void check_texts(const QDialog* dialog) {
     QTest::qWait(50);
