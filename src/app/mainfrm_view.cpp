@@ -37,7 +37,8 @@ namespace {
 
 using desktop::on_command;
 
-constexpr int show_delay = 20; // ms: changes of this time are shown together
+constexpr QRgb disabled_print = 0xFF5C6166; // the panels of missing channels
+constexpr int show_delay = 20;              // ms: changes of this time are shown together
 
 QRect on_screen(const rectangle& place) {
     return {place.left, place.top, place.width, place.height};
@@ -47,6 +48,7 @@ QRect on_screen(const rectangle& place) {
 
 mainfrm_view::mainfrm_view() : windows_(this) {
     setObjectName("mainfrm");
+    set_disabled_print(*this, disabled_print);
     QGuiApplication::setWindowIcon(program_icon());
     make_menu();
     make_client();

@@ -29,7 +29,9 @@ frmabort_view::frmabort_view(QWidget* parent) : modal_dialog(parent, "FrmAbort",
     auto* const upper = new QHBoxLayout;
     upper->setSpacing(margin);
     rows->addLayout(upper);
-    upper->addWidget(new picture_view(this, "Image1", "stop_hand", hand_side), 0, Qt::AlignCenter);
+    auto* const hand = new picture_view(this, "Image1", "stop_hand", hand_side);
+    hand->setAccessibleName(tr("Raised hand"));
+    upper->addWidget(hand, 0, Qt::AlignCenter);
     make_question(*upper);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(gap);
@@ -50,6 +52,7 @@ void frmabort_view::make_question(QBoxLayout& place) {
     question->addLayout(line);
     question->addStretch();
     auto* const key = new picture_view(this, "Image2", "stop_key", key_side);
+    key->setAccessibleName(tr("Key"));
     key->setFixedSize(key->sizeHint());
     line->addWidget(key);
     TextPassword = new edit_box(this, "TextPassword", [this](std::string_view text) {

@@ -14,6 +14,9 @@ namespace tyxo {
 
 namespace {
 
+constexpr int usual_letters = 110; // the window's size in print, so that it grows with the font
+constexpr int usual_lines = 30;
+
 /// Where the browser begins: the folder of the core, else the working directory.
 QString start_folder() {
     const QString folder = qt_text(frmbrowse.start_folder).replace('\\', '/');
@@ -34,6 +37,11 @@ class folder_window : public QFileDialog {
         setLabelText(Accept, "Ok");
         for (const char* const name : {"fileTypeLabel", "fileTypeCombo"}) // there is only one type
             findChild<QWidget*>(name)->hide();
+        // The lists show no focus by themselves while none of their entries is chosen.
+        for (const char* const name : {"sidebar", "treeView"})
+            findChild<QWidget*>(name)->setStyleSheet("QAbstractItemView { border: 2px solid palette(mid) }"
+                                                     ":focus { border-color: palette(highlight) }");
+        resize(usual_letters * fontMetrics().averageCharWidth(), usual_lines * fontMetrics().lineSpacing());
         auto* const buttons = findChild<QDialogButtonBox*>();
         buttons->button(QDialogButtonBox::Open)->setObjectName("Ok");
     }

@@ -182,7 +182,7 @@ void settings_page::make_count(QVBoxLayout& place) {
     const QString caption = "Number of connected sensors";
     QLabel* const label = add_caption(*frame_comport, caption);
     line->addWidget(label);
-    Text_num_sensors = new read_only_box(this, "Text_num_sensors", caption, 2);
+    Text_num_sensors = new read_only_box(this, "Text_num_sensors", caption + " in digits", 2);
     Text_num_sensors->setFixedWidth(Text_num_sensors->minimumWidth());
     Text_num_sensors->setAlignment(Qt::AlignCenter);
     line->addWidget(Text_num_sensors);

@@ -23,7 +23,7 @@ constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing 
 } // namespace
 
 frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup", frmSetup_cmd_cancel_click) {
-    set_disabled_print(disabled_print);
+    set_disabled_print(*this, disabled_print);
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
     make_buttons(*rows);

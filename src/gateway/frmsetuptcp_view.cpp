@@ -16,6 +16,9 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -24,6 +27,7 @@ namespace tyxo {
 namespace {
 
 constexpr QSize usual_size(1000, 680);
+constexpr QSize frame_room(10, 50); // px, around the window
 constexpr int column_gap = 24;
 constexpr int label_gap = 12;
 constexpr int least_button_width = 130;
@@ -35,10 +39,7 @@ constexpr QRgb disabled_print = 0xFF4A5056; // the values of the automatic trans
 
 frmsetuptcp_view::frmsetuptcp_view(QWidget* parent) : QMainWindow(parent) {
     setObjectName("FrmSetupTCP");
-    QPalette colours = palette();
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        colours.setColor(QPalette::Disabled, role, QColor(disabled_print));
-    setPalette(colours);
+    set_disabled_print(*this, disabled_print);
     make_menu();
     auto* const client = new QWidget(this);
     setCentralWidget(client);
@@ -178,11 +179,25 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
     add_button("Cmd_read_R", "Read registers", Cmd_read_R_click, *commands);
     add_button("Cmd_write_R", "Write Registers", Cmd_write_R_click, *commands);
     registers_ = new register_boxes(IP_Test_Frame);
-    rows->addWidget(registers_, 1);
+    auto* const area = new QScrollArea(IP_Test_Frame); // a large font leaves the registers no room
+    area->setObjectName("register_area");
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(registers_);
+    area->setMinimumWidth(registers_->minimumSizeHint().width() +
+                          area->verticalScrollBar()->sizeHint().width());
+    rows->addWidget(area, 1);
     Image_TCP = new tcp_picture(this);
     Image_TCP->setObjectName("Image_TCP");
     Image_TCP->setAccessibleName(tr("The way of the data to the plant controller"));
     place.addWidget(Image_TCP, 1);
+}
+
+/// As much of its rows as the screen has room for.
+void frmsetuptcp_view::grow() {
+    const QSize rows = centralWidget()->sizeHint() + QSize(0, menuBar()->sizeHint().height());
+    resize(size().expandedTo(rows).boundedTo(screen()->availableSize() - frame_room));
 }
 
 void frmsetuptcp_view::show_window() {
@@ -200,6 +215,7 @@ void frmsetuptcp_view::show_window() {
 void frmsetuptcp_view::show_state() {
     if (!FrmSetupTCP.form.Visible && !isVisible()) return; // filled when it is opened
     show_frame(*IP_frame, FrmSetupTCP.IP_frame);
+    const bool registers_shown = IP_Test_Frame->isVisibleTo(this);
     show_frame(*IP_Test_Frame, FrmSetupTCP.IP_Test_Frame);
     if (Image_TCP->isVisibleTo(this) != FrmSetupTCP.Image_TCP_visible)
         Image_TCP->setVisible(FrmSetupTCP.Image_TCP_visible);
@@ -211,6 +227,7 @@ void frmsetuptcp_view::show_state() {
         item->setChecked(checked);
     Text5->show_status(FrmSetupTCP.Text5);
     registers_->show_state();
+    if (!isVisible() || registers_shown != IP_Test_Frame->isVisibleTo(this)) grow();
     show_window();
 }
 

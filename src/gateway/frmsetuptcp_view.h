@@ -45,6 +45,7 @@ class frmsetuptcp_view : public QMainWindow {
     /// A box with its label in front of it, which is its accessible name too.
     edit_box* add_box(const char* name, const QString& label, void (*change)(std::string_view),
                       const std::string& text);
+    void grow();
     void show_window();
 
     /// A control and what it shows.

@@ -81,6 +81,16 @@ const std::vector<window_row>& windows() {
     static const std::vector<window_row> rows{
         {"mainfrm", [] {}, [] {}, false},
         {"FrmSetupTCP", setup_tcp_click, Cmd_close_click, true},
+        {"FrmSetupTCP registers",
+         [] {
+             setup_tcp_click();
+             if (!FrmSetupTCP.Reg_content) Reg_content_click();
+         },
+         [] {
+             Reg_content_click();
+             Cmd_close_click();
+         },
+         true},
         {"frmdetailedpic", [] { XYplot_click(0); }, frmdetailedpic_unload, false},
         {"frmbarpic", [] { Cmd_diagramm_click(0); }, [] { bar_form_unload(frmbarpic); }, false},
         {"Frmbarpic2", [] { Cmd_diagramm2_click(0); }, [] { bar_form_unload(Frmbarpic2); }, false},
@@ -132,6 +142,7 @@ class accessibility_test : public QObject {
             indicators.Lbl_alminhibit[channel].Visible = true;
             sensor::channels[channel].numzyl = 6;
             sensor::channels[channel].param_valid = true;
+            sensor::channels[channel].status_valid = true;
         }
         window_.show_state();
     }

@@ -1,6 +1,7 @@
 // The setup dialog with its real widgets: opened from the menu, its first tab clicked and typed into.
 
 #include "desktop/setup_window.h"
+#include "desktop/tool_tip.h"
 #include "displays/chart.h"
 #include "settings/ini.h"
 #include "settings/settings.h"
@@ -144,9 +145,9 @@ class frmsetup_view_test : public QObject {
         setup_.open();
         auto* const path = setup_.find<QLineEdit>("Text_logfile_path", 0);
         setup_window::type(path, "/logs/");
-        QCOMPARE(shown_tool_tip(path), QString());
+        QCOMPARE(tip_of(path), QString());
         setup_window::type(path, "/<b>" + QString(100, 'x') + "/");
-        QVERIFY2(shown_tool_tip(path).contains("/&lt;b&gt;" + QString(100, 'x') + "/"),
+        QVERIFY2(tip_of(path).contains("/&lt;b&gt;" + QString(100, 'x') + "/"),
                  qPrintable(path->toolTip()));
     }
 

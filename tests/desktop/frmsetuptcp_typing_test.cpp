@@ -1,6 +1,7 @@
 // Typing into the gateway's window and its commands on what was typed.
 
 #include "desktop/tcp_window.h"
+#include "desktop/tool_tip.h"
 #include "gateway/frmsetuptcp.h"
 #include "gateway/modbus.h"
 #include "platform/desktop/handlers.h"
@@ -110,11 +111,11 @@ class frmsetuptcp_typing_test : public QObject {
     void a_text_too_long_for_its_box_shows_its_front_and_a_tool_tip() {
         FrmSetupTCP.Text4[7] = "-12.3333330154419";
         window_.show_state();
-        QVERIFY(shown_tool_tip(window_.box(7)).contains("-12.3333330154419"));
+        QCOMPARE(tip_of(window_.box(7)), QString("<p>-12.3333330154419</p>"));
         QCOMPARE(window_.box(7)->cursorPosition(), 0);
         FrmSetupTCP.Text4[7] = "65535";
         window_.show_state();
-        QCOMPARE(shown_tool_tip(window_.box(7)), QString());
+        QCOMPARE(tip_of(window_.box(7)), QString());
     }
 
     void updates_cost_next_to_nothing() {

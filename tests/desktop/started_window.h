@@ -11,7 +11,6 @@
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
@@ -73,14 +72,6 @@ inline QPushButton* button(const QDialog* dialog, const char* name, const char* 
     auto* const found = dialog->findChild<QPushButton*>(name);
     if (found == nullptr || found->text() != caption) qFatal("no %s \"%s\"", name, caption);
     return found;
-}
-
-/// What the mouse reads when it rests on a control.
-inline QString shown_tool_tip(QWidget* control) {
-    const QPoint centre = control->rect().center();
-    QHelpEvent rests(QEvent::ToolTip, centre, control->mapToGlobal(centre));
-    QApplication::sendEvent(control, &rests);
-    return control->toolTip();
 }
 
 inline void close_with_escape(QDialog* dialog) {

@@ -68,9 +68,8 @@ class window_closing_test : public QObject {
 
     void escape_closes_a_window_as_its_cancel_does_data() { add_all_windows(); }
     void escape_closes_a_window_as_its_cancel_does() {
-        expect_cancel(this_window(), [](QWidget*) {
-            QTest::keyClick(QApplication::focusWindow(), Qt::Key_Escape);
-        });
+        expect_cancel(this_window(),
+                      [](QWidget*) { QTest::keyClick(QApplication::focusWindow(), Qt::Key_Escape); });
         QCOMPARE(boxes_, 0);
     }
 

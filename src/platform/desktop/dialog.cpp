@@ -26,14 +26,7 @@ modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void
     // Locks the main window and all windows that belong to it; the alert, which belongs to none, stays
     // usable.
     setWindowModality(Qt::WindowModal);
-    set_disabled_print(disabled_print);
-}
-
-void modal_dialog::set_disabled_print(QRgb print) {
-    QPalette colours = palette();
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        colours.setColor(QPalette::Disabled, role, QColor(print));
-    setPalette(colours);
+    set_disabled_print(*this, disabled_print);
 }
 
 void modal_dialog::reject() {

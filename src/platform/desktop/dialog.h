@@ -34,9 +34,6 @@ class modal_dialog : public QDialog {
     /// Opens, closes and names the window.
     void show_form(const Form& form);
 
-    /// The colour of the letters on disabled controls.
-    void set_disabled_print(QRgb print);
-
     /// A control of the dialog with its name.
     QGroupBox* add_frame(const char* name, QBoxLayout& place);
     QLabel* add_label(const QString& name, QBoxLayout& place);

@@ -3,6 +3,7 @@
 
 #include "platform/controls.h"
 #include "platform/desktop/colour.h"
+#include "platform/desktop/full_text.h"
 #include "platform/desktop/text.h"
 
 #include <QAbstractButton>
@@ -21,8 +22,7 @@ inline void show_label(QLabel& label, const Label& control) {
     const QString text = qt_text(control.Caption);
     if (label.text() != text) {
         label.setText(text);
-        const bool cut_off = !label.wordWrap() && label.sizeHint().width() > label.width();
-        label.setToolTip(cut_off ? text : QString());
+        tell_full_text(label);
     }
     if (label.isVisibleTo(label.parentWidget()) != control.Visible) label.setVisible(control.Visible);
 }
