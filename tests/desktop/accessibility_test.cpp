@@ -1,25 +1,14 @@
-// Every window for those who use the keyboard alone, listen to it, or need larger or stronger print. A new
-// window takes one row in the table.
+// Every window for those who use the keyboard alone, listen to it, or need larger or stronger print.
 
 #include "desktop/accessibility.h"
+#include "desktop/accessible_windows.h"
 #include "desktop/started_window.h"
-#include "dialogs/frmabort.h"
-#include "dialogs/frmalert.h"
-#include "dialogs/frmbrowse.h"
 #include "dialogs/frmlog.h"
-#include "dialogs/frmpwd.h"
 #include "dialogs/frmresetinhtime.h"
-#include "dialogs/frmsetup.h"
-#include "dialogs/frmsplash.h"
-#include "dialogs/frmstatustext.h"
-#include "displays/bar_diagram.h"
 #include "displays/chart.h"
 #include "displays/frmdetailedpic.h"
-#include "displays/frmscale_polar.h"
-#include "displays/frmselectprint.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
-#include "gateway/frmsetuptcp.h"
 #include "link/channel_rec.h"
 #include "link/indicators.h"
 #include "platform/desktop/text.h"
@@ -31,109 +20,12 @@
 
 using namespace tyxo;
 
-namespace {
-
-constexpr const char* settings_text = "[tyxo]\r\n"
-                                      "max_sensors= 4\r\n"
-                                      "location 1=Port engine & gear\r\n"
-                                      "location 2=Starboard engine\r\n"
-                                      "location 3=Generator 3\r\n"
-                                      "location 4=Test bed\r\n"
-                                      "passwd=\r\n";
-
-struct window_row {
-    const char* name; ///< the window's, and behind a blank what is special about it
-    std::function<void()> open;
-    std::function<void()> close;
-    bool grows_with_font; ///< the others scale their print with their size
-};
-
-void open_setup(i16 tab, bool measuring) {
-    sensor::measure_running = measuring;
-    setup_click();
-    SSTab_click(tab);
-}
-
-void close_setup() {
-    frmSetup_cmd_cancel_click();
-    sensor::measure_running = false;
-}
-
-/// As the stop lock stands before an operator who has not answered yet.
-void show_stop_lock(std::string_view typed) {
-    FrmAbort.form.Loaded = FrmAbort.form.Visible = true;
-    TextPassword_change(typed);
-}
-
-/// The alert in one of its phases, which does not change meanwhile.
-void show_alert(colour phase) {
-    open_alert();
-    for (i16 channel = 0; channel < channel_count; ++channel) {
-        show_alert_line(channel);
-        alert_text(channel, sensor::channels[static_cast<std::size_t>(channel)].location + "  Mainalarm AC");
-    }
-    while (FrmAlert.BackColor != phase)
-        timer_alert_tick();
-    timer_alert.Interval(60'000);
-}
-
-const std::vector<window_row>& windows() {
-    static const std::vector<window_row> rows{
-        {"mainfrm", [] {}, [] {}, false},
-        {"FrmSetupTCP", setup_tcp_click, Cmd_close_click, true},
-        {"FrmSetupTCP registers",
-         [] {
-             setup_tcp_click();
-             if (!FrmSetupTCP.Reg_content) Reg_content_click();
-         },
-         [] {
-             Reg_content_click();
-             Cmd_close_click();
-         },
-         true},
-        {"frmdetailedpic", [] { XYplot_click(0); }, frmdetailedpic_unload, false},
-        {"frmbarpic", [] { Cmd_diagramm_click(0); }, [] { bar_form_unload(frmbarpic); }, false},
-        {"Frmbarpic2", [] { Cmd_diagramm2_click(0); }, [] { bar_form_unload(Frmbarpic2); }, false},
-        {"frmscale_polar", setup_scale_click, frmscale_polar_unload, true},
-        {"frmselectprint", prt_click, cmd_cancel_click, true},
-        {"FrmResetInhTime", [] { Lbl_alminhibit_click(1); }, FrmResetInhTime_CmdCancel_click, true},
-        {"frmstatustext", Text_status_dblclick, Cmdclose_click, true},
-        {"Frmlog", Lbl_TY_logger_click, Frmlog_Cmd_ok_click, true},
-        {"frmSplash", about_click, frmSplash_unload, true},
-        {"frmSetup", [] { open_setup(0, false); }, close_setup, true},
-        {"frmSetup measuring", [] { open_setup(0, true); }, close_setup, true},
-        {"frmSetup tab 1", [] { open_setup(1, false); }, close_setup, true},
-        {"frmSetup tab 2 measuring", [] { open_setup(2, true); }, close_setup, true},
-        {"frmSetup tab 3", [] { open_setup(3, false); }, close_setup, true},
-        {"frmSetup tab 4", [] { open_setup(4, false); }, close_setup, true},
-        {"frmbrowse",
-         [] {
-             open_setup(0, false);
-             cmd_browse_path_click(0);
-         },
-         [] {
-             frmbrowse_unload();
-             close_setup();
-         },
-         true},
-        {"frmpwd", setup_passwd_click, frmpwd_CmdCancel_click, true},
-        {"frmpwd known", [] { setup_passwd_click(), oldpasswd_change(""); }, frmpwd_CmdCancel_click, true},
-        {"FrmAbort", [] { show_stop_lock("x"); }, FrmAbort_unload, true},
-        {"FrmAbort known", [] { show_stop_lock(""); }, FrmAbort_unload, true},
-        {"FrmAlert red", [] { show_alert(alert_colour::red); }, FrmAlert_unload, true},
-        {"FrmAlert light", [] { show_alert(alert_colour::light); }, FrmAlert_unload, true},
-    };
-    return rows;
-}
-
-} // namespace
-
 class accessibility_test : public QObject {
     Q_OBJECT
 
   private slots:
     void initTestCase() {
-        window_.start(settings_text);
+        window_.start(accessible_settings);
         for (std::size_t channel = 0; channel < channel_count; ++channel) {
             panels.Frame_message[channel].Visible = false;
             panels.XYplot[channel].Visible = true;
@@ -325,6 +217,24 @@ class accessibility_test : public QObject {
         QVERIFY(std::ranges::count(again, window_.widget("Label4", 2)) == 1);
     }
 
+    void a_missing_channels_texts_stand_out_too() {
+        setup_missing_panel(3);
+        window_.show_state();
+        int texts = 0;
+        const QWidget* const frame = window_.widget("Frame_sensor", 3);
+        QVERIFY(!frame->isEnabled());
+        for (const QWidget* control : visible_controls(&window_.view())) {
+            if (control->isEnabled() || (control != frame && !frame->isAncestorOf(control))) continue;
+            const auto colours = text_colours(control);
+            if (!colours) continue;
+            ++texts;
+            const double found = contrast(colours->first, colours->second);
+            QVERIFY2(found >= least_contrast,
+                     qPrintable(described(control) + ": " + QString::number(found, 'f', 2)));
+        }
+        QVERIFY(texts > 5);
+    }
+
     // The last test: a second main window, made with larger print.
 
     void nothing_is_cut_off_with_larger_print() {
@@ -334,7 +244,7 @@ class accessibility_test : public QObject {
         window_.end();
         large_ = std::make_unique<mainfrm_view>();
         large_->show();
-        for (const window_row& row : windows()) {
+        for (const accessible_window& row : windows()) {
             if (!row.grows_with_font) continue;
             row.open();
             large_->show_state();
@@ -353,7 +263,7 @@ class accessibility_test : public QObject {
     class opened_window {
       public:
         explicit opened_window(accessibility_test& test, QString name = QTest::currentDataTag())
-            : row(&*std::ranges::find(windows(), name, &window_row::name)), test_(test) {
+            : row(&*std::ranges::find(windows(), name, &accessible_window::name)), test_(test) {
             to_front(&test_.window_.view()); // this screen leaves the keyboard with a hidden window
             row->open();
             test_.window_.show_state();
@@ -369,7 +279,7 @@ class accessibility_test : public QObject {
         opened_window(const opened_window&) = delete;
         opened_window& operator=(const opened_window&) = delete;
 
-        const window_row* row;
+        const accessible_window* row;
         QWidget* widget = nullptr;
 
       private:
@@ -378,7 +288,7 @@ class accessibility_test : public QObject {
 
     static void all_windows() {
         QTest::addColumn<int>("unused");
-        for (const window_row& row : windows())
+        for (const accessible_window& row : windows())
             QTest::newRow(row.name) << 0;
     }
 

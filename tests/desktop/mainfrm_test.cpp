@@ -227,6 +227,25 @@ class mainfrm_test : public QObject {
         window_->showNormal();
     }
 
+    void alt_s_twice_reaches_the_second_of_the_two_menus_that_share_it() {
+        to_front(window_);
+        const auto press_alt_s = [] {
+            QWidget* const menu = QApplication::activePopupWidget();
+            QTest::keyClick(menu != nullptr ? menu : QApplication::focusWidget(), Qt::Key_S, Qt::AltModifier);
+            return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        };
+        // The entry that Enter would choose.
+        for (const auto& [menu_name, entry] : {std::pair("Setup_menue", "setup"), {"start", "startstop"}}) {
+            QMenu* const menu = press_alt_s();
+            QVERIFY2(menu != nullptr, menu_name);
+            QCOMPARE(menu->objectName(), QString(menu_name));
+            QVERIFY(menu->activeAction() != nullptr);
+            QCOMPARE(menu->activeAction()->objectName(), QString(entry));
+        }
+        while (QWidget* const menu = QApplication::activePopupWidget())
+            QTest::keyClick(menu, Qt::Key_Escape);
+    }
+
   private:
     template <class Widget> Widget* widget(const char* array, int channel) const {
         auto* const found =

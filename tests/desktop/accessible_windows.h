@@ -1,0 +1,122 @@
+#pragma once
+// The windows as those see them who use the keyboard alone, listen, or need larger print; some of them in
+// several states. A new window takes one row.
+
+#include "dialogs/frmabort.h"
+#include "dialogs/frmalert.h"
+#include "dialogs/frmbrowse.h"
+#include "dialogs/frmlog.h"
+#include "dialogs/frmpwd.h"
+#include "dialogs/frmresetinhtime.h"
+#include "dialogs/frmsetup.h"
+#include "dialogs/frmsplash.h"
+#include "dialogs/frmstatustext.h"
+#include "displays/bar_diagram.h"
+#include "displays/frmdetailedpic.h"
+#include "displays/frmscale_polar.h"
+#include "displays/frmselectprint.h"
+#include "displays/panel.h"
+#include "displays/xy_plot.h"
+#include "gateway/frmsetuptcp.h"
+#include "link/channel_rec.h"
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+namespace tyxo {
+
+inline constexpr const char* accessible_settings = "[tyxo]\r\n"
+                                                   "max_sensors= 4\r\n"
+                                                   "location 1=Port engine & gear\r\n"
+                                                   "location 2=Starboard engine\r\n"
+                                                   "location 3=Generator 3\r\n"
+                                                   "location 4=Test bed\r\n"
+                                                   "passwd=\r\n";
+
+struct accessible_window {
+    const char* name; ///< the window's, and behind a blank what is special about it
+    std::function<void()> open;
+    std::function<void()> close;
+    bool grows_with_font; ///< the others scale their print with their size
+};
+
+inline void open_setup(i16 tab, bool measuring) {
+    sensor::measure_running = measuring;
+    setup_click();
+    SSTab_click(tab);
+}
+
+inline void close_setup() {
+    frmSetup_cmd_cancel_click();
+    sensor::measure_running = false;
+}
+
+/// As the stop lock stands before an operator who has not answered yet.
+inline void show_stop_lock(std::string_view typed) {
+    FrmAbort.form.Loaded = FrmAbort.form.Visible = true;
+    TextPassword_change(typed);
+}
+
+/// The alert in one of its phases, which does not change meanwhile.
+inline void show_alert(colour phase) {
+    open_alert();
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        show_alert_line(channel);
+        alert_text(channel, sensor::channels[static_cast<std::size_t>(channel)].location + "  Mainalarm AC");
+    }
+    while (FrmAlert.BackColor != phase)
+        timer_alert_tick();
+    timer_alert.Interval(60'000);
+}
+
+inline const std::vector<accessible_window>& windows() {
+    static const std::vector<accessible_window> rows{
+        {"mainfrm", [] {}, [] {}, false},
+        {"FrmSetupTCP", setup_tcp_click, Cmd_close_click, true},
+        {"FrmSetupTCP registers",
+         [] {
+             setup_tcp_click();
+             if (!FrmSetupTCP.Reg_content) Reg_content_click();
+         },
+         [] {
+             Reg_content_click();
+             Cmd_close_click();
+         },
+         true},
+        {"frmdetailedpic", [] { XYplot_click(0); }, frmdetailedpic_unload, false},
+        {"frmbarpic", [] { Cmd_diagramm_click(0); }, [] { bar_form_unload(frmbarpic); }, false},
+        {"Frmbarpic2", [] { Cmd_diagramm2_click(0); }, [] { bar_form_unload(Frmbarpic2); }, false},
+        {"frmscale_polar", setup_scale_click, frmscale_polar_unload, true},
+        {"frmselectprint", prt_click, cmd_cancel_click, true},
+        {"FrmResetInhTime", [] { Lbl_alminhibit_click(1); }, FrmResetInhTime_CmdCancel_click, true},
+        {"frmstatustext", Text_status_dblclick, Cmdclose_click, true},
+        {"Frmlog", Lbl_TY_logger_click, Frmlog_Cmd_ok_click, true},
+        {"frmSplash", about_click, frmSplash_unload, true},
+        {"frmSetup", [] { open_setup(0, false); }, close_setup, true},
+        {"frmSetup measuring", [] { open_setup(0, true); }, close_setup, true},
+        {"frmSetup tab 1", [] { open_setup(1, false); }, close_setup, true},
+        {"frmSetup tab 2 measuring", [] { open_setup(2, true); }, close_setup, true},
+        {"frmSetup tab 3", [] { open_setup(3, false); }, close_setup, true},
+        {"frmSetup tab 4", [] { open_setup(4, false); }, close_setup, true},
+        {"frmbrowse",
+         [] {
+             open_setup(0, false);
+             cmd_browse_path_click(0);
+         },
+         [] {
+             frmbrowse_unload();
+             close_setup();
+         },
+         true},
+        {"frmpwd", setup_passwd_click, frmpwd_CmdCancel_click, true},
+        {"frmpwd known", [] { setup_passwd_click(), oldpasswd_change(""); }, frmpwd_CmdCancel_click, true},
+        {"FrmAbort", [] { show_stop_lock("x"); }, FrmAbort_unload, true},
+        {"FrmAbort known", [] { show_stop_lock(""); }, FrmAbort_unload, true},
+        {"FrmAlert red", [] { show_alert(alert_colour::red); }, FrmAlert_unload, true},
+        {"FrmAlert light", [] { show_alert(alert_colour::light); }, FrmAlert_unload, true},
+    };
+    return rows;
+}
+
+} // namespace tyxo
