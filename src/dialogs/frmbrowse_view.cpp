@@ -8,7 +8,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QPushButton>
+#include <QTreeView>
 
 namespace tyxo {
 
@@ -16,6 +18,9 @@ namespace {
 
 constexpr int usual_letters = 110; // the window's size in print, so that it grows with the font
 constexpr int usual_lines = 30;
+constexpr int places_letters = 16;
+constexpr int size_column = 1;
+constexpr int type_column = 2;
 
 /// Where the browser begins: the folder of the core, else the working directory.
 QString start_folder() {
@@ -39,8 +44,14 @@ class folder_window : public QFileDialog {
             findChild<QWidget*>(name)->hide();
         // The lists show no focus by themselves while none of their entries is chosen.
         for (const char* const name : {"sidebar", "treeView"})
-            findChild<QWidget*>(name)->setStyleSheet("QAbstractItemView { border: 2px solid palette(mid) }"
-                                                     ":focus { border-color: palette(highlight) }");
+            findChild<QWidget*>(name)->setStyleSheet(
+                "#sidebar, #treeView { border: 2px solid palette(mid) }"
+                "#sidebar:focus, #treeView:focus { border-color: palette(highlight) }");
+        findChild<QWidget*>("sidebar")->setMinimumWidth(places_letters * fontMetrics().averageCharWidth());
+        auto* const folders = findChild<QTreeView*>("treeView");
+        for (const int column : {size_column, type_column}) // folders have none
+            folders->hideColumn(column);
+        folders->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
         resize(usual_letters * fontMetrics().averageCharWidth(), usual_lines * fontMetrics().lineSpacing());
         auto* const buttons = findChild<QDialogButtonBox*>();
         buttons->button(QDialogButtonBox::Open)->setObjectName("Ok");

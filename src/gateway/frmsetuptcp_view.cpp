@@ -185,6 +185,8 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
     area->setWidget(registers_);
+    registers_->setAutoFillBackground(false); // the frame's ground goes through
+    area->viewport()->setAutoFillBackground(false);
     area->setMinimumWidth(registers_->minimumSizeHint().width() +
                           area->verticalScrollBar()->sizeHint().width());
     rows->addWidget(area, 1);
