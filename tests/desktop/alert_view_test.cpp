@@ -1,13 +1,11 @@
-// The alarm alert on the screen, with real widgets: what it shows, who gets the keyboard, and that no dialog
-// locks it.
+// The alarm alert on the screen, with real widgets: what it shows, who gets the keyboard, and that no message
+// box locks it; alert_over_windows_test.cpp has the other windows.
 
 #include "desktop/alert_window.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmalert.h"
 #include "displays/bar_diagram.h"
 #include "displays/frmdetailedpic.h"
-#include "displays/frmscale_polar.h"
-#include "displays/frmselectprint.h"
 #include "displays/xy_plot.h"
 #include "link/channel_rec.h"
 #include "link/indicators.h"
@@ -30,16 +28,6 @@ constexpr const char* settings_text =
     "scale_polar_a= .7\r\nscale_polar_t= 3\r\nlog_mode= 0\r\n"
     "location 1=Engine & pump\r\nlocation 2=<b>two</b>\r\n"
     "location 3=WWWWWWWWWWWWWWWWWWWWWWWWWWWWWW\r\nlocation 4=K\xFChlung\r\n";
-
-/// A dialog that locks the main window, and how an operator opens it.
-struct dialog_row {
-    const char* name;
-    void (*open)();
-};
-const std::vector<dialog_row> dialogs{
-    {"frmscale_polar", setup_scale_click},
-    {"frmselectprint", prt_click},
-};
 
 double brightness(const QColor& colour) {
     const auto part = [](double value) {
@@ -245,38 +233,6 @@ class alert_view_test : public QObject {
         QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
     }
 
-    void it_leaves_the_keyboard_to_a_dialog_and_is_never_locked_data() {
-        QTest::addColumn<int>("row");
-        for (std::size_t row = 0; row < dialogs.size(); ++row)
-            QTest::newRow(dialogs[row].name) << static_cast<int>(row);
-    }
-    void it_leaves_the_keyboard_to_a_dialog_and_is_never_locked() {
-        QFETCH(int, row);
-        QDialog* const dialog = open_dialog(dialogs[static_cast<std::size_t>(row)]);
-        for (i16 channel = 0; channel < channel_count; ++channel)
-            raise_alarm(channel);
-        QTest::qWait(700); // over a change of the phase
-        QVERIFY(dialog->isActiveWindow());
-        QVERIFY(!alert_->isActiveWindow());
-        QTest::keyClick(QApplication::focusWindow(), Qt::Key_Tab);
-        QVERIFY(dialog->isAncestorOf(QApplication::focusWidget()));
-        // The mouse confirms beside the open dialog.
-        QTest::mouseClick(alert_->windowHandle(), Qt::LeftButton, {}, place_of_button());
-        expect_confirmed();
-        QVERIFY(dialog->isVisible());
-        // A key closes the dialog and not the next alert, which then has the keyboard.
-        dialog->activateWindow();
-        QTRY_VERIFY(dialog->isActiveWindow());
-        take_status(0, 0);
-        raise_alarm(0);
-        QTest::keyClick(QApplication::focusWindow(), Qt::Key_Escape);
-        QTRY_VERIFY(!dialog->isVisible());
-        QVERIFY(alert_->isVisible());
-        QTRY_VERIFY(alert_->isActiveWindow());
-        QTest::keyClick(QApplication::focusWindow(), Qt::Key_Return);
-        expect_confirmed();
-    }
-
     void a_message_box_does_not_lock_it_and_keeps_the_keyboard() {
         bool went_well = false;
         QTimer::singleShot(100, this, [&] {
@@ -337,14 +293,6 @@ class alert_view_test : public QObject {
     QPoint place_of_button() const {
         const QWidget* const button = part("CmdAck");
         return button->mapTo(alert_, button->rect().center());
-    }
-
-    QDialog* open_dialog(const dialog_row& row) const {
-        desktop::run_handler(desktop::source::operator_, row.open);
-        QDialog* const dialog = window_.dialog(row.name);
-        if (dialog == nullptr || !QTest::qWaitFor([=] { return dialog->isActiveWindow(); }))
-            qFatal("%s does not open", row.name);
-        return dialog;
     }
 
     void expect_confirmed() const {
