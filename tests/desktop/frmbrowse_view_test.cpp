@@ -139,6 +139,7 @@ class frmbrowse_view_test : public QObject {
         setup_.click(button);
         QTRY_VERIFY(browser() != nullptr);
         QVERIFY(QTest::qWaitForWindowActive(browser()));
+        to_front(browser()); // its list puts names into a text box that has not got the keyboard yet
     }
 
     void browse_to(const char* button, const QString& folder) {
