@@ -3,12 +3,14 @@
 #include "dialogs/frmbrowse.h"
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/text.h"
+#include "platform/message_box.h"
 
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTreeView>
 
@@ -58,10 +60,17 @@ class folder_window : public QFileDialog {
     }
 
     void accept() override {
-        const QString folder = selectedFiles().value(0);
+        // What the box says counts: the list may still stand on a folder that was typed on the way.
+        const QString typed = findChild<QLineEdit*>("fileNameEdit")->text();
+        const QString folder = QDir::cleanPath(directory().absoluteFilePath(typed));
         if (!QFileInfo(folder).isDir()) return; // typed, and there is no such folder
-        desktop::run_handler(desktop::source::operator_,
-                             [path = ansi_from_utf8(folder.toStdString())] { frmbrowse_Ok_click(path); });
+        const std::string path = ansi_from_utf8(folder.toStdString());
+        const bool storable = qt_text(path) == folder;
+        desktop::run_handler(desktop::source::operator_, [path, storable] {
+            if (storable) return frmbrowse_Ok_click(path);
+            message_box("This folder's name has letters that the settings cannot hold:\r\n" + path,
+                        box_icon::critical);
+        });
     }
 
     void reject() override { desktop::run_handler(desktop::source::operator_, frmbrowse_unload); }

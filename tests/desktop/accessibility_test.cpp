@@ -72,7 +72,7 @@ class accessibility_test : public QObject {
     void controls_of_a_channel_tell_its_number() {
         for (QWidget* control : visible_controls(&window_.view())) {
             if (!is_stop(control) && !is_painted_value(control)) continue;
-            const QString index = control->objectName().section('(', 1).chopped(1);
+            const QString index = control->objectName().section('(', 1).section(')', 0, 0);
             if (index.isEmpty() || control->objectName().startsWith("opt_res")) continue;
             const QString number = QString::number(index.toInt() + 1);
             QVERIFY2(spoken(control).endsWith("channel " + number) ||

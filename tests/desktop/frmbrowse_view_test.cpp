@@ -6,6 +6,8 @@
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QMessageBox>
+#include <QTimer>
 
 using namespace tyxo;
 
@@ -119,6 +121,26 @@ class frmbrowse_view_test : public QObject {
         QTest::qWait(50);
         QVERIFY(browser() != nullptr);
         QVERIFY(QApplication::activeModalWidget() == browser()); // no box in front of it
+        QCOMPARE(sensor::channels[0].logpath, std::string("kept/"));
+    }
+
+    void a_folder_that_the_settings_cannot_name_is_told_and_not_taken() {
+        const QString greek = here_ + QString::fromUtf8("/\xCE\xA9mega");
+        QVERIFY(QDir().mkpath(greek));
+        open("cmd_browse_path(0)");
+        auto* const line = browser()->findChild<QLineEdit*>("fileNameEdit");
+        setup_.type(line, greek);
+        QString told;
+        QTimer::singleShot(0, this, [&told] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box == nullptr) return;
+            told = box->text();
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        static_cast<QDialog*>(browser())->accept();
+        QVERIFY2(told.startsWith("This folder's name has letters that the settings cannot hold:"),
+                 qPrintable(told));
+        QVERIFY(browser() != nullptr);
         QCOMPARE(sensor::channels[0].logpath, std::string("kept/"));
     }
 
