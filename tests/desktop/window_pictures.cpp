@@ -213,7 +213,7 @@ void take_setup(picture_taker& pictures, bool measuring) {
     if (!measuring) {
         cmd_browse_path_click(0);
         pictures.take("frmbrowse", "setup-browse");
-        frmbrowse_unload();
+        frmbrowse_Ok_click("logs");
     }
     frmSetup_cmd_cancel_click();
     sensor::measure_running = false;
