@@ -2,6 +2,7 @@
 
 #include "platform/debug_output.h"
 
+#include <QAudioDevice>
 #include <QFileInfo>
 #include <QLocalSocket>
 #include <QMediaDevices>
@@ -47,20 +48,13 @@ void sound_player::play(const QString& path) {
         effect_.reset();
         return complain("PlaySoundA: no sound device");
     }
-    const bool same_file = effect_ && path_ == path && written_ == QFileInfo(path).lastModified();
-    if (!same_file || effect_->audioDevice() != device) make_effect(device, path);
-    effect_->stop();
-    effect_->play();
-    status_changed();
-}
-
-void sound_player::make_effect(const QAudioDevice& device, const QString& path) {
+    // A new one each time: what the sound server still has to say about the last one would stop it.
     effect_ = std::make_unique<QSoundEffect>(device);
-    path_ = path;
-    written_ = QFileInfo(path).lastModified();
     QObject::connect(effect_.get(), &QSoundEffect::statusChanged, effect_.get(),
                      [this] { status_changed(); });
     effect_->setSource(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
+    effect_->play();
+    status_changed();
 }
 
 void sound_player::status_changed() {

@@ -1,8 +1,6 @@
 #pragma once
 // Plays sound files. It lives on a thread of its own, since a sound server may be slow or hang.
 
-#include <QAudioDevice>
-#include <QDateTime>
 #include <QSoundEffect>
 #include <QString>
 
@@ -21,13 +19,10 @@ class sound_player {
     void end() { effect_.reset(); }
 
   private:
-    void make_effect(const QAudioDevice& device, const QString& path);
     void status_changed();
     void complain(const std::string& why);
 
     std::unique_ptr<QSoundEffect> effect_;
-    QString path_;          // what the effect was made of
-    QDateTime written_;     // when the file was
     std::string complaint_; // said last, while it holds
 };
 
