@@ -147,8 +147,7 @@ class frmsetup_view_test : public QObject {
         setup_window::type(path, "/logs/");
         QCOMPARE(tip_of(path), QString());
         setup_window::type(path, "/<b>" + QString(100, 'x') + "/");
-        QVERIFY2(tip_of(path).contains("/&lt;b&gt;" + QString(100, 'x') + "/"),
-                 qPrintable(path->toolTip()));
+        QVERIFY2(tip_of(path).contains("/&lt;b&gt;" + QString(100, 'x') + "/"), qPrintable(path->toolTip()));
     }
 
     void a_line_break_that_is_pasted_gets_no_further() {
