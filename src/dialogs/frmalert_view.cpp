@@ -28,12 +28,6 @@ constexpr QRgb light_plate = 0xFFFFFFFF;
 /// The longest line: 25 of the widest letters, and an alarm.
 const char* const longest_line = "WWWWWWWWWWWWWWWWWWWWWWWWW  Mainalarm DC";
 
-QFont scaled(QFont font, double factor) {
-    font.setPointSizeF(font.pointSizeF() * factor);
-    font.setBold(true);
-    return font;
-}
-
 /// A widget keeps its place while it is hidden, so that the window does not change its size with an alarm.
 void keep_place(QWidget& widget) {
     QSizePolicy policy = widget.sizePolicy();
@@ -89,7 +83,7 @@ frmalert_view::frmalert_view()
     make_lines(*rows);
     CmdAck = new QPushButton(this);
     CmdAck->setObjectName("CmdAck");
-    CmdAck->setFont(scaled(font(), 1.5));
+    CmdAck->setFont(headline_font(font(), 1.5));
     CmdAck->setMinimumWidth(button_width);
     CmdAck->setDefault(true);
     CmdAck->installEventFilter(this);
@@ -118,8 +112,8 @@ void frmalert_view::make_headline(QBoxLayout& rows) {
     };
     Image1 = picture("Image1", "alarm_bell", tr("Alarm bell"));
     Image2 = picture("Image2", "alarm_engine", tr("Engine in danger"));
-    Lbl_attention = new alert_plate(this, "Lbl_attention", scaled(font(), 4));
-    Lbl_relay = new alert_plate(this, "Lbl_relay", scaled(font(), 2));
+    Lbl_attention = new alert_plate(this, "Lbl_attention", headline_font(font(), 4));
+    Lbl_relay = new alert_plate(this, "Lbl_relay", headline_font(font(), 2));
     for (alert_plate* label : {Lbl_attention, Lbl_relay}) {
         label->setAlignment(Qt::AlignCenter);
         words->addWidget(label);
@@ -134,7 +128,7 @@ void frmalert_view::make_lines(QBoxLayout& rows) {
     grid->setSpacing(gap / 2);
     grid->setColumnStretch(1, 1);
     rows.addLayout(grid);
-    const QFont letters = scaled(font(), 1.3);
+    const QFont letters = headline_font(font(), 1.3);
     const int widest = QFontMetrics(letters).horizontalAdvance(longest_line) + 2 * gap;
     for (int index = 0; index < channel_count; ++index) {
         const auto at = static_cast<std::size_t>(index);

@@ -25,10 +25,7 @@ frmlog_view::frmlog_view(QWidget* parent) : modal_dialog(parent, "Frmlog", Frmlo
     rows->setSpacing(gap);
     headline = add_label("headline", *rows);
     headline->setAlignment(Qt::AlignCenter);
-    QFont font = headline->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * headline_size);
-    headline->setFont(font);
+    headline->setFont(headline_font(headline->font(), headline_size));
 
     auto* const middle = new QHBoxLayout;
     middle->setSpacing(gap);

@@ -42,10 +42,7 @@ frmsplash_view::frmsplash_view(QWidget* parent) : modal_dialog(parent, "frmSplas
     texts->addSpacing(gap / 2);
     lbllogo = add_label("lbllogo", *texts);
     texts->addStretch();
-    QFont font = lblProductName->font();
-    font.setBold(true);
-    font.setPointSizeF(font.pointSizeF() * product_name_size);
-    lblProductName->setFont(font);
+    lblProductName->setFont(headline_font(lblProductName->font(), product_name_size));
     setAccessibleDescription(tr("Any key or a click closes this window"));
     Frame1->setToolTip(accessibleDescription());
     rows->setSizeConstraint(QLayout::SetFixedSize);

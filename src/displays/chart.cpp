@@ -134,7 +134,7 @@ void Timer_chartres_tick(i16 channel) {
 void cmd_zoom_xy_click(i16 channel) {
     // The neighbour's state is its own: with both flags set, the last command decides which chart is seen.
     iStripChartX& chart = at(charts.chart, channel);
-    iStripChartX& neighbour = charts.chart[channel < 2 ? channel + 2 : channel - 2];
+    iStripChartX& neighbour = charts.chart[row_neighbour(channel)];
     bool& enlarged = sensor::channels[channel].xy_zoom_state;
     if (!enlarged) {
         enlarge(channel);

@@ -59,6 +59,11 @@ void chart_click(i16 channel);
 /// A frozen chart goes on by itself at the tenth minute.
 void Timer_chartres_tick(i16 channel);
 
+/// The channel whose chart stands in the same row.
+[[nodiscard]] constexpr i16 row_neighbour(i16 channel) {
+    return static_cast<i16>(channel < 2 ? channel + 2 : channel - 2);
+}
+
 /// `cmd_zoom_xy`: gives the chart the whole width of its row and hides its neighbour, or takes that back.
 void cmd_zoom_xy_click(i16 channel);
 

@@ -180,7 +180,7 @@ void chart_view::wheelEvent(QWheelEvent* event) {
 }
 
 void chart_view::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (clicks(*event)) {
         emit clicked();
     } else {
         QCustomPlot::keyPressEvent(event);

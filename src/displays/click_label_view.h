@@ -32,8 +32,7 @@ class click_label : public QLabel {
         if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) emit clicked();
     }
     void keyPressEvent(QKeyEvent* event) override {
-        const int key = event->key();
-        if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (clicks(*event)) {
             emit clicked();
         } else {
             QLabel::keyPressEvent(event);

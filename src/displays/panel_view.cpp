@@ -39,10 +39,6 @@ bool enlarged(i16 channel) {
            charts.chart[static_cast<std::size_t>(channel)].Visible;
 }
 
-i16 row_neighbour(i16 channel) {
-    return static_cast<i16>(channel < 2 ? channel + 2 : channel - 2);
-}
-
 void set_text_size(QWidget* widget, double pixels) {
     QFont font = widget->font();
     font.setPixelSize(std::max(9, static_cast<int>(pixels)));
@@ -67,9 +63,7 @@ template <class Widget> Widget* panel_view::instrument(const char* array, const 
 
 /// A handler of the core for a command of the operator that concerns this channel.
 std::function<void()> panel_view::on_command(void (*handler)(i16)) const {
-    return [handler, channel = channel_] {
-        desktop::run_handler(desktop::source::operator_, [handler, channel] { handler(channel); });
-    };
+    return desktop::on_command([handler, channel = channel_] { handler(channel); });
 }
 
 void panel_view::name(QWidget* widget, const QString& what) const {

@@ -169,7 +169,7 @@ void xy_plot_view::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 void xy_plot_view::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (clicks(*event)) {
         emit clicked();
     } else {
         QWidget::keyPressEvent(event);

@@ -58,8 +58,7 @@ QAction* frmsetuptcp_view::add_item(QMenu* menu, const char* name, const QString
                                     void (*command)()) {
     QAction* const item = menu->addAction(caption);
     item->setObjectName(name);
-    connect(item, &QAction::triggered, this,
-            [command] { desktop::run_handler(desktop::source::operator_, command); });
+    connect(item, &QAction::triggered, this, desktop::on_command(command));
     return item;
 }
 
@@ -94,8 +93,7 @@ QPushButton* frmsetuptcp_view::add_button(const char* name, const QString& capti
     auto* const button = new QPushButton(caption, this);
     button->setObjectName(name);
     button->setMinimumWidth(std::max(least_button_width, button->sizeHint().width()));
-    connect(button, &QPushButton::clicked, this,
-            [command] { desktop::run_handler(desktop::source::operator_, command); });
+    connect(button, &QPushButton::clicked, this, desktop::on_command(command));
     place.addWidget(button);
     return button;
 }
@@ -132,8 +130,7 @@ void frmsetuptcp_view::make_options(QGridLayout& grid) {
                             const i16& value) mutable {
         auto* const check = new QCheckBox(caption, IP_frame);
         check->setObjectName(name);
-        connect(check, &QCheckBox::clicked, this,
-                [command] { desktop::run_handler(desktop::source::operator_, command); });
+        connect(check, &QCheckBox::clicked, this, desktop::on_command(command));
         checks_.push_back({check, value});
         grid.addWidget(check, row++, 3);
     };

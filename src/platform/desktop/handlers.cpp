@@ -8,7 +8,6 @@
 #include <QPointer>
 #include <QTimer>
 
-#include <algorithm>
 #include <deque>
 #include <utility>
 #include <vector>

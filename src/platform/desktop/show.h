@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFont>
 #include <QGroupBox>
 #include <QLabel>
 #include <QScrollBar>
@@ -82,6 +83,13 @@ inline void show_scroll_bar(QScrollBar& bar, const ScrollBar& control) {
 /// "LED_Alarm(0)": the name of an element of a control array.
 [[nodiscard]] inline QString element(const char* array, int index) {
     return QString("%1(%2)").arg(array).arg(index);
+}
+
+/// The font in bold letters, larger by a factor: headlines grow with the usual text.
+[[nodiscard]] inline QFont headline_font(QFont font, double factor) {
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * factor);
+    return font;
 }
 
 } // namespace tyxo
