@@ -4,20 +4,46 @@
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/process.h"
+#include "platform/desktop/standard_output.h"
 
 #include <QApplication>
 #include <QLocale>
+#include <QMessageBox>
 
-#include <csignal>
+#include <cstdlib>
+
+namespace {
+
+/// The display has gone. An X connection's end calls `exit`, a Wayland connection's end is told by a message.
+/// Whoever watches over the program sees a failure and may start it again.
+void end_with_the_screen() {
+    tyxo::desktop::screen_lost();
+    tyxo::end_without_question(1);
+}
+
+/// What the start had to say stands in front of the main window, also where nobody manages windows.
+void raise_boxes() {
+    for (QWidget* const window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && qobject_cast<QMessageBox*>(window) != nullptr) window->raise();
+    }
+}
+
+} // namespace
 
 int main(int /*argc*/, char* argv[]) {
-    std::signal(SIGPIPE, SIG_IGN); // a reader of the debug output that goes away must not end the measurement
+    tyxo::desktop::prepare_standard_descriptors();
+    tyxo::desktop::take_qt_messages(end_with_the_screen);
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle("Fusion");
     int own_name_only = 1; // the command line is not read, by the window system neither
     const QApplication application(own_name_only, argv);
 
     QApplication::setQuitOnLastWindowClosed(false); // the close request alone ends the program
+    tyxo::desktop::on_end_signal([] {
+        tyxo::desktop::run_handler(tyxo::desktop::source::device, [] { tyxo::end_without_question(0); });
+    });
+    std::atexit(end_with_the_screen);
 
     tyxo::wire();
     tyxo::mainfrm_view window;
@@ -25,5 +51,6 @@ int main(int /*argc*/, char* argv[]) {
                                [&window] { tyxo::start_program(window.width(), window.height()); });
     window.show_state();
     window.show();
+    raise_boxes();
     return QApplication::exec();
 }

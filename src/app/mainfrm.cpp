@@ -36,6 +36,7 @@ void program_event(std::string_view text) {
 }
 
 void start_event() {
+    main_form.announced = true;
     program_event("Tyxo Logger software started !");
 }
 
@@ -151,17 +152,28 @@ void form_load(double width, double height) {
 }
 
 void start_program(double width, double height) {
-    hold_events(true);
-    if (const auto why = attempt([&] { form_load(width, height); })) {
-        message_box(*why, box_icon::critical);
-        end_program(1);
+    if (const auto holder = folder_holder()) {
+        message_box("Another Tyxo Data Logger runs in this folder: " + *holder + ".\r\nThis one ends now.",
+                    box_icon::critical);
+        end_program(second_copy_code);
+        return;
     }
-    hold_events(false);
+    hold_events(true);
+    const auto why = attempt([&] { form_load(width, height); });
+    hold_events(false); // before the box too, which would not wait for the operator otherwise
+    if (!why) return;
+    message_box(*why, box_icon::critical);
+    end_program(wrong_settings_code);
 }
 
 bool query_unload() {
     stop_event();
     return end_if_granted();
+}
+
+void end_without_question(int exit_code) {
+    if (main_form.announced) stop_event();
+    end_program(exit_code);
 }
 
 bool query_end_session(const std::function<bool()>& may_ask) {

@@ -15,6 +15,7 @@ struct mainfrm_state {
     i16 screen_h = 0;
     double design_w = 0; ///< the window's size at load, the base of its resizing
     double design_h = 0;
+    bool announced = false;         ///< the start line was written
     std::array<float, 5> chart_w{}; ///< design sizes of the charts
     std::array<float, 5> chart_h{};
 };
@@ -29,8 +30,13 @@ void load_settings();
 /// window's. Failure: settings that cannot be used.
 void form_load(double width, double height);
 
+/// Exit codes beside 0.
+inline constexpr int wrong_settings_code = 1;
+inline constexpr int second_copy_code = 2;
+
 /// `form_load` with timers and serial ports held until it has returned. Settings that cannot be used end the
-/// program with a message box and exit code 1.
+/// program with a message box. So does another copy in the same folder, before anything is touched: two would
+/// write into the same logs and registers.
 void start_program(double width, double height);
 
 /// The close request of the main window. True lets the window close; the program has ended then.
@@ -40,5 +46,8 @@ bool query_unload();
 /// to the operator; it is called only while measuring, behind the stop line. Without leave the program goes
 /// on until the session ends it. False keeps the session.
 bool query_end_session(const std::function<bool()>& may_ask);
+
+/// The machine ends the program: a signal, a lost screen. The stop line is written, and nobody is asked.
+void end_without_question(int exit_code);
 
 } // namespace tyxo

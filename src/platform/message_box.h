@@ -12,8 +12,8 @@ enum class box_buttons { ok, ok_cancel };
 enum class box_answer { ok, cancel };
 
 /// Shows the text and waits for the operator while the event loop goes on. Inside a serial event or a timer
-/// tick a box with the one button OK does not wait: it stays up by itself, so that measuring goes on behind
-/// it.
+/// tick, and while events are held, a box with the one button OK does not wait: it stays up by itself, so
+/// that measuring begins and goes on behind it.
 box_answer message_box(std::string_view text, box_icon icon = box_icon::none,
                        box_buttons buttons = box_buttons::ok, std::string_view title = program_title);
 

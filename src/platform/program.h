@@ -1,12 +1,22 @@
 #pragma once
 // The process and its event loop.
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace tyxo {
 
 /// As the title of the main window, the logs and the printouts give it.
 inline constexpr std::string_view program_version = "Version 2.10_4";
+
+/// The name of the program's own file without its extension, in Windows-1252; "tyxo" unless somebody copied
+/// it under another name.
+[[nodiscard]] std::string executable_name();
+
+/// Takes the working folder for this process for as long as it lives. Nothing, or the words for who holds the
+/// folder already. Where folders cannot be locked at all, the debug output says so.
+[[nodiscard]] std::optional<std::string> folder_holder();
 
 /// Ends the process at once; nothing is closed or saved first.
 void end_program(int exit_code);

@@ -121,6 +121,28 @@ TEST(Autostart, TimersDoNotTickDuringABox) {
     EXPECT_FALSE(channels[0].connected);
 }
 
+TEST(Autostart, NoBoxWithOneButtonHoldsTheStartUp) {
+    prepare(logging_settings(3, "eventfile_ena=1\r\nevtpath=Q:\\\r\nautostart=1\r\n"));
+    world().ports[3].refuses_to_open = true;
+    start_program(1272, 911);
+    ASSERT_EQ(world().boxes.size(), 2U);
+    EXPECT_FALSE(world().boxes[0].waits) << "the event file";
+    EXPECT_FALSE(world().boxes[1].waits) << "the port";
+    EXPECT_TRUE(port(0).open);
+    EXPECT_TRUE(port(1).open);
+    feed(1, parameter_body({}));
+    feed(1, measured_body());
+    EXPECT_EQ(logged(1).size(), 1U) << "the channels in front measure behind the boxes";
+}
+
+TEST(Autostart, TheQuestionAboutTheScreenWaits) {
+    prepare(autostart_settings(1));
+    world().screen = {640, 480};
+    start_program(1272, 911);
+    ASSERT_EQ(world().boxes.size(), 1U);
+    EXPECT_TRUE(world().boxes[0].waits);
+}
+
 TEST(Autostart, EventsAreHeldInEveryBoxOfTheStartAndNoLonger) {
     prepare(logging_settings(2, "eventfile_ena=1\r\nevtpath=Q:\\\r\nautostart=1\r\n"));
     world().screen = {640, 480};

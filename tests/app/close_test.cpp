@@ -114,6 +114,37 @@ TEST_F(Close, WithABrokenEventFileEndsAllTheSame) {
     EXPECT_EQ(world().exit_code, 0);
 }
 
+TEST_F(Close, ByTheMachineWritesTheStopLineAndAsksNobody) {
+    start_logging(0);
+    end_without_question(0);
+    EXPECT_EQ(asked_, 0);
+    EXPECT_EQ(world().exit_code, 0);
+    EXPECT_EQ(event_lines().back(), stop_line);
+    EXPECT_EQ(file(log_path(0)).find("Measure Stopped"), std::string::npos) << "no closing comment";
+}
+
+TEST_F(Close, ByTheMachineWhileTheStopLockAsksEndsAllTheSame) {
+    start_logging(0);
+    calls.stop_lock = [] {
+        end_without_question(0);
+        return false;
+    };
+    query_unload();
+    EXPECT_EQ(world().exit_code, 0);
+}
+
+TEST(CloseBeforeTheStart, ByTheMachineWritesNoStopLine) {
+    prepare(logging_settings(1, with_events));
+    world().screen = {640, 480};
+    text_lines at_end{"not ended"};
+    world().during_box = [&] {
+        end_without_question(0);
+        at_end = event_lines();
+    };
+    start_program(1272, 911);
+    EXPECT_EQ(at_end, text_lines{}) << "no start line, no stop line";
+}
+
 TEST_F(Close, IsGrantedWhileNoStopLockIsThere) {
     calls.stop_lock = link_calls{}.stop_lock;
     start_logging(0);

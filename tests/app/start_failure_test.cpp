@@ -31,6 +31,7 @@ TEST_P(StartWithUnusableSettings, EndsWithABoxAndExitCodeOne) {
     EXPECT_EQ(world().exit_code, 1);
     EXPECT_EQ(box_texts(), text_lines{std::string(GetParam().description)});
     EXPECT_EQ(world().boxes[0].buttons, box_buttons::ok);
+    EXPECT_TRUE(world().boxes[0].waits) << "the program ends behind it";
 }
 
 TEST_P(StartWithUnusableSettings, StartsNothing) {
@@ -68,6 +69,28 @@ TEST(StartWithUnusableSettingsOfOthers, TheFailureComesInFrontOfTheScreenTest) {
     world().screen = {640, 480};
     start_program(1272, 911);
     EXPECT_EQ(box_texts(), text_lines{"IPRefresh: Overflow"});
+}
+
+TEST(SecondCopy, SaysWhoHoldsTheFolderAndEndsWithACodeOfItsOwn) {
+    prepare(logging_settings(1, std::string(with_events) + "autostart=1\r\n"));
+    world().folder_holder = "process 1234";
+    start_program(1272, 911);
+    EXPECT_EQ(world().exit_code, 2);
+    EXPECT_EQ(box_texts(), text_lines{"Another Tyxo Data Logger runs in this folder: process 1234.\r\n"
+                                      "This one ends now."});
+    EXPECT_TRUE(world().boxes[0].waits);
+}
+
+TEST(SecondCopy, TouchesNothing) {
+    prepare("[tyxo]\r\nmax_sensors=1\r\ncomport 1=1\r\nautostart=1\r\nadc_offset=1\r\nIPAutoC=1\r\n" +
+            std::string(with_events));
+    const auto files = world().files;
+    world().folder_holder = "process 1234";
+    start_program(1272, 911);
+    EXPECT_EQ(world().files, files);
+    EXPECT_TRUE(world().opened.empty());
+    EXPECT_EQ(port(0).opened, 0);
+    EXPECT_TRUE(world().plant.attempts.empty());
 }
 
 TEST(StartWithUnusableSettingsOfOthers, RepairsInFrontOfTheFailureAreWritten) {

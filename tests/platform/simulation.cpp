@@ -199,8 +199,10 @@ void debug_output(std::string_view message) {
 
 box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons, std::string_view title) {
     simulation::machine& machine = world();
-    machine.boxes.push_back({std::string(text), icon, buttons, std::string(title)});
+    const bool waits = buttons != box_buttons::ok || !machine.events_held;
+    machine.boxes.push_back({std::string(text), icon, buttons, std::string(title), waits});
     if (machine.during_box) machine.during_box();
+    if (!waits) return box_answer::ok;
     if (machine.answers.empty()) return box_answer::ok;
     const box_answer answer = machine.answers.front();
     machine.answers.pop_front();
@@ -222,6 +224,14 @@ void GetShortPathNameA(std::string_view name, std::string& buffer) {
 
 void beep() {
     ++world().beeps;
+}
+
+std::string executable_name() {
+    return world().executable;
+}
+
+std::optional<std::string> folder_holder() {
+    return world().folder_holder;
 }
 
 void end_program(int exit_code) {

@@ -35,6 +35,7 @@ struct shown_box {
     box_icon icon;
     box_buttons buttons;
     std::string title;
+    bool waits; ///< for the operator
 };
 
 /// A strip chart that was printed.
@@ -68,13 +69,16 @@ struct machine {
 
     std::vector<shown_box> boxes;
     std::deque<box_answer> answers;   ///< of the next boxes; `ok` when there are no more
-    std::function<void()> during_box; ///< runs while a box is up
+    std::function<void()> during_box; ///< runs when a box comes up
 
     std::vector<printed_chart> prints;
     std::function<void()> during_print; ///< runs while a chart is printed
 
     std::vector<played_sound> sounds;
     int beeps = 0;
+
+    std::string executable = "tyxo";
+    std::optional<std::string> folder_holder; ///< another program in the working folder
 
     bool events_held = false;
     int do_events_calls = 0;

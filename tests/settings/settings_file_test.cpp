@@ -21,6 +21,16 @@ TEST_F(SettingsFile, LiesInTheWorkingDirectoryUnderTheProgramsName) {
     EXPECT_EQ(world().files.size(), 1U);
 }
 
+TEST_F(SettingsFile, FollowsTheNameOfTheExecutable) {
+    world().executable = "plant2";
+    put_file("tyxo.ini", "[tyxo]\r\npasswd=other\r\n");
+    put_file("plant2.ini", "[tyxo]\r\npasswd=wrong section\r\n[plant2]\r\npasswd=abc\r\n");
+    EXPECT_EQ(ini_read("passwd"), "abc");
+    ini_write("passwd", "def");
+    EXPECT_EQ(file("plant2.ini"), "[tyxo]\r\npasswd=wrong section\r\n[plant2]\r\npasswd=def\r\n");
+    EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\npasswd=other\r\n");
+}
+
 TEST_F(SettingsFile, AMissingFileReadsAsEmptyTexts) {
     EXPECT_EQ(ini_read("evtpath"), "");
     EXPECT_TRUE(world().files.empty()) << "reading creates nothing";

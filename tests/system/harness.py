@@ -144,12 +144,14 @@ class Plant:
         (self.folder / "tyxo.ini").write_bytes("\r\n".join(["[tyxo]", *lines, ""]).encode("cp1252"))
         self.names = {number: f"Engine {number}" for number in range(1, channels + 1)}
         self.lines = {number: Line(self.folder, number) for number in range(1, channels + 1)}
+        self.executable = PROGRAM
         self.program = None
 
     def start(self, ready="Tyxo Data Logger", **options):
         with open(self.folder / "debug.log", "wb") as debug:
-            self.program = subprocess.Popen([PROGRAM], cwd=self.folder, env=self.display.environment,
-                                            stderr=debug, **options)
+            options = {"stderr": debug} | options
+            self.program = subprocess.Popen([self.executable], cwd=self.folder,
+                                            env=self.display.environment, **options)
         if ready:
             self.display.window(ready)
         return self

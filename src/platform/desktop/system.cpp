@@ -1,10 +1,11 @@
-// Clock, debug output, message boxes and the process.
+// Clock, message boxes and the event loop.
 
 #include "basics/ansi.h"
 #include "platform/clock.h"
 #include "platform/debug_output.h"
 #include "platform/desktop/dialog.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/process.h"
 #include "platform/message_box.h"
 #include "platform/program.h"
 
@@ -14,13 +15,13 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <unistd.h>
 
 namespace tyxo {
 
 namespace {
 
 bool held = false;
+bool no_screen = false;
 
 QString shown_text(std::string_view text) {
     return QString::fromStdString(utf8_from_ansi(text)).replace("\r\n", "\n");
@@ -59,14 +60,11 @@ local_time local_at(std::int64_t running) {
     return local_of(static_cast<std::time_t>((moment + 500) / 1000));
 }
 
-void debug_output(std::string_view message) {
-    if (message.ends_with("\r\n")) message.remove_suffix(2);
-    std::string line = utf8_from_ansi(message) + '\n';
-    // One write, so that a line stays whole beside those of other processes. A lost debug line is no event.
-    static_cast<void>(::write(STDERR_FILENO, line.data(), line.size()) < 0);
-}
-
 box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons, std::string_view title) {
+    if (no_screen) {
+        debug_output(text);
+        return buttons == box_buttons::ok ? box_answer::ok : box_answer::cancel;
+    }
     auto* const box = new QMessageBox(dialog_parent());
     box->setObjectName("message_box");
     box->setAttribute(Qt::WA_DeleteOnClose);
@@ -78,7 +76,7 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
     if (icon == box_icon::information) box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);
     if (buttons == box_buttons::ok_cancel) box->addButton(QMessageBox::Cancel);
-    if (buttons == box_buttons::ok && desktop::inside_device_handler()) {
+    if (buttons == box_buttons::ok && (desktop::inside_device_handler() || held)) {
         box->open();
         return box_answer::ok;
     }
@@ -100,6 +98,10 @@ void wait_events(int milliseconds) {
 void hold_events(bool hold) {
     held = hold;
     if (!hold) desktop::deliver_waiting_bytes();
+}
+
+void desktop::screen_lost() {
+    no_screen = true;
 }
 
 bool desktop::events_held() {
