@@ -19,6 +19,7 @@ text_status_view::text_status_view(QWidget* parent) : QPlainTextEdit(parent) {
 
 void text_status_view::show_control(const text_box& box) {
     if (box.appended() == appended_ && box.dropped() == dropped_ && box.caret() == caret_) return;
+    const bool at_end = verticalScrollBar()->value() == verticalScrollBar()->maximum();
     if (box.dropped() >= appended_) {
         clear();
         break_pending_ = false;
@@ -30,10 +31,13 @@ void text_status_view::show_control(const text_box& box) {
     appended_ = box.appended();
     drop_front(box.dropped() - dropped_);
     dropped_ = box.dropped();
-    if (box.caret() != caret_) {
-        caret_ = box.caret();
+    // The caret comes with every status frame; without a new line it takes nobody away from what he reads.
+    if (added > 0 && box.caret() != caret_) {
         show_end();
+    } else if (at_end) {
+        verticalScrollBar()->setValue(verticalScrollBar()->maximum());
     }
+    caret_ = box.caret();
 }
 
 void text_status_view::show_end() {

@@ -4,6 +4,7 @@
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
 #include "desktop/control_pictures.h"
+#include "desktop/settings_file.h"
 #include "displays/bar_diagram.h"
 #include "displays/bar_diagram_view.h"
 #include "displays/bar_plot_view.h"
@@ -14,7 +15,6 @@
 #include "settings/settings.h"
 
 #include <QDir>
-#include <QFile>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -60,11 +60,9 @@ class bar_diagram_view_test : public QObject {
   private slots:
     void initTestCase() {
         QVERIFY(QDir::setCurrent(folder_.path()));
-        QFile file("tyxo.ini");
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[tyxo]\r\nupd_periode= 100\r\nmax_sensors= 3\r\nlocation 1=K\xFChlung\r\n"
-                   "location 2=Engine 2\r\nlocation 3=Engine 3\r\n");
-        file.close();
+        QVERIFY(write_settings_file("[tyxo]\r\nupd_periode= 100\r\nmax_sensors= 3\r\n"
+                                    "location 1=K\xFChlung\r\nlocation 2=Engine 2\r\n"
+                                    "location 3=Engine 3\r\n"));
         wire();
         main_ = new mainfrm_view;
         start_program(main_->width(), main_->height());

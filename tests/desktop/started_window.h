@@ -4,12 +4,12 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "desktop/settings_file.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
-#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenu>
@@ -27,10 +27,7 @@ class started_window {
     /// Starts the program on these settings in a folder of its own, and shows its window.
     void start(const char* settings_text) {
         QVERIFY(QDir::setCurrent(folder_.path()));
-        QFile file("tyxo.ini");
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(settings_text);
-        file.close();
+        QVERIFY(write_settings_file(settings_text));
         wire();
         window_ = std::make_unique<mainfrm_view>();
         start_program(window_->width(), window_->height());
@@ -106,11 +103,6 @@ inline void check_texts(const QDialog* dialog) {
             QVERIFY2(frame->fontMetrics().size(0, frame->title()).width() <= frame->width(),
                      qPrintable(frame->title()));
     }
-}
-
-inline QByteArray settings_file() {
-    QFile file("tyxo.ini");
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace tyxo

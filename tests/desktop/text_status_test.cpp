@@ -69,7 +69,7 @@ class text_status_test : public QObject {
         QVERIFY(view.viewport()->rect().contains(view.cursorRect()));
     }
 
-    void the_reader_is_left_alone_until_the_caret_moves() {
+    void the_reader_is_left_alone_until_a_line_comes_with_the_caret() {
         text_box box;
         text_status_view view(nullptr);
         view.resize(300, 64);
@@ -81,6 +81,39 @@ class text_status_test : public QObject {
         box.append("more\r\n");
         view.show_control(box);
         QCOMPARE(view.verticalScrollBar()->value(), 10);
+        box.caret_to_end(); // by a status frame that changes nothing
+        view.show_control(box);
+        QCOMPARE(view.verticalScrollBar()->value(), 10);
+        box.append("alarm\r\n");
+        box.caret_to_end();
+        view.show_control(box);
+        QCOMPARE(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+    }
+
+    void a_view_that_stands_at_the_end_follows_lines_without_the_caret() {
+        text_box box;
+        text_status_view view(nullptr);
+        view.resize(300, 64);
+        view.show();
+        for (int line = 0; line < 100; ++line) {
+            box.append("Measure started\r\n");
+            view.show_control(box);
+            QCOMPARE(view.verticalScrollBar()->value(), view.verticalScrollBar()->maximum());
+        }
+        QVERIFY(view.verticalScrollBar()->maximum() > 50);
+    }
+
+    void a_text_that_is_being_copied_stays_selected_behind_a_new_line() {
+        text_box box;
+        text_status_view view(nullptr);
+        box.append("one two\r\n");
+        view.show_control(box);
+        QTextCursor chosen(view.document());
+        chosen.movePosition(QTextCursor::Right, QTextCursor::KeepAnchor, 3);
+        view.setTextCursor(chosen);
+        box.append("three\r\n");
+        view.show_control(box);
+        QCOMPARE(view.textCursor().selectedText(), QString("one"));
     }
 
     /// A line into a box of 60,000 characters costs what it costs in an empty one, give or take the noise of

@@ -5,6 +5,7 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "desktop/settings_file.h"
 #include "dialogs/frmabort.h"
 #include "dialogs/frmalert.h"
 #include "dialogs/frmbrowse.h"
@@ -35,7 +36,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QPrinter>
 #include <QTemporaryDir>
 #include <QTextStream>
@@ -329,11 +329,6 @@ bool print_page(const QString& folder, i16 channel) {
     return paint_chart_page(printer, chart, shown_rows(channel));
 }
 
-bool write_settings() {
-    QFile file("tyxo.ini");
-    return file.open(QIODevice::WriteOnly) && file.write(settings_text) > 0;
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -349,7 +344,7 @@ int main(int argc, char** argv) {
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     const QTemporaryDir plant;
     if (!QDir().mkpath(folder) || !QDir::setCurrent(plant.path()) ||
-        !QDir().mkpath("logs/Port main engine") || !QDir().mkpath("events") || !write_settings())
+        !QDir().mkpath("logs/Port main engine") || !QDir().mkpath("events") || !write_settings_file(settings_text))
         return 1;
     wire();
     mainfrm_view main_window;
