@@ -10,8 +10,8 @@
 namespace tyxo {
 
 /// Follows a `text_box`: adds what is new at its end and cuts at its start what the box has dropped. The cost
-/// of a new line does not depend on how much the box holds. A view that stands at the end stays there; a reader
-/// who has scrolled up is left alone until a line comes together with the caret.
+/// of a new line does not depend on how much the box holds. A view that stands at the end stays there; a
+/// reader who has scrolled up is left alone until a line comes together with the caret.
 class text_status_view : public QPlainTextEdit {
     Q_OBJECT
 

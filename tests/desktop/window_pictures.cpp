@@ -344,7 +344,8 @@ int main(int argc, char** argv) {
     const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
     const QTemporaryDir plant;
     if (!QDir().mkpath(folder) || !QDir::setCurrent(plant.path()) ||
-        !QDir().mkpath("logs/Port main engine") || !QDir().mkpath("events") || !write_settings_file(settings_text))
+        !QDir().mkpath("logs/Port main engine") || !QDir().mkpath("events") ||
+        !write_settings_file(settings_text))
         return 1;
     wire();
     mainfrm_view main_window;
