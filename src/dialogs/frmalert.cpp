@@ -5,6 +5,7 @@
 #include "displays/bar_diagram.h"
 #include "displays/frmdetailedpic.h"
 #include "link/channel_rec.h"
+#include "platform/awake.h"
 #include "platform/clock.h"
 #include "platform/sound.h"
 
@@ -31,6 +32,7 @@ void dark_phase() {
 
 void red_phase(const std::string& sound) {
     FrmAlert.Lbl_relay.ForeColor = FrmAlert.Lbl_attention.ForeColor = alert_colour::red;
+    wake_screen();
     beep();
     FrmAlert.BackColor = alert_colour::red;
     FrmAlert.Image1_visible = FrmAlert.Image2_visible = true;

@@ -5,6 +5,7 @@
 #include "link/indicators.h"
 #include "link/serial.h"
 #include "link/supervision.h"
+#include "platform/awake.h"
 #include "platform/message_box.h"
 
 #include <algorithm>
@@ -45,6 +46,7 @@ bool start_one(i16 channel) {
         rec.log_state = log_states::none;
         return false;
     }
+    keep_awake(true);
     indicators.start_channel[channel].Caption = "Stop channel " + channel_number(channel);
     raise_measure_event(channel, " ## Measure started ");
     return true;
@@ -56,6 +58,7 @@ void stop_one(i16 channel) {
     serial::port_close(channel);
     calls.close_log(channel);
     channel_running[channel] = false;
+    keep_awake(any_running());
     indicators.start_channel[channel].Caption = "Start channel " + channel_number(channel);
     raise_measure_event(channel, " ## Measure stopped ");
 }

@@ -55,6 +55,7 @@ TEST_F(Alert, ChangesEvery600MsAndSoundsAnewEvery1200) {
     advance(12'000);
     expect_red();
     EXPECT_EQ(world().beeps, 12);
+    EXPECT_EQ(world().wakes, 12) << "a dark screen shows no alarm";
     EXPECT_EQ(world().sounds.size(), 12U);
 }
 

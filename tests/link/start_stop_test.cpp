@@ -25,6 +25,7 @@ class start_stop : public link_world {
         for (i16 channel = 0; channel < channel_count; ++channel) {
             if (runs(channel)) numbers += channel_number(channel);
         }
+        EXPECT_EQ(simulation::world().awake, !numbers.empty()) << "the machine stays awake while one runs";
         return numbers;
     }
     static bool chart_ticks() {

@@ -30,6 +30,7 @@
 #include "link/supervision.h"
 #include "logging/event_file.h"
 #include "logging/log.h"
+#include "platform/awake.h"
 #include "platform/clock.h"
 #include "platform/debug_output.h"
 #include "platform/printer.h"
@@ -220,6 +221,14 @@ void PlaySoundA(std::string_view name, i32 flags) {
 
 void GetShortPathNameA(std::string_view name, std::string& buffer) {
     if (world().files.contains(std::string(name))) buffer.replace(0, name.size(), name);
+}
+
+void keep_awake(bool on) {
+    world().awake = on;
+}
+
+void wake_screen() {
+    ++world().wakes;
 }
 
 void beep() {

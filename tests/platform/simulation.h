@@ -76,6 +76,8 @@ struct machine {
 
     std::vector<played_sound> sounds;
     int beeps = 0;
+    bool awake = false; ///< kept from sleeping
+    int wakes = 0;      ///< of the screen
 
     std::string executable = "tyxo";
     std::optional<std::string> folder_holder; ///< another program in the working folder

@@ -131,7 +131,7 @@ class Unattended(unittest.TestCase):
             plant.lines[number].send(parameter_frame(), status())
             self.measures(plant, 100 + number, number)
         plant.lines[2].send(status(MAIN_ALARM))
-        display.window("Attention|Alarm")
+        display.window("^Mainalarm$")
         self.assertEqual(len(display.windows(BOX)), 2, "the boxes stay until somebody has read them")
         self.assertIn("KVD Main ALARM AC ON", plant.log(2))
         self.measures(plant, 200, 1)
