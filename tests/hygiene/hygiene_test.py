@@ -132,29 +132,26 @@ class HygieneTest(unittest.TestCase):
         self.expect("includes_point_downwards", "src/misc/x.h:")
 
     def test_forbidden_words(self):
-        for words in ("as Part" " 1.2 says", "Parts" " 4.1 and 4.2", "see spec" ".md",
-                      "As the speci" "fication",
-                      "the sp" "ec", "the seed" " document", "shared" "/style", "iss" "ue #12", "Iss" "ue 3",
-                      "DEVEL" "OPERS.md", "cd /wo" "rk/main", "/ro" "ot", '"/fa' 'rm/x"', "TO" "DO: later",
-                      "// FIX" "ME", "XX" "X", "HA" "CK", "GTEST_" "SKIP()", "Q" "SKIP(1)",
-                      "DISABLED" "_Test", "@skip" "Test", "http://deb" ".debian.org/debian"):
+        for words in ("TO" "DO: later", "// FIX" "ME", "XX" "X", "HA" "CK", "GTEST_" "SKIP()", "Q" "SKIP(1)",
+                      "DISABLED" "_Test", "@skip" "Test", "/ro" "ot", "ls /ro" "ot/x", "cd /ho" "me/somebody",
+                      '"/ho' 'me/x/y"'):
             with self.subTest(words):
                 self.write("docs/page.md", f"A line.\nThen {words}\n")
                 self.expect("no_forbidden_words", "docs/page.md:2:")
 
     def test_words_that_look_forbidden(self):
-        for words in ("Part 7.1", "Parts of 1.2", "unspecific", "network/port", "home/work/x", "tests/root.h",
-                      "mktemp XXXXXX", "tissue of 3", "a todo list", "disabled_label", "www.debian.org"):
+        for words in ("network/port", "a/home/x", "the folder /home", "tests/root.h", "/rootless",
+                      "mktemp XXXXXX", "a todo list", "disabled_label"):
             with self.subTest(words):
                 self.write("docs/page.md", f"{words}\n")
                 self.expect("no_forbidden_words")
 
     def test_a_forbidden_word_in_a_file_name(self):
-        self.write("docs/Part" " 1.2.md", "\n")
-        self.expect("no_forbidden_words", "docs/Part")
+        self.write("docs/TO" "DO.md", "\n")
+        self.expect("no_forbidden_words", "docs/TO" "DO.md:")
 
     def test_words_of_others_stay(self):
-        self.write("LICENSE", "the speci" "fication\n")
+        self.write("LICENSE", "HA" "CK\n")
         self.expect("no_forbidden_words")
 
     def test_a_long_file(self):

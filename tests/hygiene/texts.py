@@ -2,19 +2,12 @@
 
 import re
 
-# Put together from pieces, so that this file does not find itself.
+# Marks of unfinished work, skipped tests, home folders. Put together from pieces, so that this file does not
+# find itself.
 FORBIDDEN = [re.compile(pattern) for pattern in (
-    r"\bParts? [1-6]\.[0-9]\b",
-    r"\bspec\.md\b",
-    r"(?i:\bthe spec" r"(ification)?\b)",
-    r"(?i:seed docu" r"ment)",
-    r"\bshared/(spec|design|style|hooks)\b",
-    r"[Ii]ssue #?[0-9]+",
-    r"DEVELOPERS" r"\.md",
-    r"(^|[^A-Za-z0-9_.])/(work|farm|root)(/|\b)",
     r"\b(TO" r"DO|FIX" r"ME|XX" r"X|HA" r"CK)\b",
     r"GTEST_" r"SKIP|Q" r"SKIP|DISABLED" r"_|skip" r"Test",
-    r"\b(deb|ftp|snapshot|security)\.debian\.org|\bpypi\.org|\bgolang\.org|\bnpmjs\.|\bcrates\.io",
+    r"(^|[^A-Za-z0-9_.])/(home/\w|ro" r"ot\b)",
 )]
 # Texts that others wrote and that stay as they are.
 FOREIGN = {"LICENSE"}
