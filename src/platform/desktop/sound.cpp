@@ -1,60 +1,37 @@
-// Sound on Qt. The windows never wait for it: the player has a thread of its own, and what the player has not
-// taken yet is replaced, not queued.
+// Sound beside the windows' thread: they never wait for it.
 
 #include "platform/sound.h"
 
+#include "platform/debug_output.h"
 #include "platform/desktop/sound_player.h"
 #include "platform/desktop/text.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QFileInfo>
-#include <QMutex>
-#include <QThread>
+
+#include <future>
+#include <stdexcept>
 
 namespace tyxo {
 
 namespace {
 
-constexpr unsigned long patience_ms = 1000; ///< for a player that hangs in its sound server
+constexpr std::chrono::seconds patience{1}; ///< for a player that hangs at the end of the program
 
 class sound_thread {
   public:
-    sound_thread() {
-        post_.moveToThread(&thread_);
-        thread_.setObjectName("sound");
-        thread_.start();
-    }
-
-    void play(const QString& path) {
-        const QMutexLocker lock(&mutex_);
-        wanted_ = path;
-        if (posted_) return;
-        posted_ = true;
-        QMetaObject::invokeMethod(&post_, [this] { player_.play(take()); });
-    }
+    void play(std::string path) { player_.play(std::move(path)); }
 
     /// False when the thread hangs.
     bool end() {
-        QMetaObject::invokeMethod(&post_, [this] {
-            player_.end();
-            thread_.quit();
-        });
-        return thread_.wait(patience_ms);
+        player_.end();
+        return over_.wait_for(patience) == std::future_status::ready;
     }
 
   private:
-    QString take() {
-        const QMutexLocker lock(&mutex_);
-        posted_ = false;
-        return wanted_;
-    }
-
-    desktop::sound_player player_; // the thread's alone
-    QMutex mutex_;
-    QString wanted_;
-    bool posted_ = false;
-    QObject post_; // where the thread takes its work from
-    QThread thread_;
+    desktop::sound_player player_;
+    std::future<void> over_ = std::async(std::launch::async, [this] { player_.run(); });
 };
 
 sound_thread* sounds = nullptr;
@@ -72,10 +49,15 @@ std::string_view without_blanks_at_end(std::string_view name) {
 
 void PlaySoundA(std::string_view name, i32 /*flags*/) {
     if (sounds == nullptr) {
-        sounds = new sound_thread;
+        try {
+            sounds = new sound_thread;
+        } catch (const std::runtime_error& missing) { // descriptors or threads of the process
+            debug_output(std::string("PlaySoundA: ") + missing.what());
+            return;
+        }
         qAddPostRoutine(end_sounds);
     }
-    sounds->play(qt_text(without_blanks_at_end(name)));
+    sounds->play(QFile::encodeName(qt_text(without_blanks_at_end(name))).toStdString());
 }
 
 void GetShortPathNameA(std::string_view name, std::string& buffer) {

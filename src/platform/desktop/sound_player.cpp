@@ -1,65 +1,98 @@
 #include "platform/desktop/sound_player.h"
 
+#include "basics/failure.h"
 #include "platform/debug_output.h"
 
-#include <QAudioDevice>
-#include <QFileInfo>
-#include <QLocalSocket>
-#include <QMediaDevices>
-#include <QUrl>
-
-#include <optional>
+#include <utility>
 
 namespace tyxo::desktop {
 
 namespace {
 
-constexpr int answer_ms = 500;
+/// An alert starts its sound every 1.2 s. What starts after a longer pause belongs to another alarm.
+constexpr std::chrono::seconds longest_pause{2};
 
-/// The local socket of the sound server; nothing when the server is elsewhere or its place is not known.
-std::optional<QString> server_socket() {
-    const QString server = qEnvironmentVariable("PULSE_SERVER");
-    if (server.startsWith("unix:")) return server.mid(5);
-    if (server.startsWith('/')) return server;
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    if (!server.isEmpty() || folder.isEmpty()) return std::nullopt;
-    return folder + "/pulse/native";
-}
+/// For a server that hangs. Then nothing is heard, and the next start looks for the server anew.
+constexpr std::chrono::seconds patience{3};
 
-/// The sound library looks for the server once in a program's life and never again. It is therefore not woken
-/// before there is a server: one that starts later than this program is still found.
-bool server_present() {
-    static bool seen = false;
-    if (seen) return true;
-    const auto path = server_socket();
-    QLocalSocket socket;
-    if (path) socket.connectToServer(*path);
-    seen = !path || socket.waitForConnected(answer_ms);
-    return seen;
-}
+constexpr std::chrono::minutes a_while{1}; ///< between two looks when nothing happens
 
 } // namespace
 
-void sound_player::play(const QString& path) {
-    if (path.isEmpty()) return complain("PlaySoundA: no such file");
-    if (!server_present()) return complain("PlaySoundA: no sound server");
-    const QAudioDevice device = QMediaDevices::defaultAudioOutput();
-    if (device.isNull()) {
-        effect_.reset();
-        return complain("PlaySoundA: no sound device");
+void sound_player::play(std::string path) {
+    {
+        const std::lock_guard lock(mutex_);
+        const auto now = clock::now();
+        if (now - wanted_at_ > longest_pause) new_alarm_ = true;
+        wanted_at_ = now;
+        wanted_ = std::move(path);
     }
-    // A new one each time: what the sound server still has to say about the last one would stop it.
-    effect_ = std::make_unique<QSoundEffect>(device);
-    QObject::connect(effect_.get(), &QSoundEffect::statusChanged, effect_.get(),
-                     [this] { status_changed(); });
-    effect_->setSource(QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath()));
-    effect_->play();
-    status_changed();
+    loop_.wake();
 }
 
-void sound_player::status_changed() {
-    if (effect_->status() == QSoundEffect::Ready) complaint_.clear();
-    if (effect_->status() == QSoundEffect::Error) complain("PlaySoundA: the file cannot be played");
+void sound_player::end() {
+    {
+        const std::lock_guard lock(mutex_);
+        ended_ = true;
+    }
+    loop_.wake();
+}
+
+void sound_player::run() {
+    while (!ended()) {
+        if (const auto path = take()) start(*path);
+        if (stream_ && stream_->over()) stream_.reset();
+        loop_.turn(a_while);
+    }
+    stream_.reset();
+}
+
+std::optional<std::string> sound_player::take() {
+    const std::lock_guard lock(mutex_);
+    if (std::exchange(new_alarm_, false)) complaint_.clear();
+    return std::exchange(wanted_, std::nullopt);
+}
+
+bool sound_player::ended() {
+    const std::lock_guard lock(mutex_);
+    return ended_;
+}
+
+void sound_player::start(const std::string& path) {
+    try {
+        if (hear(path)) complaint_.clear();
+    } catch (const failure& missing) {
+        stream_.reset();
+        complain(std::string("PlaySoundA: ") + missing.what());
+    }
+}
+
+/// False when the player ends meanwhile. Each start has a connection of its own: whatever became of the
+/// server since the last one, it is found when it is there.
+bool sound_player::hear(const std::string& path) {
+    stream_.reset();
+    if (path.empty()) throw failure("no such file");
+    stream_.emplace(loop_);
+    if (!reached([this] { return stream_->connected(); })) return false;
+    const sound_samples sound = read_sound(path);
+    stream_->open(sound);
+    if (!reached([this] { return stream_->opened(); })) return false;
+    stream_->play(sound);
+    const std::lock_guard lock(mutex_);
+    if (wanted_ == path) wanted_.reset(); // asked for again while the server took its time: this is it
+    return true;
+}
+
+/// False when the player ends before.
+template <class condition> bool sound_player::reached(condition holds) {
+    const auto limit = clock::now() + patience;
+    while (!ended()) {
+        if (holds()) return true;
+        const auto left = std::chrono::ceil<std::chrono::microseconds>(limit - clock::now());
+        if (left.count() <= 0) throw failure("the sound server does not answer");
+        loop_.turn(left);
+    }
+    return false;
 }
 
 void sound_player::complain(const std::string& why) {

@@ -1,28 +1,47 @@
 #pragma once
-// Plays sound files. It lives on a thread of its own, since a sound server may be slow or hang.
+// Plays sound files on the machine's sound server, on a thread of its own: a server may be slow, hang, die
+// and come back.
 
-#include <QSoundEffect>
-#include <QString>
+#include "platform/desktop/sound_stream.h"
 
-#include <memory>
+#include <chrono>
+#include <mutex>
+#include <optional>
 #include <string>
 
 namespace tyxo::desktop {
 
 class sound_player {
   public:
-    /// Starts a file from its beginning; an empty path stands for a file that does not exist. What is the
-    /// matter when nothing is heard goes to the debug output, once until it changes.
-    void play(const QString& path);
+    /// Starts a file from its beginning; an empty path stands for a file that does not exist. Never waits,
+    /// for any thread. A file that is not begun yet is replaced, not queued. What is the matter when nothing
+    /// is heard goes to the debug output, once in an alarm and again when it changes.
+    void play(std::string path);
 
-    /// Lets go of the sound server; on the thread that has played.
-    void end() { effect_.reset(); }
+    /// Plays what is asked for until the end is; for the player's own thread.
+    void run();
+
+    /// Ends `run`; for any other thread. A sound that plays is cut.
+    void end();
 
   private:
-    void status_changed();
+    using clock = std::chrono::steady_clock;
+
+    std::optional<std::string> take();
+    bool ended();
+    void start(const std::string& path);
+    bool hear(const std::string& path);
+    template <class condition> bool reached(condition holds);
     void complain(const std::string& why);
 
-    std::unique_ptr<QSoundEffect> effect_;
+    std::mutex mutex_; // what the threads share
+    std::optional<std::string> wanted_;
+    clock::time_point wanted_at_;
+    bool new_alarm_ = false;
+    bool ended_ = false;
+
+    sound_loop loop_; // the player's own, but for its waking
+    std::optional<sound_stream> stream_;
     std::string complaint_; // said last, while it holds
 };
 
