@@ -15,8 +15,8 @@ inline constexpr i32 snd_nodefault = 0x0002;
 inline constexpr i32 snd_filename = 0x20000;
 
 /// Starts the sound in a file from its beginning, also when it plays already. Blanks at the end of `name` do
-/// not count. Nothing is heard of a file that does not exist, or where there is no sound device; the debug
-/// output says so once.
+/// not count. Never waits. Nothing is heard of a file that does not exist, or where there is no sound server
+/// or device; the debug output says so, once in an alarm.
 void PlaySoundA(std::string_view name, i32 flags);
 
 /// Writes the path of an existing file to the front of `buffer`, and leaves the rest of it as it is. Without

@@ -10,35 +10,23 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <future>
+#include <memory>
 #include <stdexcept>
+#include <thread>
 
 namespace tyxo {
 
 namespace {
 
-constexpr std::chrono::seconds patience{1}; ///< for a player that hangs at the end of the program
+/// Made with the first sound and never ended: nobody waits for a player that hangs, the process takes it
+/// along.
+desktop::sound_player* player = nullptr;
 
-class sound_thread {
-  public:
-    void play(std::string path) { player_.play(std::move(path)); }
-
-    /// False when the thread hangs.
-    bool end() {
-        player_.end();
-        return over_.wait_for(patience) == std::future_status::ready;
-    }
-
-  private:
-    desktop::sound_player player_;
-    std::future<void> over_ = std::async(std::launch::async, [this] { player_.run(); });
-};
-
-sound_thread* sounds = nullptr;
-
-void end_sounds() {
-    if (sounds->end()) delete sounds; // one that hangs is left behind; the process takes it along
-    sounds = nullptr;
+/// Failure: the process has no more descriptors or threads.
+void start_player() {
+    auto made = std::make_unique<desktop::sound_player>();
+    std::thread([made = made.get()] { made->run(); }).detach();
+    player = made.release();
 }
 
 std::string_view without_blanks_at_end(std::string_view name) {
@@ -48,16 +36,12 @@ std::string_view without_blanks_at_end(std::string_view name) {
 } // namespace
 
 void PlaySoundA(std::string_view name, i32 /*flags*/) {
-    if (sounds == nullptr) {
-        try {
-            sounds = new sound_thread;
-        } catch (const std::runtime_error& missing) { // descriptors or threads of the process
-            debug_output(std::string("PlaySoundA: ") + missing.what());
-            return;
-        }
-        qAddPostRoutine(end_sounds);
+    try {
+        if (player == nullptr) start_player();
+    } catch (const std::runtime_error& missing) {
+        return debug_output(std::string("PlaySoundA: ") + missing.what());
     }
-    sounds->play(QFile::encodeName(qt_text(without_blanks_at_end(name))).toStdString());
+    player->play(QFile::encodeName(qt_text(without_blanks_at_end(name))).toStdString());
 }
 
 void GetShortPathNameA(std::string_view name, std::string& buffer) {

@@ -3,6 +3,7 @@
 #include "basics/failure.h"
 #include "platform/debug_output.h"
 
+#include <exception>
 #include <utility>
 
 namespace tyxo::desktop {
@@ -30,21 +31,12 @@ void sound_player::play(std::string path) {
     loop_.wake();
 }
 
-void sound_player::end() {
-    {
-        const std::lock_guard lock(mutex_);
-        ended_ = true;
-    }
-    loop_.wake();
-}
-
 void sound_player::run() {
-    while (!ended()) {
+    for (;;) {
         if (const auto path = take()) start(*path);
         if (stream_ && stream_->over()) stream_.reset();
         loop_.turn(a_while);
     }
-    stream_.reset();
 }
 
 std::optional<std::string> sound_player::take() {
@@ -53,46 +45,38 @@ std::optional<std::string> sound_player::take() {
     return std::exchange(wanted_, std::nullopt);
 }
 
-bool sound_player::ended() {
-    const std::lock_guard lock(mutex_);
-    return ended_;
-}
-
 void sound_player::start(const std::string& path) {
     try {
-        if (hear(path)) complaint_.clear();
-    } catch (const failure& missing) {
+        hear(path);
+        complaint_.clear();
+    } catch (const std::exception& missing) {
         stream_.reset();
         complain(std::string("PlaySoundA: ") + missing.what());
     }
 }
 
-/// False when the player ends meanwhile. Each start has a connection of its own: whatever became of the
-/// server since the last one, it is found when it is there.
-bool sound_player::hear(const std::string& path) {
+/// Each start has a connection of its own: whatever became of the server since the last one, it is found when
+/// it is there.
+void sound_player::hear(const std::string& path) {
     stream_.reset();
     if (path.empty()) throw failure("no such file");
     stream_.emplace(loop_);
-    if (!reached([this] { return stream_->connected(); })) return false;
+    wait_until([this] { return stream_->connected(); });
     const sound_samples sound = read_sound(path);
     stream_->open(sound);
-    if (!reached([this] { return stream_->opened(); })) return false;
+    wait_until([this] { return stream_->opened(); });
     stream_->play(sound);
     const std::lock_guard lock(mutex_);
     if (wanted_ == path) wanted_.reset(); // asked for again while the server took its time: this is it
-    return true;
 }
 
-/// False when the player ends before.
-template <class condition> bool sound_player::reached(condition holds) {
+template <class condition> void sound_player::wait_until(condition holds) {
     const auto limit = clock::now() + patience;
-    while (!ended()) {
-        if (holds()) return true;
+    while (!holds()) {
         const auto left = std::chrono::ceil<std::chrono::microseconds>(limit - clock::now());
         if (left.count() <= 0) throw failure("the sound server does not answer");
         loop_.turn(left);
     }
-    return false;
 }
 
 void sound_player::complain(const std::string& why) {

@@ -18,27 +18,22 @@ class sound_player {
     /// is heard goes to the debug output, once in an alarm and again when it changes.
     void play(std::string path);
 
-    /// Plays what is asked for until the end is; for the player's own thread.
-    void run();
-
-    /// Ends `run`; for any other thread. A sound that plays is cut.
-    void end();
+    /// Plays what is asked for, for ever; for the player's own thread.
+    [[noreturn]] void run();
 
   private:
     using clock = std::chrono::steady_clock;
 
     std::optional<std::string> take();
-    bool ended();
     void start(const std::string& path);
-    bool hear(const std::string& path);
-    template <class condition> bool reached(condition holds);
+    void hear(const std::string& path);
+    template <class condition> void wait_until(condition holds);
     void complain(const std::string& why);
 
     std::mutex mutex_; // what the threads share
     std::optional<std::string> wanted_;
     clock::time_point wanted_at_;
     bool new_alarm_ = false;
-    bool ended_ = false;
 
     sound_loop loop_; // the player's own, but for its waking
     std::optional<sound_stream> stream_;
