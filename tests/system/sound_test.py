@@ -104,7 +104,10 @@ class Sound(PlantTest):
         plant = self.plant()
         shutil.copy(SOUND, plant.folder / "ralarm_1.wav")
         self.display.environment["PULSE_SERVER"] = server.address
-        return plant.start()
+        others = self.display.windows("Tyxo Data Logger")
+        plant.start(ready=None)
+        wait_for(lambda: len(self.display.windows("Tyxo Data Logger")) > len(others), what="a window")
+        return plant
 
     def raise_alarm(self, plant):
         plant.lines[1].send(status(), status(RELAY_AND_AC))
@@ -139,8 +142,8 @@ class Sound(PlantTest):
 
     def check_outage(self, seconds):
         """Of the servers of two programs, one in an alarm and one between two."""
-        servers = self.server(), self.server()
-        between, during = (self.started(server) for server in servers)
+        servers = [self.server(), self.server()]
+        between, during = map(self.started, servers)
         self.raise_alarm(between)
         servers[0].wait_for_bursts(1)
         self.confirm()
