@@ -36,6 +36,7 @@ namespace tyxo {
 namespace {
 
 using desktop::on_command;
+using desktop::on_view_command;
 
 constexpr QRgb disabled_print = 0xFF5C6166; // the panels of missing channels
 constexpr int show_delay = 20;              // ms: changes of this time are shown together
@@ -106,7 +107,7 @@ void mainfrm_view::make_menu() {
     }
     QAction* const about = menuBar()->addAction("&About");
     about->setObjectName("about");
-    connect(about, &QAction::triggered, this, on_command(about_click));
+    connect(about, &QAction::triggered, this, on_view_command(about_click));
 }
 
 void mainfrm_view::make_client() {
@@ -124,13 +125,13 @@ void mainfrm_view::make_client() {
         panel->make_zoom_button(client);
     Text_status = new text_status_view(client);
     Text_status->setObjectName("Text_status");
-    connect(Text_status, &text_status_view::enlarged, this, on_command(Text_status_dblclick));
+    connect(Text_status, &text_status_view::enlarged, this, on_view_command(Text_status_dblclick));
     make_resolution(client);
     Lbl_TY_logger = new click_label(client);
     Lbl_TY_logger->setObjectName("Lbl_TY_logger");
     Lbl_TY_logger->setText("Tyxo Data Logger");
     Lbl_TY_logger->setAlignment(Qt::AlignCenter);
-    connect(Lbl_TY_logger, &click_label::clicked, this, on_command(Lbl_TY_logger_click));
+    connect(Lbl_TY_logger, &click_label::clicked, this, on_view_command(Lbl_TY_logger_click));
 
     make_tab_order();
     auto* const bar = new QStatusBar(client);
@@ -150,7 +151,8 @@ void mainfrm_view::make_resolution(QWidget* client) {
         const int column = static_cast<int>(index);
         opt_res[index] = new QRadioButton(frame_resolution);
         opt_res[index]->setObjectName(element("opt_res", column));
-        connect(opt_res[index], &QRadioButton::clicked, this, on_command([index] { opt_res_click(index); }));
+        connect(opt_res[index], &QRadioButton::clicked, this,
+                on_view_command([index] { opt_res_click(index); }));
         Lbl_opt_res[index] = new QLabel(frame_resolution);
         Lbl_opt_res[index]->setObjectName(element("Lbl_opt_res", column));
         row->addWidget(opt_res[index], 0, 2 * column);

@@ -83,7 +83,6 @@ void timer_alert_tick() {
 
 void FrmAlert_activate() {
     if (!FrmAlert.form.Visible) return; // it was closed while the command waited
-    if (timer_alert.Enabled()) return;  // enabling a running timer would put the next phase off
     timer_alert.Enabled(true);
 }
 

@@ -87,7 +87,7 @@ frmalert_view::frmalert_view()
     CmdAck->setMinimumWidth(button_width);
     CmdAck->setDefault(true);
     CmdAck->installEventFilter(this);
-    connect(CmdAck, &QPushButton::clicked, this, desktop::on_command(FrmAlert_CmdAck_click));
+    connect(CmdAck, &QPushButton::clicked, this, desktop::on_view_command(FrmAlert_CmdAck_click));
     rows->addWidget(CmdAck, 0, Qt::AlignHCenter);
     rows->setSizeConstraint(QLayout::SetFixedSize);
     show_phase();
@@ -215,13 +215,13 @@ void frmalert_view::take_keyboard() {
 }
 
 void frmalert_view::reject() {
-    desktop::run_handler(desktop::source::operator_, FrmAlert_unload);
+    desktop::run_handler(desktop::source::view, FrmAlert_unload);
 }
 
 void frmalert_view::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        desktop::run_handler(desktop::source::operator_, FrmAlert_activate);
+        desktop::run_handler(desktop::source::view, FrmAlert_activate);
 }
 
 bool frmalert_view::eventFilter(QObject* watched, QEvent* event) {

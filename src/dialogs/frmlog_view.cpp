@@ -19,7 +19,8 @@ constexpr double headline_size = 1.35; ///< of the usual text
 
 } // namespace
 
-frmlog_view::frmlog_view(QWidget* parent) : modal_dialog(parent, "Frmlog", Frmlog_Cmd_ok_click) {
+frmlog_view::frmlog_view(QWidget* parent)
+    : modal_dialog(parent, "Frmlog", Frmlog_Cmd_ok_click, desktop::source::view) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(margin, margin, margin, margin);
     rows->setSpacing(gap);

@@ -25,7 +25,8 @@ bool is_modifier(int key) {
 
 } // namespace
 
-frmsplash_view::frmsplash_view(QWidget* parent) : modal_dialog(parent, "frmSplash", frmSplash_unload) {
+frmsplash_view::frmsplash_view(QWidget* parent)
+    : modal_dialog(parent, "frmSplash", frmSplash_unload, desktop::source::view) {
     auto* const rows = new QVBoxLayout(this);
     Frame1 = add_frame("Frame1", *rows);
     auto* const row = new QHBoxLayout(Frame1);

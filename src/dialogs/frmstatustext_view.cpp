@@ -17,7 +17,8 @@ constexpr QSize usual_size(900, 600);
 } // namespace
 
 frmstatustext_view::frmstatustext_view(QWidget* parent)
-    : modal_dialog(parent, "frmstatustext", Cmdclose_click), Text_status(new QPlainTextEdit(this)) {
+    : modal_dialog(parent, "frmstatustext", Cmdclose_click, desktop::source::view),
+      Text_status(new QPlainTextEdit(this)) {
     auto* const rows = new QVBoxLayout(this);
     Text_status->setObjectName("Text_status");
     Text_status->setAccessibleName(tr("Copy of the status text"));

@@ -153,13 +153,13 @@ void bar_diagram_view::place_texts(int pixels) {
 
 bool bar_diagram_view::event(QEvent* event) {
     if (event->type() == QEvent::WindowActivate)
-        desktop::run_handler(desktop::source::operator_, [this] { bar_form_activate(form_); });
+        desktop::run_handler(desktop::source::view, [this] { bar_form_activate(form_); });
     return QWidget::event(event);
 }
 
 void bar_diagram_view::closeEvent(QCloseEvent* event) {
     event->ignore(); // the core says when the window goes
-    desktop::run_handler(desktop::source::operator_, [this] { bar_form_unload(form_); });
+    desktop::run_handler(desktop::source::view, [this] { bar_form_unload(form_); });
     show_state();
 }
 

@@ -104,7 +104,7 @@ void frmdetailedpic_view::make_check_boxes() {
         box->setIconSize({22, 8});
         box->setToolTip(tr("Takes effect with the next curve"));
         connect(box, &QCheckBox::clicked, this, [&value](bool checked) {
-            desktop::run_handler(desktop::source::operator_, [&value, checked] { value = checked ? 1 : 0; });
+            desktop::run_handler(desktop::source::view, [&value, checked] { value = checked ? 1 : 0; });
         });
         boxes_.push_back({box, value});
         row->addWidget(box);
@@ -125,7 +125,7 @@ void frmdetailedpic_view::resizeEvent(QResizeEvent* event) {
 }
 
 void frmdetailedpic_view::surface_resized() {
-    desktop::run_handler(desktop::source::operator_,
+    desktop::run_handler(desktop::source::view,
                          [] { frmdetailedpic_resize(surface_design.width, surface_design.height); });
     place_labels();
 }
@@ -197,10 +197,8 @@ void frmdetailedpic_view::show_state() {
     surface_->show_state();
 }
 
-void frmdetailedpic_view::closeEvent(QCloseEvent* event) {
-    desktop::run_handler(desktop::source::operator_, frmdetailedpic_unload);
-    // A command that has to wait for the end of a tick closes the window then.
-    event->setAccepted(!frmdetailedpic.form.Visible);
+void frmdetailedpic_view::closeEvent(QCloseEvent* /*event*/) {
+    desktop::run_handler(desktop::source::view, frmdetailedpic_unload);
 }
 
 void frmdetailedpic_view::keyPressEvent(QKeyEvent* event) {

@@ -61,9 +61,9 @@ template <class Widget> Widget* panel_view::instrument(const char* array, const 
     return widget;
 }
 
-/// A handler of the core for a command of the operator that concerns this channel.
-std::function<void()> panel_view::on_command(void (*handler)(i16)) const {
-    return desktop::on_command([handler, channel = channel_] { handler(channel); });
+/// A handler of the core for a view command that concerns this channel.
+std::function<void()> panel_view::on_view_command(void (*handler)(i16)) const {
+    return desktop::on_view_command([handler, channel = channel_] { handler(channel); });
 }
 
 void panel_view::name(QWidget* widget, const QString& what) const {
@@ -97,7 +97,7 @@ void panel_view::make_gauges() {
 
 void panel_view::make_displays() {
     Label4 = instrument<click_label>("Label4", {166, 16, 84, 15});
-    connect(Label4, &click_label::clicked, this, on_command(Label4_click));
+    connect(Label4, &click_label::clicked, this, on_view_command(Label4_click));
     Label4->setToolTip(tr("A click shows the other value"));
     digi_Thermo = instrument<analog_display_view>("digi_Thermo", {166, 32, 84, 26}, 16);
     caption("Lbl_tmv", "Thermovoltage", {166, 66, 88, 15});
@@ -138,11 +138,11 @@ void panel_view::make_levels() {
 
 void panel_view::make_plot_side(QWidget* parent) {
     XYplot = make<xy_plot_view>("XYplot", parent);
-    connect(XYplot, &xy_plot_view::clicked, this, on_command(XYplot_click));
+    connect(XYplot, &xy_plot_view::clicked, this, on_view_command(XYplot_click));
     Cmd_diagramm = make<wrapped_button>("Cmd_diagramm", parent);
     Cmd_diagramm2 = make<wrapped_button>("Cmd_diagramm2", parent);
-    connect(Cmd_diagramm, &QPushButton::clicked, this, on_command(Cmd_diagramm_click));
-    connect(Cmd_diagramm2, &QPushButton::clicked, this, on_command(Cmd_diagramm2_click));
+    connect(Cmd_diagramm, &QPushButton::clicked, this, on_view_command(Cmd_diagramm_click));
+    connect(Cmd_diagramm2, &QPushButton::clicked, this, on_view_command(Cmd_diagramm2_click));
     name(XYplot, tr("Polar scope"));
     Frame_message = make<QGroupBox>("Frame_message", parent);
     name(Frame_message, tr("Message"));
@@ -155,12 +155,12 @@ void panel_view::make_chart(QWidget* parent) {
     row_cover_ = new QWidget(parent);
     row_cover_->setAutoFillBackground(true);
     chart = make<chart_view>("chart", parent);
-    connect(chart, &chart_view::clicked, this, on_command(chart_click));
+    connect(chart, &chart_view::clicked, this, on_view_command(chart_click));
 }
 
 void panel_view::make_zoom_button(QWidget* parent) {
     cmd_zoom_xy = make<QPushButton>("cmd_zoom_xy", parent);
-    connect(cmd_zoom_xy, &QPushButton::clicked, this, on_command(cmd_zoom_xy_click));
+    connect(cmd_zoom_xy, &QPushButton::clicked, this, on_view_command(cmd_zoom_xy_click));
 }
 
 std::vector<QWidget*> panel_view::tab_stops() const {

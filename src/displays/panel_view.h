@@ -59,7 +59,7 @@ class panel_view : public QObject {
     /// Names a control for those who hear it, with the number of its channel.
     void name(QWidget* widget, const QString& what) const;
     QLabel* caption(const char* array, const QString& text, const rectangle& place, int font = 11);
-    [[nodiscard]] std::function<void()> on_command(void (*handler)(i16)) const;
+    [[nodiscard]] std::function<void()> on_view_command(void (*handler)(i16)) const;
     void make_gauges();
     void make_displays();
     void make_lamps();

@@ -1,11 +1,13 @@
 #include "gateway/connection.h"
 
+#include "basics/failure.h"
 #include "basics/number.h"
 #include "basics/number_text.h"
 #include "gateway/frmsetuptcp.h"
 #include "gateway/modbus.h"
 #include "gateway/register_image.h"
 #include "platform/clock.h"
+#include "platform/debug_output.h"
 #include "platform/program.h"
 #include "settings/settings.h"
 
@@ -17,20 +19,27 @@ namespace {
 
 constexpr u8 connect_command = 1;
 constexpr u8 idle_command = 2;
-constexpr float patience = 0.5F; // s
-constexpr int wait_step = 10;    // ms; whatever happens ends a step at once
+constexpr float patience = 0.5F;   // s
+constexpr int longest_wait = 5000; // ms
+constexpr int wait_step = 10;      // ms; whatever happens ends a step at once
 constexpr i16 failures_to_lock = 3;
 
 bool socket_connected() {
     return Winsock_A.State() == socket_state::connected;
 }
 
-/// The limit is a time of day: behind midnight it is not reached, and only a connection ends the wait. This
-/// is required.
+/// The limit is a time of day, as is required: behind midnight, or when the clock is set back meanwhile, it
+/// is not reached. The clock that never jumps then ends the wait: what the operator asks for waits with it.
 void wait_for_connection() {
     const float limit = static_cast<float>(seconds_of_day()) + patience;
-    while (!socket_connected() && static_cast<float>(seconds_of_day()) < limit)
+    const std::int64_t longest = running_ms() + longest_wait;
+    while (!socket_connected() && static_cast<float>(seconds_of_day()) < limit && running_ms() < longest)
         wait_events(wait_step);
+}
+
+/// Connected in time. A connection that was made behind the end of its attempt is one that nobody uses.
+bool connection_in_use() {
+    return socket_connected() && tcp.tcp_connected;
 }
 
 void connection_made() {
@@ -40,7 +49,8 @@ void connection_made() {
     Timer_reconnect.Enabled(false);
 }
 
-/// The socket stays as it is, so that it may still connect.
+/// The socket stays as it is. It may still connect; the next attempt closes that connection and makes its
+/// own.
 void connection_failed() {
     tcp.tcp_connected = false;
     show_tcp_status("Can't connect to " + FrmSetupTCP.Txt_IPadr + "  State: " + plain(Winsock_A.State()),
@@ -74,7 +84,8 @@ constexpr std::array<cycle_step, 4> cycle{{
     {4, differential_data, 0, 0},
 }};
 
-/// One block of one channel, or one step that is not wanted.
+/// One block of one channel, or one step that is not wanted. A block with a value that no register can hold
+/// is left out in this pass.
 void run_cycle() {
     const cycle_step& step = at(cycle, tcp.tcp_step);
     tcp.tcp_block = step.block;
@@ -84,7 +95,10 @@ void run_cycle() {
     }
     TCP_connect(idle_command); // without effect, as it is required
     if (!tcp.tcp_connected) return;
-    TCP_send(tcp.tcp_channel, tcp.tcp_block);
+    const auto why = attempt([] { TCP_send(tcp.tcp_channel, tcp.tcp_block); });
+    if (why)
+        debug_output("error: Modbus channel " + plain(tcp.tcp_channel + 1) + " block " +
+                     plain(tcp.tcp_block) + ' ' + *why);
     if (++tcp.tcp_channel < sensor::max_sensors) return;
     tcp.tcp_channel = 0;
     tcp.tcp_step = step.next;
@@ -98,7 +112,7 @@ void set_send_interval() {
 } // namespace
 
 void TCP_connect(u8 command) {
-    if (command != connect_command || socket_connected()) return;
+    if (command != connect_command || connection_in_use()) return;
     if (tcp.tcp_locked) {
         show_tcp_status("Connection locked", status_colour::yellow);
         return;

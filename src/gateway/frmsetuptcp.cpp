@@ -121,7 +121,7 @@ void Text4_change(std::size_t index, std::string_view text) {
 
 void Check1_click() {
     click(FrmSetupTCP.Check1, settings.IPAutoC);
-    if (settings.IPAutoC == 1 && !mainfrm::Timer_TCP.Enabled()) mainfrm::Timer_TCP.Enabled(true);
+    if (settings.IPAutoC == 1) mainfrm::Timer_TCP.Enabled(true);
 }
 void Check2_click() {
     click(FrmSetupTCP.Check2, settings.IPenaTRS);

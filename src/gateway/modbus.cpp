@@ -1,5 +1,6 @@
 #include "gateway/modbus.h"
 
+#include "basics/failure.h"
 #include "basics/number.h"
 #include "basics/number_text.h"
 #include "gateway/frmsetuptcp.h"
@@ -59,9 +60,23 @@ std::array<u8, 12> read_frame(i32 address, i16 count) {
     return {0, 0, 0, 0, 0, 6, unit, read_registers, high(address), low(address), high(count), low(count)};
 }
 
+/// Hands a frame to the socket. A failure leaves everything as it was: nothing was sent.
+void send(std::string_view frame, bool reads) {
+    const modbus_state before = modbus;
+    modbus.mb_read_active = reads;
+    modbus.mb_write_active = !reads;
+    if (!reads) modbus.mb_send_done = false;
+    try {
+        Winsock_A.SendData(frame);
+    } catch (const failure&) {
+        modbus = before;
+        throw;
+    }
+}
+
 void refuse_write() {
     show_tcp_status("Error writting registers", status_colour::red);
-    if (!Timer_reconnect.Enabled()) Timer_reconnect.Enabled(true);
+    Timer_reconnect.Enabled(true);
 }
 
 void close_transaction() {
@@ -105,10 +120,7 @@ void FC16MB_write(i32 address, i16 count) {
         return;
     }
     const std::string frame = write_frame(address, count);
-    modbus.mb_read_active = false;
-    modbus.mb_send_done = false;
-    modbus.mb_write_active = true;
-    Winsock_A.SendData(frame);
+    send(frame, false);
     Timer1.Enabled(true);
     modbus.mb_write_pending = true;
     WaitForWinsock();
@@ -117,9 +129,7 @@ void FC16MB_write(i32 address, i16 count) {
 
 void FC3MB_read(i32 address, i16 count) {
     modbus.mb_tx = read_frame(address, count);
-    modbus.mb_read_active = true;
-    modbus.mb_write_active = false;
-    Winsock_A.SendData({reinterpret_cast<const char*>(modbus.mb_tx.data()), modbus.mb_tx.size()});
+    send({reinterpret_cast<const char*>(modbus.mb_tx.data()), modbus.mb_tx.size()}, true);
     modbus.mb_read_pending = true;
     modbus.mb_tick_count = 0;
     Timer1.Enabled(true);
@@ -130,7 +140,7 @@ void WaitForWinsock() {
     while ((!modbus.mb_send_done || modbus.mb_write_pending) && !modbus.mb_timed_out) {
         // An answer that comes before the frame is handed over stops the clock: without it the wait could
         // last for ever.
-        if (!Timer1.Enabled()) Timer1.Enabled(true);
+        Timer1.Enabled(true);
         wait_events(wait_step);
     }
     Timer1.Enabled(false);

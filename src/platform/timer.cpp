@@ -8,6 +8,7 @@ void Timer::Interval(int milliseconds) {
 }
 
 void Timer::Enabled(bool on) {
+    if (on == enabled_) return;
     enabled_ = on;
     restart();
 }

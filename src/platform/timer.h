@@ -20,7 +20,8 @@ class Timer {
     void Interval(int milliseconds);
     [[nodiscard]] int Interval() const { return interval_; }
 
-    /// Enabling starts a whole period, also when the timer was enabled already.
+    /// Enabling a timer that is disabled starts a whole period. One that is enabled already goes on with its
+    /// period, so that nobody can put a tick off by asking for it again and again.
     void Enabled(bool on);
     [[nodiscard]] bool Enabled() const { return enabled_; }
 

@@ -15,8 +15,12 @@ inline constexpr i16 closed = 0;
 inline constexpr i16 connecting = 6; ///< or looking up the host's name
 inline constexpr i16 connected = 7;
 inline constexpr i16 closing = 8; ///< the peer has closed
-inline constexpr i16 error = 9;   ///< refused, unreachable, no such host, broken
+inline constexpr i16 error = 9;   ///< refused, unreachable, no such host, given up, broken
 } // namespace socket_state
+
+/// An attempt to connect that has not ended by then is given up, the look-up of the name included: whoever
+/// asked has gone on meanwhile, and nothing may come of it later.
+inline constexpr int attempt_limit = 900; // ms
 
 /// Events come from the event loop, also inside a wait; none runs while events are held.
 class Winsock {
@@ -32,8 +36,8 @@ class Winsock {
     void RemoteHost(std::string_view host);
     void RemotePort(i32 port);
 
-    /// Begins to connect and returns at once. A port outside 0 to 65535 and an empty host end in the state
-    /// `error`. Failure: the socket is not closed.
+    /// Begins to connect and returns at once. A port outside 0 to 65535, an empty host, and no connection
+    /// within `attempt_limit` end in the state `error`. Failure: the socket is not closed.
     void Connect();
 
     /// Closes at once; what was received and not taken is dropped. The state is `closed` afterwards.

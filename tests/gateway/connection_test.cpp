@@ -87,20 +87,6 @@ TEST_F(Connection, ThatFailsShowsTheStateAsItsNumber) {
     }
 }
 
-TEST_F(Connection, InTimeOrTooLate) {
-    plant().connect_ms = 490;
-    TCP_connect(1);
-    EXPECT_EQ(status(), connected);
-    TCP_disconnect();
-    plant().connect_ms = 600;
-    TCP_connect(1);
-    EXPECT_EQ(status(), cannot(6));
-    advance(200);
-    EXPECT_EQ(Winsock_A.State(), socket_state::connected) << "the attempt went on";
-    EXPECT_FALSE(tcp.tcp_connected);
-    EXPECT_EQ(status(), cannot(6));
-}
-
 TEST_F(Connection, ThatWasNotClosedIsClosedFirst) {
     connect();
     simulation::controller_closes();
@@ -168,29 +154,6 @@ TEST_F(Connection, WithAPortBeyond32BitsIsAFailure) {
     }
     EXPECT_TRUE(plant().attempts.empty());
     EXPECT_FALSE(transaction_open());
-}
-
-TEST_F(Connection, AnAttemptOverMidnightEndsByTheConnectionAlone) {
-    plant().connects = connecting::unanswered;
-    simulation::set_local({2026, 7, 2, 23, 59, 59});
-    advance(700);
-    after(20'000, [] {
-        EXPECT_EQ(status(), (status_box{"Disconnected", 255})) << "still waiting";
-        plant().connects = connecting::accepted;
-        Winsock_A.Close();
-        Winsock_A.Connect();
-    });
-    EXPECT_EQ(lasting([] { TCP_connect(1); }), 20'005);
-    EXPECT_EQ(status(), connected);
-    EXPECT_EQ(tcp.tcp_fail_count, 0);
-}
-
-TEST_F(Connection, AnAttemptThatEndsBeforeMidnightEndsByItsTime) {
-    plant().connects = connecting::unanswered;
-    simulation::set_local({2026, 7, 2, 23, 59, 59});
-    advance(400);
-    EXPECT_LT(lasting([] { TCP_connect(1); }), 520);
-    EXPECT_EQ(status(), cannot(6));
 }
 
 TEST_F(Connection, DisconnectingClosesAndSaysSo) {

@@ -35,6 +35,15 @@ TEST_F(ManualAccess, ReadsTheRegistersOfTheBoxes) {
         EXPECT_EQ(box(index), "*****");
 }
 
+TEST_F(ManualAccess, AReadWhoseSocketBreaksLeavesTheFlags) {
+    plant().refuses_data = true;
+    modbus.mb_write_active = true; // as the last write left it
+    EXPECT_THROW(FC3MB_read(0, 1), failure);
+    EXPECT_FALSE(modbus.mb_read_active);
+    EXPECT_TRUE(modbus.mb_write_active);
+    EXPECT_FALSE(transaction_open());
+}
+
 TEST_F(ManualAccess, ReadsWithinItsLimits) {
     type("65411", "200");
     Cmd_read_R_click();

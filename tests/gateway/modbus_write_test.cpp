@@ -146,9 +146,28 @@ TEST_F(ModbusWrite, ASecondRefusalDoesNotStartThe40SecondsAnew) {
     EXPECT_EQ(status(), connected);
 }
 
+TEST_F(ModbusWrite, ATimeOutDoesNotStartThe40SecondsAnew) {
+    be_silent();
+    write_one();
+    ASSERT_EQ(status(), timed_out);
+    for (int read = 0; read < 3; ++read) {
+        advance(10'000);
+        FC3MB_read(0, 1); // goes out although writes are refused
+        advance(200);
+        ASSERT_EQ(status(), timed_out);
+    }
+    advance(9'399);
+    EXPECT_EQ(status(), timed_out);
+    advance(1);
+    EXPECT_EQ(status(), auto_reset);
+}
+
 TEST_F(ModbusWrite, WhoseSocketBreaksUnderItFailsAndTheNextIsRefused) {
     plant().refuses_data = true;
+    modbus.mb_send_done = modbus.mb_read_active = true; // as a read by hand leaves it
+    const modbus_state before = modbus;
     EXPECT_THROW(write_one(), failure);
+    EXPECT_EQ(modbus, before) << "nothing was sent";
     EXPECT_FALSE(transaction_open());
     EXPECT_FALSE(Timer1.Enabled());
     write_one();

@@ -202,14 +202,48 @@ TEST_F(SendCycle, WithFewerChannelsThanItsOwnBeginsTheNextStep) {
     EXPECT_EQ(one_tick(), "1006x3");
 }
 
-TEST_F(SendCycle, WithAValueOutsideItsRegisterStaysAtThatBlockUntilItFits) {
+TEST_F(SendCycle, LeavesOutTheBlockWithAValueOutsideItsRegisterAndSendsAllOthers) {
     connect();
     automatic(1, 1, 0);
     sensor::channels[1].speed = 70000;
-    EXPECT_EQ(some_ticks(4), (ticks{"1000x6", "", "", ""}));
-    EXPECT_EQ(world().debug.back(), "Overflow");
+    const ticks without_it{"1000x6", "", "1220x6", "1330x6", "1006x3", "1116x3", "1226x3", "1336x3", ""};
+    EXPECT_EQ(some_ticks(9), without_it);
+    EXPECT_EQ(some_ticks(9), without_it) << "in each pass";
+    EXPECT_EQ(world().debug, std::vector<std::string>(2, "error: Modbus channel 2 block 1 Overflow"));
     sensor::channels[1].speed = 1500;
-    EXPECT_EQ(some_ticks(2), (ticks{"1110x6", "1220x6"}));
+    EXPECT_EQ(some_ticks(2), (ticks{"1000x6", "1110x6"}));
+}
+
+TEST_F(SendCycle, GoesOnBehindALastChannelThatIsLeftOut) {
+    connect();
+    automatic(1, 1, 1);
+    for (channel_rec& rec : sensor::channels)
+        rec.numzyl = 70000; // in the blocks of the cylinders alone
+    ticks cycle = model(true, true, true, 4);
+    std::fill(cycle.begin() + 8, cycle.end(), "");
+    EXPECT_EQ(some_ticks(16), cycle);
+    EXPECT_EQ(some_ticks(1), ticks{"1000x6"});
+    EXPECT_EQ(world().debug.size(), 8U);
+}
+
+TEST_F(SendCycle, YieldsBehindABlockThatIsLeftOutToo) {
+    connect();
+    automatic(1, 0, 0);
+    sensor::channels[0].speed = 70000;
+    const int before = world().do_events_calls;
+    some_ticks(1);
+    EXPECT_EQ(world().do_events_calls, before + 1);
+}
+
+TEST_F(SendCycle, GoesOnBehindASocketThatBreaksUnderAFrame) {
+    connect();
+    automatic(1, 1, 0);
+    plant().refuses_data = true;
+    EXPECT_EQ(some_ticks(1), ticks{""});
+    EXPECT_EQ(tcp.tcp_channel, 1);
+    EXPECT_EQ(some_ticks(1), ticks{""});
+    EXPECT_EQ(status(), refused);
+    EXPECT_TRUE(Timer_reconnect.Enabled());
 }
 
 } // namespace

@@ -16,7 +16,7 @@ namespace tyxo::simulation {
 enum class connecting {
     accepted,
     refused,
-    unanswered,   ///< nobody says a word
+    unanswered,   ///< nobody says a word until the socket gives up
     unknown_host, ///< the name cannot be found
 };
 

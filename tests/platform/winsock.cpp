@@ -98,6 +98,9 @@ void Winsock::Connect() {
     line.restart(socket_state::connecting);
     simulation::controller& peer = simulation::world().plant;
     peer.attempts.push_back({simulation::world().now_ms, line.host, line.port});
+    line.later(attempt_limit, [&line] {
+        if (line.state == socket_state::connecting) line.fail();
+    });
     if (line.host.empty() || line.port < 0 || line.port > 65535)
         line.later(0, [&line] { line.fail(); });
     else if (peer.connects == connecting::accepted)

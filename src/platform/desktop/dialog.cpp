@@ -1,6 +1,5 @@
 #include "platform/desktop/dialog.h"
 
-#include "platform/desktop/handlers.h"
 #include "platform/desktop/show.h"
 
 #include <QApplication>
@@ -20,8 +19,9 @@ constexpr QRgb disabled_print = 0xFF686C70; ///< values that can only be looked 
 
 } // namespace
 
-modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void()> close_command)
-    : QDialog(parent), close_command_(std::move(close_command)) {
+modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void()> close_command,
+                           desktop::source commands)
+    : QDialog(parent), close_command_(std::move(close_command)), commands_(commands) {
     setObjectName(name);
     // Locks the main window and all windows that belong to it; the alert, which belongs to none, stays
     // usable.
@@ -30,7 +30,7 @@ modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void
 }
 
 void modal_dialog::reject() {
-    desktop::run_handler(desktop::source::operator_, close_command_);
+    desktop::run_handler(commands_, close_command_);
 }
 
 void modal_dialog::show_form(const Form& form) {
@@ -61,7 +61,8 @@ QPushButton* modal_dialog::add_button(const char* name, std::function<void()> co
     button->setMinimumWidth(least_button_width);
     button->setAutoDefault(false); // Enter presses the default button, wherever the focus is
     button->setDefault(is_default);
-    connect(button, &QPushButton::clicked, this, desktop::on_command(std::move(command)));
+    connect(button, &QPushButton::clicked, this,
+            [from = commands_, command = std::move(command)] { desktop::run_handler(from, command); });
     place.addWidget(button);
     return button;
 }

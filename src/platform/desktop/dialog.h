@@ -3,6 +3,7 @@
 // buttons.
 
 #include "platform/controls.h"
+#include "platform/desktop/handlers.h"
 
 #include <QButtonGroup>
 #include <QDialog>
@@ -25,8 +26,10 @@ class modal_dialog : public QDialog {
     Q_OBJECT
 
   public:
-    /// `name` is the form's; `close_command` is run as a command of the operator.
-    modal_dialog(QWidget* parent, const char* name, std::function<void()> close_command);
+    /// `name` is the form's; `close_command` is run as a command of the operator, like those of the buttons.
+    /// A dialog that only tells something has view commands.
+    modal_dialog(QWidget* parent, const char* name, std::function<void()> close_command,
+                 desktop::source commands = desktop::source::operator_);
 
     void reject() override;
 
@@ -43,6 +46,7 @@ class modal_dialog : public QDialog {
 
   private:
     std::function<void()> close_command_;
+    desktop::source commands_;
 };
 
 /// The window that a message box or a dialog of the window system belongs to: the dialog in front, else the

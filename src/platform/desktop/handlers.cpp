@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include <algorithm>
 #include <deque>
 #include <utility>
 #include <vector>
@@ -76,8 +77,15 @@ std::function<void()> on_command(std::function<void()> handler) {
     return [handler = std::move(handler)] { run_handler(source::operator_, handler); };
 }
 
+std::function<void()> on_view_command(std::function<void()> handler) {
+    return [handler = std::move(handler)] { run_handler(source::view, handler); };
+}
+
 bool inside_device_handler() {
-    return !running.empty() && running.back().from == source::device;
+    const auto innermost =
+        std::ranges::find_if(running.rbegin(), running.rend(),
+                             [](const running_handler& one) { return one.from != source::view; });
+    return innermost != running.rend() && innermost->from == source::device;
 }
 
 void yield() {

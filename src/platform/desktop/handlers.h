@@ -7,20 +7,29 @@ namespace tyxo::desktop {
 
 /// Where an event comes from.
 enum class source {
-    device,   ///< a serial port or a timer
-    operator_ ///< a menu, a button, a click, the start
+    device,    ///< a serial port or a timer
+    operator_, ///< a menu, a button, a click, the start
+    view       ///< the same, for what only changes what is seen, and for the confirmation of an alarm
 };
 
 /// Runs a handler. A failure that it does not catch itself goes to the debug output. A command of the
 /// operator that arrives while a tick waits in the event loop runs when that tick has ended, in order: a
 /// dialog opened inside the tick would hold up all later ones. A command that itself waits for the operator
 /// holds up nothing, neither ticks nor further commands.
+///
+/// A view command runs at once, also inside a tick that waits and before commands that are kept. So it asks
+/// nothing, and leaves alone what the gateway and the other commands write: no order between them matters. A
+/// box with OK alone is no question, since inside a tick it does not wait.
 void run_handler(source from, std::function<void()> handler);
 
 /// Something to connect to a signal: it runs the handler as a command of the operator.
 [[nodiscard]] std::function<void()> on_command(std::function<void()> handler);
 
-/// True while the handler of a serial port or a timer runs; commands of the operator are kept until it ends.
+/// The same for a view command.
+[[nodiscard]] std::function<void()> on_view_command(std::function<void()> handler);
+
+/// True while the handler of a serial port or a timer runs, or a view command inside one; commands of the
+/// operator are kept until it ends.
 [[nodiscard]] bool inside_device_handler();
 
 /// Lets the event loop run inside a handler.

@@ -37,10 +37,12 @@ constexpr qint64 send_limit = 65536; // bytes that wait at most while the peer t
 
 constexpr int held_wait = 20; // ms until held events are tried again
 
-// A peer that vanished without a word is noticed within two minutes.
+// A peer that vanished without a word is noticed within two minutes, whether the line was quiet or data was
+// on its way to it.
 constexpr int silence = 60;        // s before the first probe
 constexpr int probe_distance = 10; // s
 constexpr int probes = 6;
+constexpr int unacknowledged = 120'000; // ms
 
 void set_option(qintptr node, int option, int value) {
     // A system without the option has its own times.
@@ -92,6 +94,11 @@ struct Winsock::connection {
             return;
         }
         socket->connectToHost(name, static_cast<quint16>(port));
+        later(attempt_limit, [this] {
+            if (state != socket_state::connecting) return;
+            socket->abort();
+            give_up();
+        });
     }
 
     void close() {
@@ -113,6 +120,7 @@ struct Winsock::connection {
         set_option(socket->socketDescriptor(), TCP_KEEPIDLE, silence);
         set_option(socket->socketDescriptor(), TCP_KEEPINTVL, probe_distance);
         set_option(socket->socketDescriptor(), TCP_KEEPCNT, probes);
+        set_option(socket->socketDescriptor(), TCP_USER_TIMEOUT, unacknowledged);
     }
 
     void failed(QAbstractSocket::SocketError why) {
