@@ -22,6 +22,10 @@ void command(std::function<void()> handler) {
     desktop::run_handler(desktop::source::operator_, std::move(handler));
 }
 
+void view_command(std::function<void()> handler) {
+    desktop::run_handler(desktop::source::view, std::move(handler));
+}
+
 void device_event(std::function<void()> handler) {
     desktop::run_handler(desktop::source::device, std::move(handler));
 }
@@ -192,6 +196,64 @@ class handlers_test : public QObject {
         beat.start(step);
         QTRY_COMPARE(order_, QStringList({"tick", "answered"}));
         QVERIFY(ticks > 3);
+    }
+
+    void a_view_command_runs_inside_a_tick_that_waits_and_before_kept_commands() {
+        device_event([&] {
+            soon([&] {
+                command([&] { order_ << "kept"; });
+                view_command([&] { order_ << "view"; });
+                desktop::on_view_command([&] { order_ << "another view"; })();
+            });
+            yield_often();
+            order_ << "tick";
+        });
+        QTRY_COMPARE(order_, QStringList({"view", "another view", "tick", "kept"}));
+    }
+
+    void a_view_command_inside_a_tick_lets_no_command_in() {
+        device_event([&] {
+            soon([&] {
+                view_command([&] {
+                    QVERIFY(desktop::inside_device_handler());
+                    command([&] { order_ << "command"; });
+                    order_ << "view";
+                });
+            });
+            yield_often();
+            order_ << "tick";
+        });
+        QTRY_COMPARE(order_, QStringList({"view", "tick", "command"}));
+        view_command([] { QVERIFY(!desktop::inside_device_handler()); });
+    }
+
+    void a_box_of_a_view_command_inside_a_tick_does_not_wait() {
+        device_event([&] {
+            soon([&] {
+                view_command([&] {
+                    message_box("told");
+                    order_ << "view";
+                });
+            });
+            yield_often();
+            order_ << "tick";
+        });
+        QCOMPARE(order_, QStringList({"view", "tick"}));
+        answer_boxes();
+    }
+
+    void the_windows_are_told_of_a_view_command_while_the_tick_goes_on_waiting() {
+        int told = 0;
+        desktop::on_handled([&] { ++told; });
+        device_event([&] {
+            yield_often();
+            wait_events(1);
+            const int before = told;
+            soon([&] { view_command([] {}); });
+            yield_often();
+            QCOMPARE(told, before + 1);
+        });
+        desktop::on_handled({});
     }
 
     void two_message_boxes_are_answered_though_a_tick_waits_in_between() {

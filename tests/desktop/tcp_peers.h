@@ -7,6 +7,10 @@
 #include <QTcpSocket>
 #include <QTest>
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 #include <string_view>
 #include <vector>
 
@@ -70,6 +74,43 @@ struct conversation {
                 [this] { return self.socket.State() == socket_state::connected && !server.peers.empty(); }))
             qFatal("no connection");
     }
+};
+
+/// A port that takes no more connections and says nothing about it, like a host that is not there: its queue
+/// is full.
+class silent_host {
+  public:
+    silent_host() : node_(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0)) {
+        sockaddr_in place{};
+        place.sin_family = AF_INET;
+        place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof place;
+        auto* const address = reinterpret_cast<sockaddr*>(&place);
+        if (::bind(node_, address, length) != 0 || ::listen(node_, 0) != 0 ||
+            ::getsockname(node_, address, &length) != 0)
+            qFatal("no port to listen on");
+        port_ = ntohs(place.sin_port);
+        fill_.connectToHost(QHostAddress::LocalHost, port_);
+        if (!fill_.waitForConnected()) qFatal("no connection to fill the queue with");
+    }
+    ~silent_host() { ::close(node_); }
+    silent_host(const silent_host&) = delete;
+    silent_host& operator=(const silent_host&) = delete;
+
+    [[nodiscard]] quint16 port() const { return port_; }
+
+    /// Takes the connections that wait, as a host does that comes back. How many there were.
+    [[nodiscard]] int accept_all() const {
+        int taken = 0;
+        for (int peer = 0; (peer = ::accept4(node_, nullptr, nullptr, SOCK_NONBLOCK)) >= 0; ++taken)
+            ::close(peer);
+        return taken;
+    }
+
+  private:
+    int node_;
+    quint16 port_ = 0;
+    QTcpSocket fill_;
 };
 
 /// A port that nobody listens on.

@@ -5,7 +5,34 @@
 #include "platform/desktop/handlers.h"
 #include "platform/program.h"
 
+#include <QElapsedTimer>
+
+#include <netinet/tcp.h>
+
 using namespace tyxo;
+
+namespace {
+
+/// The descriptor of this process that is connected to a local port, or -1.
+int connected_node(quint16 port) {
+    for (int node = 0; node < 1024; ++node) {
+        sockaddr_in peer{};
+        socklen_t length = sizeof peer;
+        if (::getpeername(node, reinterpret_cast<sockaddr*>(&peer), &length) == 0 &&
+            peer.sin_family == AF_INET && ntohs(peer.sin_port) == port)
+            return node;
+    }
+    return -1;
+}
+
+int option(int node, int level, int name) {
+    int value = -1;
+    socklen_t length = sizeof value;
+    ::getsockopt(node, level, name, &value, &length);
+    return value;
+}
+
+} // namespace
 
 class winsock_test : public QObject {
     Q_OBJECT
@@ -78,6 +105,57 @@ class winsock_test : public QObject {
         const int errors = self.errors;
         QTest::qWait(50);
         QCOMPARE(self.errors, errors);
+    }
+
+    void an_attempt_that_nobody_answers_is_given_up_behind_900_ms_for_good() {
+        silent_host host;
+        client self;
+        QElapsedTimer clock;
+        clock.start();
+        self.dial("127.0.0.1", host.port());
+        QTest::qWait(600);
+        QCOMPARE(self.socket.State(), socket_state::connecting);
+        QTRY_COMPARE(self.socket.State(), socket_state::error);
+        QVERIFY2(clock.elapsed() >= 890 && clock.elapsed() < 1100,
+                 qPrintable(QString::number(clock.elapsed())));
+        QTRY_COMPARE(self.errors, 1);
+        QCOMPARE(host.accept_all(), 1); // there would be room for it now
+        QTest::qWait(1500);             // the network tries again behind a second
+        QCOMPARE(host.accept_all(), 0);
+        QCOMPARE(self.socket.State(), socket_state::error);
+        QCOMPARE(self.errors, 1);
+    }
+
+    void a_new_attempt_has_its_own_900_ms() {
+        silent_host host;
+        client self;
+        self.dial("127.0.0.1", host.port());
+        QTest::qWait(600);
+        self.socket.Close();
+        self.socket.Connect();
+        QTest::qWait(600);
+        QCOMPARE(self.socket.State(), socket_state::connecting);
+        QTRY_COMPARE(self.socket.State(), socket_state::error);
+        QCOMPARE(self.errors, 1);
+    }
+
+    void a_connection_is_not_given_up() {
+        conversation talk;
+        QTest::qWait(attempt_limit + 200);
+        QCOMPARE(talk.self.socket.State(), socket_state::connected);
+        QCOMPARE(talk.self.errors, 0);
+    }
+
+    void a_peer_that_vanished_is_given_up_behind_two_minutes() {
+        conversation talk;
+        const int node = connected_node(talk.server.port());
+        QVERIFY(node >= 0);
+        QCOMPARE(option(node, SOL_SOCKET, SO_KEEPALIVE), 1);
+        QCOMPARE(option(node, IPPROTO_TCP, TCP_USER_TIMEOUT), 120'000); // ms; with data on its way
+        // And with none.
+        QCOMPARE(option(node, IPPROTO_TCP, TCP_KEEPIDLE) +
+                     option(node, IPPROTO_TCP, TCP_KEEPINTVL) * option(node, IPPROTO_TCP, TCP_KEEPCNT),
+                 120);
     }
 
     void what_is_no_address_is_an_error() {

@@ -1,0 +1,183 @@
+// Which commands of the real windows run inside a tick that waits, and which are kept until it has ended.
+
+#include "desktop/alert_window.h"
+#include "desktop/all_windows.h"
+#include "dialogs/frmstatustext.h"
+#include "displays/chart.h"
+#include "link/indicators.h"
+#include "platform/desktop/handlers.h"
+
+#include <QAbstractScrollArea>
+#include <QCheckBox>
+#include <QMessageBox>
+
+using namespace tyxo;
+
+namespace {
+
+/// What an operator does, and how the core shows that it was done.
+struct step {
+    const char* what;
+    std::function<void()> act;
+    std::function<bool()> done;
+};
+
+void left_click(QWidget* on) {
+    QTest::mouseClick(on, Qt::LeftButton);
+}
+
+} // namespace
+
+class view_commands_test : public QObject {
+    Q_OBJECT
+
+  private slots:
+    void initTestCase() {
+        qputenv("PULSE_SERVER", "unix:no-sound-server");
+        window_.start(all_windows_settings);
+        sensor::channels[0].param_valid = true;
+        sensor::channels[0].eva_mode = evaluator_mode::standard;
+        update_panel(0);
+        window_.show_state();
+    }
+    void cleanupTestCase() { window_.end(); }
+
+    void commands_of_the_main_window_that_only_change_what_is_seen_run_at_once() {
+        run_inside_ticks({
+            {"freeze", [&] { left_click(main("chart", 0)); }, [] { return charts.chart[0].Frozen; }},
+            {"go on", [&] { left_click(main("chart", 0)); }, [] { return !charts.chart[0].Frozen; }},
+            {"enlarge", [&] { left_click(main("cmd_zoom_xy", 0)); },
+             [] { return sensor::channels[0].xy_zoom_state; }},
+            {"reduce", [&] { left_click(main("cmd_zoom_xy", 0)); },
+             [] { return !sensor::channels[0].xy_zoom_state; }},
+            {"time resolution", [&] { qobject_cast<QRadioButton*>(main("opt_res", 2))->click(); },
+             [] { return charts.opt_res == 2; }},
+            {"the gauge's value", [&] { left_click(main("Label4", 0)); },
+             [] { return sensor::channels[0].th_dig_val == 1; }},
+        });
+    }
+
+    void windows_that_only_show_open_and_close_at_once() {
+        run_inside_ticks({
+            {"Detailed Display", [&] { left_click(main("XYplot", 0)); },
+             [] { return frmdetailedpic.form.Visible; }},
+            {"its curve", [&] { child<QCheckBox>("frmdetailedpic", "Chck_aa")->click(); },
+             [] { return frmdetailedpic.Chck_aa == 0; }},
+            {"its end", [&] { shown_window("frmdetailedpic")->close(); },
+             [] { return !frmdetailedpic.form.Visible; }},
+            {"speed bars", [&] { left_click(main("Cmd_diagramm", 0)); },
+             [] { return frmbarpic.form.Visible; }},
+            {"their end", [&] { shown_window("frmbarpic")->close(); },
+             [] { return !frmbarpic.form.Visible; }},
+            {"thermosignal bars", [&] { left_click(main("Cmd_diagramm2", 0)); },
+             [] { return Frmbarpic2.form.Visible; }},
+            {"their end", [&] { shown_window("Frmbarpic2")->close(); },
+             [] { return !Frmbarpic2.form.Visible; }},
+            {"status window",
+             [&] {
+                 QTest::mouseDClick(window_.view()
+                                        .centralWidget()
+                                        ->findChild<QAbstractScrollArea*>("Text_status")
+                                        ->viewport(),
+                                    Qt::LeftButton);
+             },
+             [] { return frmstatustext.form.Visible; }},
+            {"its refresh",
+             [&] {
+                 indicators.Text_status.append("news");
+                 child<QPushButton>("frmstatustext", "Cmdrefresh")->click();
+             },
+             [] { return frmstatustext.Text_status.Text.ends_with("news"); }},
+            {"its end", [&] { child<QPushButton>("frmstatustext", "Cmdclose")->click(); },
+             [] { return !frmstatustext.form.Visible; }},
+            {"software info", [&] { left_click(window_.view().findChild<QWidget*>("Lbl_TY_logger")); },
+             [] { return Frmlog.form.Visible; }},
+            {"its end", [&] { window_.dialog("Frmlog")->reject(); }, [] { return !Frmlog.form.Visible; }},
+            {"about", [&] { window_.view().findChild<QAction*>("about")->trigger(); },
+             [] { return frmSplash.form.Visible; }},
+            {"its end", [&] { QTest::keyClick(window_.dialog("frmSplash"), Qt::Key_Space); },
+             [] { return !frmSplash.form.Visible; }},
+        });
+    }
+
+    void an_alarm_is_confirmed_at_once() {
+        const auto alert_over = [] { return !sensor::alert_open; };
+        for (const step& confirmation :
+             {step{"button", [] { alert_window()->findChild<QPushButton*>("CmdAck")->click(); }, alert_over},
+              step{"key", [] { QTest::keyClick(alert_window(), Qt::Key_Return); }, alert_over},
+              step{"escape", [] { QTest::keyClick(alert_window(), Qt::Key_Escape); }, alert_over}}) {
+            raise_alarm(0);
+            run_inside_ticks({confirmation});
+            QTRY_VERIFY(!alert_window()->isVisible());
+            take_status(0, 0);
+        }
+    }
+
+    void a_diagram_without_parameters_tells_so_and_holds_no_tick_up() {
+        left_click_inside_a_tick(main("Cmd_diagramm", 0), [] { sensor::channels[0].param_valid = false; });
+        QTRY_VERIFY(shown_window("message_box") != nullptr);
+        qobject_cast<QMessageBox*>(shown_window("message_box"))->accept();
+        QVERIFY(!frmbarpic.form.Visible);
+        sensor::channels[0].param_valid = true;
+    }
+
+    void commands_that_ask_or_concern_the_gateway_are_kept() {
+        run_behind_ticks({
+            {"setup", [&] { trigger("setup"); }, [] { return frmSetup.form.Visible; }},
+            {"its end", [&] { window_.dialog("frmSetup")->reject(); }, [] { return !frmSetup.form.Visible; }},
+            {"print", [&] { trigger("prt"); }, [] { return frmselectprint.form.Visible; }},
+            {"its end", [&] { window_.dialog("frmselectprint")->reject(); },
+             [] { return !frmselectprint.form.Visible; }},
+            {"gateway", [&] { trigger("setup_tcp"); }, [] { return FrmSetupTCP.form.Visible; }},
+            {"data", [&] { child<QCheckBox>("FrmSetupTCP", "Check2")->click(); },
+             [] { return FrmSetupTCP.Check2 == 1; }},
+            {"speed", [&] { trigger("fast"); }, [] { return FrmSetupTCP.fast; }},
+            {"its end", [&] { child<QPushButton>("FrmSetupTCP", "Cmd_close")->click(); },
+             [] { return !FrmSetupTCP.form.Visible; }},
+        });
+    }
+
+  private:
+    QWidget* main(const char* array, int index) { return window_.widget(array, index); }
+    template <class Control> static Control* child(const char* window, const char* name) {
+        return shown_window(window)->findChild<Control*>(name);
+    }
+    void trigger(const char* entry) { window_.view().findChild<QAction*>(entry)->trigger(); }
+
+    /// Each step inside a tick of its own, in which it takes effect.
+    void run_inside_ticks(const std::vector<step>& steps) {
+        for (const step& one : steps) {
+            QVERIFY2(!one.done(), one.what);
+            bool at_once = false;
+            desktop::run_handler(desktop::source::device, [&] {
+                one.act();
+                at_once = one.done();
+            });
+            QVERIFY2(at_once, one.what);
+            window_.show_state();
+        }
+    }
+    void run_behind_ticks(const std::vector<step>& steps) {
+        for (const step& one : steps) {
+            bool at_once = true;
+            desktop::run_handler(desktop::source::device, [&] {
+                one.act();
+                at_once = one.done();
+            });
+            QVERIFY2(!at_once, one.what);
+            QTRY_VERIFY2(one.done(), one.what);
+            window_.show_state();
+        }
+    }
+    static void left_click_inside_a_tick(QWidget* on, const std::function<void()>& before) {
+        desktop::run_handler(desktop::source::device, [&] {
+            before();
+            left_click(on); // returns though a box has come up
+        });
+    }
+
+    started_window window_;
+};
+
+QTEST_MAIN(view_commands_test)
+#include "view_commands_test.moc"
