@@ -70,6 +70,7 @@ bool screen_accepted() {
 void design_all_channels() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         channels[channel].eva_mode = evaluator_mode::not_available;
+        channels[channel].connected = true; // the first data announces nothing
         const auto index = static_cast<std::size_t>(channel);
         main_form.chart_w[index] = static_cast<float>(charts.chart[index].Width);
         main_form.chart_h[index] = static_cast<float>(charts.chart[index].Height);
@@ -91,7 +92,6 @@ void setup_channels_in_use() {
         chart.YAxisMax = 150;
         chart.XAxisDateTimeFormatString = "d/m hh:nn:ss";
         setup_plot(channel);
-        channels[channel].connected = true;
         show_thermo_choice(channel);
     }
     for (i16 channel = 0; channel < max_sensors; ++channel) {

@@ -51,12 +51,12 @@ TEST_F(Start, TheDesignSizeOfAChartIsTakenBeforeItsWidthIsSet) {
     EXPECT_EQ(charts.chart[2].Height, 300);
 }
 
-TEST_F(Start, MarksEveryEvaluatorAsUnknownAndTheLinksInUseAsUp) {
+TEST_F(Start, MarksEveryEvaluatorAsUnknownAndEveryLinkAsUp) {
     start_program(1272, 911);
-    for (i16 channel = 0; channel < channel_count; ++channel)
-        EXPECT_EQ(channels[channel].eva_mode, 99);
-    EXPECT_TRUE(channels[0].connected);
-    EXPECT_TRUE(channels[1].connected);
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        EXPECT_EQ(channels[channel].eva_mode, 99) << channel;
+        EXPECT_TRUE(channels[channel].connected) << channel;
+    }
 }
 
 TEST_F(Start, AnEvaluatorThatAnswersAtOnceIsNotAnnounced) {

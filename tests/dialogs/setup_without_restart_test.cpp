@@ -128,6 +128,19 @@ TEST_F(SetupWithoutRestart, TwoSensorsOfAFirstStartMeasureShowAndLog) {
     expect_no_complaint();
 }
 
+TEST_F(SetupWithoutRestart, AnAddedSensorThatAnswersAtOnceIsNotAnnounced) {
+    start(1, with_events);
+    setup_click();
+    scroll_max_commport_change(2);
+    fill_row(1, 1);
+    frmSetup_cmd_OK_click();
+    mainfrm::start_channel_click(1);
+    feed(1, measured_body());
+    EXPECT_TRUE(channels[1].connected);
+    EXPECT_EQ(event_lines(), (text_lines{std::string(start_line),
+                                         "##;07-02-2026;13:05:09;KVD Engine 2 ## Measure started "}));
+}
+
 TEST_F(SetupWithoutRestart, FourSensorsLoweredToTwoAndRaisedToThreeMeasureWithoutARefreshTime) {
     start(4, "xy_tha=1\r\n");
     sensor::upd_periode = 0; // as without the key
