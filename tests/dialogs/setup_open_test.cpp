@@ -50,6 +50,18 @@ TEST_F(SetupOpen, IsShownByTheMenuAndClosedByCancelAndOk) {
     }
 }
 
+TEST_F(SetupOpen, APortThatWasPluggedInLaterIsListedAfterTheNextStart) {
+    world().port_names = {{"", "COM1"}, {"", "COM9"}};
+    for (int time = 0; time < 2; ++time) {
+        setup_click();
+        EXPECT_EQ(dialog().Select_com[0].List, (port_texts{"COM1", "COM2", "COM3", "COM4", "COM12"}));
+        frmSetup_cmd_OK_click();
+    }
+    start(file("tyxo.ini"), {"COM9", "COM1"});
+    setup_click();
+    EXPECT_EQ(dialog().Select_com[0].List, (port_texts{"COM1", "COM9"}));
+}
+
 TEST_F(SetupOpen, ShowsTheValuesOfEachChannelInItsRow) {
     for (i16 row = 0; row < 2; ++row) {
         for (const row_box& box : row_boxes)

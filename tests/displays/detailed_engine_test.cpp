@@ -63,6 +63,22 @@ TEST_F(DetailedEngine, AHalfUnitGoesToTheEvenNeighbour) {
     EXPECT_EQ(line_places(), (std::vector<double>{0, 14}));
 }
 
+TEST_F(DetailedEngine, PlacesOfFourStrokesGoToTheNearestUnit) {
+    // 18 x 145 / 720 = 3.625: up at each step, where exact sums would give 4, 7, 11.
+    open_with(4, {0, 18, 18, 18});
+    EXPECT_EQ(line_places(), (std::vector<double>{0, 4, 8, 12}));
+    open_with(4, {0, 15, 72}); // 3.02 -> 3; 14.5 + 3 = 17.5 -> 18
+    EXPECT_EQ(line_places(), (std::vector<double>{0, 3, 18}));
+    frmdetailedpic.surface.ScaleWidth = 282; // the span of 146 stands for 720 degrees
+    open_with(4, {0, 360});
+    only([] { draw_xygraph(2); });
+    EXPECT_EQ(strokes().back().x1, 282.0 / 2 - 10 + 73);
+    frmdetailedpic.surface.ScaleWidth = 283; // so does that of 146.5, which is rounded first: not 145.69
+    open_with(4, {0, 716});
+    only([] { draw_xygraph(2); });
+    EXPECT_EQ(strokes().back().x1, 283.0 / 2 - 10 + 145);
+}
+
 TEST_F(DetailedEngine, BothEndsOfTheStraightDiagramBearTheirDegrees) {
     open_with(4, {0, 360});
     prepare_frmdetailedpic();

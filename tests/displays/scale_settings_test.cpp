@@ -2,6 +2,7 @@
 
 #include "displays/frmscale_polar.h"
 
+#include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
 #include "link/supervision.h"
@@ -268,6 +269,24 @@ TEST_F(ScaleSettings, ANewRefreshTimeTakesEffectWithTheNextStartOfTheCharts) {
     mainfrm::start_channel_click(0);
     mainfrm::start_channel_click(0);
     EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 100);
+}
+
+TEST_F(ScaleSettings, ANewRefreshTimeWaitsForTheNextStartThoughAnotherChannelStarts) {
+    const auto rows_of_a_second = [] {
+        const std::size_t before = shown_rows(0).rows();
+        advance(1000);
+        return shown_rows(0).rows() - before;
+    };
+    mainfrm::startstop_click();
+    Opt_refr_click(0); // 100 ms
+    EXPECT_EQ(rows_of_a_second(), 2U);
+    mainfrm::start_channel_click(1);
+    mainfrm::start_channel_click(1); // the first channel measures all the time
+    EXPECT_EQ(rows_of_a_second(), 2U);
+    mainfrm::startstop_click();
+    EXPECT_EQ(rows_of_a_second(), 0U);
+    mainfrm::startstop_click();
+    EXPECT_EQ(rows_of_a_second(), 10U);
 }
 
 } // namespace

@@ -130,6 +130,21 @@ TEST_F(supervision, frames_with_a_wrong_check_keep_the_link_alive_and_store_noth
     EXPECT_EQ(debug().size(), 5U);
 }
 
+TEST_F(supervision, frames_that_all_fail_to_decode_keep_the_link_alive) {
+    start({0});
+    for (int count = 0; count < 5; ++count) {
+        simulation::advance(2000);
+        receive(closed(":01XXXX"));
+    }
+    EXPECT_EQ(debug(), lines(5, "mscomm: Type mismatch"));
+    EXPECT_EQ(firings(0), 0);
+    EXPECT_TRUE(record(0).connected);
+    simulation::advance(2999);
+    EXPECT_EQ(firings(0), 0);
+    simulation::advance(1);
+    EXPECT_EQ(firings(0), 1);
+}
+
 TEST_F(supervision, an_open_frame_does_not_keep_the_link_alive) {
     start({0});
     simulation::advance(2000);

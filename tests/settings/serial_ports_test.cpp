@@ -89,13 +89,6 @@ TEST_F(SerialPorts, AnUnreadableListWithoutASystemTextNamesTheCode) {
     EXPECT_EQ(all_debug(), "get_serial_port: Cannot Access to RegistryUnbekannter Windows-Fehler: &H1F");
 }
 
-TEST_F(SerialPorts, APortPluggedInLaterIsNotListed) {
-    world().port_names = {{"a", "COM1"}};
-    serial::get_serial_port();
-    world().port_names.push_back({"b", "COM2"});
-    EXPECT_EQ(serial_ports, (std::vector<i16>{1}));
-}
-
 TEST_F(SerialPorts, ErrorTextsLoseTheirLineBreaks) {
     world().error_texts[2] = "The system cannot\r\nfind the file\nspecified.\r\n";
     EXPECT_EQ(Registry::win_error_text(2), "The system cannotfind the filespecified.");
