@@ -87,6 +87,12 @@ void receive_mark(i16 channel, char letter) {
     }
 }
 
+/// Closes a port. That takes until the last byte is sent, and what comes in meanwhile is nobody's any more.
+void close(MSComm& line) {
+    line.RThreshold(0);
+    line.PortOpen(false);
+}
+
 /// The description of the last failure, or nothing.
 std::optional<std::string> receive(i16 channel) {
     std::string& chunk = rx_chunk[channel];
@@ -124,7 +130,7 @@ bool port_open(i16 channel, i16 port) {
     MSComm& line = comm[channel];
     const auto prepared = attempt(
         [&] {
-            if (line.PortOpen()) line.PortOpen(false);
+            if (line.PortOpen()) close(line);
         },
         [&] { line.CommPort(port); }, [&] { line.Settings(comm_settings); });
     if (line.PortOpen()) return prepared.has_value();
@@ -136,7 +142,7 @@ bool port_open(i16 channel, i16 port) {
 }
 
 void port_close(i16 channel) {
-    if (comm[channel].PortOpen()) comm[channel].PortOpen(false);
+    if (comm[channel].PortOpen()) close(comm[channel]);
 }
 
 void frame_send(std::string_view body, i16 channel) {
@@ -145,6 +151,7 @@ void frame_send(std::string_view body, i16 channel) {
     debug_output("TX: " + frame);
     const bool was_open = line.PortOpen();
     if (!was_open) {
+        line.RThreshold(0); // the channel does not measure: what its Evaluator sends is not for it
         line.CommPort(sensor::comport[channel]);
         line.Settings(comm_settings);
         line.PortOpen(true);
@@ -152,7 +159,7 @@ void frame_send(std::string_view body, i16 channel) {
     // Also when the frame cannot be handed over: a port is open while its channel measures or for one frame.
     const auto why = attempt([&] { line.Output(frame); },
                              [&] {
-                                 if (!was_open) line.PortOpen(false);
+                                 if (!was_open) close(line);
                              });
     if (why) throw failure(*why);
 }

@@ -28,7 +28,9 @@ class MSComm {
     MSComm& operator=(const MSComm&) = delete;
 
     [[nodiscard]] bool PortOpen() const;
-    /// Opens or closes. Closing hands bytes that still wait to the line first.
+    /// Opens or closes. Closing waits until everything sent has left the machine, a second at most; a line
+    /// that does not take it in this time loses the rest. Whoever wants no events meanwhile switches them
+    /// off before.
     void PortOpen(bool open);
 
     /// The number of the port, above 0; it cannot change while the port is open.

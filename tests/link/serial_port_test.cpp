@@ -5,6 +5,8 @@
 #include "basics/failure.h"
 #include "link/frames.h"
 #include "link/link_world.h"
+#include "link/start_stop.h"
+#include "link/supervision.h"
 
 namespace tyxo::link_testing {
 namespace {
@@ -118,6 +120,43 @@ TEST_F(serial_port, a_closed_port_is_open_for_the_time_of_the_frame) {
     sensor::comport[3] = 7; // changed in the setup dialog
     serial::frame_send(":8009", 3);
     EXPECT_EQ(simulation::port(3).number, 7);
+}
+
+/// A busy line: the Evaluator's frames come in while the port closes.
+void send_while_closing(i16 channel) {
+    simulation::world().ports[static_cast<i16>(11 + channel)].arrives_while_closing =
+        measured({.speed = 5000}) + status({.alarm = 0x2020});
+}
+
+TEST_F(serial_port, a_frame_sent_to_a_stopped_channel_does_not_bring_it_back_to_life) {
+    start_log_ch(2);
+    stop_log_ch(2);
+    said.clear();
+    send_while_closing(2);
+    serial::frame_send(":8009", 2);
+    EXPECT_EQ(simulation::sent(2), ":80092f\r\n");
+    simulation::advance(10'000);
+    EXPECT_EQ(record(2).speed, 0);
+    EXPECT_TRUE(record(2).connected);
+    EXPECT_FALSE(mainfrm::Timer_timeout[2].Enabled());
+    EXPECT_EQ(indicators.StatusBar, "");
+    EXPECT_EQ(said, lines{});
+}
+
+TEST_F(serial_port, nothing_is_decoded_while_a_port_closes) {
+    for (const bool reopened : {false, true}) {
+        open_port(1);
+        send_while_closing(1);
+        if (reopened) {
+            EXPECT_FALSE(serial::port_open(1, 12));
+        } else {
+            serial::port_close(1);
+        }
+        EXPECT_EQ(record(1).speed, 0) << reopened;
+        EXPECT_FALSE(mainfrm::Timer_timeout[1].Enabled()) << reopened;
+    }
+    receive(measured({.speed = 6000}), 1); // open again, it hears everything
+    EXPECT_EQ(record(1).speed, 600);
 }
 
 TEST_F(serial_port, an_output_that_fails_is_raised_to_the_caller) {

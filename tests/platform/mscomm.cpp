@@ -23,6 +23,12 @@ struct MSComm::state {
         event = kind;
         if (handler) handler();
     }
+    /// True if the system took the bytes that wait.
+    bool deliver() {
+        if (waiting.empty() || settings.r_threshold == 0 || simulation::world().events_held) return false;
+        fire(comm_event::receive);
+        return true;
+    }
 };
 
 namespace {
@@ -53,6 +59,11 @@ bool MSComm::PortOpen() const {
 void MSComm::PortOpen(bool open) {
     if (open && state_->behaviour().refuses_to_open) throw failure("Port already open");
     if (open) ++state_->settings.opened;
+    if (!open && state_->settings.open) {
+        // Closing waits for the line: what the line brings meanwhile comes in.
+        state_->waiting += state_->behaviour().arrives_while_closing;
+        state_->deliver();
+    }
     state_->settings.open = open;
     state_->waiting.clear();
 }
@@ -126,18 +137,15 @@ void reset_ports() {
 }
 
 void deliver_waiting() {
-    for (MSComm::state* port : all_ports()) {
-        if (!port->waiting.empty()) port->fire(comm_event::receive);
-    }
+    for (MSComm::state* port : all_ports())
+        port->deliver();
 }
 
 bool receive(i16 channel, std::string_view bytes) {
     MSComm::state& port = port_state(channel);
     if (!port.settings.open) return false;
     port.waiting += bytes;
-    if (world().events_held) return false;
-    port.fire(comm_event::receive);
-    return true;
+    return port.deliver();
 }
 
 void port_event(i16 channel, i32 event) {

@@ -27,6 +27,7 @@ struct port_behaviour {
     bool refuses_to_open = false;
     bool refuses_output = false;
     bool refuses_input = false;
+    std::string arrives_while_closing;
 };
 
 /// A message box that was shown.
