@@ -17,7 +17,8 @@ inline constexpr i32 receive = 2;
 } // namespace comm_event
 
 /// A serial port as the link uses it. Ports deliver one event at a time, never one inside the handler of
-/// another, and none while events are held. A device that vanishes leaves the port open and silent.
+/// another, and none while events are held. A device that vanishes leaves the port open and silent; when it
+/// stands under the same name again, data goes on to arrive.
 ///
 /// Every operation that the machine refuses is a failure with its description.
 class MSComm {

@@ -3,7 +3,6 @@
 #include "basics/failure.h"
 #include "desktop/serial_line.h"
 #include "platform/desktop/handlers.h"
-#include "platform/mscomm.h"
 #include "platform/program.h"
 #include "platform/timer.h"
 
@@ -18,35 +17,6 @@
 using namespace tyxo;
 
 namespace {
-
-/// An open port that keeps what it receives.
-struct listener {
-    MSComm port;
-    std::string bytes;
-    std::vector<i32> events;
-
-    listener() {
-        port.on_comm([this] {
-            events.push_back(port.CommEvent());
-            if (port.CommEvent() != comm_event::receive) return;
-            std::string chunk;
-            port.Input(chunk);
-            bytes += chunk;
-        });
-    }
-    void open() {
-        port.CommPort(7);
-        port.Settings("38400,n,8,1");
-        port.PortOpen(true);
-        port.InBufferCount(0);
-        port.OutBufferCount(0);
-        port.InputMode(1);
-        port.RTSEnable(false);
-        port.RThreshold(1);
-        port.SThreshold(1);
-        port.Handshaking(0);
-    }
-};
 
 double processor_seconds() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;

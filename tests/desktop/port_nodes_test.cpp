@@ -61,12 +61,14 @@ TEST_F(port_nodes, numbers_lead_back_to_their_nodes) {
 
 TEST_F(port_nodes, the_link_in_the_working_directory_comes_first) {
     fs::create_symlink("/dev/null", "ports/COM1");
-    EXPECT_EQ(desktop::device_of(1), "/dev/null");
+    EXPECT_EQ(desktop::path_of(1), "ports/COM1");
+    EXPECT_EQ(desktop::device_of("ports/COM1"), "/dev/null");
 }
 
 TEST_F(port_nodes, a_link_to_a_device_that_is_gone_is_no_port) {
     fs::create_symlink("/dev/pts/no_such_node", "ports/COM300");
-    EXPECT_EQ(desktop::device_of(300), std::nullopt);
+    EXPECT_EQ(desktop::path_of(300), std::nullopt);
+    EXPECT_EQ(desktop::device_of("ports/COM300"), std::nullopt);
 }
 
 TEST_F(port_nodes, the_list_holds_the_links_and_no_dangling_one) {

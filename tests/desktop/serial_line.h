@@ -1,5 +1,7 @@
 #pragma once
-// A pseudo-terminal in the place of a serial line.
+// A pseudo-terminal in the place of a serial line, and a port that listens to it.
+
+#include "platform/mscomm.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,6 +12,7 @@
 #include <string>
 #include <string_view>
 #include <unistd.h>
+#include <vector>
 
 namespace tyxo {
 
@@ -18,6 +21,10 @@ class serial_line {
   public:
     explicit serial_line(int port_number) : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
         if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0) qFatal("no pseudo-terminal");
+        link_as(port_number);
+    }
+    /// The link of a port leads to this line from now on.
+    void link_as(int port_number) const {
         QDir().mkpath("ports");
         const QString node = QString("ports/COM%1").arg(port_number);
         QFile::remove(node);
@@ -43,6 +50,35 @@ class serial_line {
 
   private:
     int master_;
+};
+
+/// An open port that keeps what it receives.
+struct listener {
+    MSComm port;
+    std::string bytes;
+    std::vector<i32> events;
+
+    listener() {
+        port.on_comm([this] {
+            events.push_back(port.CommEvent());
+            if (port.CommEvent() != comm_event::receive) return;
+            std::string chunk;
+            port.Input(chunk);
+            bytes += chunk;
+        });
+    }
+    void open(i16 number = 7) {
+        port.CommPort(number);
+        port.Settings("38400,n,8,1");
+        port.PortOpen(true);
+        port.InBufferCount(0);
+        port.OutBufferCount(0);
+        port.InputMode(1);
+        port.RTSEnable(false);
+        port.RThreshold(1);
+        port.SThreshold(1);
+        port.Handshaking(0);
+    }
 };
 
 } // namespace tyxo

@@ -4,8 +4,11 @@
 #include "basics/number_text.h"
 #include "platform/debug_output.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/open_ports.h"
 #include "platform/desktop/port_nodes.h"
+#include "platform/desktop/serial_device.h"
 
+#include <QDeadlineTimer>
 #include <QSerialPort>
 #include <QTimer>
 
@@ -17,32 +20,33 @@ namespace tyxo {
 namespace {
 
 constexpr qint64 receive_buffer =
-    65536;                       // bytes that wait at most while nobody takes them: 17 s of a full line
-constexpr int close_wait = 1000; // ms for bytes that still wait when the port closes
+    65536;                          // bytes that wait at most while nobody takes them: 17 s of a full line
+constexpr int close_wait = 1000;    // ms for bytes that still wait when ports close
+constexpr int look_interval = 1000; // ms between two looks for a vanished device
+constexpr int looks_at_return = 10; // so many seconds without another error, and a return is told
 
 std::vector<MSComm::state*>& all_ports() {
     static auto* const ports = new std::vector<MSComm::state*>; // outlives the ports, which are global too
     return *ports;
 }
 
-std::string_view field(std::string_view text, int index) {
-    for (; index > 0; --index)
-        text.remove_prefix(std::min(text.find(',') + 1, text.size()));
-    return text.substr(0, text.find(','));
-}
-
 } // namespace
 
 struct MSComm::state {
     std::unique_ptr<QSerialPort> port; // made at first use, when the application exists
+    std::unique_ptr<QTimer> watch;     // looks for a vanished device, and for a while after its return
     bool open = false;                 // as the system sees it
     bool dead = false;                 // the device vanished while the port was open
     i16 number = 0;
+    std::string path; // the link or node through which the port was opened
     std::string settings;
+    bool rts = true;
     bool receive_events = false;
     bool send_events = false;
     i32 event = 0;
     std::function<void()> handler;
+    int looks = 0;       // since the device came back; its return is not told while it may be gone again
+    std::string refused; // what was told last of a device that is back and does not open
 
     [[nodiscard]] QSerialPort& device() {
         if (!port) make_device();
@@ -59,24 +63,61 @@ struct MSComm::state {
         QObject::connect(port.get(), &QSerialPort::errorOccurred, [this](QSerialPort::SerialPortError error) {
             if (error == QSerialPort::ResourceError || error == QSerialPort::ReadError) give_up();
         });
+        watch = std::make_unique<QTimer>();
+        QObject::connect(watch.get(), &QTimer::timeout, [this] { look(); });
     }
+
+    [[nodiscard]] std::string name() const { return "COM" + plain(number); }
 
     /// The device is gone. Its end-of-file would be reported without end, so nobody listens to it any more.
     void give_up() {
         if (!open || dead) return;
         dead = true;
-        debug_output("COM" + plain(number) + ": device vanished");
+        if (!watch->isActive()) debug_output(name() + ": device vanished");
+        watch->start(look_interval);
         QTimer::singleShot(0, port.get(), [this] {
-            if (dead) port->close();
+            if (dead && port->isOpen()) port->close();
+        });
+    }
+
+    void look() {
+        if (dead) {
+            look_for_return();
+        } else if (++looks == looks_at_return) {
+            watch->stop();
+            debug_output(name() + ": device is back");
+        }
+    }
+
+    /// Opens the device again when it stands where it stood. For the system the port was open all the time.
+    void look_for_return() {
+        const auto found = desktop::device_of(path);
+        if (!found || held_by_another(*found)) return;
+        if (const auto no = desktop::open_device(*port, number, *found)) {
+            if (no->line != refused) debug_output(no->line);
+            refused = no->line;
+            return;
+        }
+        port->clear();
+        port->setRequestToSend(rts);
+        dead = false;
+        looks = 0;
+        refused.clear();
+    }
+
+    /// A name may lead elsewhere than before: two channels never share a device.
+    [[nodiscard]] bool held_by_another(const std::string& found) const {
+        return std::ranges::any_of(all_ports(), [&](const state* other) {
+            return other != this && other->open && !other->dead && desktop::stands_on(*other->port, found);
         });
     }
 
     void receive() {
-        if (open && receive_events && !dead && port->bytesAvailable() > 0) fire(comm_event::receive);
+        if (receive_events && !dead && port->bytesAvailable() > 0) fire(comm_event::receive);
     }
 
     void fire(i32 kind) {
-        if (desktop::events_held() || !handler) return;
+        if (!open || desktop::events_held() || !handler) return;
         static bool serving = false; // one event at a time, of all ports
         if (serving) {
             QTimer::singleShot(0, port.get(), [this, kind] { fire_again(kind); });
@@ -97,39 +138,26 @@ struct MSComm::state {
     }
 
     void open_device() {
-        const auto path = desktop::device_of(number);
-        if (!path) throw failure("COM" + plain(number) + ": no such device");
-        if (const auto why = desktop::missing_right(number, *path)) {
-            debug_output(*why);
-            throw failure("Permission denied");
+        const auto found = desktop::path_of(number);
+        const auto target = found ? desktop::device_of(*found) : std::nullopt;
+        if (!target) throw failure(name() + ": no such device");
+        desktop::apply_settings(device(), settings);
+        if (const auto no = desktop::open_device(device(), number, *target)) {
+            debug_output(no->line);
+            throw failure(no->why);
         }
-        apply_settings();
-        device().setPortName(QString::fromStdString(*path));
-        if (!device().open(QIODevice::ReadWrite)) {
-            const std::string why = device().errorString().toStdString();
-            debug_output("COM" + plain(number) + " (" + *path + "): " + why);
-            throw failure(why);
-        }
+        path = *found;
         dead = false;
         open = true;
     }
 
-    void apply_settings() {
-        constexpr std::string_view parities = "neoms";
-        constexpr std::array<QSerialPort::Parity, 5> parity{QSerialPort::NoParity, QSerialPort::EvenParity,
-                                                            QSerialPort::OddParity, QSerialPort::MarkParity,
-                                                            QSerialPort::SpaceParity};
-        const auto letter = parities.find(field(settings, 1));
-        device().setBaudRate(static_cast<qint32>(leading_number(field(settings, 0))));
-        if (letter < parity.size()) device().setParity(parity[letter]);
-        device().setDataBits(static_cast<QSerialPort::DataBits>(leading_number(field(settings, 2))));
-        device().setStopBits(static_cast<QSerialPort::StopBits>(leading_number(field(settings, 3))));
-    }
-
-    void close_device() {
-        if (!dead && port->bytesToWrite() > 0) port->waitForBytesWritten(close_wait);
-        open = false;
-        if (port->isOpen()) port->close();
+    void close_device(const QDeadlineTimer& end) {
+        open = false; // no event from here on, though the line goes on
+        watch->stop();
+        if (!port->isOpen()) return;
+        if (!dead && !desktop::drain(*port, end))
+            debug_output(name() + ": the line does not take what is sent");
+        port->close();
     }
 
     void require_open() const {
@@ -157,7 +185,7 @@ void MSComm::PortOpen(bool open) {
     if (open) {
         state_->open_device();
     } else {
-        state_->close_device();
+        state_->close_device(QDeadlineTimer(close_wait));
     }
 }
 
@@ -184,6 +212,7 @@ void MSComm::OutBufferCount(i32 /*zero*/) {
 void MSComm::InputMode(i32 /*mode*/) {} // bytes always come as they are
 
 void MSComm::RTSEnable(bool on) {
+    state_->rts = on;
     // The answer does not matter: pseudo-terminals and some adapters have no modem lines.
     if (state_->open && !state_->dead) state_->port->setRequestToSend(on);
 }
@@ -224,6 +253,13 @@ void MSComm::on_comm(std::function<void()> handler) {
 void desktop::deliver_waiting_bytes() {
     for (MSComm::state* port : all_ports()) {
         if (port->open) port->receive();
+    }
+}
+
+void desktop::close_ports() {
+    const QDeadlineTimer end(close_wait);
+    for (MSComm::state* port : all_ports()) {
+        if (port->open) port->close_device(end);
     }
 }
 

@@ -4,13 +4,17 @@
 
 #include <QSerialPortInfo>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 #include <grp.h>
 #include <map>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -47,6 +51,25 @@ std::optional<int> whole_number(std::string_view text) {
     return number;
 }
 
+/// The lock file of a device, where the serial port library looks for it, if there is one.
+std::optional<std::string> lock_file_of(const std::string& device) {
+    constexpr std::string_view nodes = "/dev/";
+    std::string name = device.starts_with(nodes) ? device.substr(nodes.size()) : device;
+    std::ranges::replace(name, '/', '_');
+    for (const std::string folder : {"/var/lock", "/etc/locks", "/var/spool/locks", "/var/spool/uucp", "/tmp",
+                                     "/var/tmp", "/var/lock/lockdev", "/run/lock"}) {
+        std::error_code error;
+        if (fs::path file = folder + "/LCK.." + name; fs::exists(file, error)) return file.string();
+    }
+    return std::nullopt;
+}
+
+std::string owner_of(const std::string& file) {
+    struct stat status {};
+    const passwd* const owner = stat(file.c_str(), &status) == 0 ? getpwuid(status.st_uid) : nullptr;
+    return owner != nullptr ? owner->pw_name : "its owner";
+}
+
 } // namespace
 
 std::optional<int> number_of_node(std::string_view name) {
@@ -66,14 +89,19 @@ std::string node_of_number(int number) {
     return {};
 }
 
-std::optional<std::string> device_of(int number) {
-    for (const std::string& path : {link_prefix + std::to_string(number),
-                                    rule_prefix + std::to_string(number), node_of_number(number)}) {
-        std::error_code error;
-        const fs::path device = path.empty() ? fs::path() : fs::canonical(path, error);
-        if (!error && !device.empty()) return device.string();
+std::optional<std::string> path_of(int number) {
+    for (std::string path : {link_prefix + std::to_string(number), rule_prefix + std::to_string(number),
+                             node_of_number(number)}) {
+        if (device_of(path)) return path;
     }
     return std::nullopt;
+}
+
+std::optional<std::string> device_of(const std::string& path) {
+    std::error_code error;
+    const fs::path device = fs::canonical(path, error);
+    if (error) return std::nullopt;
+    return device.string();
 }
 
 std::optional<std::string> missing_right(int number, const std::string& device) {
@@ -85,6 +113,20 @@ std::optional<std::string> missing_right(int number, const std::string& device) 
         text += ", join the group " + (owner != nullptr ? owner->gr_name : std::to_string(status.st_gid));
     }
     return text;
+}
+
+std::optional<std::string> lock_in_the_way(int number, const std::string& device) {
+    const auto file = lock_file_of(device);
+    if (!file) return std::nullopt;
+    pid_t holder = 0;
+    std::ifstream(*file) >> holder;
+    const std::string text = "COM" + std::to_string(number) + ": " + device;
+    const std::string process = "process " + std::to_string(holder);
+    if (holder > 0 && (kill(holder, 0) == 0 || errno == EPERM))
+        return text + " is in use by " + process + ", lock file " + *file;
+    return text + " is locked by the file " + *file +
+           (holder > 0 ? " of " + process + ", which has ended" : "") + ": delete it, as " + owner_of(*file) +
+           " or root";
 }
 
 namespace {

@@ -18,10 +18,17 @@ namespace tyxo::desktop {
 /// The kernel's node for a number; an empty text for numbers below 1.
 [[nodiscard]] std::string node_of_number(int number);
 
-/// The device that a number stands for, links followed, or nothing when there is none.
-[[nodiscard]] std::optional<std::string> device_of(int number);
+/// Where a number leads to a device: the first such link, or the kernel's node. Nothing when there is none.
+[[nodiscard]] std::optional<std::string> path_of(int number);
+
+/// The device behind a path, links followed, or nothing when there is none now.
+[[nodiscard]] std::optional<std::string> device_of(const std::string& path);
 
 /// Why this user may not open the device, and which group has the right; nothing without such an obstacle.
 [[nodiscard]] std::optional<std::string> missing_right(int number, const std::string& device);
+
+/// Which lock file keeps the device for another process, and what to do when that process has ended without
+/// removing it; nothing when there is no lock file.
+[[nodiscard]] std::optional<std::string> lock_in_the_way(int number, const std::string& device);
 
 } // namespace tyxo::desktop

@@ -5,6 +5,7 @@
 #include "platform/debug_output.h"
 #include "platform/desktop/dialog.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/open_ports.h"
 #include "platform/desktop/process.h"
 #include "platform/message_box.h"
 #include "platform/program.h"
@@ -84,6 +85,7 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
 }
 
 void end_program(int exit_code) {
+    desktop::close_ports();
     std::_Exit(exit_code);
 }
 
