@@ -8,6 +8,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <pwd.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -115,6 +118,49 @@ TEST_F(port_nodes, a_missing_right_names_the_port_the_device_and_the_group) {
 
 TEST_F(port_nodes, a_device_that_may_be_opened_has_no_obstacle) {
     EXPECT_EQ(desktop::missing_right(7, "/dev/null"), std::nullopt);
+}
+
+/// A device of no other test, and its lock file as a port library writes it.
+class locked_port : public port_nodes {
+  protected:
+    void lock(pid_t holder) const { std::ofstream(file) << holder << "\nplant\nhost\n"; }
+    void TearDown() override {
+        fs::remove(file);
+        port_nodes::TearDown();
+    }
+    [[nodiscard]] std::string said() const {
+        return desktop::lock_in_the_way(65, device).value_or("nothing");
+    }
+
+    const std::string name = "tyxo_test" + std::to_string(::getpid());
+    const std::string device = "/dev/" + name;
+    const std::string file = "/var/lock/LCK.." + name;
+};
+
+TEST_F(locked_port, without_a_lock_file_has_no_lock_in_its_way) {
+    EXPECT_EQ(said(), "nothing");
+}
+
+TEST_F(locked_port, names_the_process_that_uses_the_device) {
+    lock(::getpid());
+    EXPECT_EQ(said(), "COM65: " + device + " is in use by process " + std::to_string(::getpid()) +
+                          ", lock file " + file);
+}
+
+TEST_F(locked_port, names_the_file_that_an_ended_process_left_and_who_may_delete_it) {
+    const pid_t ended = ::fork();
+    if (ended == 0) ::_exit(0);
+    ::waitpid(ended, nullptr, 0);
+    lock(ended);
+    EXPECT_EQ(said(), "COM65: " + device + " is locked by the file " + file + " of process " +
+                          std::to_string(ended) + ", which has ended: delete it, as " +
+                          ::getpwuid(::geteuid())->pw_name + " or root");
+}
+
+TEST_F(locked_port, names_a_lock_file_that_tells_no_process) {
+    std::ofstream(file) << "?";
+    EXPECT_EQ(said(), "COM65: " + device + " is locked by the file " + file + ": delete it, as " +
+                          ::getpwuid(::geteuid())->pw_name + " or root");
 }
 
 } // namespace

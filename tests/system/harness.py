@@ -96,10 +96,22 @@ class Line:
     def __init__(self, folder, number):
         self.link = folder / "ports" / f"COM{number}"
         self.link.parent.mkdir(exist_ok=True)
+        self.come_back()
+
+    def come_back(self):
+        """A new device under the same name, like an adapter that is plugged in again."""
         self.master, self.slave = pty.openpty()
         tty.setraw(self.slave)
+        self.node = os.ttyname(self.slave)
+        self.lead_to(self)
+
+    def lead_to(self, line):
+        """This line's name leads to the device of another line."""
         self.link.unlink(missing_ok=True)
-        self.link.symlink_to(os.ttyname(self.slave))
+        self.link.symlink_to(line.node)
+
+    def lock_file(self):
+        return pathlib.Path("/var/lock/LCK.." + self.node.removeprefix("/dev/").replace("/", "_"))
 
     def send(self, *bodies):
         for body in bodies:

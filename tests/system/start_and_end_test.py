@@ -49,6 +49,17 @@ class StartAndEnd(unittest.TestCase):
         self.assertEqual(plant.events()[-2:], [STOPPED, ""])
         self.assertTrue(plant.log().endswith("</REC1>\r\n"))
 
+    def test_no_lock_file_of_a_port_stays_behind(self):
+        display = self.display()
+        plant = self.plant(display, channels=2).start()
+        locks = [line.lock_file() for line in plant.lines.values()]
+        wait_for(lambda: all(lock.exists() for lock in locks), what="both locks")
+        plant.lines[2].vanish()
+        display.press(display.window("Tyxo Data Logger"), "alt+f", "x")
+        self.grant(display)
+        self.assertEqual(plant.program.wait(10), 0)
+        self.assertEqual([lock for lock in locks if lock.exists()], [])
+
     def test_start_and_stop_by_the_keyboard(self):
         display = self.display()
         plant = self.plant(display, autostart=0).start()
