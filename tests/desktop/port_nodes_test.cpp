@@ -153,14 +153,14 @@ TEST_F(locked_port, names_the_file_that_an_ended_process_left_and_who_may_delete
     ::waitpid(ended, nullptr, 0);
     lock(ended);
     EXPECT_EQ(said(), "COM65: " + device + " is locked by the file " + file + " of process " +
-                          std::to_string(ended) + ", which has ended: delete it, as " +
-                          ::getpwuid(::geteuid())->pw_name + " or root");
+                          std::to_string(ended) + ", which has ended: delete it, it belongs to " +
+                          ::getpwuid(::geteuid())->pw_name);
 }
 
 TEST_F(locked_port, names_a_lock_file_that_tells_no_process) {
     std::ofstream(file) << "?";
-    EXPECT_EQ(said(), "COM65: " + device + " is locked by the file " + file + ": delete it, as " +
-                          ::getpwuid(::geteuid())->pw_name + " or root");
+    EXPECT_EQ(said(), "COM65: " + device + " is locked by the file " + file + ": delete it, it belongs to " +
+                          ::getpwuid(::geteuid())->pw_name);
 }
 
 } // namespace

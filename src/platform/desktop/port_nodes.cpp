@@ -67,7 +67,7 @@ std::optional<std::string> lock_file_of(const std::string& device) {
 std::string owner_of(const std::string& file) {
     struct stat status {};
     const passwd* const owner = stat(file.c_str(), &status) == 0 ? getpwuid(status.st_uid) : nullptr;
-    return owner != nullptr ? owner->pw_name : "its owner";
+    return owner != nullptr ? owner->pw_name : "somebody else";
 }
 
 } // namespace
@@ -124,9 +124,8 @@ std::optional<std::string> lock_in_the_way(int number, const std::string& device
     const std::string process = "process " + std::to_string(holder);
     if (holder > 0 && (kill(holder, 0) == 0 || errno == EPERM))
         return text + " is in use by " + process + ", lock file " + *file;
-    return text + " is locked by the file " + *file +
-           (holder > 0 ? " of " + process + ", which has ended" : "") + ": delete it, as " + owner_of(*file) +
-           " or root";
+    const std::string ended = holder > 0 ? " of " + process + ", which has ended" : "";
+    return text + " is locked by the file " + *file + ended + ": delete it, it belongs to " + owner_of(*file);
 }
 
 namespace {
