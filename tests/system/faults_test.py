@@ -7,8 +7,9 @@ import signal
 import time
 import unittest
 
-from harness import PlantTest, masked, measured_values, parameter_frame, status, wait_for
+from harness import PlantTest, frame, masked, measured_values, parameter_frame, status, wait_for
 
+INHIBIT = (315, 342)  # the label of the first channel, in the main window at its design size
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
 
 
@@ -106,6 +107,27 @@ class Faults(PlantTest):
         wait_for(lambda: WHEN + "KVD a/b ## Overspeed Alarm ON" in plant.events(), what="the event")
         self.assertIn("createlog : Path exists", plant.debug())
         self.assertEqual(list((plant.folder / "logs").iterdir()), [])
+
+
+    def test_a_frame_sent_to_a_stopped_channel_leaves_it_stopped(self):
+        plant = self.plant().start()
+        line = plant.lines[1]
+        line.send(parameter_frame(), measured_values(), status(inhibit=1, left=45))
+        wait_for(lambda: WHEN + "KVD Engine 1 ## Alarm Inhibit ON" in plant.events(), what="the inhibit time")
+        window = self.display.window("Version 2.10_4")
+        self.display.press(window, "alt+f", "Right", "Right", "Return")
+        self.display.press(self.display.window("stop data logging"), "Tab", "space")
+        wait_for(lambda: WHEN + "KVD Engine 1 ## Measure stopped " in plant.events(), what="the stop")
+        log = plant.log()
+        line.send(measured_values(speed=999), status(0x2020))  # waits on the line when the port opens
+        self.display.tool("xdotool", "mousemove", "--window", window, *map(str, INHIBIT), "click", "1")
+        self.display.press(self.display.window("Alarm Inhibit Time"), "Return")
+        sent = WHEN + "KVD Engine 1 ## Restart Alarm Inhibit Time"
+        wait_for(lambda: sent in plant.events(), what="the restart")
+        self.assertEqual(line.received(), frame(":8009"))
+        time.sleep(3.5)
+        self.assertEqual(plant.events()[-2:], [sent, ""])
+        self.assertEqual(plant.log(), log)
 
 
 if __name__ == "__main__":

@@ -49,7 +49,7 @@ class Plugging(PlantTest):
         for number, line in plant.lines.items():
             line.send(parameter_frame())
             self.measure(plant, line, 100 * number, number)
-        # The name of channel 1 leads to the device that channel 2 measures with: two readers would share its bytes.
+        # The name of channel 1 leads to the device of channel 2: two readers would share its bytes.
         before = {number: len(plant.records(number)) for number in (1, 2)}
         one.vanish()
         one.lead_to(two)
