@@ -147,6 +147,7 @@ struct MSComm::state {
             throw failure(no->why);
         }
         path = *found;
+        refused.clear();
         dead = false;
         open = true;
     }
