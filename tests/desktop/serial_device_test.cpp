@@ -19,8 +19,11 @@ constexpr int a_look = 1500; // ms, within which a vanished device has been look
 /// More than any line takes when nobody reads it.
 const std::string endless(1'000'000, 'x');
 
-QString lock_file() {
-    return "/var/lock/LCK.." + QFileInfo("ports/COM7").symLinkTarget().mid(5).replace('/', '_');
+/// True while this process has the device of port 7 open, by its lock file.
+bool locked() {
+    const QString device = QFileInfo("ports/COM7").symLinkTarget();
+    QFile lock("/var/lock/LCK.." + device.mid(5).replace('/', '_'));
+    return lock.open(QIODevice::ReadOnly) && lock.readLine().trimmed().toLongLong() == ::getpid();
 }
 
 } // namespace
@@ -72,14 +75,14 @@ class serial_device_test : public QObject {
         first.port.Output(endless);
         second.port.Output(endless);
         third.port.Output(":80092f\r\n");
-        QVERIFY2(QFile::exists(lock_file()), qPrintable(lock_file()));
+        QVERIFY(locked());
         QElapsedTimer clock;
         clock.start();
         desktop::close_ports();
         QVERIFY2(clock.elapsed() < 1300, qPrintable(QString::number(clock.elapsed())));
         for (const listener* one : {&first, &second, &third})
             QVERIFY(!one->port.PortOpen());
-        QVERIFY2(!QFile::exists(lock_file()), qPrintable(lock_file()));
+        QVERIFY(!locked());
     }
 
     void what_waits_reaches_the_line_though_others_are_stuck() {
@@ -158,7 +161,7 @@ class serial_device_test : public QObject {
         wire.emplace(7);
         QTest::qWait(a_look);
         QVERIFY(!listening.port.PortOpen());
-        QVERIFY2(!QFile::exists(lock_file()), "the device is not opened");
+        QVERIFY(!locked());
         listening.open();
         wire->send("opened");
         QTRY_COMPARE(listening.bytes, std::string("opened"));

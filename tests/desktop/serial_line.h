@@ -19,16 +19,16 @@ namespace tyxo {
 /// The far end of a line; its near end is linked as a port of the working directory.
 class serial_line {
   public:
-    explicit serial_line(int port_number) : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+    explicit serial_line(int port_number)
+        : port_number_(port_number), master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
         if (::grantpt(master_) != 0 || ::unlockpt(master_) != 0) qFatal("no pseudo-terminal");
         link_as(port_number);
     }
     /// The link of a port leads to this line from now on.
     void link_as(int port_number) const {
         QDir().mkpath("ports");
-        const QString node = QString("ports/COM%1").arg(port_number);
-        QFile::remove(node);
-        QFile::link(::ptsname(master_), node);
+        QFile::remove(link_of(port_number));
+        QFile::link(::ptsname(master_), link_of(port_number));
     }
     ~serial_line() { vanish(); }
     serial_line(const serial_line&) = delete;
@@ -44,11 +44,16 @@ class serial_line {
         return bytes;
     }
     void vanish() {
-        if (master_ >= 0) ::close(master_);
+        if (master_ < 0) return;
+        QFile::remove(link_of(port_number_)); // first: the device's number may be somebody else's at once
+        ::close(master_);
         master_ = -1;
     }
 
   private:
+    static QString link_of(int port_number) { return QString("ports/COM%1").arg(port_number); }
+
+    int port_number_;
     int master_;
 };
 

@@ -110,8 +110,10 @@ class Line:
         self.link.unlink(missing_ok=True)
         self.link.symlink_to(line.node)
 
-    def lock_file(self):
-        return pathlib.Path("/var/lock/LCK.." + self.node.removeprefix("/dev/").replace("/", "_"))
+    def holder(self):
+        """The process that has the device open, by its lock file; killed programs leave theirs."""
+        lock = pathlib.Path("/var/lock/LCK.." + self.node.removeprefix("/dev/").replace("/", "_"))
+        return int(lock.read_text().split()[0]) if lock.exists() else None
 
     def send(self, *bodies):
         for body in bodies:
@@ -130,11 +132,11 @@ class Line:
         return data
 
     def vanish(self):
+        self.link.unlink(missing_ok=True)  # first: the device's number may be somebody else's at once
         for end in (self.master, self.slave):
             if end >= 0:
                 os.close(end)
         self.master = self.slave = -1
-        self.link.unlink(missing_ok=True)
 
 
 class Plant:

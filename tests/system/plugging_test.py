@@ -14,16 +14,25 @@ class Plugging(PlantTest):
         def recorded():
             line.send(measured_values(speed=speed))
             return any(f" {speed} " in record for record in plant.records(number)[-3:])
-        wait_for(recorded, 3, f"a record of {speed} rpm")
+        wait_for(recorded, 5, f"a record of {speed} rpm")
 
-    def links(self, plant):
-        return [line.removeprefix(WHEN) for line in plant.events() if "connected" in line]
+    def running(self, **settings):
+        """A plant whose channels measure."""
+        plant = self.plant(**settings).start()
+        for number, line in plant.lines.items():
+            line.send(parameter_frame())
+            self.measure(plant, line, 100 * number, number)
+        self.links_before = len(self.links(plant, 0))
+        return plant
+
+    def links(self, plant, first=None):
+        """Links lost and found since all channels measure."""
+        found = [line.removeprefix(WHEN) for line in plant.events() if "connected" in line]
+        return found[self.links_before if first is None else first:]
 
     def test_an_adapter_that_is_plugged_in_again_measures_again(self):
-        plant = self.plant().start()
+        plant = self.running()
         line = plant.lines[1]
-        line.send(parameter_frame())
-        self.measure(plant, line, 50)
         gap = ["Evaluator 1 not connected", "Evaluator 1 connected"]
         for pulled in (1, 2):
             line.vanish()
@@ -34,21 +43,16 @@ class Plugging(PlantTest):
         self.assertEqual(len(plant.log_names()), 1)
 
     def test_a_short_pull_makes_no_event(self):
-        plant = self.plant().start()
+        plant = self.running()
         line = plant.lines[1]
-        line.send(parameter_frame())
-        self.measure(plant, line, 50)
         line.vanish()
         line.come_back()
         self.measure(plant, line, 51)
         self.assertEqual(self.links(plant), [])
 
     def test_swapped_names_never_mix_two_engines(self):
-        plant = self.plant(channels=2).start()
+        plant = self.running(channels=2)
         one, two = plant.lines[1], plant.lines[2]
-        for number, line in plant.lines.items():
-            line.send(parameter_frame())
-            self.measure(plant, line, 100 * number, number)
         # The name of channel 1 leads to the device of channel 2: two readers would share its bytes.
         before = {number: len(plant.records(number)) for number in (1, 2)}
         one.vanish()
@@ -84,10 +88,8 @@ class Plugging(PlantTest):
             self.assertEqual(speeds, list(range(first, first + 20)))
 
     def test_a_contact_that_comes_and_goes_is_told_once_and_costs_no_processor(self):
-        plant = self.plant().start()
+        plant = self.running()
         line = plant.lines[1]
-        line.send(parameter_frame())
-        self.measure(plant, line, 50)
         started, before = time.monotonic(), plant.processor_seconds()
         for pulled in range(1, 8):
             line.vanish()
@@ -100,10 +102,8 @@ class Plugging(PlantTest):
         wait_for(lambda: "COM1: device is back" in plant.debug(), 12, "the word that it stays")
 
     def test_a_channel_that_is_stopped_meanwhile_opens_its_device_at_the_next_start(self):
-        plant = self.plant().start()
+        plant = self.running()
         line = plant.lines[1]
-        line.send(parameter_frame())
-        self.measure(plant, line, 50)
         window = self.display.window("Version 2.10_4")
         start_or_stop = ("alt+f", "Right", "Right", "Return")
         line.vanish()
@@ -113,9 +113,9 @@ class Plugging(PlantTest):
         wait_for(lambda: WHEN + "KVD Engine 1 ## Measure stopped " in plant.events(), what="the stop")
         line.come_back()
         time.sleep(2)
-        self.assertFalse(line.lock_file().exists(), "a stopped channel opens nothing")
+        self.assertNotEqual(line.holder(), plant.program.pid, "a stopped channel opens nothing")
         self.display.press(window, *start_or_stop)
-        wait_for(lambda: line.lock_file().exists(), what="the opened device")
+        wait_for(lambda: line.holder() == plant.program.pid, what="the opened device")
         line.send(parameter_frame())
         self.measure(plant, line, 51)
 

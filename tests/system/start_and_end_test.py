@@ -52,13 +52,12 @@ class StartAndEnd(unittest.TestCase):
     def test_no_lock_file_of_a_port_stays_behind(self):
         display = self.display()
         plant = self.plant(display, channels=2).start()
-        locks = [line.lock_file() for line in plant.lines.values()]
-        wait_for(lambda: all(lock.exists() for lock in locks), what="both locks")
-        plant.lines[2].vanish()
+        lines = plant.lines.values()
+        wait_for(lambda: all(line.holder() == plant.program.pid for line in lines), what="both locks")
         display.press(display.window("Tyxo Data Logger"), "alt+f", "x")
         self.grant(display)
         self.assertEqual(plant.program.wait(10), 0)
-        self.assertEqual([lock for lock in locks if lock.exists()], [])
+        self.assertEqual([line.holder() for line in lines], [None, None])
 
     def test_start_and_stop_by_the_keyboard(self):
         display = self.display()
