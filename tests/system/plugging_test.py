@@ -15,6 +15,7 @@ class Plugging(PlantTest):
             line.send(measured_values(speed=speed))
             return any(f" {speed} " in record for record in plant.records(number)[-3:])
         wait_for(recorded, 5, f"a record of {speed} rpm")
+        time.sleep(0.3)  # what was sent last is recorded too
 
     def running(self, **settings):
         """A plant whose channels measure."""
