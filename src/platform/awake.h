@@ -3,8 +3,8 @@
 
 namespace tyxo {
 
-/// While on, the desktop is asked not to darken the screen, and the machine not to sleep by itself. What
-/// cannot be asked for is told in the debug output. Asking twice counts once.
+/// While on, the desktop is asked not to darken the screen, and the machine not to sleep by itself. Asking
+/// twice counts once. Where nobody takes the request, nothing happens.
 void keep_awake(bool on);
 
 /// Lights the screen up when it is dark.

@@ -3,7 +3,6 @@
 
 #include "platform/awake.h"
 
-#include "platform/debug_output.h"
 #include "platform/desktop/x_screen.h"
 
 #include <QCoreApplication>
@@ -50,8 +49,7 @@ class sleepless : public QObject {
         on_ = on;
         if (screen_) screen_->suspend_saver(on);
         if (on) {
-            const bool asked = ask_session() || (screen_ && screen_->usable());
-            if (!asked) debug_output("The screen may go dark: no screen saver takes the request");
+            ask_session();
             ask_system();
             return;
         }
@@ -66,11 +64,10 @@ class sleepless : public QObject {
     }
 
   private:
-    bool ask_session() {
+    void ask_session() {
         const QDBusReply<uint> reply =
             session_.call(saver_call("Inhibit") << who << why, QDBus::Block, answer_ms);
         if (reply.isValid()) cookie_ = reply.value();
-        return reply.isValid();
     }
 
     /// The lock holds as long as its descriptor is open.
@@ -79,11 +76,7 @@ class sleepless : public QObject {
             "org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager", "Inhibit");
         call << "sleep:idle" << who << why << "block";
         const QDBusReply<QDBusUnixFileDescriptor> reply = system_.call(call, QDBus::Block, answer_ms);
-        if (reply.isValid()) {
-            lock_ = reply.value();
-        } else {
-            debug_output("The machine may go to sleep: " + reply.error().message().toStdString());
-        }
+        if (reply.isValid()) lock_ = reply.value();
     }
 
     QDBusConnection session_;

@@ -28,10 +28,6 @@ x_screen::~x_screen() {
     xcb_disconnect(server_);
 }
 
-bool x_screen::usable() const {
-    return has_saver_ && xcb_connection_has_error(server_) == 0;
-}
-
 void x_screen::suspend_saver(bool on) {
     if (has_saver_) xcb_screensaver_suspend(server_, on ? 1 : 0);
     send();

@@ -14,9 +14,6 @@ class x_screen {
     x_screen(const x_screen&) = delete;
     x_screen& operator=(const x_screen&) = delete;
 
-    /// The server is there and can suspend its screen saver.
-    [[nodiscard]] bool usable() const;
-
     /// Neither screen saver nor power saving begin while they are suspended; the server takes that back when
     /// the connection ends.
     void suspend_saver(bool on);
