@@ -30,7 +30,7 @@ void bring_midnight_near() {
         part = std::fmod(seconds_of_day(), 1);
     }
     const auto behind_utc = static_cast<int>((std::time(nullptr) % day - last_second + day) % day);
-    const QString zone = "XXX%1:%2:%3";
+    const QString zone = "LOC%1:%2:%3";
     qputenv("TZ", zone.arg(behind_utc / 3600).arg(behind_utc / 60 % 60).arg(behind_utc % 60).toLatin1());
     ::tzset();
 }
@@ -81,7 +81,7 @@ class gateway_waits_test : public QObject {
         silent_host host;
         FrmSetupTCP.Txt_IPport = std::to_string(host.port());
         qputenv("TZ",
-                "XXX" + QByteArray::number(static_cast<int>(std::time(nullptr) % day / 3600 + 12) % 24));
+                "LOC" + QByteArray::number(static_cast<int>(std::time(nullptr) % day / 3600 + 12) % 24));
         ::tzset(); // noon
         QElapsedTimer clock;
         clock.start();
