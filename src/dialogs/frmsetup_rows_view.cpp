@@ -147,7 +147,7 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
     list->setMinimumWidth(width_of(*list, port_letters) +
                           list->style()->pixelMetric(QStyle::PM_IndicatorWidth));
     connect(list, &QComboBox::activated, this, [row](int entry) {
-        desktop::run_handler(desktop::source::operator_,
+        desktop::run_handler(desktop::source::view,
                              [row, entry] { Select_com_click(row, static_cast<std::size_t>(entry)); });
     });
     lists_.emplace_back(list, frmSetup.Select_com[index]);
@@ -197,7 +197,7 @@ void settings_page::make_count(QVBoxLayout& place) {
     scroll_max_commport->setFixedWidth(width_of(*this, scroll_letters));
     label->setBuddy(scroll_max_commport);
     connect(scroll_max_commport, &QScrollBar::valueChanged, this, [](int value) {
-        desktop::run_handler(desktop::source::operator_,
+        desktop::run_handler(desktop::source::view,
                              [value] { scroll_max_commport_change(static_cast<i16>(value)); });
     });
     line->addWidget(scroll_max_commport);

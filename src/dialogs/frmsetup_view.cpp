@@ -47,7 +47,7 @@ void frmsetup_view::make_tabs(QVBoxLayout& place) {
     colours.setColor(QPalette::Disabled, QPalette::WindowText, QColor(disabled_tab));
     bar->setPalette(colours);
     connect(SSTab, &QTabWidget::currentChanged, this, [](int tab) {
-        desktop::run_handler(desktop::source::operator_, [tab] { SSTab_click(static_cast<i16>(tab)); });
+        desktop::run_handler(desktop::source::view, [tab] { SSTab_click(static_cast<i16>(tab)); });
     });
 }
 

@@ -9,7 +9,10 @@
 
 #include <QAbstractScrollArea>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QMessageBox>
+#include <QScrollBar>
+#include <QTabWidget>
 
 using namespace tyxo;
 
@@ -98,6 +101,29 @@ class view_commands_test : public QObject {
             {"its end", [&] { QTest::keyClick(window_.dialog("frmSplash"), Qt::Key_Space); },
              [] { return !frmSplash.form.Visible; }},
         });
+    }
+
+    void lists_scroll_bars_and_tabs_of_the_setup_follow_at_once() {
+        sensor::channels[0].status_valid = true;
+        setup_click();
+        frmSetup.Select_com[1].List = {"COM7", "COM9"};
+        window_.show_state();
+        QTRY_VERIFY(shown_window("frmSetup") != nullptr);
+        run_inside_ticks({
+            {"list",
+             [&] {
+                 auto* const list = child<QComboBox>("frmSetup", "Select_com(1)");
+                 list->setFocus();
+                 QTest::keyClick(list, Qt::Key_End);
+             },
+             [] { return frmSetup.comport_edit[1] == 9; }},
+            {"scroll bar", [&] { child<QScrollBar>("frmSetup", "scroll_max_commport")->setValue(2); },
+             [] { return frmSetup.num_sensors_edit == 2; }},
+            {"tab", [&] { child<QTabWidget>("frmSetup", "SSTab")->setCurrentIndex(1); },
+             [] { return frmSetup.SSTab.Tab == 1; }},
+        });
+        frmSetup_cmd_cancel_click();
+        window_.show_state();
     }
 
     void an_alarm_is_confirmed_at_once() {
