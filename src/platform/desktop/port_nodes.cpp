@@ -56,10 +56,11 @@ std::optional<std::string> lock_file_of(const std::string& device) {
     constexpr std::string_view nodes = "/dev/";
     std::string name = device.starts_with(nodes) ? device.substr(nodes.size()) : device;
     std::ranges::replace(name, '/', '_');
+    name.insert(0, "/LCK..");
     for (const std::string folder : {"/var/lock", "/etc/locks", "/var/spool/locks", "/var/spool/uucp", "/tmp",
                                      "/var/tmp", "/var/lock/lockdev", "/run/lock"}) {
         std::error_code error;
-        if (fs::path file = folder + "/LCK.." + name; fs::exists(file, error)) return file.string();
+        if (fs::path file = folder + name; fs::exists(file, error)) return file.string();
     }
     return std::nullopt;
 }
