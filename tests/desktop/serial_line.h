@@ -43,6 +43,8 @@ class serial_line {
         bytes.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
         return bytes;
     }
+    /// Everything received since the line was made: what the other end sends comes a moment later.
+    [[nodiscard]] const std::string& all_received() { return all_ += received(); }
     void vanish() {
         if (master_ < 0) return;
         QFile::remove(link_of(port_number_)); // first: the device's number may be somebody else's at once
@@ -55,6 +57,7 @@ class serial_line {
 
     int port_number_;
     int master_;
+    std::string all_;
 };
 
 /// An open port that keeps what it receives.

@@ -174,6 +174,7 @@ MSComm::MSComm() : state_(std::make_unique<state>()) {
     all_ports().push_back(state_.get());
 }
 MSComm::~MSComm() {
+    state_->open = false; // its device has nothing more to say
     std::erase(all_ports(), state_.get());
 }
 
