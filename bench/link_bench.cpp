@@ -64,9 +64,9 @@ void frame_into_record_and_log(benchmark::State& state) {
     wire();
     sensor::channels[0].log_state = log_states::open;
     const std::string path = "link_bench.xlg";
-    log::log_files[0].create(path);
+    log::log_files[0].open({.path = path});
     log::createlog(0); // sets the period of today
-    log::log_files[0].create(path);
+    log::log_files[0].open({.path = path});
     for (auto _ : state)
         simulation::receive(0, frame);
     log::log_files[0].close();

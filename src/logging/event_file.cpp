@@ -1,7 +1,6 @@
 #include "logging/event_file.h"
 
 #include "basics/failure.h"
-#include "platform/files.h"
 #include "platform/message_box.h"
 #include "settings/ini.h"
 #include "settings/settings.h"
@@ -17,10 +16,11 @@ void event_file_init() {
 void event_line(std::string_view text) {
     if (settings.eventfile_ena != 1 || event_file_failed) return;
     const auto failed = attempt([text] {
-        output_file file; // open for this line only, so that the file is whole at any moment
-        file.append_to(event_path);
-        file.print("##;" + std::string(text));
+        // Open for this line only, so that the file is whole at any moment.
+        event_output.open({.path = event_path, .each_line = true});
+        event_output.print("##;" + std::string(text));
     });
+    event_output.close();
     if (!failed) return;
     event_file_failed = true;
     message_box("Directory for Eventfile doesn't exist, start setup Installation !");

@@ -2,6 +2,7 @@
 // The plant-wide event file: one line per event of the whole system, in the order in which they happened.
 
 #include "basics/types.h"
+#include "platform/files.h"
 
 #include <string>
 #include <string_view>
@@ -10,6 +11,7 @@ namespace tyxo {
 
 inline std::string event_path;         ///< of the event file
 inline i16 event_fileno = 0;           ///< from the range above those of the logs
+inline output_file event_output;       ///< open while a line is written
 inline bool event_file_failed = false; ///< a write has failed: no more lines in this run
 
 /// Reads the folder and builds the path, when the event file is enabled.

@@ -6,7 +6,6 @@
 #include "link/indicators.h"
 #include "logging/log_header.h"
 #include "platform/clock.h"
-#include "platform/debug_output.h"
 #include "platform/files.h"
 #include "settings/ini.h"
 #include "settings/settings.h"
@@ -31,18 +30,6 @@ std::string name_digits(const local_time& moment) {
     std::string digits = padded(moment.year, 4) + padded(moment.month, 2) + padded(moment.day, 2);
     if (hourly()) append_padded(digits, moment.hour, 2);
     return digits;
-}
-
-/// Goes on with the file, or begins it with a header.
-void open_file(i16 channel, const std::string& path) {
-    output_file& file = log_files[channel];
-    file.close();
-    if (readable(path)) {
-        file.append_to(path);
-    } else {
-        file.create(path);
-        log_header(channel, file);
-    }
 }
 
 /// Gives every channel in use a new file when the period has changed, also a channel that is not logging.
@@ -100,10 +87,9 @@ void createlog(i16 channel) {
     log_period = period_stamp(now);
     const std::string folder = Ini::ini_read("logpath " + channel_number(channel)) +
                                Ini::ini_read("location " + channel_number(channel));
-    if (attempt([&] { make_folder(folder); })) debug_output("createlog : Path exists");
     rec.log_fileno = static_cast<i16>(channel + 1); // every channel has a file of its own
     rec.logname = name_digits(now) + "Qu_" + Ini::ini_read("location " + channel_number(channel)) + ".xlg";
-    attempt([&] { open_file(channel, folder + "\\" + rec.logname); });
+    attempt([&] { log_files[channel].open({folder + "\\" + rec.logname, folder, log_header(channel)}); });
     // In the first file of a measurement this line is lost, as `log_state` follows only afterwards; it stays.
     log_comment(channel, "Log Started");
 }

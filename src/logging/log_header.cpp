@@ -1,5 +1,6 @@
 #include "logging/log_header.h"
 
+#include "basics/failure.h"
 #include "basics/number_text.h"
 #include "displays/chart.h"
 #include "link/channel_rec.h"
@@ -11,13 +12,16 @@ namespace tyxo::log {
 
 namespace {
 
-/// Writes the header's lines of one channel to its file.
+/// Composes the header's lines of one channel.
 class header_writer {
   public:
-    header_writer(i16 channel, output_file& file)
-        : rec_(sensor::channel_at(channel)), chart_(charts.chart[channel]), file_(file) {}
+    explicit header_writer(i16 channel) : rec_(sensor::channel_at(channel)), chart_(charts.chart[channel]) {}
 
-    void write() {
+    /// As far as it could be composed.
+    [[nodiscard]] const std::string& composed() const { return text_; }
+
+    /// Failure: a subscript outside the firing tables.
+    void compose() {
         info();
         chart_settings();
         engine_and_evaluator();
@@ -33,7 +37,7 @@ class header_writer {
   private:
     using text = std::string_view;
 
-    void line(text content) { file_.print(content); }
+    void line(std::string_view content) { text_.append(content).append("\r\n"); }
 
     /// Chart settings stand close to their tags, everything behind them between blanks.
     void close_entry(text tag, const std::string& value) { entry(tag, value, ""); }
@@ -172,13 +176,15 @@ class header_writer {
 
     const channel_rec& rec_;
     const iStripChartX& chart_;
-    output_file& file_;
+    std::string text_;
 };
 
 } // namespace
 
-void log_header(i16 channel, output_file& file) {
-    header_writer(channel, file).write();
+std::string log_header(i16 channel) {
+    header_writer writer(channel);
+    attempt([&writer] { writer.compose(); });
+    return writer.composed();
 }
 
 } // namespace tyxo::log

@@ -2,9 +2,9 @@
 // The header of a log file.
 
 #include "basics/types.h"
-#include "platform/files.h"
 #include "platform/program.h"
 
+#include <string>
 #include <string_view>
 
 namespace tyxo::log {
@@ -12,8 +12,8 @@ namespace tyxo::log {
 inline constexpr std::string_view version = program_version;
 inline constexpr std::string_view version_date = "02.07.2026";
 
-/// Writes all lines up to and including "<LOG>". Failure: the file does not take a line, or the channel has
-/// more cylinders than the firing tables have entries; the header ends there.
-void log_header(i16 channel, output_file& file);
+/// All lines up to and including "<LOG>", each with its CR LF. With more cylinders than the firing tables
+/// have entries the text ends in front of them.
+[[nodiscard]] std::string log_header(i16 channel);
 
 } // namespace tyxo::log

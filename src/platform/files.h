@@ -2,38 +2,48 @@
 // Files and folders. Paths are the system's own texts in Windows-1252: "\" and "/" both separate folders, a
 // relative path starts in the working directory.
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace tyxo {
 
-/// A text file that lines are put at the end of. A line is with the operating system when `print` returns,
-/// and a line that does not fit on the disk leaves no piece of itself behind.
+/// A text file that lines are put at the end of, and what it begins with.
+struct file_place {
+    std::string path{};
+    std::optional<std::string>
+        folder{};           ///< made first when it is missing, one level of it; none: it has to be there
+    std::string header{};   ///< a new file begins with it
+    bool each_line = false; ///< every line is brought to the disk at once, else after some seconds
+};
+
+/// The file of a place, written beside the measurement: nobody waits for a disk that does not answer. A step
+/// that is done within 10 ms, as nearly all are, is done when the call returns, and its failure is thrown. A
+/// step that takes longer, and all that come before its end, follow in their order; nobody waits for them,
+/// and a failure of theirs is told in the debug output. What each step does is that of `line_file`.
 class output_file {
   public:
-    output_file() = default;
+    output_file();
     ~output_file();
     output_file(const output_file&) = delete;
     output_file& operator=(const output_file&) = delete;
 
-    /// Opens a new file, or an existing one emptied; a file that was open before is closed. Failure: the path
-    /// cannot be written.
-    void create(std::string_view path);
-    /// The same, with the lines that the file has kept.
-    void append_to(std::string_view path);
-    /// Writes the text and CR LF. Failure: no file is open, or the system does not take the line.
+    /// Opens the place's file, and creates it when there is none; a file that was open before is closed.
+    void open(file_place place);
+    /// Writes the text and CR LF. Failure: no file is open, the system does not take the line, or more lines
+    /// wait for the disk than memory is kept for.
     void print(std::string_view line);
     void close();
-    [[nodiscard]] bool is_open() const { return handle_ >= 0; }
+    /// True from `open` to `close`, whether the file could be opened or not.
+    [[nodiscard]] bool is_open() const { return open_; }
+
+    struct lane; ///< the platform's own
 
   private:
-    int handle_ = -1;
-    std::string buffer_;
+    std::shared_ptr<lane> lane_;
+    bool open_ = false;
 };
-
-/// True if the file exists and can be opened for reading.
-[[nodiscard]] bool readable(std::string_view path);
 
 /// True if there is such a file, readable or not.
 [[nodiscard]] bool file_exists(std::string_view path);
@@ -42,7 +52,9 @@ class output_file {
 [[nodiscard]] std::optional<std::string> read_file(std::string_view path);
 
 /// Puts `content` in the place of the file in one step: whatever happens, the file holds its old or its new
-/// content. False if that could not be done.
+/// content. Owner, group and mode stay. Where that cannot be done (foreign owner, folder without write
+/// permission, a file that is a mount point) the file itself is written. A write-protected file is left
+/// alone. False, with a line in the debug output, if the file keeps its old content.
 bool replace_file(std::string_view path, std::string_view content);
 
 /// Creates one folder; the folder above it must exist. Failure: it exists already, or cannot be made.

@@ -1,5 +1,6 @@
 #include "basics/failure.h"
 #include "logging/log.h"
+#include "logging/log_header.h"
 #include "logging/logging_machine.h"
 #include "settings/ini.h"
 
@@ -109,20 +110,35 @@ TEST_F(LogFailures, AFullDiskLosesLinesUntilThereIsSpaceAgain) {
                                      "<REC1> 13:05:09 51 3 1234 48 7 </REC1>", "<#-- 13:05:09 kept -->"}));
 }
 
-TEST_F(LogFailures, ADiskThatFillsInTheHeaderCutsItAndLoggingGoesOn) {
+TEST_F(LogFailures, AHeaderThatDoesNotFitLeavesNothingAndStandsBeforeTheFirstLineThatDoes) {
     start_channel_click(0);
     world().disk_space = 100;
     feed(0, parameter_body({}));
     EXPECT_EQ(channels[0].log_state, log_states::open);
+    EXPECT_EQ(file(log_path(0)), "");
+    feed(0, measured_body());
+    EXPECT_EQ(file(log_path(0)), "") << "the line would fit, but its header does not";
     world().disk_space.reset();
     feed(0, measured_body());
-    const text_lines lines = lines_of(file(log_path(0)));
-    EXPECT_EQ(lines, (text_lines{"<?xml version=\"1.0\"?>", "<!DOCTYPE LOG >", "<HEADER>", "    <INFO>",
-                                 std::string(record)}));
+    EXPECT_TRUE(file(log_path(0)).starts_with("<?xml version=\"1.0\"?>\r\n<!DOCTYPE LOG >\r\n<HEADER>\r\n"));
+    EXPECT_EQ(logged(0), text_lines{std::string(record)});
     expect_silence();
 }
 
-TEST_F(LogFailures, AHeaderIsNotRepairedByTheNextStart) {
+TEST_F(LogFailures, ALineThatDoesNotFitBehindItsLateHeaderIsLostAlone) {
+    start_channel_click(0);
+    world().disk_space = 0;
+    feed(0, parameter_body({}));
+    const std::string header = log::log_header(0);
+    world().disk_space = header.size() + 5;
+    feed(0, measured_body());
+    EXPECT_EQ(file(log_path(0)), header);
+    world().disk_space.reset();
+    feed(0, measured_body());
+    EXPECT_EQ(file(log_path(0)), header + std::string(record) + "\r\n");
+}
+
+TEST_F(LogFailures, AnEmptyFileOfAHeaderThatNeverFittedGetsNoneAtTheNextStart) {
     start_channel_click(0);
     world().disk_space = 30;
     feed(0, parameter_body({}));
@@ -130,7 +146,7 @@ TEST_F(LogFailures, AHeaderIsNotRepairedByTheNextStart) {
     world().disk_space.reset();
     start_logging(0);
     feed(0, measured_body());
-    EXPECT_EQ(lines_of(file(log_path(0))), (text_lines{"<?xml version=\"1.0\"?>", std::string(record)}));
+    EXPECT_EQ(lines_of(file(log_path(0))), text_lines{std::string(record)});
 }
 
 TEST_F(LogFailures, AFullDiskAtARotationLosesOnlyWhatDoesNotFit) {
@@ -141,7 +157,7 @@ TEST_F(LogFailures, AFullDiskAtARotationLosesOnlyWhatDoesNotFit) {
     world().disk_space.reset();
     log::log_comment(0, "kept");
     EXPECT_EQ(logged(0, "20260702"), text_lines{});
-    EXPECT_EQ(lines_of(file(log_path(0, "20260703"))), text_lines{"<!-- 00:00:00 kept -->"});
+    EXPECT_EQ(logged(0, "20260703"), text_lines{"<!-- 00:00:00 kept -->"});
 }
 
 TEST_F(LogFailures, AWriteProtectedFileLosesEveryLine) {

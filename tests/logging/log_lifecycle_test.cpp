@@ -106,10 +106,24 @@ TEST_F(LogLifecycle, ASecondStartInThePeriodGoesOnWithTheFileWithoutAHeader) {
 
 TEST_F(LogLifecycle, AFileFromAnEarlierRunIsGoneOnWith) {
     world().folders.insert("C:/logs/Engine 1");
-    put_file(log_path(0), "an old line without an end");
+    put_file(log_path(0), "an old line\r\n");
     start_logging(0);
     feed(0, measured_body());
-    EXPECT_EQ(file(log_path(0)), "an old line without an end" + std::string(record) + "\r\n");
+    EXPECT_EQ(file(log_path(0)), "an old line\r\n" + std::string(record) + "\r\n");
+}
+
+TEST_F(LogLifecycle, ATornLastLineIsEndedBeforeTheFirstNewOne) {
+    for (const auto& [tail, whole] :
+         {std::pair{"<REC1> 13:0", "<REC1> 13:0\r\n"}, {"<REC1> 13:05:09\r", "<REC1> 13:05:09\r\n"}}) {
+        SetUp();
+        world().folders.insert("C:/logs/Engine 1");
+        put_file(log_path(0), tail);
+        start_logging(0);
+        EXPECT_EQ(file(log_path(0)), tail) << "nothing is written before there is a line";
+        feed(0, measured_body());
+        feed(0, measured_body());
+        EXPECT_EQ(file(log_path(0)), whole + std::string(record) + "\r\n" + std::string(record) + "\r\n");
+    }
 }
 
 TEST_F(LogLifecycle, AnEmptyFileThatExistsGetsNoHeader) {
@@ -120,15 +134,15 @@ TEST_F(LogLifecycle, AnEmptyFileThatExistsGetsNoHeader) {
     EXPECT_EQ(file(log_path(0)), std::string(record) + "\r\n");
 }
 
-TEST_F(LogLifecycle, AFileThatCannotBeReadIsBegunAnew) {
+TEST_F(LogLifecycle, AFileThatCannotBeReadIsGoneOnWithAndNeverEmptied) {
     start_logging(0);
     feed(0, measured_body());
     start_channel_click(0);
+    const std::string before = file(log_path(0));
     world().unreadable.insert(log_path(0));
     start_logging(0);
     feed(0, measured_body());
-    EXPECT_EQ(header_count(log_path(0)), 1);
-    EXPECT_EQ(logged(0), text_lines{std::string(record)});
+    EXPECT_EQ(file(log_path(0)), before + std::string(record) + "\r\n");
 }
 
 TEST_F(LogLifecycle, TheFolderIsMadeOnceAndThenExists) {

@@ -1,9 +1,11 @@
 #include "platform/files.h"
 
 #include "basics/failure.h"
+#include "platform/line_file.h"
 #include "platform/simulation.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tyxo {
 
@@ -28,6 +30,13 @@ void put_file(std::string_view path, std::string_view content) {
     world().files[normalised(path)] = content;
 }
 
+std::string take_file_away(std::string_view path) {
+    const std::string name = normalised(path);
+    ++world().generations[name];
+    auto node = world().files.extract(name);
+    return node.empty() ? std::string() : node.mapped();
+}
+
 } // namespace simulation
 
 namespace {
@@ -49,18 +58,6 @@ bool can_write(const std::string& path) {
            !world().unwritable.contains(folder_of(path)) && world().folders.contains(folder_of(path));
 }
 
-/// The paths behind the handles of open files; a handle is never given twice in a test.
-std::vector<std::string>& open_paths() {
-    static std::vector<std::string> paths;
-    return paths;
-}
-
-int open_handle(const std::string& path) {
-    world().opened.push_back(path);
-    open_paths().push_back(path);
-    return static_cast<int>(open_paths().size()) - 1;
-}
-
 /// Takes the bytes from what is left on the disk; false when they do not fit.
 bool take_space(std::size_t bytes) {
     auto& space = world().disk_space;
@@ -72,39 +69,87 @@ bool take_space(std::size_t bytes) {
 
 } // namespace
 
+/// Which file of the disk a handle means: the path, and which of the files that stood there one after
+/// another.
+struct disk_file::state {
+    std::string path;
+    bool open = false;
+    int generation = 0;
+    bool unsynced = false;
+};
+
+disk_file::disk_file() : state_(std::make_unique<state>()) {}
+disk_file::~disk_file() = default;
+
+bool disk_file::is_open() const {
+    return state_->open;
+}
+
+void disk_file::close() {
+    state_->open = false;
+}
+
+bool disk_file::open(std::string_view path) {
+    close();
+    const std::string name = normalised(path);
+    if (!can_write(name)) throw failure("Path not found");
+    const bool created = world().files.try_emplace(name).second;
+    world().opened.push_back(name);
+    state_->path = name;
+    state_->generation = world().generations[name];
+    state_->open = true;
+    state_->unsynced = created;
+    return created;
+}
+
+bool disk_file::in_place() const {
+    return world().files.contains(state_->path) && world().generations[state_->path] == state_->generation;
+}
+
+bool disk_file::empty() const {
+    return simulation::file(state_->path).empty();
+}
+
+void disk_file::append(std::string_view text) {
+    if (world().unwritable.contains(state_->path)) throw failure("Device I/O error");
+    if (world().refused_writes > 0) {
+        --world().refused_writes;
+        throw failure("Device I/O error");
+    }
+    if (!in_place()) return; // into a file that nobody can find any more
+    std::string& content = world().files[state_->path];
+    std::string_view end;
+    if (!content.empty() && !content.ends_with("\r\n")) end = content.ends_with('\r') ? "\n" : "\r\n";
+    if (!take_space(end.size() + text.size())) throw failure("Disk full");
+    content.append(end).append(text);
+    state_->unsynced = true;
+}
+
+void disk_file::sync(sync_time when) {
+    if (when == sync_time::soon || !state_->unsynced) return;
+    world().synced.push_back(state_->path);
+    state_->unsynced = false;
+}
+
+struct output_file::lane {
+    line_file file;
+};
+
+output_file::output_file() : lane_(std::make_shared<lane>()) {}
 output_file::~output_file() = default;
 
-void output_file::close() {
-    handle_ = -1;
-}
-
-void output_file::create(std::string_view path) {
-    close();
-    const std::string name = normalised(path);
-    if (!can_write(name)) throw failure("Path not found");
-    world().files[name].clear();
-    handle_ = open_handle(name);
-}
-
-void output_file::append_to(std::string_view path) {
-    close();
-    const std::string name = normalised(path);
-    if (!can_write(name)) throw failure("Path not found");
-    world().files[name];
-    handle_ = open_handle(name);
+void output_file::open(file_place place) {
+    open_ = true;
+    lane_->file.open(std::move(place));
 }
 
 void output_file::print(std::string_view line) {
-    if (!is_open()) throw failure("Bad file name or number");
-    const std::string& name = open_paths()[static_cast<std::size_t>(handle_)];
-    if (world().unwritable.contains(name)) throw failure("Device I/O error");
-    if (!take_space(line.size() + 2)) throw failure("Disk full");
-    world().files[name].append(line).append("\r\n");
+    lane_->file.print(line);
 }
 
-bool readable(std::string_view path) {
-    const std::string name = normalised(path);
-    return world().files.contains(name) && !world().unreadable.contains(name);
+void output_file::close() {
+    open_ = false;
+    lane_->file.close();
 }
 
 bool file_exists(std::string_view path) {
@@ -112,7 +157,8 @@ bool file_exists(std::string_view path) {
 }
 
 std::optional<std::string> read_file(std::string_view path) {
-    if (!readable(path)) return std::nullopt;
+    const std::string name = normalised(path);
+    if (!world().files.contains(name) || world().unreadable.contains(name)) return std::nullopt;
     return simulation::file(path);
 }
 

@@ -142,6 +142,8 @@ void fresh_world() {
     log::log_period.clear();
     for (output_file& file : log::log_files)
         file.close();
+    event_output.close();
+    world().synced.clear(); // by the closings of the world before
     event_path.clear();
     event_fileno = 0;
     event_file_failed = false;

@@ -98,10 +98,13 @@ struct machine {
 
     std::map<std::string, std::string> files; ///< by normalised path
     std::set<std::string> folders{"."};
-    std::set<std::string> unreadable;      ///< files that exist and cannot be opened for reading
-    std::set<std::string> unwritable;      ///< files and folders that cannot be written
-    std::optional<std::size_t> disk_space; ///< bytes left; nothing for no limit
-    std::vector<std::string> opened;       ///< every path that was opened for writing, in order
+    std::set<std::string> unreadable;       ///< files that exist and cannot be opened for reading
+    std::set<std::string> unwritable;       ///< files and folders that cannot be written
+    int refused_writes = 0;                 ///< so many of the next writes fail
+    std::optional<std::size_t> disk_space;  ///< bytes left; nothing for no limit
+    std::vector<std::string> opened;        ///< every path that was opened for writing, in order
+    std::vector<std::string> synced;        ///< every path that was brought to the disk at once, in order
+    std::map<std::string, int> generations; ///< how often a file was taken away from its path
 };
 
 /// The machine of the running test.
@@ -150,6 +153,9 @@ struct port_settings {
 /// The content of a file; an empty text when there is none.
 [[nodiscard]] std::string file(std::string_view path);
 void put_file(std::string_view path, std::string_view content);
+
+/// Moves a file to where nobody looks, under whoever has it open; the result is what it held.
+std::string take_file_away(std::string_view path);
 
 /// The body with its check and CR LF, as an Evaluator sends it.
 [[nodiscard]] std::string framed(std::string_view body);

@@ -1,9 +1,8 @@
 #include "platform/files.h"
 
-#include "basics/ansi.h"
-#include "basics/failure.h"
+#include "platform/debug_output.h"
+#include "platform/desktop/descriptor.h"
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -11,69 +10,17 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
-#include <utility>
 
 namespace tyxo {
 
 namespace {
 
+using namespace desktop;
+
 constexpr mode_t new_file_mode = 0666;
+constexpr mode_t private_mode = 0600;
 constexpr mode_t new_folder_mode = 0777;
-
-[[noreturn]] void fail_with_system_text() {
-    throw failure(std::generic_category().message(errno));
-}
-
-std::string system_path(std::string_view path) {
-    std::string text = utf8_from_ansi(path);
-    std::ranges::replace(text, '\\', '/');
-    return text;
-}
-
-/// A file descriptor that closes itself.
-class descriptor {
-  public:
-    explicit descriptor(int handle) : handle_(handle) {}
-    ~descriptor() {
-        if (handle_ >= 0) ::close(handle_);
-    }
-    descriptor(const descriptor&) = delete;
-    descriptor& operator=(const descriptor&) = delete;
-    [[nodiscard]] int get() const { return handle_; }
-    [[nodiscard]] bool valid() const { return handle_ >= 0; }
-
-  private:
-    int handle_;
-};
-
-/// Writes all of it; false when the system does not take it, and `written` tells how much it took.
-bool write_all(int handle, std::string_view content, std::size_t& written) {
-    written = 0;
-    while (written < content.size()) {
-        const ssize_t step = ::write(handle, content.data() + written, content.size() - written);
-        if (step < 0 && errno == EINTR) continue;
-        if (step <= 0) return false;
-        written += static_cast<std::size_t>(step);
-    }
-    return true;
-}
-
-/// Takes the piece of a line that did not fit on the disk off the file's end again.
-void take_back(int handle, std::size_t written) {
-    const int reason = errno;
-    const off_t end = ::lseek(handle, 0, SEEK_END);
-    if (written > 0 && end >= static_cast<off_t>(written)) {
-        static_cast<void>(::ftruncate(handle, end - static_cast<off_t>(written)) == 0);
-    }
-    errno = reason;
-}
-
-int open_for_writing(std::string_view path, int how) {
-    const int handle =
-        ::open(system_path(path).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_APPEND | how, new_file_mode);
-    if (handle < 0) fail_with_system_text();
-    return handle;
-}
+constexpr int most_names = 100; ///< tried for a temporary file
 
 /// The file itself when the path is a link to it, so that a replaced file stays where the link points.
 std::string real_path(const std::string& path) {
@@ -84,60 +31,8 @@ std::string real_path(const std::string& path) {
     return real;
 }
 
-bool write_new_file(const std::string& path, std::string_view content, mode_t mode) {
-    const descriptor file(::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode));
-    std::size_t written = 0;
-    return file.valid() && write_all(file.get(), content, written) && ::fchmod(file.get(), mode) == 0 &&
-           ::fsync(file.get()) == 0;
-}
-
-void sync_folder_of(const std::string& path) {
-    const auto slash = path.rfind('/');
-    const std::string folder = slash == path.npos ? "." : path.substr(0, slash + 1);
-    const descriptor handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (handle.valid()) ::fsync(handle.get());
-}
-
-} // namespace
-
-output_file::~output_file() {
-    close();
-}
-
-void output_file::close() {
-    if (is_open()) ::close(std::exchange(handle_, -1));
-}
-
-void output_file::create(std::string_view path) {
-    close();
-    handle_ = open_for_writing(path, O_TRUNC);
-}
-
-void output_file::append_to(std::string_view path) {
-    close();
-    handle_ = open_for_writing(path, 0);
-}
-
-void output_file::print(std::string_view line) {
-    if (!is_open()) throw failure("The file is not open");
-    buffer_.assign(line).append("\r\n");
-    std::size_t written = 0;
-    if (write_all(handle_, buffer_, written)) return;
-    take_back(handle_, written);
-    fail_with_system_text();
-}
-
-bool readable(std::string_view path) {
-    return descriptor(::open(system_path(path).c_str(), O_RDONLY | O_CLOEXEC)).valid();
-}
-
-bool file_exists(std::string_view path) {
-    struct stat status {};
-    return ::stat(system_path(path).c_str(), &status) == 0 || errno != ENOENT;
-}
-
-std::optional<std::string> read_file(std::string_view path) {
-    const descriptor file(::open(system_path(path).c_str(), O_RDONLY | O_CLOEXEC));
+std::optional<std::string> read_system_file(const std::string& path) {
+    const descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.valid()) return std::nullopt;
     std::string content;
     std::array<char, 4096> block{};
@@ -150,20 +45,95 @@ std::optional<std::string> read_file(std::string_view path) {
     }
 }
 
-bool replace_file(std::string_view path, std::string_view content) {
-    const std::string target = real_path(system_path(path));
-    struct stat status {};
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    const mode_t mode =
-        ::stat(target.c_str(), &status) == 0 ? status.st_mode & 07777U : new_file_mode & ~mask;
-    const std::string fresh = target + ".new";
-    if (!write_new_file(fresh, content, mode) || ::rename(fresh.c_str(), target.c_str()) != 0) {
-        ::unlink(fresh.c_str());
-        return false;
+/// A new file beside the target, under a name of this process that nothing else has. An empty name when
+/// there can be none.
+std::string create_beside(const std::string& target, mode_t mode, int& handle) {
+    for (int attempt = 0; attempt < most_names; ++attempt) {
+        std::string name = target + '.' + std::to_string(::getpid()) + '-' + std::to_string(attempt);
+        handle = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        if (handle >= 0) return name;
+        if (errno != EEXIST) break;
     }
-    sync_folder_of(target);
-    return true;
+    return {};
+}
+
+/// Gives the new file what the old one has. False where the system does not allow that.
+bool keep_owner_and_mode(int fresh, const struct stat& old) {
+    struct stat now {};
+    if (::fstat(fresh, &now) != 0) return false;
+    const bool same_owner = now.st_uid == old.st_uid && now.st_gid == old.st_gid;
+    if (!same_owner && ::fchown(fresh, old.st_uid, old.st_gid) != 0) return false;
+    return ::fchmod(fresh, old.st_mode & 07777U) == 0; // behind the owner, whose change takes bits away
+}
+
+enum class outcome { done, no_space, not_possible };
+
+/// Writes the content beside the target and renames it.
+outcome replace_by_name(const std::string& target, std::string_view content, const struct stat* old) {
+    int handle = -1;
+    // Nobody else reads it before it has the old file's mode.
+    const std::string fresh = create_beside(target, old == nullptr ? new_file_mode : private_mode, handle);
+    if (fresh.empty()) return errno == ENOSPC || errno == EDQUOT ? outcome::no_space : outcome::not_possible;
+    const descriptor file(handle);
+    std::size_t written = 0;
+    outcome result = outcome::done;
+    if (!write_all(handle, content, written) || ::fsync(handle) != 0) {
+        result = outcome::no_space;
+    } else if ((old != nullptr && !keep_owner_and_mode(handle, *old)) ||
+               ::rename(fresh.c_str(), target.c_str()) != 0) {
+        result = outcome::not_possible;
+    }
+    if (result != outcome::done) {
+        const int reason = errno;
+        ::unlink(fresh.c_str());
+        errno = reason;
+        return result;
+    }
+    sync_folder(folder_of(target));
+    return result;
+}
+
+/// Writes the content over the old one. Where the disk does not take it, the old one is put back.
+bool write_in_place(const std::string& target, std::string_view content) {
+    const auto old = read_system_file(target);
+    const descriptor file(::open(target.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!old || !file.valid()) return false;
+    const auto overwrite = [&file](std::string_view text) {
+        std::size_t written = 0;
+        return ::lseek(file.get(), 0, SEEK_SET) == 0 && write_all(file.get(), text, written) &&
+               ::ftruncate(file.get(), static_cast<off_t>(text.size())) == 0 && ::fsync(file.get()) == 0;
+    };
+    if (overwrite(content)) return true;
+    const int reason = errno;
+    static_cast<void>(overwrite(*old)); // its room is still there: nothing was cut off before
+    errno = reason;
+    return false;
+}
+
+bool replace_system_file(const std::string& target, std::string_view content) {
+    struct stat old {};
+    const bool exists = ::stat(target.c_str(), &old) == 0;
+    if (exists && ::access(target.c_str(), W_OK) != 0) return false;
+    const outcome result = replace_by_name(target, content, exists ? &old : nullptr);
+    if (result == outcome::done) return true;
+    return result == outcome::not_possible && exists && write_in_place(target, content);
+}
+
+} // namespace
+
+bool file_exists(std::string_view path) {
+    struct stat status {};
+    return ::stat(system_path(path).c_str(), &status) == 0 || errno != ENOENT;
+}
+
+std::optional<std::string> read_file(std::string_view path) {
+    return read_system_file(system_path(path));
+}
+
+bool replace_file(std::string_view path, std::string_view content) {
+    if (replace_system_file(real_path(system_path(path)), content)) return true;
+    debug_output("cannot write " + std::string(path) + " : " + std::generic_category().message(errno));
+    return false;
 }
 
 void make_folder(std::string_view path) {

@@ -6,6 +6,7 @@
 #include "platform/desktop/dialog.h"
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/open_ports.h"
+#include "platform/desktop/output_file.h"
 #include "platform/desktop/process.h"
 #include "platform/message_box.h"
 #include "platform/program.h"
@@ -14,6 +15,7 @@
 #include <QMessageBox>
 #include <QScreen>
 
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 
@@ -86,6 +88,7 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
 
 void end_program(int exit_code) {
     desktop::close_ports();
+    desktop::finish_files(std::chrono::seconds(1));
     std::_Exit(exit_code);
 }
 

@@ -1,0 +1,195 @@
+// A disk that hangs in a sync: this file's fdatasync stands in the place of the system's and takes as long as
+// a test wants.
+
+#include "real_files.h"
+
+#include "basics/failure.h"
+#include "platform/desktop/output_file.h"
+
+#include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace tyxo;
+using namespace tyxo::real_files;
+using namespace std::chrono_literals;
+using clock_type = std::chrono::steady_clock;
+
+/// The disk, as the syncs see it.
+struct disk {
+    std::mutex guard;
+    std::condition_variable news;
+    bool hangs = false;
+    int waiting = 0;                             ///< syncs that hang
+    std::vector<std::pair<ino_t, off_t>> synced; ///< file and its length, for each sync that ended
+
+    void hang(bool from_now_on) {
+        const std::lock_guard lock(guard);
+        hangs = from_now_on;
+        news.notify_all();
+    }
+    void sync(const struct stat& file) {
+        std::unique_lock lock(guard);
+        ++waiting;
+        news.notify_all();
+        news.wait(lock, [this] { return !hangs; });
+        --waiting;
+        synced.emplace_back(file.st_ino, file.st_size);
+        news.notify_all();
+    }
+    bool wait_for_syncs(std::size_t count, clock_type::duration patience) {
+        std::unique_lock lock(guard);
+        return news.wait_for(lock, patience, [&] { return synced.size() >= count; });
+    }
+    void wait_for_hanging_sync() {
+        std::unique_lock lock(guard);
+        news.wait(lock, [this] { return waiting > 0; });
+    }
+};
+
+disk& the_disk() {
+    static auto* const one = new disk;
+    return *one;
+}
+
+clock_type::duration time_of(const std::function<void()>& step) {
+    const auto begin = clock_type::now();
+    step();
+    return clock_type::now() - begin;
+}
+
+class slow_disk : public in_a_folder {
+  protected:
+    void SetUp() override {
+        in_a_folder::SetUp();
+        desktop::finish_files(10s);
+        the_disk().synced.clear();
+    }
+    void TearDown() override {
+        the_disk().hang(false);
+        desktop::finish_files(10s);
+        in_a_folder::TearDown();
+    }
+    [[nodiscard]] bool on_disk(const std::string& name) const {
+        const std::lock_guard lock(the_disk().guard);
+        const std::pair whole(inode(name), static_cast<off_t>(content(name).size()));
+        return std::ranges::find(the_disk().synced, whole) != the_disk().synced.end();
+    }
+};
+
+constexpr auto bound = 200ms; ///< twenty times what a step may wait: the machine is shared
+
+} // namespace
+
+// NOLINTNEXTLINE(readability-inconsistent-declaration-parameter-name)
+extern "C" int fdatasync(int handle) {
+    struct stat file {};
+    if (::fstat(handle, &file) != 0) return -1;
+    the_disk().sync(file);
+    return 0;
+}
+
+namespace {
+
+TEST_F(slow_disk, an_event_line_is_on_a_fast_disk_when_the_call_returns) {
+    output_file file;
+    int there = 0;
+    for (int line = 0; line < 100; ++line) {
+        file.open({.path = path("events"), .each_line = true});
+        file.print("event");
+        there += on_disk("events") ? 1 : 0;
+        file.close();
+    }
+    EXPECT_GT(there, 90); // not all: a busy machine may take longer than the call waits
+}
+
+TEST_F(slow_disk, headers_and_closings_reach_the_disk_at_once_and_lines_do_not) {
+    output_file file;
+    file.open({.path = path("log"), .header = "header\r\n"});
+    EXPECT_TRUE(the_disk().wait_for_syncs(1, 2s));
+    EXPECT_TRUE(on_disk("log"));
+    file.print("line");
+    EXPECT_FALSE(the_disk().wait_for_syncs(2, 500ms));
+    file.close();
+    EXPECT_TRUE(the_disk().wait_for_syncs(2, 2s));
+    EXPECT_TRUE(on_disk("log"));
+}
+
+TEST_F(slow_disk, a_log_line_is_on_the_disk_after_five_seconds) {
+    output_file file;
+    file.open({.path = path("log"), .header = "header\r\n"});
+    const auto begin = clock_type::now();
+    while (clock_type::now() - begin < 3s) { // later lines do not put it off
+        file.print("line");
+        std::this_thread::sleep_for(100ms);
+    }
+    EXPECT_TRUE(the_disk().wait_for_syncs(2, 5s - (clock_type::now() - begin)));
+    EXPECT_TRUE(on_disk("log"));
+}
+
+TEST_F(slow_disk, a_sync_that_hangs_holds_up_no_line_and_keeps_none_in_memory) {
+    output_file log;
+    output_file events;
+    log.open({.path = path("log"), .header = "header\r\n"});
+    the_disk().hang(true);
+    clock_type::duration longest{};
+    std::string written;
+    for (int line = 0; line < 100; ++line) {
+        longest = std::max(longest, time_of([&] {
+                               log.print("line");
+                               events.open({.path = path("events"), .each_line = true});
+                               events.print("event");
+                               events.close();
+                           }));
+        written += "event\r\n";
+    }
+    the_disk().wait_for_hanging_sync();
+    EXPECT_LT(longest, bound);
+    for (int wait = 0; wait < 500 && content("events") != written; ++wait)
+        std::this_thread::sleep_for(10ms);
+    EXPECT_EQ(content("events"), written) << "the system has them, though the sync hangs";
+}
+
+TEST_F(slow_disk, opening_and_closing_a_file_whose_sync_hangs_takes_no_time) {
+    output_file file;
+    file.open({.path = path("first"), .each_line = true});
+    the_disk().hang(true);
+    file.print("line");
+    the_disk().wait_for_hanging_sync();
+    EXPECT_LT(time_of([&] {
+                  file.close();
+                  file.open({.path = path("second"), .header = "header\r\n"});
+                  file.print("line");
+                  file.close();
+              }),
+              bound);
+    the_disk().hang(false);
+    EXPECT_TRUE(desktop::finish_files(10s));
+    EXPECT_EQ(content("second"), "header\r\nline\r\n");
+    EXPECT_TRUE(on_disk("second"));
+}
+
+TEST_F(slow_disk, the_end_waits_for_lines_and_syncs_for_a_bounded_time) {
+    output_file file;
+    file.open({.path = path("log"), .header = "header\r\n"});
+    file.print("line");
+    EXPECT_FALSE(on_disk("log"));
+    EXPECT_TRUE(desktop::finish_files(10s));
+    EXPECT_TRUE(on_disk("log"));
+    the_disk().hang(true);
+    file.print("more");
+    bool finished = true;
+    const auto waited = time_of([&] { finished = desktop::finish_files(300ms); });
+    EXPECT_FALSE(finished);
+    EXPECT_GE(waited, 300ms);
+    EXPECT_LT(waited, 300ms + bound);
+}
+
+} // namespace
