@@ -25,6 +25,11 @@ void save_parameter() {
     }
     settings.evtpath = frmSetup.Text_evtlogfile_path.Text;
     Ini::var_save();
+    // The file keeps an empty code; the logs call it at once what they call it after the next start.
+    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
+        std::string& code = sensor::channel_at(channel).typecode;
+        if (code.empty()) code = unknown::typecode;
+    }
 }
 
 void write_parameter(i16 channel) {

@@ -74,6 +74,7 @@ void cmd_default_click() {
 }
 
 void frmscale_polar_Cmd_ok_click() {
+    const Ini::one_change all_keys;
     Ini::ini_write("scale_polar_a", signed_form(sensor::scale_polar_a));
     Ini::ini_write("scale_polar_t", signed_form(sensor::scale_polar_t));
     Ini::ini_write("log_mode", signed_form(settings.log_mode));

@@ -114,12 +114,15 @@ void Cmd_write_R_click() {
 }
 
 void Cmd_save_click() {
-    save_address();
-    save_port();
-    save_register_base();
-    save_register_count();
-    save_options();
-    save_start_register();
+    {
+        const Ini::one_change all_keys; // what was stored before a port that overflows stays stored
+        save_address();
+        save_port();
+        save_register_base();
+        save_register_count();
+        save_options();
+        save_start_register();
+    }
     if (settings.IPAutoC == 1) TCP_connect(1);
 }
 

@@ -10,6 +10,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 
 namespace tyxo {
 
@@ -24,6 +25,7 @@ namespace unknown {
 inline constexpr i32 theff = 9999;
 inline constexpr i32 alminhibit_time = 99999;
 inline constexpr const char* evasnr = "inactive";
+inline constexpr std::string_view typecode = "unknown"; ///< of an empty setting
 } // namespace unknown
 
 /// Values of `eva_mode`.

@@ -48,14 +48,15 @@ class output_file {
 /// True if there is such a file, readable or not.
 [[nodiscard]] bool file_exists(std::string_view path);
 
-/// The whole file, or nothing when it cannot be read.
+/// The whole file, or nothing when it cannot be read. Of a file that is being replaced it is the new content.
 [[nodiscard]] std::optional<std::string> read_file(std::string_view path);
 
 /// Puts `content` in the place of the file in one step: whatever happens, the file holds its old or its new
 /// content. Owner, group and mode stay. Where that cannot be done (foreign owner, folder without write
 /// permission, a file that is a mount point) the file itself is written. A write-protected file is left
-/// alone. False, with a line in the debug output, if the file keeps its old content.
-bool replace_file(std::string_view path, std::string_view content);
+/// alone, and a file that cannot be written keeps its old content; the debug output says so. After 10 ms
+/// nobody waits for the disk any more.
+void replace_file(std::string_view path, std::string_view content);
 
 /// Creates one folder; the folder above it must exist. Failure: it exists already, or cannot be made.
 void make_folder(std::string_view path);

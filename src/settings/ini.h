@@ -17,4 +17,14 @@ inline constexpr std::size_t value_limit = 69; ///< characters of a value that a
 /// and leaves the file as it was.
 void ini_write(std::string_view key, std::string_view value);
 
+/// While it lives, the keys that are written are kept together; its end puts them into the file as one
+/// change, which a power cut either finds whole or not at all. A change inside another is a part of it.
+class one_change {
+  public:
+    one_change();
+    ~one_change();
+    one_change(const one_change&) = delete;
+    one_change& operator=(const one_change&) = delete;
+};
+
 } // namespace tyxo::Ini

@@ -31,7 +31,7 @@ constexpr std::array<global_key, 14> before_channels{{
 constexpr std::array<channel_key, 8> per_channel_keys{{
     {"comport ", &sensor::comport, "", true},
     {"location ", &channel_rec::location, "", true},
-    {"typecode ", &channel_rec::typecode, "unknown", true},
+    {"typecode ", &channel_rec::typecode, unknown::typecode, true},
     {"logpath ", &channel_rec::logpath, "", true},
     {"text_almrel1 ", &channel_rec::text_almrel1, "Alarmrel 1", true},
     {"text_almrel2 ", &channel_rec::text_almrel2, "Alarmrel 2", true},
@@ -139,6 +139,7 @@ void load(const channel_key& row, i16 channel) {
 }
 
 void var_save() {
+    const one_change all_keys;
     for (const global_key& row : saved_by_setup) {
         ini_write(row.key, std::visit([](auto* value) { return text_of(*value); }, row.target));
     }

@@ -3,6 +3,8 @@
 
 #include "real_files.h"
 
+#include "platform/desktop/replace_file.h"
+
 #include <algorithm>
 #include <fstream>
 #include <random>
@@ -14,6 +16,7 @@ namespace {
 
 using namespace tyxo;
 using namespace tyxo::real_files;
+using desktop::replace_system_file;
 
 class replaced_file : public in_a_folder {};
 
@@ -33,7 +36,7 @@ TEST_F(replaced_file, replace_keeps_the_mode_and_follows_a_link) {
     std::ofstream(path("real.ini")) << "old";
     fs::permissions(folder / "real.ini", fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink(folder / "real.ini", folder / "tyxo.ini");
-    EXPECT_TRUE(replace_file(path("tyxo.ini"), "new"));
+    EXPECT_TRUE(replace_system_file(path("tyxo.ini"), "new"));
     EXPECT_TRUE(fs::is_symlink(folder / "tyxo.ini"));
     EXPECT_EQ(content("real.ini"), "new");
     EXPECT_EQ(fs::status(folder / "real.ini").permissions(), fs::perms::owner_read | fs::perms::owner_write);
@@ -46,7 +49,7 @@ TEST_F(replaced_file, replace_keeps_owner_and_group) {
     std::ofstream(path("tyxo.ini")) << "old";
     ASSERT_EQ(::chown(path("tyxo.ini").c_str(), owner, group), 0);
     fs::permissions(folder / "tyxo.ini", fs::perms{02660});
-    EXPECT_TRUE(replace_file(path("tyxo.ini"), "new"));
+    EXPECT_TRUE(replace_system_file(path("tyxo.ini"), "new"));
     struct stat status {};
     ASSERT_EQ(::stat(path("tyxo.ini").c_str(), &status), 0);
     EXPECT_EQ(status.st_uid, owner);
@@ -63,7 +66,7 @@ TEST_F(replaced_file, a_file_of_a_foreign_owner_or_in_a_locked_folder_is_written
         fs::permissions(folder, folder_mode);
         {
             const without_rights nobody;
-            EXPECT_TRUE(replace_file(path("tyxo.ini"), "new"));
+            EXPECT_TRUE(replace_system_file(path("tyxo.ini"), "new"));
         }
         fs::permissions(folder, fs::perms{0777});
         EXPECT_EQ(content("tyxo.ini"), "new");
@@ -79,7 +82,7 @@ TEST_F(replaced_file, a_full_disk_leaves_a_file_that_is_written_in_place_as_it_w
     {
         const without_rights nobody;
         const full_disk full(15);
-        EXPECT_FALSE(replace_file(path("tyxo.ini"), "new content that is longer"));
+        EXPECT_FALSE(replace_system_file(path("tyxo.ini"), "new content that is longer"));
     }
     fs::permissions(folder, fs::perms{0777});
     EXPECT_EQ(content("tyxo.ini"), "old content");
@@ -90,7 +93,7 @@ TEST_F(replaced_file, a_write_protected_file_is_left_alone) {
     fs::permissions(folder / "tyxo.ini", fs::perms{0444});
     fs::permissions(folder, fs::perms{0777});
     const without_rights nobody;
-    EXPECT_FALSE(replace_file(path("tyxo.ini"), "new"));
+    EXPECT_FALSE(replace_system_file(path("tyxo.ini"), "new"));
     EXPECT_EQ(content("tyxo.ini"), "old");
     EXPECT_EQ(files_in_folder(), 1);
 }
@@ -100,7 +103,7 @@ TEST_F(replaced_file, a_file_that_is_a_mount_point_is_written_in_place) {
     std::ofstream(path("tyxo.ini")) << "below";
     EXPECT_TRUE(with_own_mounts([this] {
         return ::mount(path("real.ini").c_str(), path("tyxo.ini").c_str(), nullptr, MS_BIND, nullptr) == 0 &&
-               replace_file(path("tyxo.ini"), "new");
+               replace_system_file(path("tyxo.ini"), "new");
     }));
     EXPECT_EQ(content("real.ini"), "new");
     EXPECT_EQ(files_in_folder(), 2);
@@ -112,7 +115,7 @@ TEST_F(replaced_file, temporary_files_of_others_are_no_obstacle_and_are_left_alo
         std::ofstream(path(stale)) << "somebody's";
     fs::create_directory(folder / (own + "-2"));
     std::ofstream(path("tyxo.ini")) << "old";
-    EXPECT_TRUE(replace_file(path("tyxo.ini"), "new"));
+    EXPECT_TRUE(replace_system_file(path("tyxo.ini"), "new"));
     EXPECT_EQ(content("tyxo.ini"), "new");
     EXPECT_EQ(content(own + "-0"), "somebody's");
     EXPECT_EQ(files_in_folder(), 5);
@@ -122,7 +125,7 @@ TEST_F(replaced_file, replace_on_a_full_disk_leaves_the_old_file_alone) {
     std::ofstream(path("tyxo.ini")) << "old content";
     {
         const full_disk full(4);
-        EXPECT_FALSE(replace_file(path("tyxo.ini"), "new content"));
+        EXPECT_FALSE(replace_system_file(path("tyxo.ini"), "new content"));
     }
     EXPECT_EQ(content("tyxo.ini"), "old content");
     EXPECT_EQ(files_in_folder(), 1);
@@ -131,14 +134,14 @@ TEST_F(replaced_file, replace_on_a_full_disk_leaves_the_old_file_alone) {
 TEST_F(replaced_file, a_kill_at_any_moment_leaves_the_old_or_the_new_file) {
     const std::string first(20000, '1');
     const std::string second(30000, '2');
-    ASSERT_TRUE(replace_file(path("tyxo.ini"), first));
+    ASSERT_TRUE(replace_system_file(path("tyxo.ini"), first));
     std::mt19937 random(4711);
     for (int round = 0; round < 60; ++round) {
         const pid_t writer = ::fork();
         if (writer == 0) {
             for (;;) {
-                replace_file(path("tyxo.ini"), second);
-                replace_file(path("tyxo.ini"), first);
+                replace_system_file(path("tyxo.ini"), second);
+                replace_system_file(path("tyxo.ini"), first);
             }
         }
         ::usleep(std::uniform_int_distribution<useconds_t>(100, 5000)(random));

@@ -4,11 +4,13 @@
 #include "real_files.h"
 
 #include "basics/failure.h"
+#include "platform/desktop/descriptor.h"
 #include "platform/desktop/output_file.h"
 
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <fstream>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -96,6 +98,13 @@ extern "C" int fdatasync(int handle) {
     return 0;
 }
 
+/// Of folders and of settings: they hang too, and nobody counts them.
+extern "C" int fsync(int /*handle*/) {
+    std::unique_lock lock(the_disk().guard);
+    the_disk().news.wait(lock, [] { return !the_disk().hangs; });
+    return 0;
+}
+
 namespace {
 
 TEST_F(slow_disk, an_event_line_is_on_a_fast_disk_when_the_call_returns) {
@@ -174,6 +183,22 @@ TEST_F(slow_disk, opening_and_closing_a_file_whose_sync_hangs_takes_no_time) {
     EXPECT_TRUE(desktop::finish_files(10s));
     EXPECT_EQ(content("second"), "header\r\nline\r\n");
     EXPECT_TRUE(on_disk("second"));
+}
+
+TEST_F(slow_disk, settings_are_read_as_they_were_written_though_the_disk_hangs) {
+    replace_file(path("tyxo.ini"), "first");
+    EXPECT_EQ(content("tyxo.ini"), "first");
+    the_disk().hang(true);
+    for (const char* const text : {"second", "third"}) {
+        EXPECT_LT(time_of([&] { replace_file(path("tyxo.ini"), text); }), bound);
+        EXPECT_EQ(content("tyxo.ini"), text);
+    }
+    EXPECT_EQ(desktop::read_system_file(path("tyxo.ini")), "first");
+    the_disk().hang(false);
+    EXPECT_TRUE(desktop::finish_files(10s));
+    EXPECT_EQ(desktop::read_system_file(path("tyxo.ini")), "third");
+    std::ofstream(path("tyxo.ini")) << "by hand";
+    EXPECT_EQ(content("tyxo.ini"), "by hand") << "once written, the file itself counts again";
 }
 
 TEST_F(slow_disk, the_end_waits_for_lines_and_syncs_for_a_bounded_time) {

@@ -3,6 +3,7 @@
 #include "dialogs/setup_world.h"
 
 #include "displays/panel.h"
+#include "logging/log_header.h"
 
 #include <algorithm>
 
@@ -73,6 +74,31 @@ TEST_F(SetupSave, WritesItsKeysInTheirOrder) {
                                          "text_almrel1 2=Alarmrel 1",
                                          "text_almrel2 2=Alarmrel 2",
                                          "tstsig_visible 2= 1"}));
+}
+
+TEST_F(SetupSave, WritesAllItsKeysAsOneChange) {
+    Text_sensor_loc_change(1, "Renamed");
+    const int before = world().replacements;
+    frmSetup_cmd_OK_click();
+    EXPECT_EQ(world().replacements, before + 1);
+    EXPECT_EQ(Ini::ini_read("location 2"), "Renamed");
+}
+
+TEST_F(SetupSave, AnEmptiedTypeCodeIsUnknownAtOnceAndStaysEmptyInTheFile) {
+    scroll_max_commport_change(3);
+    Text_type_code_change(0, "TX-6");
+    Text_type_code_change(1, "");
+    Text_type_code_change(2, "");
+    Text_type_code_change(3, "");
+    frmSetup_cmd_OK_click();
+    EXPECT_EQ(channels[0].typecode, "TX-6");
+    EXPECT_EQ(channels[1].typecode, "unknown");
+    EXPECT_EQ(channels[2].typecode, "unknown");
+    EXPECT_EQ(channels[3].typecode, "") << "not in use";
+    EXPECT_NE(file("tyxo.ini").find("\r\ntypecode 2=\r\n"), std::string::npos);
+    EXPECT_NE(log::log_header(1).find("<TYPECODE> unknown </TYPECODE>"), std::string::npos);
+    restart();
+    EXPECT_EQ(channels[1].typecode, "unknown");
 }
 
 TEST_F(SetupSave, AnOkThatComesBehindACancelStoresNothing) {
@@ -175,7 +201,9 @@ TEST_F(SetupSave, WithoutAListOfPortsKeepsThePortsAndOverwritesNamesAndPathsWith
         EXPECT_EQ(sensor::comport[row], row + 1);
         EXPECT_EQ(Ini::ini_read("comport " + number), number);
         for (const row_box& box : row_boxes) {
-            EXPECT_EQ(channels[row].*box.value, "") << box.name;
+            const bool typecode =
+                box.value == &channel_rec::typecode; // has a name of its own when it is empty
+            EXPECT_EQ(channels[row].*box.value, typecode ? "unknown" : "") << box.name;
             EXPECT_EQ(Ini::ini_read(std::string(box.stem) + number), "") << box.name;
         }
     }

@@ -225,6 +225,7 @@ TEST_F(ScaleSettings, AreStoredInOrderInTheFormOfTheSettings) {
     frmscale_polar_Cmd_ok_click();
     EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nscale_polar_a= .03\r\nscale_polar_t= 5\r\nlog_mode= 0\r\n"
                                 "upd_periode= 1000\r\n");
+    EXPECT_EQ(world().replacements, 1);
     EXPECT_FALSE(dialog().form.Visible);
     EXPECT_FALSE(dialog().form.Loaded);
 }

@@ -56,6 +56,12 @@ TEST_F(SaveTcp, StoresEverythingInOrderToTheByte) {
     EXPECT_EQ(settings.Sendbase, 40) << "in the file only";
 }
 
+TEST_F(SaveTcp, StoresItsKeysAsOneChange) {
+    const int before = world().replacements;
+    Cmd_save_click();
+    EXPECT_EQ(world().replacements, before + 1);
+}
+
 TEST_F(SaveTcp, FindsTheKeysOfTheStartInTheirOtherSpelling) {
     put_settings("IPport=1\nIPenaTRS=0\nIPpolar=0\nIPsysstat=0\nREGBase=5\n");
     Check2_click();

@@ -104,6 +104,7 @@ struct machine {
     std::optional<std::size_t> disk_space;  ///< bytes left; nothing for no limit
     std::vector<std::string> opened;        ///< every path that was opened for writing, in order
     std::vector<std::string> synced;        ///< every path that was brought to the disk at once, in order
+    int replacements = 0;                   ///< of whole files
     std::map<std::string, int> generations; ///< how often a file was taken away from its path
 };
 

@@ -91,6 +91,40 @@ TEST_F(SettingsFile, AKeyWrittenInOneSpellingIsReadInTheOther) {
     }
 }
 
+TEST_F(SettingsFile, KeysOfOneChangeReachTheFileTogetherAndAreReadAtOnce) {
+    put_settings("upd_periode= 250\n");
+    const std::string before = file("tyxo.ini");
+    {
+        const one_change both;
+        ini_write("upd_periode", " 500");
+        ini_write("log_mode", " 1");
+        EXPECT_EQ(ini_read("upd_periode"), "500");
+        EXPECT_EQ(file("tyxo.ini"), before);
+    }
+    EXPECT_EQ(ini_read("upd_periode"), "500");
+    EXPECT_EQ(ini_read("log_mode"), "1");
+    EXPECT_EQ(world().replacements, 1);
+}
+
+TEST_F(SettingsFile, AChangeWithoutAKeyWritesNothing) {
+    { const one_change nothing; }
+    EXPECT_EQ(world().replacements, 0);
+    EXPECT_TRUE(world().files.empty());
+}
+
+TEST_F(SettingsFile, AChangeInsideAnotherIsAPartOfIt) {
+    {
+        const one_change outer;
+        {
+            const one_change inner;
+            ini_write("log_mode", " 1");
+        }
+        EXPECT_TRUE(world().files.empty());
+        ini_write("xy_tmv", " 1");
+    }
+    EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nlog_mode= 1\r\nxy_tmv= 1\r\n");
+}
+
 struct disk_fault {
     std::string_view name;
     void (*strike)();

@@ -3,7 +3,6 @@
 import datetime
 import os
 import resource
-import signal
 import time
 import unittest
 
@@ -44,7 +43,6 @@ class Faults(PlantTest):
         limit = 8000  # bytes that any file may have
 
         def small_disk():
-            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
             resource.setrlimit(resource.RLIMIT_FSIZE, (limit, resource.RLIM_INFINITY))
 
         plant = self.plant(eventfile_ena=0).start(preexec_fn=small_disk)

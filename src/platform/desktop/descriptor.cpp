@@ -4,6 +4,7 @@
 #include "basics/failure.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <system_error>
@@ -35,6 +36,20 @@ bool write_all(int handle, std::string_view content, std::size_t& written) {
         written += static_cast<std::size_t>(step);
     }
     return true;
+}
+
+std::optional<std::string> read_system_file(const std::string& path) {
+    const descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.valid()) return std::nullopt;
+    std::string content;
+    std::array<char, 4096> block{};
+    for (;;) {
+        const ssize_t step = ::read(file.get(), block.data(), block.size());
+        if (step < 0 && errno == EINTR) continue;
+        if (step < 0) return std::nullopt;
+        if (step == 0) return content;
+        content.append(block.data(), static_cast<std::size_t>(step));
+    }
 }
 
 void sync_folder(const std::string& folder) {

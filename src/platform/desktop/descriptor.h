@@ -1,6 +1,7 @@
 #pragma once
 // A file descriptor that closes itself, and the system's own form of a path.
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ class descriptor {
 
 /// Writes all of it; false when the system does not take it, and `written` tells how much it took.
 bool write_all(int handle, std::string_view content, std::size_t& written);
+
+/// The whole file, or nothing when it cannot be read.
+[[nodiscard]] std::optional<std::string> read_system_file(const std::string& path);
 
 /// Brings the folder's own entries to the disk.
 void sync_folder(const std::string& folder);

@@ -1,12 +1,14 @@
 #pragma once
-// What the end of the program has to do with files.
+// Writing beside the measurement: how long it may be held up, and what the program's end has to do.
 
 #include <chrono>
 
 namespace tyxo::desktop {
 
-/// Gives lines that wait for a disk, and disks that wait for a sync, this long to come to their end. True if
-/// nothing is left.
+/// The longest time that the measurement waits for a disk.
+inline constexpr std::chrono::milliseconds longest_disk_wait{10};
+
+/// Gives lines and settings that wait for a disk this long to come there. True if nothing is left.
 bool finish_files(std::chrono::milliseconds patience);
 
 } // namespace tyxo::desktop
