@@ -137,6 +137,29 @@ TEST(LogHeader, DateAndHourAreZeroPadded) {
     EXPECT_EQ(only(lines, "LOGNAME"), "        <LOGNAME> 0987010304Qu_Engine 1.xlg </LOGNAME> ");
 }
 
+TEST(LogHeader, AShortParameterFrameBehindALongOneLeavesNothingOfIt) {
+    start_on(logging_settings(1));
+    start_logging(0, {}, parameter_form::full);
+    const text_lines first = lines_of(file(log_path(0)));
+    EXPECT_EQ(only(first, "FWVERS"), "        <FWVERS> V3.10-0042 </FWVERS>");
+    mainfrm::start_channel_click(0);
+    set_local({2026, 7, 3, 8, 0, 0});
+    mainfrm::start_channel_click(0);
+    feed(0, status_body());
+    feed(0, parameter_body({}, parameter_form::shortest));
+    const text_lines second = lines_of(file(log_path(0, "20260703")));
+    EXPECT_EQ(only(second, "FWVERS"), "        <FWVERS> " + sensor::channels[0].fwvers + " </FWVERS>");
+    EXPECT_EQ(sensor::channels[0].fwvers.size(), 5U);
+    EXPECT_EQ(only(second, "TSTTIME"), "        <TSTTIME> NA </TSTTIME>");
+    EXPECT_EQ(only(second, "EVASNR"), "        <EVASNR> inactive </EVASNR>");
+    for (const char* const tag :
+         {"IALARMLEVEL1", "IALARMLEVEL2", "IALMRPM", "IMPOFFSET", "IALARMDELAY", "IALARMLEN", "IALARMLEVEL",
+          "DCALARMPERCENT", "THEFF_ALM", "THEFF_CNT", "ALMINHIBIT_TIME"}) {
+        EXPECT_EQ(tagged(first, tag).size(), 1U) << tag;
+        EXPECT_EQ(tagged(second, tag), text_lines{}) << tag;
+    }
+}
+
 TEST(LogHeader, EachLengthOfTheParameterFrameAddsItsLines) {
     struct form_row {
         parameter_form form;

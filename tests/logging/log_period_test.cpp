@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace tyxo {
 namespace {
 
@@ -77,6 +79,20 @@ TEST(LogPeriod, EveryKindOfLineRunsTheCheck) {
         if (!row.line.empty()) expected.emplace_back(row.line);
         EXPECT_EQ(logged(0, "20260703"), expected) << row.name;
         EXPECT_EQ(logged(0, "20260702"), text_lines{stopped("00:00:00")}) << row.name;
+    }
+}
+
+TEST(LogPeriod, ALineHasTheTimeFromBeforeTheCheckHoweverLongTheFilesTake) {
+    for (const auto& [write, line] :
+         {std::pair{+[] { log::log_record(0, "1"); }, "<REC1> 00:00:00 0 0 0 0 0 </REC1>"},
+          {+[] { log::log_comment(0, "c"); }, "<!-- 00:00:00 c -->"},
+          {+[] { log::log_note(0, "n"); }, "<#-- 00:00:00 n -->"}}) {
+        begin_at({2026, 7, 2, 23, 59, 59}, "0");
+        start_logging(0);
+        advance(1000);
+        world().during_open = [] { set_local({2026, 7, 3, 0, 0, 2}); };
+        write();
+        EXPECT_EQ(logged(0, "20260703"), (text_lines{started("00:00:02"), line}));
     }
 }
 

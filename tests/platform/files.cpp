@@ -95,6 +95,7 @@ bool disk_file::open(std::string_view path) {
     if (!can_write(name)) throw failure("Path not found");
     const bool created = world().files.try_emplace(name).second;
     world().opened.push_back(name);
+    if (world().during_open) world().during_open();
     state_->path = name;
     state_->generation = world().generations[name];
     state_->open = true;

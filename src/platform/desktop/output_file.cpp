@@ -44,14 +44,14 @@ std::vector<std::weak_ptr<output_file::lane>>& all_lanes() {
     return *lanes;
 }
 
-/// Hands the step over. Where nothing is under way it ends soon, and it is waited for, and so is its sync;
-/// behind something that is under way nobody waits.
+/// Hands the step over. Where no other is under way it ends soon, and it is waited for; so is its sync, if
+/// none was under way before. Behind a step that hangs nobody waits.
 template <class Step> void run(const lane_ref& lane, Step step) {
     const auto now = clock::now();
-    const bool idle = lane->steps.finish(now) && lane->syncs().wait(now);
-    const auto until = idle ? now + desktop::longest_disk_wait : now;
+    const auto until = lane->steps.finish(now) ? now + desktop::longest_disk_wait : now;
+    const bool synced = lane->syncs().wait(now);
     const bool ended = lane->steps.run([lane, step = std::move(step)] { step(lane->file); }, until);
-    if (ended && idle) static_cast<void>(lane->syncs().wait(until));
+    if (ended && synced) static_cast<void>(lane->syncs().wait(until));
 }
 
 } // namespace
