@@ -16,6 +16,7 @@ void event_file_init() {
 void event_line(std::string_view text) {
     if (settings.eventfile_ena != 1 || event_file_failed) return;
     const auto failed = attempt([text] {
+        if (event_output.failed_late()) throw failure("The last line was lost");
         // Open for this line only, so that the file is whole at any moment.
         event_output.open({.path = event_path, .each_line = true});
         event_output.print("##;" + std::string(text));

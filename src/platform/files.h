@@ -18,10 +18,10 @@ struct file_place {
     bool each_line = false; ///< every line is brought to the disk at once, else after some seconds
 };
 
-/// The file of a place, written beside the measurement: nobody waits for a disk that does not answer. A step
-/// that is done within 10 ms, as nearly all are, is done when the call returns, and its failure is thrown. A
-/// step that takes longer, and all that come before its end, follow in their order; nobody waits for them,
-/// and a failure of theirs is told in the debug output. What each step does is that of `line_file`.
+/// The file of a place, for writers that must not wait for a disk. What a step does is that of `line_file`.
+/// It is done when the call returns, and its failure is thrown, if the disk needs no more than 10 ms for it,
+/// as is nearly always so. Otherwise this step and those behind it follow in their order, nobody waits for
+/// them, and a failure of theirs is told in the debug output.
 class output_file {
   public:
     output_file();
@@ -35,6 +35,8 @@ class output_file {
     /// wait for the disk than memory is kept for.
     void print(std::string_view line);
     void close();
+    /// True once if a step has failed that nobody waited for.
+    [[nodiscard]] bool failed_late();
     /// True from `open` to `close`, whether the file could be opened or not.
     [[nodiscard]] bool is_open() const { return open_; }
 

@@ -38,6 +38,11 @@ void line_file::print(std::string_view line) {
     write(line);
 }
 
+bool line_file::print_at_once(std::string_view line) {
+    if (!disk_.is_open() || header_due_ || running_ms() - looked_ >= look_ms) return false;
+    return !attempt([&] { write(line); });
+}
+
 void line_file::close() {
     if (disk_.is_open()) disk_.sync(sync_time::at_once);
     disk_.close();

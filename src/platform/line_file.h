@@ -19,6 +19,9 @@ class line_file {
     /// if not, it is opened anew; so it is after a failed write, once a second too. Failure: no place was
     /// opened, or the disk does not take the line, which then leaves no piece of itself.
     void print(std::string_view line);
+    /// Does what `print` does if that is one write and nothing else; false if there is more to it, or the
+    /// write fails.
+    [[nodiscard]] bool print_at_once(std::string_view line);
     void close();
 
     [[nodiscard]] disk_file& on_disk() { return disk_; }

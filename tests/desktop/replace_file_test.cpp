@@ -88,8 +88,10 @@ TEST_F(replaced_file, a_full_disk_leaves_a_file_that_is_written_in_place_as_it_w
     EXPECT_EQ(content("tyxo.ini"), "old content");
 }
 
-TEST_F(replaced_file, a_write_protected_file_is_left_alone) {
+TEST_F(replaced_file, a_write_protected_file_is_left_alone_though_its_folder_may_be_written) {
     std::ofstream(path("tyxo.ini")) << "old";
+    const uid_t owner = ::geteuid() == 0 ? 65534 : ::geteuid();
+    ASSERT_EQ(::chown(path("tyxo.ini").c_str(), owner, ::getegid()), 0);
     fs::permissions(folder / "tyxo.ini", fs::perms{0444});
     fs::permissions(folder, fs::perms{0777});
     const without_rights nobody;
@@ -115,8 +117,10 @@ TEST_F(replaced_file, temporary_files_of_others_are_no_obstacle_and_are_left_alo
         std::ofstream(path(stale)) << "somebody's";
     fs::create_directory(folder / (own + "-2"));
     std::ofstream(path("tyxo.ini")) << "old";
+    const ino_t before = inode("tyxo.ini");
     EXPECT_TRUE(replace_system_file(path("tyxo.ini"), "new"));
     EXPECT_EQ(content("tyxo.ini"), "new");
+    EXPECT_NE(inode("tyxo.ini"), before) << "it was replaced, not written over";
     EXPECT_EQ(content(own + "-0"), "somebody's");
     EXPECT_EQ(files_in_folder(), 5);
 }

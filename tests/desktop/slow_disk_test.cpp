@@ -6,6 +6,7 @@
 #include "basics/failure.h"
 #include "platform/desktop/descriptor.h"
 #include "platform/desktop/output_file.h"
+#include "platform/desktop/step_thread.h"
 
 #include <algorithm>
 #include <chrono>
@@ -182,6 +183,20 @@ TEST_F(slow_disk, opening_and_closing_a_file_whose_sync_hangs_takes_no_time) {
     EXPECT_TRUE(desktop::finish_files(10s));
     EXPECT_EQ(content("second"), "header\r\nline\r\n");
     EXPECT_TRUE(on_disk("second"));
+}
+
+TEST(step_thread, a_failure_is_thrown_to_who_waits_and_kept_for_who_does_not) {
+    desktop::step_thread thread;
+    EXPECT_THROW(thread.run([] { throw failure("x"); }, clock_type::now() + 10s), failure);
+    EXPECT_FALSE(thread.failed_late());
+    const auto fail_later = [] {
+        std::this_thread::sleep_for(50ms);
+        throw failure("x");
+    };
+    EXPECT_FALSE(thread.run(fail_later, clock_type::now()));
+    EXPECT_TRUE(thread.finish(clock_type::now() + 10s));
+    EXPECT_TRUE(thread.failed_late());
+    EXPECT_FALSE(thread.failed_late());
 }
 
 TEST_F(slow_disk, settings_are_read_as_they_were_written_though_the_disk_hangs) {

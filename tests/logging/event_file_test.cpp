@@ -148,6 +148,17 @@ TEST_F(EventFile, EveryKindOfFailureHasTheSameMessage) {
     }
 }
 
+TEST_F(EventFile, ALineThatASlowDiskLostIsToldWithTheNextOne) {
+    event_line("before");
+    world().late_failure = true;
+    EXPECT_TRUE(world().boxes.empty());
+    event_line("not tried");
+    ASSERT_EQ(world().boxes.size(), 1U);
+    EXPECT_EQ(world().boxes[0].text, no_directory);
+    EXPECT_TRUE(event_file_failed);
+    EXPECT_EQ(file(events), "##;before\r\n");
+}
+
 TEST_F(EventFile, ALineRaisedWhileItsMessageIsUpIsNotTried) {
     world().folders.erase("C:/events");
     world().during_box = [] {

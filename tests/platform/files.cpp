@@ -148,6 +148,10 @@ void output_file::print(std::string_view line) {
     lane_->file.print(line);
 }
 
+bool output_file::failed_late() {
+    return std::exchange(world().late_failure, false);
+}
+
 void output_file::close() {
     open_ = false;
     lane_->file.close();

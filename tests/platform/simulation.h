@@ -101,6 +101,7 @@ struct machine {
     std::set<std::string> unreadable;       ///< files that exist and cannot be opened for reading
     std::set<std::string> unwritable;       ///< files and folders that cannot be written
     std::function<void()> during_open;      ///< runs while a file is opened for writing
+    bool late_failure = false;              ///< a line that nobody waited for was lost
     int refused_writes = 0;                 ///< so many of the next writes fail
     std::optional<std::size_t> disk_space;  ///< bytes left; nothing for no limit
     std::vector<std::string> opened;        ///< every path that was opened for writing, in order

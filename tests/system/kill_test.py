@@ -20,7 +20,7 @@ WHOLE_LINE = re.compile(r"<REC1> \d\d:\d\d:\d\d( \d+){5} </REC1>|<REC2> \d\d:\d\
 
 
 class Feeder(threading.Thread):
-    """Sends one line's frames at its full pace: values, a curve and a change of the alarm, counted in the speed."""
+    """Sends a line's frames at its full pace: values, a change of the alarm, curves; the speed counts them."""
 
     def __init__(self, line, first):
         super().__init__()
@@ -64,12 +64,13 @@ class Kill(PlantTest):
         texts = {number: plant.log(number) for number in plant.lines}
         for number, text in texts.items():
             self.assertTrue(text.startswith(known.get(number, "")), "nothing that was there has changed")
-        found = {number: text[len(known.get(number, "")):].split("<LOG>\r\n")[-1] for number, text in texts.items()}
+        found = {number: text[len(known.get(number, "")):].split("<LOG>\r\n")[-1]
+                 for number, text in texts.items()}
         known.update(texts)
         return found
 
     def check(self, found, events):
-        """No finished line is missing. An event line is written behind its log comment, and that behind the values."""
+        """No finished line is missing: an event line is written behind its log comment and its values."""
         torn = 0
         for number, text in found.items():
             lines = text.removeprefix("\r\n").split("\r\n")

@@ -65,9 +65,10 @@ class SlowDisk(PlantTest):
         alarms = 0
         end = time.monotonic() + 3 * SYNC_SECONDS
         while time.monotonic() < end:
-            # An alarm of channel 1, whose lines go to the slow disk, and then values of channel 2 on the fast one.
+            # An alarm of channel 1 with its lines on the slow disk, then values of channel 2 on the fast one.
             alarms += 1
-            plant.lines[1].raw(frame(status(0x2020 if alarms % 2 else 0x20)) + frame(measured_values(speed=alarms)))
+            alarm = status(0x2020 if alarms % 2 else 0x20)
+            plant.lines[1].raw(frame(alarm) + frame(measured_values(speed=alarms)))
             time.sleep(0.005)
             plant.lines[2].raw(frame(measured_values(speed=alarms)))
             sent = time.monotonic()

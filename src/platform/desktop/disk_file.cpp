@@ -6,7 +6,9 @@
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <unistd.h>
 #include <utility>
 
@@ -20,6 +22,23 @@ constexpr mode_t new_file_mode = 0666;
 
 /// A second before a line is 5 s old: the sync takes its time as well.
 constexpr std::chrono::seconds longest_unsynced{4};
+
+/// File systems on disks of this machine; others may have to ask another machine or process for every write.
+bool is_local(int handle) {
+    struct statfs system {};
+    if (::fstatfs(handle, &system) != 0) return false;
+    switch (system.f_type) {
+    case EXT4_SUPER_MAGIC: // and its elders
+    case XFS_SUPER_MAGIC:
+    case BTRFS_SUPER_MAGIC:
+    case F2FS_SUPER_MAGIC:
+    case TMPFS_MAGIC:
+    case OVERLAYFS_SUPER_MAGIC:
+        return true;
+    default:
+        return false;
+    }
+}
 
 /// For reading too where that is allowed: the file's last characters are looked at.
 int open_existing(const std::string& path, int how) {
@@ -75,6 +94,7 @@ bool disk_file::open(std::string_view path) {
     }
     if (handle < 0) fail_with_system_text();
     state_->file = std::make_shared<const descriptor>(handle);
+    state_->local = is_local(handle);
     state_->created = state_->unsynced = created;
     state_->end = created ? std::string() : missing_end(handle);
     return created;

@@ -42,6 +42,7 @@ void bring_to_disk(const request& wanted) {
 } // namespace
 
 struct flusher::work {
+    std::mutex disk; ///< held during a sync
     std::mutex guard;
     std::condition_variable news;
     std::condition_variable done;
@@ -75,6 +76,7 @@ struct flusher::work {
                 requests.erase(next);
                 syncing = true;
                 lock.unlock();
+                const std::lock_guard busy(disk);
                 bring_to_disk(wanted);
             } // closes the file if nobody else has it open, which may take its time too
             lock.lock();
@@ -96,6 +98,7 @@ flusher::~flusher() {
 void flusher::ask(std::shared_ptr<const descriptor> file, clock::time_point due, const std::string& folder) {
     const std::lock_guard lock(work_->guard);
     auto& requests = work_->requests;
+    const bool first = std::ranges::all_of(requests, [due](const request& one) { return due < one.due; });
     const auto known = std::ranges::find_if(
         requests, [&file](const request& one) { return one.file == file || same_file(*one.file, *file); });
     if (known == requests.end()) {
@@ -105,12 +108,16 @@ void flusher::ask(std::shared_ptr<const descriptor> file, clock::time_point due,
         if (!folder.empty()) known->folder = folder;
     }
     if (!std::exchange(work_->started, true)) std::thread([work = work_] { work->run(); }).detach();
-    work_->news.notify_one();
+    if (first) work_->news.notify_one();
 }
 
 bool flusher::wait(clock::time_point until) {
     std::unique_lock lock(work_->guard);
     return work_->done.wait_until(lock, until, [this] { return work_->idle(); });
+}
+
+std::unique_lock<std::mutex> flusher::pause() {
+    return std::unique_lock(work_->disk, std::try_to_lock);
 }
 
 void flusher::hurry() {

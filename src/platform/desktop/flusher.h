@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace tyxo::desktop {
@@ -24,6 +25,8 @@ class flusher {
     void ask(std::shared_ptr<const descriptor> file, clock::time_point due, const std::string& folder = {});
     /// Waits until nothing that is due is outstanding; false when `until` comes first. Any thread may ask.
     [[nodiscard]] bool wait(clock::time_point until);
+    /// While the lock is held no sync begins; it holds nothing when one is under way.
+    [[nodiscard]] std::unique_lock<std::mutex> pause();
     /// Everything that was asked for is due now.
     void hurry();
 

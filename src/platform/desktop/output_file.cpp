@@ -1,7 +1,7 @@
-// Output files on threads of their own: one for the steps of each file, and one for its syncs (flusher.h). A
-// write of the measurement's own thread could wait for a sync of the same file, for a share that does not
-// answer, or for the disk's other users. One thread for all files would let a share hold up the files of
-// other disks.
+// Output files that nobody has to wait for. Each has a thread for its steps, and one for its syncs
+// (flusher.h). One thread for all files would let a share that does not answer hold up the files of other
+// disks. Only the write of a line is done without the thread, and only while all is well: no step and no sync
+// is under way, and the last look at the path, at most a second ago, was answered.
 
 #include "platform/desktop/output_file.h"
 
@@ -28,11 +28,27 @@ constexpr std::size_t most_waiting = 10'000;
 } // namespace
 
 struct output_file::lane {
-    line_file file; ///< but for its flusher, the steps' own
+    line_file file; ///< the steps' own while any is under way, but for its flusher
     desktop::step_thread steps;
 
+    bool each_line = false; ///< of the place
+
+    /// Writes the line here and now if nothing is in its way; then its sync is waited for like that of a
+    /// step.
+    [[nodiscard]] bool write_at_once(std::string_view line);
     [[nodiscard]] desktop::flusher& syncs() { return file.on_disk().own().flusher; }
 };
+
+bool output_file::lane::write_at_once(std::string_view line) {
+    const auto now = clock::now();
+    if (!steps.finish(now) || !file.on_disk().own().local) return false;
+    {
+        const auto no_sync = syncs().pause();
+        if (!no_sync || !file.print_at_once(line)) return false;
+    }
+    if (each_line) static_cast<void>(syncs().wait(now + desktop::longest_disk_wait));
+    return true;
+}
 
 namespace {
 
@@ -67,17 +83,23 @@ output_file::~output_file() {
 
 void output_file::open(file_place place) {
     open_ = true;
+    lane_->each_line = place.each_line;
     run(lane_, [place = std::move(place)](line_file& file) { file.open(place); });
 }
 
 void output_file::print(std::string_view line) {
     if (!open_) throw failure("The file is not open");
+    if (lane_->write_at_once(line)) return;
     if (lane_->steps.waiting() >= most_waiting) throw failure("The disk does not answer");
     run(lane_, [line = std::string(line)](line_file& file) { file.print(line); });
 }
 
 void output_file::close() {
     if (std::exchange(open_, false)) run(lane_, [](line_file& file) { file.close(); });
+}
+
+bool output_file::failed_late() {
+    return lane_->steps.failed_late();
 }
 
 bool desktop::finish_files(std::chrono::milliseconds patience) {

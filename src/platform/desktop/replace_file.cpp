@@ -96,7 +96,7 @@ bool replace_system_file(const std::string& path, std::string_view content) {
     const std::string target = real_path(path);
     struct stat old {};
     const bool exists = ::stat(target.c_str(), &old) == 0;
-    if (exists && ::access(target.c_str(), W_OK) != 0) return false;
+    if (exists && ::faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return false;
     const outcome result = replace_by_name(target, content, exists ? &old : nullptr);
     if (result == outcome::done) return true;
     return result == outcome::not_possible && exists && write_in_place(target, content);

@@ -23,6 +23,7 @@ struct step_thread::work {
     std::uint64_t ended = 0;
     std::uint64_t awaited = 0;         ///< the step whose end is waited for; 0: none
     std::optional<std::string> reason; ///< why the awaited step failed
+    bool failed_late = false;
     bool started = false;
     bool ending = false;
 
@@ -41,6 +42,7 @@ struct step_thread::work {
             if (told) reason = std::move(why);
             done.notify_all();
             if (told || !why) continue;
+            failed_late = true;
             lock.unlock();
             debug_output("file : " + *why);
             lock.lock();
@@ -67,6 +69,11 @@ bool step_thread::run(std::function<void()> step, clock::time_point until) {
     work_->awaited = 0;
     if (const auto why = std::exchange(work_->reason, {})) throw failure(*why);
     return known;
+}
+
+bool step_thread::failed_late() {
+    const std::lock_guard lock(work_->guard);
+    return std::exchange(work_->failed_late, false);
 }
 
 std::size_t step_thread::waiting() {

@@ -20,6 +20,8 @@ class step_thread {
     /// Hands a step over and waits for its end until then. True if it has ended. Failure: that of the step; a
     /// later one is told in the debug output.
     bool run(std::function<void()> step, clock::time_point until);
+    /// True once if a step has failed that nobody waited for.
+    [[nodiscard]] bool failed_late();
     /// Steps that have not begun.
     [[nodiscard]] std::size_t waiting();
     /// Waits until every step has ended; false when `until` comes first.
