@@ -20,7 +20,7 @@ WHOLE_LINE = re.compile(r"<REC1> \d\d:\d\d:\d\d( \d+){5} </REC1>|<REC2> \d\d:\d\
 
 
 class Feeder(threading.Thread):
-    """Sends a line's frames at its full pace: values, a change of the alarm, curves; the speed counts them."""
+    """Sends a line's frames at its full pace: values, changes of the alarm, curves; the speed counts."""
 
     def __init__(self, line, first):
         super().__init__()

@@ -1,6 +1,6 @@
-"""A file system that passes everything on to a folder, and whose syncs take as long as the folder says.
+"""A file system that passes everything on to a folder, and whose syncs or writes take as long as the folder says.
 
-slow_disk.py FOLDER MOUNT_POINT; the seconds stand in the file FOLDER/sync_seconds. The kernel holds a
+slow_disk.py FOLDER MOUNT_POINT; the seconds stand in the files FOLDER/sync_seconds and FOLDER/write_seconds. The kernel holds a
 file's lock while such a sync runs, so that a write to the same file waits as long.
 """
 
@@ -45,7 +45,12 @@ class SlowDisk(Operations):
     def read(self, path, length, offset, fh):
         return os.pread(fh, length, offset)
 
+    def wait(self, name):
+        place = pathlib.Path(self.folder) / name
+        time.sleep(float(place.read_text()) if place.exists() else 0)
+
     def write(self, path, data, offset, fh):
+        self.wait("write_seconds")
         return os.pwrite(fh, data, offset)
 
     def truncate(self, path, length, fh=None):
@@ -55,8 +60,7 @@ class SlowDisk(Operations):
         os.close(fh)
 
     def fsync(self, path, datasync, fh):
-        seconds = float((pathlib.Path(self.folder) / "sync_seconds").read_text())
-        time.sleep(seconds)
+        self.wait("sync_seconds")
         with open(pathlib.Path(self.folder) / "syncs", "a", encoding="utf-8") as syncs:
             syncs.write(f"{time.monotonic()} {path}\n")
 
