@@ -14,6 +14,7 @@
 #include <fstream>
 #include <functional>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -31,7 +32,8 @@ struct disk {
     std::condition_variable news;
     bool hangs = false;
     std::chrono::milliseconds takes{};
-    int writes_beside = 0;                       ///< by the test's own thread while a sync hangs
+    int writes_beside = 0; ///< by the test's own thread to a file whose sync is under way
+    std::multiset<ino_t> syncing;
     int waiting = 0;                             ///< syncs that hang
     std::vector<std::pair<ino_t, off_t>> synced; ///< file and its length, for each sync that ended
 
@@ -43,10 +45,12 @@ struct disk {
     void sync(const struct stat& file) {
         std::unique_lock lock(guard);
         ++waiting;
+        syncing.insert(file.st_ino);
         news.notify_all();
         news.wait_for(lock, takes, [] { return false; });
         news.wait(lock, [this] { return !hangs; });
         --waiting;
+        syncing.erase(syncing.find(file.st_ino));
         synced.emplace_back(file.st_ino, file.st_size);
         news.notify_all();
     }
@@ -119,8 +123,8 @@ extern "C" int fsync(int /*handle*/) {
 extern "C" ssize_t write(int handle, const void* bytes, std::size_t count) {
     struct stat file {};
     const std::lock_guard lock(the_disk().guard);
-    const bool regular = ::fstat(handle, &file) == 0 && S_ISREG(file.st_mode);
-    if (regular && the_disk().waiting > 0 && ::gettid() == ::getpid()) ++the_disk().writes_beside;
+    const bool busy = ::fstat(handle, &file) == 0 && the_disk().syncing.contains(file.st_ino);
+    if (busy && ::gettid() == ::getpid()) ++the_disk().writes_beside;
     return ::syscall(SYS_write, handle, bytes, count);
 }
 

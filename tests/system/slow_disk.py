@@ -1,7 +1,7 @@
-"""A file system that passes everything on to a folder, and whose syncs or writes take as long as the folder says.
+"""A file system that passes all on to a folder, and whose syncs or writes take as long as the folder says.
 
-slow_disk.py FOLDER MOUNT_POINT; the seconds stand in the files FOLDER/sync_seconds and FOLDER/write_seconds. The kernel holds a
-file's lock while such a sync runs, so that a write to the same file waits as long.
+slow_disk.py FOLDER MOUNT_POINT; the seconds stand in FOLDER/sync_seconds and FOLDER/write_seconds. The kernel
+holds a file's lock while such a sync runs, so that a write to the same file waits as long.
 """
 
 import os

@@ -56,7 +56,7 @@ class SlowDisk(PlantTest):
         return [int(line.split()[3]) for line in lines if line.startswith("<REC1> ")]
 
     def worst_delay(self, plant, seconds):
-        """Of records of channel 2, on the fast disk, behind alarms and values of channel 1, on the slow one."""
+        """Of channel 2's records, on the fast disk, behind alarms and values of channel 1 on the slow one."""
         worst, count, end = 0.0, 0, time.monotonic() + seconds
         while time.monotonic() < end:
             count += 1
