@@ -35,11 +35,11 @@ struct step_thread::work {
             std::function<void()> next = std::move(steps.front());
             steps.pop_front();
             lock.unlock();
-            auto why = attempt(next);
+            const auto why = attempt(next);
             next = {}; // and with it whatever it has kept alive
             lock.lock();
             const bool told = awaited == ++ended;
-            if (told) reason = std::move(why);
+            if (told) reason = why;
             done.notify_all();
             if (told || !why) continue;
             failed_late = true;
