@@ -4,6 +4,7 @@
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/light_palette.h"
 #include "platform/desktop/process.h"
 #include "platform/desktop/standard_output.h"
 
@@ -38,6 +39,7 @@ int main(int /*argc*/, char* argv[]) {
     QApplication::setStyle("Fusion");
     int own_name_only = 1; // the command line is not read, by the window system neither
     const QApplication application(own_name_only, argv);
+    tyxo::use_light_palette();
 
     QApplication::setQuitOnLastWindowClosed(false); // the close request alone ends the program
     tyxo::desktop::on_end_signal([] {

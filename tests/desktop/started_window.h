@@ -4,6 +4,7 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "platform/desktop/light_palette.h"
 #include "desktop/settings_file.h"
 
 #include <QAction>
@@ -29,6 +30,7 @@ class started_window {
         QVERIFY(QDir::setCurrent(folder_.path()));
         QVERIFY(write_settings_file(settings_text));
         wire();
+        use_light_palette();
         window_ = std::make_unique<mainfrm_view>();
         start_program(window_->width(), window_->height());
         show_state();

@@ -29,6 +29,7 @@
 #include "link/speed_bands.h"
 #include "platform/clock.h"
 #include "platform/desktop/chart_page.h"
+#include "platform/desktop/light_palette.h"
 #include "settings/serial_ports.h"
 #include "settings/settings.h"
 
@@ -337,6 +338,7 @@ int main(int argc, char** argv) {
     }
     QApplication::setStyle("Fusion");
     const QApplication application(argc, argv);
+    use_light_palette();
     if (argc != 2) {
         QTextStream(stderr) << "usage: window_pictures FOLDER\n";
         return 2;
