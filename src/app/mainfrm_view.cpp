@@ -39,7 +39,10 @@ using desktop::on_command;
 using desktop::on_view_command;
 
 constexpr QRgb disabled_print = 0xFF5C6166; // the panels of missing channels
-constexpr int show_delay = 20;              // ms: changes of this time are shown together
+constexpr QSize least_size(960, 600);       // where the screen is smaller than the design
+constexpr int title_bar = 30;               // px, that a window manager adds
+constexpr int label_rim = 8;
+constexpr int show_delay = 20; // ms: changes of this time are shown together
 
 QRect on_screen(const rectangle& place) {
     return {place.left, place.top, place.width, place.height};
@@ -61,9 +64,17 @@ mainfrm_view::mainfrm_view() : windows_(this) {
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
         if (!end_session([&session] { return session.allowsInteraction(); })) session.cancel();
     });
+    open_on_screen();
+}
+
+/// In the design's size; on a screen that has no room for it the window fills the screen.
+void mainfrm_view::open_on_screen() {
     const QSize design(design_client_width, design_client_height + menuBar()->sizeHint().height());
-    setMinimumSize(design.boundedTo(screen()->availableSize()));
-    resize(design);
+    const QSize room = screen()->availableSize() - QSize(0, title_bar);
+    const bool fits = design.boundedTo(room) == design;
+    setMinimumSize(fits ? design : least_size.boundedTo(room));
+    resize(design.boundedTo(room));
+    if (!fits) setWindowState(windowState() | Qt::WindowMaximized);
 }
 
 QAction* mainfrm_view::add_entry(QMenu* menu, const char* name, const QString& caption) {
@@ -131,6 +142,7 @@ void mainfrm_view::make_client() {
     Lbl_TY_logger->setObjectName("Lbl_TY_logger");
     Lbl_TY_logger->setText("Tyxo Data Logger");
     Lbl_TY_logger->setAlignment(Qt::AlignCenter);
+    Lbl_TY_logger->setWordWrap(true);
     connect(Lbl_TY_logger, &click_label::clicked, this, on_view_command(Lbl_TY_logger_click));
 
     make_tab_order();
@@ -197,13 +209,26 @@ void mainfrm_view::show_state() {
     windows_.show_state();
 }
 
+print_room mainfrm_view::measured_print() const {
+    print_room print;
+    const QFontMetrics metrics(font());
+    const QSize resolution = frame_resolution->minimumSizeHint();
+    print.text_height = std::max(print.text_height, resolution.height());
+    print.resolution_width = std::max(print.resolution_width, resolution.width());
+    print.logger_width =
+        std::max(print.logger_width, metrics.horizontalAdvance(Lbl_TY_logger->text()) + 2 * label_rim);
+    print.status_bar_height = std::max(print.status_bar_height, metrics.height() + label_rim);
+    panel_view::measure(font(), print);
+    return print;
+}
+
 void mainfrm_view::place() {
     const QSize client = centralWidget()->size();
     const window_layout layout =
-        layout_window(client.width(), client.height(), isMaximized() || isFullScreen());
+        layout_window(client.width(), client.height(), isMaximized() || isFullScreen(), measured_print());
     place_charts(layout);
     for (std::size_t channel = 0; channel < panels_.size(); ++channel) {
-        panels_[channel]->place(layout.quadrants[channel]);
+        panels_[channel]->place(layout.quadrants[channel], layout.print);
     }
     Text_status->setGeometry(on_screen(layout.Text_status));
     frame_resolution->setGeometry(on_screen(layout.frame_resolution));
@@ -218,7 +243,7 @@ void mainfrm_view::resizeEvent(QResizeEvent* event) {
 
 void mainfrm_view::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange) place();
+    if (event->type() == QEvent::WindowStateChange || event->type() == QEvent::FontChange) place();
 }
 
 void mainfrm_view::closeEvent(QCloseEvent* event) {

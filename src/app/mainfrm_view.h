@@ -49,6 +49,8 @@ class mainfrm_view : public QMainWindow {
     void make_resolution(QWidget* client);
     void make_tab_order();
     void show_menu();
+    void open_on_screen();
+    [[nodiscard]] print_room measured_print() const;
     void place();
 
     QAction* startstop = nullptr;

@@ -163,6 +163,23 @@ void place_charts(const window_layout& layout) {
     }
 }
 
+bool fills_row(i16 channel) {
+    return sensor::channels[channel].xy_zoom_state && at(charts.chart, channel).Visible;
+}
+
+rectangle row_place(i16 channel) {
+    const quadrant_layout& quadrant = charts.layout.quadrants[static_cast<std::size_t>(channel)];
+    const rectangle& frame = quadrant.Frame_sensor;
+    const i32 top = quadrant.chart.top;
+    return {0, top, charts.layout.client_width, frame.top + frame.height - top};
+}
+
+rectangle zoom_button_place(i16 channel) {
+    const i16 neighbour = row_neighbour(channel);
+    const iStripChartX& chart = charts.chart[fills_row(neighbour) ? neighbour : channel];
+    return zoom_button({chart.Left, chart.Top, chart.Width, chart.Height}, channel, charts.layout.print);
+}
+
 const strip_window& shown_rows(i16 channel) {
     const auto& frozen = at(charts.frozen, channel);
     return frozen ? *frozen : live_rows(channel);

@@ -70,6 +70,15 @@ void cmd_zoom_xy_click(i16 channel);
 /// The main window has this layout now: charts in their places, enlarged ones in the whole width.
 void place_charts(const window_layout& layout);
 
+/// Whether the chart of a channel takes its whole row.
+[[nodiscard]] bool fills_row(i16 channel);
+
+/// What lies under the chart that takes the whole row of a channel: the row down to the frames' lower edge.
+[[nodiscard]] rectangle row_place(i16 channel);
+
+/// Where the zoom button of a channel stands: in its own chart, or in its neighbour's that covers that.
+[[nodiscard]] rectangle zoom_button_place(i16 channel);
+
 /// The rows that the chart shows: those of its time window, or those of the moment when it was frozen.
 [[nodiscard]] const strip_window& shown_rows(i16 channel);
 

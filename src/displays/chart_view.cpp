@@ -14,8 +14,6 @@ namespace tyxo {
 
 namespace {
 
-constexpr int title_line = 24;
-constexpr int free_end = 125; // of the title line, where a button of the panel stands
 constexpr int title_pixels = 13;
 constexpr int badge_gap = 10;
 constexpr QRgb quiet_title = 0xFF707070; // of a chart that has no curves
@@ -23,7 +21,7 @@ constexpr QRgb quiet_title = 0xFF707070; // of a chart that has no curves
 } // namespace
 
 chart_view::chart_view(QWidget* parent)
-    : QCustomPlot(parent), plot_(*this, {.title_line = title_line}), badge_(new QLabel(tr("FROZEN"), this)) {
+    : QCustomPlot(parent), plot_(*this, {.title_line = title_line_}), badge_(new QLabel(tr("FROZEN"), this)) {
     setInteractions({});
     setFocusPolicy(Qt::TabFocus);
     badge_->setObjectName("frozen_badge");
@@ -72,6 +70,16 @@ void chart_view::describe() {
     if (isHidden() == shown_.Visible) setVisible(shown_.Visible);
 }
 
+void chart_view::set_title_room(int line, int free_end) {
+    if (line == title_line_ && free_end == free_end_) return;
+    title_line_ = line;
+    free_end_ = free_end;
+    plot_.set_title_line(line);
+    laid_out_ = {};
+    place_badge();
+    renew();
+}
+
 QString chart_view::title() const {
     return qt_text(shown_.Title);
 }
@@ -85,7 +93,7 @@ QFont chart_view::title_font() const {
 
 QRect chart_view::title_place() const {
     const int badge = shown_.Frozen ? badge_->sizeHint().width() + badge_gap : 0;
-    return QRect(0, 0, width(), title_line).adjusted(free_end + badge, 0, -free_end - badge, 0);
+    return QRect(0, 0, width(), title_line_).adjusted(free_end_ + badge, 0, -free_end_ - badge, 0);
 }
 
 void chart_view::place_badge() {
@@ -95,8 +103,9 @@ void chart_view::place_badge() {
     const int text =
         std::min(QFontMetrics(title_font()).horizontalAdvance(title()), std::max(place.width(), 0));
     const QSize size = badge_->sizeHint();
-    badge_->setGeometry(QRect(
-        QPoint(place.center().x() + (text + 1) / 2 + badge_gap, (title_line - size.height()) / 2 + 1), size));
+    badge_->setGeometry(
+        QRect(QPoint(place.center().x() + (text + 1) / 2 + badge_gap, (title_line_ - size.height()) / 2 + 1),
+              size));
 }
 
 void chart_view::renew() {

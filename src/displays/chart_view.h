@@ -10,7 +10,7 @@ class QLabel;
 namespace tyxo {
 
 /// Keeps no rows, only the points of its picture. The title stands in the middle of a line of its own, whose
-/// ends are left free for a button of the panel. Beside the properties below it has those of each curve:
+/// ends are left free for the buttons of the panels. Beside the properties below it has those of each curve:
 /// `CurveTitle(0)`, `CurveColor(0)`, `CurveVisible(0)` and so on.
 class chart_view : public QCustomPlot {
     Q_OBJECT
@@ -28,6 +28,9 @@ class chart_view : public QCustomPlot {
     /// comparison when neither differs. A frozen chart keeps its picture and the titles of its curves, which
     /// name the scales that its values have, whatever becomes of the control's.
     void show_control(const iStripChartX& control, const strip_window& rows);
+
+    /// The title's line, and the part at either of its ends that a button stands in.
+    void set_title_room(int line, int free_end);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] double x_axis_min() const { return shown_.XAxisMin; }
@@ -70,6 +73,8 @@ class chart_view : public QCustomPlot {
     [[nodiscard]] QFont title_font() const;
     [[nodiscard]] QRect title_place() const;
 
+    int title_line_ = 24;
+    int free_end_ = 125;
     strip_plot plot_;
     QLabel* badge_;
     iStripChartX shown_;

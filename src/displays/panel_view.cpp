@@ -17,26 +17,41 @@
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/show.h"
 
+#include <QStyleOptionGroupBox>
+
 #include <algorithm>
+#include <initializer_list>
 #include <type_traits>
 
 namespace tyxo {
 
 namespace {
 
-// The size of `Frame_sensor` that the places below are given for.
-constexpr double design_width = 397;
-constexpr double design_height = 119;
+// The part of `Frame_sensor` within its lines that the places below are given for.
+constexpr rectangle design_inside{5, 15, 389, 101};
+constexpr int inside_gap = 2; // between the lines and the instruments
 constexpr double greatest_text_scale = 1.5;
 
 QRect on_screen(const rectangle& place) {
     return {place.left, place.top, place.width, place.height};
 }
 
-/// The chart of the channel takes its whole row.
-bool enlarged(i16 channel) {
-    return sensor::channels[static_cast<std::size_t>(channel)].xy_zoom_state &&
-           charts.chart[static_cast<std::size_t>(channel)].Visible;
+// The captions of the buttons that need the most room.
+constexpr const char* widest_zoom = "Enlarge XY graph";
+constexpr const char* widest_word = "Thermosignal";
+constexpr int button_rim = 6;
+
+/// The inside of a group frame, below its title and within its lines.
+QRect inside_of(const QGroupBox& frame) {
+    QStyleOptionGroupBox option;
+    option.initFrom(&frame);
+    option.text = frame.title();
+    option.lineWidth = 1;
+    option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
+    option.textAlignment = Qt::AlignLeft;
+    const QRect lines =
+        frame.style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxContents, &frame);
+    return lines.adjusted(inside_gap, inside_gap, -inside_gap, -inside_gap);
 }
 
 void set_text_size(QWidget* widget, double pixels) {
@@ -167,14 +182,24 @@ std::vector<QWidget*> panel_view::tab_stops() const {
     return {cmd_zoom_xy, chart, Label4, Lbl_alminhibit, XYplot, Cmd_diagramm, Cmd_diagramm2};
 }
 
-void panel_view::place(const quadrant_layout& layout) {
+void panel_view::measure(const QFont& letters, print_room& print) {
+    const QFontMetrics metrics(letters);
+    print.zoom_width = std::max(print.zoom_width, metrics.horizontalAdvance(widest_zoom) + 2 * button_rim);
+    print.zoom_height = std::max(print.zoom_height, metrics.height() + button_rim);
+    print.button_width =
+        std::max(print.button_width, metrics.horizontalAdvance(widest_word) + 2 * button_rim);
+}
+
+void panel_view::place(const quadrant_layout& layout, const print_room& print) {
     Frame_sensor->setGeometry(on_screen(layout.Frame_sensor));
-    const double across = layout.Frame_sensor.width / design_width;
-    const double down = layout.Frame_sensor.height / design_height;
+    const QRect inside = inside_of(*Frame_sensor);
+    const double across = 1.0 * inside.width() / design_inside.width;
+    const double down = 1.0 * inside.height() / design_inside.height;
     const double text = std::min({across, down, greatest_text_scale});
     for (const placed& item : instruments_) {
         const rectangle& place = item.place;
-        item.widget->setGeometry(static_cast<int>(place.left * across), static_cast<int>(place.top * down),
+        item.widget->setGeometry(inside.left() + static_cast<int>((place.left - design_inside.left) * across),
+                                 inside.top() + static_cast<int>((place.top - design_inside.top) * down),
                                  static_cast<int>(place.width * across),
                                  static_cast<int>(place.height * down));
         set_text_size(item.widget, item.font * text);
@@ -182,18 +207,23 @@ void panel_view::place(const quadrant_layout& layout) {
     XYplot->setGeometry(on_screen(layout.XYplot));
     Cmd_diagramm->setGeometry(on_screen(layout.Cmd_diagramm));
     Cmd_diagramm2->setGeometry(on_screen(layout.Cmd_diagramm2));
-    cmd_zoom_xy->setGeometry(on_screen(layout.cmd_zoom_xy));
     Frame_message->setGeometry(on_screen(layout.Frame_message));
-    Lbl_dama->setGeometry(Frame_message->rect().adjusted(6, 14, -6, -4));
+    Lbl_dama->setGeometry(inside_of(*Frame_message));
+    chart->set_title_room(print.zoom_height + 2, print.zoom_width + 7);
     show_chart();
 }
 
 void panel_view::show_chart() {
     const iStripChartX& control = charts.chart[static_cast<std::size_t>(channel_)];
     chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
-    const bool whole_row = sensor::channels[static_cast<std::size_t>(channel_)].xy_zoom_state;
-    row_cover_->setGeometry(0, control.Top, row_cover_->parentWidget()->width(), control.Height);
-    row_cover_->setVisible(whole_row && control.Visible);
+    row_cover_->setGeometry(on_screen(row_place(channel_)));
+    row_cover_->setVisible(fills_row(channel_));
+    cmd_zoom_xy->setGeometry(on_screen(zoom_button_place(channel_)));
+    const QString& what = chart->title();
+    const QString tip = fills_row(channel_) ? tr("Shows the charts of this row beside each other again")
+                                            : tr("Gives the whole row to chart %1").arg(what);
+    const QString shown = tool_tip(tip);
+    if (cmd_zoom_xy->toolTip() != shown) cmd_zoom_xy->setToolTip(shown);
     chart->show_control(control, shown_rows(channel_));
 }
 
@@ -242,12 +272,15 @@ void panel_view::show_names() {
 
 /// What lies under an enlarged chart is no stop of the Tab key.
 void panel_view::show_stops() {
-    const bool covered = enlarged(channel_) || enlarged(row_neighbour(channel_));
-    for (QWidget* control : {static_cast<QWidget*>(Label4), static_cast<QWidget*>(Lbl_alminhibit),
-                             static_cast<QWidget*>(XYplot)})
+    const bool covered = fills_row(channel_) || fills_row(row_neighbour(channel_));
+    for (QWidget* control : std::initializer_list<QWidget*>{Label4, Lbl_alminhibit, XYplot}) {
+        if (covered && control->hasFocus()) cmd_zoom_xy->setFocus();
         control->setFocusPolicy(covered ? Qt::NoFocus : Qt::TabFocus);
-    for (QPushButton* button : {Cmd_diagramm, Cmd_diagramm2})
+    }
+    for (QPushButton* button : {Cmd_diagramm, Cmd_diagramm2}) {
+        if (covered && button->hasFocus()) cmd_zoom_xy->setFocus();
         button->setFocusPolicy(covered ? Qt::NoFocus : Qt::StrongFocus);
+    }
 }
 
 } // namespace tyxo

@@ -31,7 +31,10 @@ class panel_view : public QObject {
   public:
     panel_view(i16 channel, QWidget* parent);
 
-    void place(const quadrant_layout& layout);
+    void place(const quadrant_layout& layout, const print_room& print);
+
+    /// The room that the letters of the zoom and diagram buttons need, in the font of the desktop.
+    static void measure(const QFont& letters, print_room& print);
     void show_state();
 
     /// An enlarged chart lies over the instruments of its row, and under the zoom buttons: charts are made

@@ -32,7 +32,7 @@ void wait_events(int milliseconds);
 /// arrive meanwhile are delivered at the release.
 void hold_events(bool held);
 
-/// The screen in pixels.
+/// The screen in the dots that windows are laid out in; a scaled desktop has fewer of them than pixels.
 struct screen_size {
     int width = 0;
     int height = 0;

@@ -1,10 +1,13 @@
 // Pictures of all windows for engines of every kind, for people to look at.
 //
-//     build/release/window_pictures FOLDER
+//     build/release/window_pictures FOLDER [WIDTHxHEIGHT [POINTS]]
+//
+// With a size, as the windows open on such a screen; QT_SCALE_FACTOR=1.5 scales it.
 
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "desktop/picture_options.h"
 #include "desktop/settings_file.h"
 #include "dialogs/frmabort.h"
 #include "dialogs/frmalert.h"
@@ -38,6 +41,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QPrinter>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -127,14 +131,19 @@ class picture_taker {
 
     void resize(const QString& name, QSize size) {
         show();
-        window(name)->resize(size);
+        window(name)->resize(size.boundedTo(main_.screen()->availableSize()));
         show();
     }
 
     /// Shows what the core says and saves a window's picture.
     void take(const QString& name, const QString& file) {
         show();
-        failed_ = failed_ || !window(name)->grab().save(folder_ + '/' + file + ".png");
+        QWidget* const taken = window(name);
+        failed_ = failed_ || !taken->grab().save(folder_ + '/' + file + ".png");
+        const QSize screen = main_.screen()->availableSize();
+        if (taken->width() <= screen.width() && taken->height() <= screen.height()) return;
+        QTextStream(stdout) << file << ": " << taken->width() << " x " << taken->height()
+                            << " exceeds the screen\n";
     }
 
     [[nodiscard]] bool failed() const { return failed_; }
@@ -333,23 +342,24 @@ bool print_page(const QString& folder, i16 channel) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREEN);
+    const picture_options options(argc, argv);
+    if (!options.valid()) {
+        QTextStream(stderr) << "usage: window_pictures FOLDER [WIDTHxHEIGHT [POINTS]]\n";
+        return 2;
     }
+    options.use_screen(SCREEN);
     QApplication::setStyle("Fusion");
     const QApplication application(argc, argv);
     use_light_palette();
-    if (argc != 2) {
-        QTextStream(stderr) << "usage: window_pictures FOLDER\n";
-        return 2;
-    }
-    const QString folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    options.use_letters();
+    const QString& folder = options.folder;
     const QTemporaryDir plant;
     if (!QDir().mkpath(folder) || !QDir::setCurrent(plant.path()) ||
         !QDir().mkpath("logs/Port main engine") || !QDir().mkpath("events") ||
         !write_settings_file(settings_text))
         return 1;
     wire();
+    options.answer_boxes();
     mainfrm_view main_window;
     form_load(main_window.width(), main_window.height());
     main_window.show();

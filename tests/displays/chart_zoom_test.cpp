@@ -126,9 +126,54 @@ TEST_P(ChartZoom, TheButtonsOfARowStandAtBothEndsOfTheTitleLine) {
     }
 }
 
+bool lies_in(const rectangle& inner, const rectangle& outer) {
+    return inner.left >= outer.left && inner.top >= outer.top &&
+           inner.left + inner.width <= outer.left + outer.width &&
+           inner.top + inner.height <= outer.top + outer.height;
+}
+
+TEST_P(ChartZoom, TheWholeRowDownToItsFramesLowerEdgeIsCovered) {
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        EXPECT_FALSE(fills_row(channel));
+        cmd_zoom_xy_click(channel);
+        EXPECT_TRUE(fills_row(channel));
+        EXPECT_FALSE(fills_row(neighbour(channel)));
+        const rectangle row = row_place(channel);
+        for (const i16 covered : {channel, neighbour(channel)}) {
+            const quadrant_layout& quadrant = layout_.quadrants[static_cast<std::size_t>(covered)];
+            for (const rectangle& place : {quadrant.chart, quadrant.Frame_sensor, quadrant.XYplot,
+                                           quadrant.Frame_message, quadrant.Cmd_diagramm2})
+                EXPECT_TRUE(lies_in(place, row)) << covered;
+        }
+        const iStripChartX& chart = charts.chart[channel];
+        EXPECT_TRUE(lies_in({chart.Left, chart.Top, chart.Width, chart.Height}, row));
+        const rectangle& frame = layout_.quadrants[static_cast<std::size_t>(channel)].Frame_sensor;
+        EXPECT_EQ(row.top + row.height, frame.top + frame.height) << "nothing of the next row";
+        cmd_zoom_xy_click(channel);
+    }
+}
+
+TEST_P(ChartZoom, BothButtonsOfARowStandInTheChartThatIsSeen) {
+    const auto place_of = [](i16 channel) {
+        const iStripChartX& chart = charts.chart[channel];
+        return rectangle{chart.Left, chart.Top, chart.Width, chart.Height};
+    };
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        EXPECT_TRUE(lies_in(zoom_button_place(channel), place_of(channel)));
+        cmd_zoom_xy_click(channel);
+        const rectangle own = zoom_button_place(channel);
+        const rectangle other = zoom_button_place(neighbour(channel));
+        EXPECT_TRUE(lies_in(own, place_of(channel)));
+        EXPECT_TRUE(lies_in(other, place_of(channel)));
+        EXPECT_TRUE(own.left + own.width <= other.left || other.left + other.width <= own.left);
+        cmd_zoom_xy_click(channel);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Windows, ChartZoom,
                          testing::Values(size_row{1272, 911, false}, size_row{1280, 1002, true},
-                                         size_row{1920, 1058, true}, size_row{3840, 2100, true}),
+                                         size_row{1920, 1058, true}, size_row{3840, 2100, true},
+                                         size_row{1024, 690, true}, size_row{1366, 690, true}),
                          [](const auto& row) { return "Width" + std::to_string(row.param.width); });
 
 TEST(ChartZoomOfNoChart, IsAFailure) {

@@ -4,6 +4,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tyxo {
@@ -24,8 +25,19 @@ struct client_size {
     i32 height;
 };
 
-constexpr std::array<client_size, 6> client_sizes{
-    {{1272, 911}, {1280, 1002}, {1366, 1024}, {1920, 1058}, {2561, 1441}, {3840, 2100}}};
+constexpr std::array<client_size, 11> client_sizes{{{1272, 911},
+                                                    {1280, 1002},
+                                                    {1366, 1024},
+                                                    {1920, 1058},
+                                                    {2561, 1441},
+                                                    {3840, 2100},
+                                                    {1024, 690},
+                                                    {1280, 642},
+                                                    {1280, 722},
+                                                    {1366, 690},
+                                                    {1536, 786}}};
+
+constexpr print_room large_letters{88, 520, 200, 36, 236, 34, 152};
 
 /// The controls of a quadrant that show at the same time: plot and buttons, or the message in their place.
 std::vector<named_place> visible_places(const window_layout& layout, bool plots) {
@@ -57,8 +69,11 @@ bool overlap(const rectangle& one, const rectangle& other) {
 
 TEST(Layout, NothingOverlapsAndNothingLeavesTheClientArea) {
     for (const client_size& size : client_sizes) {
-        for (const bool plots : {false, true}) {
-            const auto places = visible_places(layout_window(size.width, size.height, true), plots);
+        for (const auto& [print, plots] : {std::pair{print_room{}, false},
+                                           {print_room{}, true},
+                                           {large_letters, false},
+                                           {large_letters, true}}) {
+            const auto places = visible_places(layout_window(size.width, size.height, true, print), plots);
             for (std::size_t one = 0; one < places.size(); ++one) {
                 const rectangle& place = places[one].place;
                 const std::string trace = places[one].name + " at " + testing::PrintToString(place) + " in " +
@@ -151,7 +166,7 @@ TEST(Layout, TheMessageStandsInThePlaceOfThePlot) {
 
 TEST(Layout, TheNormalWindowHasTheDesignPositionsWhateverItsSize) {
     const window_layout design = layout_window(design_client_width, design_client_height, false);
-    for (const client_size& size : {client_size{800, 600}, {1272, 911}, {1280, 1002}, {3840, 2100}}) {
+    for (const client_size& size : {client_size{1272, 911}, {1280, 1002}, {3840, 2100}}) {
         const window_layout layout = layout_window(size.width, size.height, false);
         for (std::size_t index = 0; index < layout.quadrants.size(); ++index)
             expect_moved(design.quadrants[index], layout.quadrants[index], 0, 0);
@@ -159,6 +174,53 @@ TEST(Layout, TheNormalWindowHasTheDesignPositionsWhateverItsSize) {
         EXPECT_EQ(layout.frame_resolution, design.frame_resolution);
         EXPECT_EQ(layout.Lbl_TY_logger, design.Lbl_TY_logger);
         EXPECT_EQ(layout.StatusBar, design.StatusBar);
+    }
+}
+
+TEST(Layout, ANormalWindowOnASmallScreenHasThePlacesOfItsClientArea) {
+    const window_layout normal = layout_window(1024, 690, false);
+    const window_layout maximised = layout_window(1024, 690, true);
+    for (std::size_t index = 0; index < normal.quadrants.size(); ++index)
+        expect_moved(maximised.quadrants[index], normal.quadrants[index], 0, 0);
+    EXPECT_EQ(normal.StatusBar, maximised.StatusBar);
+}
+
+TEST(Layout, InALowWindowTheInstrumentsKeepTheirHeightAndTheChartsGiveWay) {
+    const window_layout design = layout_window(design_client_width, design_client_height, false);
+    const i32 instruments = design.quadrants[0].Frame_sensor.height;
+    for (const i32 height : {911, 910, 850, 786, 722, 690, 642}) {
+        const quadrant_layout quadrant = layout_window(1272, height, true).quadrants[0];
+        EXPECT_EQ(quadrant.Frame_sensor.height, instruments) << height;
+        EXPECT_EQ(quadrant.Cmd_diagramm.height, design.quadrants[0].Cmd_diagramm.height) << height;
+        EXPECT_LE(quadrant.chart.height, 278) << height;
+        EXPECT_GE(quadrant.chart.height, 90) << height;
+    }
+}
+
+TEST(Layout, EvenTheLowestWindowHasBothInstrumentsAndCharts) {
+    for (const i32 height : {560, 520, 480, 440}) {
+        const quadrant_layout quadrant = layout_window(1024, height, true).quadrants[0];
+        EXPECT_GE(quadrant.Frame_sensor.height, 70) << height;
+        EXPECT_GE(quadrant.chart.height, 90) << height;
+    }
+}
+
+TEST(Layout, PlotAndButtonsOfARowHaveOneUpperEdge) {
+    for (const client_size& size : client_sizes) {
+        const quadrant_layout quadrant = layout_window(size.width, size.height, true).quadrants[0];
+        EXPECT_EQ(quadrant.XYplot.top, quadrant.Cmd_diagramm.top) << size.width;
+    }
+}
+
+TEST(Layout, LargeLettersGetTheRoomThatTheyNeed) {
+    const window_layout layout = layout_window(1920, 1002, true, large_letters);
+    EXPECT_EQ(layout.Text_status.height, large_letters.text_height);
+    EXPECT_EQ(layout.frame_resolution.width, large_letters.resolution_width);
+    EXPECT_EQ(layout.Lbl_TY_logger.width, large_letters.logger_width);
+    for (const quadrant_layout& quadrant : layout.quadrants) {
+        EXPECT_EQ(quadrant.cmd_zoom_xy.width, large_letters.zoom_width);
+        EXPECT_EQ(quadrant.cmd_zoom_xy.height, large_letters.zoom_height);
+        EXPECT_EQ(quadrant.Cmd_diagramm.width, large_letters.button_width);
     }
 }
 

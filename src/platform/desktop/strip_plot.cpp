@@ -120,6 +120,11 @@ strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
     }
 }
 
+void strip_plot::set_title_line(int pixels) {
+    look_.title_line = pixels;
+    plot_.plotLayout()->setMargins({0, pixels, 0, 0});
+}
+
 int strip_plot::graph_width() const {
     return std::max(plot_.width() - left_margin - right_margin, 1);
 }

@@ -35,6 +35,9 @@ class strip_plot {
     /// Legend and labels anew, for the plot's present size.
     void arrange();
 
+    /// Leaves a line of this height free at the top.
+    void set_title_line(int pixels);
+
     /// The width that the curves have at the plot's present size, in pixels of the device.
     [[nodiscard]] int columns() const;
 

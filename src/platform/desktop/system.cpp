@@ -114,8 +114,7 @@ bool desktop::events_held() {
 }
 
 screen_size screen() {
-    const QScreen* const primary = QGuiApplication::primaryScreen();
-    const QSize size = primary->geometry().size() * primary->devicePixelRatio();
+    const QSize size = QGuiApplication::primaryScreen()->size();
     return {size.width(), size.height()};
 }
 
