@@ -207,6 +207,7 @@ void mainfrm_view::show_state() {
         opt_res[index]->setChecked(index == charts.opt_res);
     }
     windows_.show_state();
+    if (charts.layout.print != measured_print()) place(); // captions have come
 }
 
 print_room mainfrm_view::measured_print() const {
@@ -228,7 +229,7 @@ void mainfrm_view::place() {
         layout_window(client.width(), client.height(), isMaximized() || isFullScreen(), measured_print());
     place_charts(layout);
     for (std::size_t channel = 0; channel < panels_.size(); ++channel) {
-        panels_[channel]->place(layout.quadrants[channel], layout.print);
+        panels_[channel]->place(layout.quadrants[channel]);
     }
     Text_status->setGeometry(on_screen(layout.Text_status));
     frame_resolution->setGeometry(on_screen(layout.frame_resolution));

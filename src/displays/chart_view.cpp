@@ -70,10 +70,11 @@ void chart_view::describe() {
     if (isHidden() == shown_.Visible) setVisible(shown_.Visible);
 }
 
-void chart_view::set_title_room(int line, int free_end) {
-    if (line == title_line_ && free_end == free_end_) return;
+void chart_view::set_title_room(int line, int left_end, int right_end) {
+    if (line == title_line_ && left_end == left_end_ && right_end == right_end_) return;
     title_line_ = line;
-    free_end_ = free_end;
+    left_end_ = left_end;
+    right_end_ = right_end;
     plot_.set_title_line(line);
     laid_out_ = {};
     place_badge();
@@ -92,8 +93,12 @@ QFont chart_view::title_font() const {
 }
 
 QRect chart_view::title_place() const {
+    const QRect line(0, 0, width(), title_line_);
     const int badge = shown_.Frozen ? badge_->sizeHint().width() + badge_gap : 0;
-    return QRect(0, 0, width(), title_line_).adjusted(free_end_ + badge, 0, -free_end_ - badge, 0);
+    const int even = std::max(left_end_, right_end_) + badge;
+    const QRect middle = line.adjusted(even, 0, -even, 0);
+    if (QFontMetrics(title_font()).horizontalAdvance(title()) <= middle.width()) return middle;
+    return line.adjusted(left_end_, 0, -right_end_ - badge, 0);
 }
 
 void chart_view::place_badge() {

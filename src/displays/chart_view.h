@@ -29,8 +29,9 @@ class chart_view : public QCustomPlot {
     /// name the scales that its values have, whatever becomes of the control's.
     void show_control(const iStripChartX& control, const strip_window& rows);
 
-    /// The title's line, and the part at either of its ends that a button stands in.
-    void set_title_room(int line, int free_end);
+    /// The height of the title's line, and the parts at its ends that buttons stand in. The title stands in
+    /// the middle as long as it keeps free the same at both ends.
+    void set_title_room(int line, int left_end, int right_end);
 
     [[nodiscard]] QString title() const;
     [[nodiscard]] double x_axis_min() const { return shown_.XAxisMin; }
@@ -74,7 +75,8 @@ class chart_view : public QCustomPlot {
     [[nodiscard]] QRect title_place() const;
 
     int title_line_ = 24;
-    int free_end_ = 125;
+    int left_end_ = 125;
+    int right_end_ = 125;
     strip_plot plot_;
     QLabel* badge_;
     iStripChartX shown_;

@@ -13,8 +13,7 @@ constexpr i32 design_chart_height = 278;
 constexpr i32 least_chart_height = 90;
 constexpr i32 design_sensor_height = 125;
 constexpr i32 greatest_sensor_height = 200;
-constexpr i32 least_text_width = 200;    // of `Text_status`
-constexpr i32 greatest_button_share = 4; // the two diagram buttons take this part of a quadrant at most
+constexpr i32 least_text_width = 200; // of `Text_status`
 
 /// The chart has its design height; what a larger window gives goes to the instruments first, and what a
 /// smaller one takes away is taken from the chart.
@@ -30,7 +29,7 @@ quadrant_layout layout_quadrant(i16 channel, i32 left, i32 top, i32 width, i32 h
     const i32 sensor_height = sensor_height_of(height);
     const i32 sensor_top = top + height - sensor_height;
     const i32 button_width =
-        std::max(print_room{}.button_width, std::min(print.button_width, width / greatest_button_share));
+        std::max(print_room{}.button_width, std::min(print.button_width, width * 3 / 10));
     const i32 plot_size = std::min(sensor_height - gap, (width - button_width) / 4);
     const i32 right = left + width;
     const i32 buttons_left = right - button_width - gap;

@@ -40,12 +40,13 @@ QRect on_screen(const rectangle& place) {
 constexpr const char* widest_zoom = "Enlarge XY graph";
 constexpr const char* widest_word = "Thermosignal";
 constexpr int button_rim = 6;
+constexpr int title_gap = 7; // between a button and the title of the chart
 
 /// The inside of a group frame, below its title and within its lines.
 QRect inside_of(const QGroupBox& frame) {
     QStyleOptionGroupBox option;
     option.initFrom(&frame);
-    option.text = frame.title();
+    option.text = frame.title().isEmpty() ? QString('X') : frame.title(); // one may come
     option.lineWidth = 1;
     option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
     option.textAlignment = Qt::AlignLeft;
@@ -115,7 +116,7 @@ void panel_view::make_displays() {
     connect(Label4, &click_label::clicked, this, on_view_command(Label4_click));
     Label4->setToolTip(tr("A click shows the other value"));
     digi_Thermo = instrument<analog_display_view>("digi_Thermo", {166, 32, 84, 26}, 16);
-    caption("Lbl_tmv", "Thermovoltage", {166, 66, 88, 15});
+    caption("Lbl_tmv", "Thermovoltage", {166, 66, 92, 15});
     t_mv = instrument<analog_display_view>("t_mv", {166, 82, 84, 26}, 16);
     name(t_mv, tr("Thermovoltage"));
 }
@@ -190,7 +191,7 @@ void panel_view::measure(const QFont& letters, print_room& print) {
         std::max(print.button_width, metrics.horizontalAdvance(widest_word) + 2 * button_rim);
 }
 
-void panel_view::place(const quadrant_layout& layout, const print_room& print) {
+void panel_view::place(const quadrant_layout& layout) {
     Frame_sensor->setGeometry(on_screen(layout.Frame_sensor));
     const QRect inside = inside_of(*Frame_sensor);
     const double across = 1.0 * inside.width() / design_inside.width;
@@ -209,13 +210,17 @@ void panel_view::place(const quadrant_layout& layout, const print_room& print) {
     Cmd_diagramm2->setGeometry(on_screen(layout.Cmd_diagramm2));
     Frame_message->setGeometry(on_screen(layout.Frame_message));
     Lbl_dama->setGeometry(inside_of(*Frame_message));
-    chart->set_title_room(print.zoom_height + 2, print.zoom_width + 7);
     show_chart();
 }
 
 void panel_view::show_chart() {
     const iStripChartX& control = charts.chart[static_cast<std::size_t>(channel_)];
     chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
+    const print_room& print = charts.layout.print;
+    const int end = print.zoom_width + title_gap;
+    const bool both = fills_row(channel_);
+    chart->set_title_room(print.zoom_height + 2, both || channel_ < 2 ? end : title_gap,
+                          both || channel_ >= 2 ? end : title_gap);
     row_cover_->setGeometry(on_screen(row_place(channel_)));
     row_cover_->setVisible(fills_row(channel_));
     cmd_zoom_xy->setGeometry(on_screen(zoom_button_place(channel_)));

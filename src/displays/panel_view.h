@@ -31,7 +31,7 @@ class panel_view : public QObject {
   public:
     panel_view(i16 channel, QWidget* parent);
 
-    void place(const quadrant_layout& layout, const print_room& print);
+    void place(const quadrant_layout& layout);
 
     /// The room that the letters of the zoom and diagram buttons need, in the font of the desktop.
     static void measure(const QFont& letters, print_room& print);

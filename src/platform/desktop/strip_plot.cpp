@@ -39,15 +39,19 @@ class given_ticks : public QCPAxisTicker {
 
 namespace {
 
-// Around the axes: room for the labels.
-constexpr int left_margin = 40;
+// Around the axes: room for the labels, in letters of the least size.
+constexpr int least_left_margin = 40;
 constexpr int right_margin = 16;
-constexpr int bottom_margin = 22;
-constexpr int legend_line = 17;
+constexpr int least_bottom_margin = 22;
+constexpr int least_legend_line = 17;
 constexpr int widest_legend = 100'000; // an empty one would take no width and leave none to the axes
 
-constexpr int label_pixels = 11;
-constexpr int label_space = 14; // between two labels of the X axis
+// Letters grow with the chart.
+constexpr int least_pixels = 11;
+constexpr int most_pixels = 15;
+constexpr int usual_height = 280;     // of a chart with the smallest letters
+constexpr int height_of_a_pixel = 70; // for each pixel more
+constexpr int label_space = 10;       // between two labels of the X axis
 constexpr int curve_width = 2;
 constexpr double paper_curve_width = 1.2;
 constexpr int paper_columns = 3840; // finer than the rows are kept
@@ -58,9 +62,9 @@ constexpr double farthest = 1000; // heights of the scale that a value is drawn 
 // A chart without curves stands back.
 constexpr QRgb quiet_print = 0xFF808080;
 
-QFont label_font(const QCustomPlot& plot) {
+QFont label_font(const QCustomPlot& plot, int pixels) {
     QFont font = plot.font();
-    font.setPixelSize(label_pixels);
+    font.setPixelSize(pixels);
     font.setBold(false);
     return font;
 }
@@ -85,19 +89,17 @@ strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
 
     QCPAxisRect& area = *plot.axisRect();
     area.setAutoMargins(QCP::msNone);
-    area.setMargins({left_margin, 2, right_margin, bottom_margin});
     area.insetLayout()->take(legend_);
     QCPLayoutGrid& page = *plot.plotLayout();
     page.setMargins({0, look.title_line, 0, 0});
     page.setRowSpacing(0);
     page.insertRow(0);
     auto* const legend_place = new QCPLayoutGrid; // keeps the ground of the legend as wide as the axes
-    legend_place->setMargins({left_margin, 0, right_margin, look.paper ? legend_line / 2 : 1});
+    legend_place_ = legend_place;
     page.addElement(0, 0, legend_place);
     legend_place->addElement(0, 0, legend_);
     legend_->setLayer("legend");
     legend_->setFillOrder(QCPLayoutGrid::foColumnsFirst);
-    legend_->setIconSize(16, 8);
     legend_->setIconTextPadding(4);
     legend_->setColumnSpacing(4);
     legend_->setRowSpacing(0);
@@ -125,8 +127,22 @@ void strip_plot::set_title_line(int pixels) {
     plot_.plotLayout()->setMargins({0, pixels, 0, 0});
 }
 
+int strip_plot::letters() const {
+    if (look_.paper) return least_pixels;
+    return std::clamp(least_pixels + (plot_.height() - usual_height) / height_of_a_pixel, least_pixels,
+                      most_pixels);
+}
+
+int strip_plot::left_margin() const {
+    return least_left_margin * letters() / least_pixels;
+}
+
+int strip_plot::legend_line() const {
+    return least_legend_line + letters() - least_pixels;
+}
+
 int strip_plot::graph_width() const {
-    return std::max(plot_.width() - left_margin - right_margin, 1);
+    return std::max(plot_.width() - left_margin() - right_margin, 1);
 }
 
 int strip_plot::columns() const {
@@ -140,7 +156,6 @@ void strip_plot::show(const iStripChartX& chart, const strip_window& rows) {
     shown_ = chart;
     if (!same) {
         set_colours();
-        set_fonts();
         set_y_scale();
     }
     if (!same_curves) set_curves();
@@ -156,6 +171,7 @@ void strip_plot::show(const iStripChartX& chart, const strip_window& rows) {
 }
 
 void strip_plot::arrange() {
+    set_fonts();
     pixel_ = span_ / graph_width();
     set_legend();
     if (any_rows_) {
@@ -186,11 +202,20 @@ void strip_plot::set_colours() {
     legend_->setTextColor(qt_colour(shown_.LegendFontColor));
 }
 
+/// Letters, and the room for them.
 void strip_plot::set_fonts() {
-    const QFont font = label_font(plot_);
+    const int pixels = letters();
+    if (pixels == set_pixels_) return;
+    set_pixels_ = pixels;
+    const QFont font = label_font(plot_, pixels);
     plot_.xAxis->setTickLabelFont(font);
     plot_.yAxis->setTickLabelFont(font);
     legend_->setFont(font);
+    legend_->setIconSize(16 * pixels / least_pixels, 8 * pixels / least_pixels);
+    legend_wrap_ = -1;
+    plot_.axisRect()->setMargins(
+        {left_margin(), 2, right_margin, least_bottom_margin * pixels / least_pixels});
+    legend_place_->setMargins({left_margin(), 0, right_margin, look_.paper ? legend_line() / 2 : 1});
 }
 
 void strip_plot::set_y_scale() {
@@ -255,8 +280,8 @@ void strip_plot::set_legend() {
     legend_->setWrap(wrap);
     for (QCPGraph* const graph : shown)
         graph->addToLegend(legend_);
-    legend_->setMinimumSize(0, lines * legend_line);
-    legend_->setMaximumSize(widest_legend, lines * legend_line);
+    legend_->setMinimumSize(0, lines * legend_line());
+    legend_->setMaximumSize(widest_legend, lines * legend_line());
     legend_->setVisible(lines > 0);
 }
 
@@ -286,7 +311,7 @@ void strip_plot::set_time_ticks() {
         const auto place = static_cast<double>(tick.time - axis.to);
         const double pixels = place / pixel_;
         const bool whole =
-            label / 2 <= right_margin - pixels && label / 2 <= left_margin + graph_width() + pixels;
+            label / 2 <= right_margin - pixels && label / 2 <= left_margin() + graph_width() + pixels;
         time_ticks_->major.push_back(place);
         time_ticks_->labels.push_back(whole ? qt_text(tick.text) : QString());
     }

@@ -9,6 +9,7 @@
 
 #include <vector>
 
+class QCPLayoutGrid;
 class QCPLegend;
 class QCustomPlot;
 
@@ -51,15 +52,20 @@ class strip_plot {
     void set_even_ticks();
     void fill(std::size_t curve, const strip_window& rows);
     [[nodiscard]] double span_of(const strip_window& rows) const;
+    [[nodiscard]] int letters() const;
+    [[nodiscard]] int left_margin() const;
+    [[nodiscard]] int legend_line() const;
     [[nodiscard]] int graph_width() const;
 
     QCustomPlot& plot_;
     strip_look look_;
     QCPLegend* legend_;
+    QCPLayoutGrid* legend_place_ = nullptr;
     QSharedPointer<given_ticks> time_ticks_;
     QSharedPointer<given_ticks> value_ticks_;
     iStripChartX shown_;
     bool set_up_ = false;
+    int set_pixels_ = 0; ///< the letters' size
     int legend_wrap_ = 0;
     double span_ = 1;  ///< ms
     double pixel_ = 1; ///< ms
