@@ -4,6 +4,7 @@
 #include "dialogs/picture_view.h"
 #include "platform/desktop/dialog.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/screen_room.h"
 #include "platform/desktop/show.h"
 
 #include <QApplication>
@@ -41,10 +42,9 @@ void keep_place(QWidget& widget) {
 /// letters therefore stand on a black plate and black ones on a white plate: 4.9 to 1 and 21 to 1.
 class alert_plate : public QLabel {
   public:
-    alert_plate(QWidget* parent, const QString& name, const QFont& font) : QLabel(parent) {
+    alert_plate(QWidget* parent, const QString& name) : QLabel(parent) {
         setObjectName(name);
         setTextFormat(Qt::PlainText); // an ampersand in a location is a letter
-        setFont(font);
         setMargin(gap / 2);
         keep_place(*this);
     }
@@ -83,7 +83,6 @@ frmalert_view::frmalert_view()
     make_lines(*rows);
     CmdAck = new QPushButton(this);
     CmdAck->setObjectName("CmdAck");
-    CmdAck->setFont(headline_font(font(), 1.5));
     CmdAck->setMinimumWidth(button_width);
     CmdAck->setDefault(true);
     CmdAck->installEventFilter(this);
@@ -93,8 +92,31 @@ frmalert_view::frmalert_view()
     show_phase();
     show_lines();
     ensurePolished();
-    layout()->activate();
+    fit_screen();
     winId(); // made now, so that the first alarm finds its window ready
+}
+
+/// Letters of one size for all lines: as large as the screen has room for the longest.
+void frmalert_view::fit_screen() {
+    const QSize room = screen_room(*this) - QSize(0, from_top);
+    for (const double share : {1.0, 0.9, 0.8, 0.7, 0.6, 0.5, 0.4}) {
+        set_letters(share);
+        layout()->activate();
+        if (layout()->sizeHint().boundedTo(room) == layout()->sizeHint()) break;
+    }
+}
+
+void frmalert_view::set_letters(double share) {
+    Lbl_attention->setFont(headline_font(font(), 4 * share));
+    Lbl_relay->setFont(headline_font(font(), 2 * share));
+    CmdAck->setFont(headline_font(font(), 1.5 * share));
+    const QFont letters = headline_font(font(), 1.3 * share);
+    const int widest = QFontMetrics(letters).horizontalAdvance(longest_line) + 2 * gap;
+    for (std::size_t index = 0; index < lbl_inst.size(); ++index) {
+        lbl_inst[index]->setFont(letters);
+        lbl_inst1[index]->setFont(letters);
+        lbl_inst1[index]->setMinimumWidth(widest);
+    }
 }
 
 void frmalert_view::make_headline(QBoxLayout& rows) {
@@ -112,8 +134,8 @@ void frmalert_view::make_headline(QBoxLayout& rows) {
     };
     Image1 = picture("Image1", "alarm_bell", tr("Alarm bell"));
     Image2 = picture("Image2", "alarm_engine", tr("Engine in danger"));
-    Lbl_attention = new alert_plate(this, "Lbl_attention", headline_font(font(), 4));
-    Lbl_relay = new alert_plate(this, "Lbl_relay", headline_font(font(), 2));
+    Lbl_attention = new alert_plate(this, "Lbl_attention");
+    Lbl_relay = new alert_plate(this, "Lbl_relay");
     for (alert_plate* label : {Lbl_attention, Lbl_relay}) {
         label->setAlignment(Qt::AlignCenter);
         words->addWidget(label);
@@ -128,13 +150,10 @@ void frmalert_view::make_lines(QBoxLayout& rows) {
     grid->setSpacing(gap / 2);
     grid->setColumnStretch(1, 1);
     rows.addLayout(grid);
-    const QFont letters = headline_font(font(), 1.3);
-    const int widest = QFontMetrics(letters).horizontalAdvance(longest_line) + 2 * gap;
     for (int index = 0; index < channel_count; ++index) {
         const auto at = static_cast<std::size_t>(index);
-        lbl_inst[at] = new alert_plate(this, element("lbl_inst", index), letters);
-        lbl_inst1[at] = new alert_plate(this, element("lbl_inst1", index), letters);
-        lbl_inst1[at]->setMinimumWidth(widest);
+        lbl_inst[at] = new alert_plate(this, element("lbl_inst", index));
+        lbl_inst1[at] = new alert_plate(this, element("lbl_inst1", index));
         grid->addWidget(lbl_inst[at], index, 0);
         grid->addWidget(lbl_inst1[at], index, 1);
     }

@@ -35,6 +35,8 @@ class frmalert_view : public QDialog {
   private:
     void make_headline(QBoxLayout& rows);
     void make_lines(QBoxLayout& rows);
+    void fit_screen();
+    void set_letters(double share);
     void show_phase();
     void show_lines();
     void appear();

@@ -2,6 +2,7 @@
 
 #include "dialogs/frmbrowse.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/screen_room.h"
 #include "platform/desktop/text.h"
 #include "platform/message_box.h"
 
@@ -54,7 +55,9 @@ class folder_window : public QFileDialog {
         for (const int column : {size_column, type_column}) // folders have none
             folders->hideColumn(column);
         folders->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-        resize(usual_letters * fontMetrics().averageCharWidth(), usual_lines * fontMetrics().lineSpacing());
+        const QSize usual(usual_letters * fontMetrics().averageCharWidth(),
+                          usual_lines * fontMetrics().lineSpacing());
+        resize(usual.boundedTo(screen_room(*this)));
         auto* const buttons = findChild<QDialogButtonBox*>();
         buttons->button(QDialogButtonBox::Open)->setObjectName("Ok");
     }

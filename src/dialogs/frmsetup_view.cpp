@@ -4,10 +4,12 @@
 #include "dialogs/frmsetup_rows_view.h"
 #include "dialogs/frmsetup_sensor_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/screen_room.h"
 #include "platform/desktop/show.h"
 
 #include <QBoxLayout>
 #include <QPushButton>
+#include <QStyle>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -16,7 +18,6 @@ namespace tyxo {
 namespace {
 
 constexpr QSize usual_size(1140, 690);      // and more with a large font
-constexpr int longest_caption = 24;         // letters of a tab's caption, a tool tip has the rest
 constexpr QRgb disabled_print = 0xFF4A5056; // locked settings are there to be read
 constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing to read
 
@@ -27,7 +28,12 @@ frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup",
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
     make_buttons(*rows);
-    resize(usual_size.expandedTo(minimumSizeHint()));
+    fit_screen();
+}
+
+/// As large as its pages ask for, as far as the screen has room.
+void frmsetup_view::fit_screen() {
+    resize(size().expandedTo(usual_size).expandedTo(sizeHint()).boundedTo(screen_room(*this)));
 }
 
 void frmsetup_view::make_tabs(QVBoxLayout& place) {
@@ -35,13 +41,15 @@ void frmsetup_view::make_tabs(QVBoxLayout& place) {
     SSTab->setObjectName("SSTab");
     place.addWidget(SSTab, 1);
     settings_ = new settings_page(SSTab);
-    SSTab->addTab(settings_, {});
+    SSTab->addTab(new scroll_page(settings_), {});
     for (i16 channel = 0; channel < channel_count; ++channel) {
         auto* const page = new sensor_page(channel, SSTab);
-        SSTab->addTab(page, {});
+        SSTab->addTab(new scroll_page(page), {});
         sensors_[static_cast<std::size_t>(channel)] = page;
     }
     QTabBar* const bar = SSTab->tabBar();
+    bar->setUsesScrollButtons(false); // captions give way, each as little as it must
+    bar->setElideMode(Qt::ElideRight);
     bar->setAccessibleName(tr("Settings and sensors"));
     QPalette colours = palette();
     colours.setColor(QPalette::Disabled, QPalette::WindowText, QColor(disabled_tab));
@@ -65,13 +73,23 @@ void frmsetup_view::show_tabs() {
     for (int tab = 0; tab < SSTab->count(); ++tab) {
         const auto index = static_cast<std::size_t>(tab);
         const QString caption = qt_text(frmSetup.SSTab.TabCaption[index]);
-        const QString text = without_mnemonic(front_of(caption, longest_caption));
+        const QString text = without_mnemonic(caption);
         if (SSTab->tabText(tab) != text) SSTab->setTabText(tab, text);
-        SSTab->setTabToolTip(tab, caption.size() > longest_caption ? tool_tip(caption) : QString());
         SSTab->setTabEnabled(tab, frmSetup.SSTab.TabEnabled[index]);
     }
     // Last, as a tab that gets disabled leaves the front; the one of a silent Evaluator may stand there.
     SSTab->setCurrentIndex(frmSetup.SSTab.Tab);
+}
+
+/// A caption that is cut off is told by a tool tip.
+void frmsetup_view::show_tab_tips() {
+    const QTabBar& bar = *SSTab->tabBar();
+    const int rim = bar.style()->pixelMetric(QStyle::PM_TabBarTabHSpace, nullptr, &bar);
+    for (int tab = 0; tab < SSTab->count(); ++tab) {
+        const QString caption = qt_text(frmSetup.SSTab.TabCaption[static_cast<std::size_t>(tab)]);
+        const bool whole = bar.fontMetrics().horizontalAdvance(caption) + rim <= bar.tabRect(tab).width();
+        SSTab->setTabToolTip(tab, whole ? QString() : tool_tip(caption));
+    }
 }
 
 void frmsetup_view::show_state() {
@@ -84,6 +102,8 @@ void frmsetup_view::show_state() {
     show_button(*cmd_cancel, frmSetup.cmd_cancel);
     show_button(*cmd_Refresh, frmSetup.cmd_Refresh);
     show_tabs();
+    if (opens) fit_screen();
+    show_tab_tips();
     if (opens) SSTab->tabBar()->setFocus(); // not where a key or the wheel changes something at once
     show_form(frmSetup.form);
 }

@@ -27,6 +27,8 @@ class frmsetup_view : public modal_dialog {
     void make_tabs(QVBoxLayout& place);
     void make_buttons(QVBoxLayout& place);
     void show_tabs();
+    void show_tab_tips();
+    void fit_screen();
 
     QTabWidget* SSTab = nullptr;
     settings_page* settings_ = nullptr;

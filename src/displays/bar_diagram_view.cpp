@@ -2,6 +2,7 @@
 
 #include "displays/bar_plot_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/screen_room.h"
 #include "platform/desktop/show.h"
 
 #include <QCloseEvent>
@@ -24,6 +25,7 @@ constexpr double axis_bottom = 416;
 constexpr double label_top = 424;
 constexpr double label_height = 20;
 constexpr double text_height = 12;
+constexpr QSize least_size(800, 500); // where the screen has room for it
 constexpr double least_scale = 0.8;
 constexpr double greatest_text_scale = 2.5;
 constexpr int least_pixels = 6;
@@ -62,9 +64,9 @@ bar_diagram_view::bar_diagram_view(bar_form& form, const char* name, QWidget* pa
     Lbl_zyl->setAlignment(Qt::AlignRight | Qt::AlignTop);
     Lbl_mtyp1 = make_label("Lbl_mtyp1");
     Lbl_mtyp2 = make_label("Lbl_mtyp2");
-    setMinimumSize(static_cast<int>(design::width * least_scale),
-                   static_cast<int>(design::height * least_scale));
-    resize(static_cast<int>(design::width), static_cast<int>(design::height));
+    const QSize usual(static_cast<int>(design::width), static_cast<int>(design::height));
+    setMinimumSize(least_size.boundedTo(screen_room(*this)));
+    resize(usual.expandedTo(least_size).boundedTo(screen_room(*this)));
 }
 
 QLabel* bar_diagram_view::make_label(const QString& name) {

@@ -3,6 +3,7 @@
 #include "displays/canvas_view.h"
 #include "displays/paint_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/screen_room.h"
 #include "platform/desktop/show.h"
 
 #include <QCheckBox>
@@ -23,7 +24,7 @@ namespace {
 constexpr canvas_view::design surface_design{316, 185, 10, 4};
 
 constexpr QSize usual_size(1240, 760);
-constexpr QSize least_size(800, 500);
+constexpr QSize least_size(1000, 620); // where the screen has room for it
 
 // The legend with the least room to the next one.
 constexpr const char* widest_legend = "Angular acceleration rel. to average value";
@@ -63,8 +64,8 @@ frmdetailedpic_view::frmdetailedpic_view(QWidget* parent) : QWidget(parent, Qt::
     column->addWidget(surface_, 1);
     make_labels();
     make_check_boxes();
-    setMinimumSize(least_size);
-    resize(usual_size);
+    setMinimumSize(least_size.boundedTo(screen_room(*this)));
+    resize(usual_size.boundedTo(screen_room(*this)));
 }
 
 QLabel* frmdetailedpic_view::make_label(const QString& name) {

@@ -55,9 +55,13 @@ QRect inside_of(const QGroupBox& frame) {
     return lines.adjusted(inside_gap, inside_gap, -inside_gap, -inside_gap);
 }
 
+/// Letters that would be too small to read are rather made narrower.
 void set_text_size(QWidget* widget, double pixels) {
+    constexpr int least_pixels = 9;
     QFont font = widget->font();
-    font.setPixelSize(std::max(9, static_cast<int>(pixels)));
+    font.setPixelSize(std::max(least_pixels, static_cast<int>(pixels)));
+    font.setStretch(std::min(static_cast<int>(QFont::Unstretched * pixels / least_pixels),
+                             static_cast<int>(QFont::Unstretched)));
     widget->setFont(font);
 }
 

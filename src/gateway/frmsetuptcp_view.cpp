@@ -5,6 +5,7 @@
 #include "gateway/status_line_view.h"
 #include "gateway/tcp_picture_view.h"
 #include "platform/desktop/handlers.h"
+#include "platform/desktop/screen_room.h"
 #include "platform/desktop/show.h"
 #include "platform/desktop/text.h"
 
@@ -16,7 +17,6 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -27,7 +27,6 @@ namespace tyxo {
 namespace {
 
 constexpr QSize usual_size(1000, 680);
-constexpr QSize frame_room(10, 50); // px, around the window
 constexpr int column_gap = 24;
 constexpr int label_gap = 12;
 constexpr int least_button_width = 130;
@@ -42,7 +41,7 @@ frmsetuptcp_view::frmsetuptcp_view(QWidget* parent) : QMainWindow(parent) {
     set_disabled_print(*this, disabled_print);
     make_menu();
     auto* const client = new QWidget(this);
-    setCentralWidget(client);
+    setCentralWidget(new scroll_page(client));
     auto* const rows = new QVBoxLayout(client);
     make_parameters(*rows);
     make_status(*rows);
@@ -51,7 +50,7 @@ frmsetuptcp_view::frmsetuptcp_view(QWidget* parent) : QMainWindow(parent) {
     rows->addLayout(end);
     end->addStretch();
     add_button("Cmd_close", "close", Cmd_close_click, *end);
-    resize(usual_size);
+    resize(usual_size.boundedTo(screen_room(*this)));
 }
 
 QAction* frmsetuptcp_view::add_item(QMenu* menu, const char* name, const QString& caption,
@@ -196,7 +195,7 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
 /// As much of its rows as the screen has room for.
 void frmsetuptcp_view::grow() {
     const QSize rows = centralWidget()->sizeHint() + QSize(0, menuBar()->sizeHint().height());
-    resize(size().expandedTo(rows).boundedTo(screen()->availableSize() - frame_room));
+    resize(size().expandedTo(rows).boundedTo(screen_room(*this)));
 }
 
 void frmsetuptcp_view::show_window() {
