@@ -18,6 +18,7 @@ namespace tyxo {
 namespace {
 
 constexpr QSize usual_size(1140, 690);      // and more with a large font
+constexpr int page_rim = 40;                // px, around a page
 constexpr QRgb disabled_print = 0xFF4A5056; // locked settings are there to be read
 constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing to read
 
@@ -33,7 +34,13 @@ frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup",
 
 /// As large as its pages ask for, as far as the screen has room.
 void frmsetup_view::fit_screen() {
-    resize(size().expandedTo(usual_size).expandedTo(sizeHint()).boundedTo(screen_room(*this)));
+    // Captions of tabs widen nothing, they give way.
+    const QSize around(page_rim,
+                       page_rim + SSTab->tabBar()->sizeHint().height() + cmd_OK->sizeHint().height());
+    QSize wanted;
+    for (const QWidget* page : pages_)
+        wanted = wanted.expandedTo(page->minimumSizeHint() + around);
+    resize(size().expandedTo(usual_size).expandedTo(wanted).boundedTo(screen_room(*this)));
 }
 
 void frmsetup_view::make_tabs(QVBoxLayout& place) {
@@ -41,10 +48,10 @@ void frmsetup_view::make_tabs(QVBoxLayout& place) {
     SSTab->setObjectName("SSTab");
     place.addWidget(SSTab, 1);
     settings_ = new settings_page(SSTab);
-    SSTab->addTab(new scroll_page(settings_), {});
+    add_page(settings_);
     for (i16 channel = 0; channel < channel_count; ++channel) {
         auto* const page = new sensor_page(channel, SSTab);
-        SSTab->addTab(new scroll_page(page), {});
+        add_page(page);
         sensors_[static_cast<std::size_t>(channel)] = page;
     }
     QTabBar* const bar = SSTab->tabBar();
@@ -57,6 +64,11 @@ void frmsetup_view::make_tabs(QVBoxLayout& place) {
     connect(SSTab, &QTabWidget::currentChanged, this, [](int tab) {
         desktop::run_handler(desktop::source::view, [tab] { SSTab_click(static_cast<i16>(tab)); });
     });
+}
+
+void frmsetup_view::add_page(QWidget* page) {
+    SSTab->addTab(new scroll_page(page), {});
+    pages_.push_back(page);
 }
 
 void frmsetup_view::make_buttons(QVBoxLayout& place) {

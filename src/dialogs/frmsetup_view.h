@@ -5,6 +5,7 @@
 #include "platform/desktop/dialog.h"
 
 #include <array>
+#include <vector>
 
 class QTabWidget;
 class QVBoxLayout;
@@ -29,10 +30,12 @@ class frmsetup_view : public modal_dialog {
     void show_tabs();
     void show_tab_tips();
     void fit_screen();
+    void add_page(QWidget* page);
 
     QTabWidget* SSTab = nullptr;
     settings_page* settings_ = nullptr;
     std::array<sensor_page*, channel_count> sensors_{};
+    std::vector<QWidget*> pages_; // of the tabs
     QPushButton* cmd_OK = nullptr;
     QPushButton* cmd_cancel = nullptr;
     QPushButton* cmd_Refresh = nullptr;

@@ -16,6 +16,8 @@ const QColor grid_color(222, 222, 222);
 constexpr double share_of_width = 0.76; // leaves a gap between the cylinders
 constexpr double most_ticks = 60;
 constexpr int outward_ticks = 4;
+constexpr double mark_share = 0.025; // of the axis, from its end to a mark
+constexpr double mark_pixels = 9;
 
 /// The range of an axis; a range that cannot be drawn becomes 0 to 1.
 QCPRange range_of(const bar_axis& axis) {
@@ -143,13 +145,23 @@ void bar_plot_view::show_series() {
     while (bars_.size() > shown_.series.size()) {
         removePlottable(bars_.back());
         bars_.pop_back();
+        for (int mark = 0; mark < 2; ++mark) {
+            removePlottable(marks_.back());
+            marks_.pop_back();
+        }
     }
     const double count = static_cast<double>(shown_.series.size());
     for (std::size_t index = 0; index < shown_.series.size(); ++index) {
         const bar_series& series = shown_.series[index];
         const std::string& second = shown_.YAxes[1].Name;
         QCPAxis* const axis = !series.YAxisName.empty() && series.YAxisName == second ? yAxis2 : yAxis;
-        if (index == bars_.size()) bars_.push_back(new QCPBars(xAxis, axis));
+        if (index == bars_.size()) {
+            bars_.push_back(new QCPBars(xAxis, axis));
+            for (int mark = 0; mark < 2; ++mark) {
+                marks_.push_back(new QCPGraph(xAxis, axis));
+                marks_.back()->removeFromLegend();
+            }
+        }
         QCPBars& bars = *bars_[index];
         bars.setValueAxis(axis);
         bars.setName(qt_text(series.Title));
@@ -171,6 +183,26 @@ void bar_plot_view::show_series() {
         }
         bars.setWidth(width);
         bars.setData(keys, values);
+        show_marks(index, keys, values);
+    }
+}
+
+/// An arrow at the end of the axis on each bar that goes on beyond it.
+void bar_plot_view::show_marks(std::size_t series, const QVector<double>& keys,
+                               const QVector<double>& values) {
+    const QCPRange range = bars_[series]->valueAxis()->range();
+    const double inward = mark_share * range.size();
+    for (const bool up : {true, false}) {
+        QCPGraph& mark = *marks_[2 * series + (up ? 0 : 1)];
+        QVector<double> places;
+        for (qsizetype bar = 0; bar < keys.size(); ++bar)
+            if (up ? values[bar] > range.upper : values[bar] < range.lower) places.push_back(keys[bar]);
+        mark.setValueAxis(bars_[series]->valueAxis());
+        mark.setLineStyle(QCPGraph::lsNone);
+        mark.setScatterStyle({up ? QCPScatterStyle::ssTriangle : QCPScatterStyle::ssTriangleInverted,
+                              QPen(Qt::black), QBrush(Qt::white), mark_pixels});
+        mark.setData(places,
+                     QVector<double>(places.size(), up ? range.upper - inward : range.lower + inward));
     }
 }
 

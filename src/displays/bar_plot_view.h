@@ -26,6 +26,7 @@ class bar_plot_view : public QCustomPlot {
   private:
     void show_axes();
     void show_series();
+    void show_marks(std::size_t series, const QVector<double>& keys, const QVector<double>& values);
     void place_heading();
     void describe();
 
@@ -33,6 +34,7 @@ class bar_plot_view : public QCustomPlot {
     QCPItemText* title_;
     QCPItemLine* zero_line_; ///< of the right axis
     std::vector<QCPBars*> bars_;
+    std::vector<QCPGraph*> marks_; ///< two for each series: of bars that go beyond the axis up, and down
     int text_pixels_ = 11;
 };
 

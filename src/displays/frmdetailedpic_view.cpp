@@ -80,12 +80,12 @@ QLabel* frmdetailedpic_view::make_label(const QString& name) {
 
 void frmdetailedpic_view::make_labels() {
     const auto add = [this](std::vector<placed_label>& labels, const QString& name,
-                            const canvas_label& control) {
-        labels.push_back({make_label(name), control});
+                            const canvas_label& control, bool centred = false) {
+        labels.push_back({make_label(name), control, centred});
     };
     for (int place = 0; place < cylinder_max; ++place) {
         const auto index = static_cast<std::size_t>(place);
-        add(cylinders_, element("Lblzyl", place), frmdetailedpic.Lblzyl[index]);
+        add(cylinders_, element("Lblzyl", place), frmdetailedpic.Lblzyl[index], true); // around the circle
         add(cylinders_, element("Lblzyl2", place), frmdetailedpic.Lblzyl2[index]);
     }
     add(ends_, "Lbl0deg", frmdetailedpic.Lbl0deg);
@@ -142,22 +142,24 @@ bool frmdetailedpic_view::labels_changed() {
     return true;
 }
 
-QRect frmdetailedpic_view::label_box(const canvas_label& control, const QFont& font) const {
+QRect frmdetailedpic_view::label_box(const placed_label& one, const QFont& font) const {
     const auto on_screen = [](double length) {
         constexpr double nowhere = 1e5; // a place that no screen reaches
         return std::isfinite(length) ? std::clamp(length, -nowhere, nowhere) : nowhere;
     };
-    const QPointF corner = surface_->place(on_screen(control.Left), on_screen(control.Top));
+    const canvas_label& control = one.control;
+    const QPoint place = surface_->place(on_screen(control.Left), on_screen(control.Top)).toPoint();
     const QFontMetrics metrics(font);
-    return {corner.toPoint(),
-            QSize(metrics.horizontalAdvance(qt_text(control.Caption)) + 1, metrics.height())};
+    QRect box(place, QSize(metrics.horizontalAdvance(qt_text(control.Caption)) + 1, metrics.height() + 1));
+    if (one.centred) box.moveCenter(place);
+    return box;
 }
 
 bool frmdetailedpic_view::overlap(const QFont& font) const {
     std::vector<QRect> taken;
     for (const placed_label& one : cylinders_) {
         if (!one.control.Visible) continue;
-        const QRect box = label_box(one.control, font);
+        const QRect box = label_box(one, font);
         const auto meets = [&box](const QRect& other) { return other.intersects(box); };
         if (std::ranges::any_of(taken, meets)) return true;
         taken.push_back(box);
@@ -177,7 +179,7 @@ void frmdetailedpic_view::place_labels() {
         if (one.label->font() != font) one.label->setFont(font);
         const QString text = qt_text(one.control.Caption);
         if (one.label->text() != text) one.label->setText(text);
-        one.label->setGeometry(label_box(one.control, font));
+        one.label->setGeometry(label_box(one, font));
         one.label->setVisible(one.control.Visible);
     };
     const QFont font = label_font();

@@ -35,6 +35,7 @@ class frmdetailedpic_view : public QWidget {
     struct placed_label {
         QLabel* label;
         const canvas_label& control;
+        bool centred = false; ///< on its place, which is its upper left corner otherwise
     };
 
     struct diagram_box {
@@ -48,7 +49,7 @@ class frmdetailedpic_view : public QWidget {
     void surface_resized();
     void place_labels();
     [[nodiscard]] bool labels_changed();
-    [[nodiscard]] QRect label_box(const canvas_label& control, const QFont& font) const;
+    [[nodiscard]] QRect label_box(const placed_label& one, const QFont& font) const;
     [[nodiscard]] bool overlap(const QFont& font) const;
     [[nodiscard]] QFont label_font() const;
 

@@ -7,6 +7,8 @@
 #include "platform/printer.h"
 #include "platform/program.h"
 
+#include <cmath>
+
 namespace tyxo {
 
 namespace {
@@ -25,6 +27,17 @@ class title_lines {
     iStripChartX& chart_;
 };
 
+/// The time window of the print: a frozen chart keeps the one that it was frozen with.
+std::string window_text(bool frozen) {
+    const std::string& chosen = at(charts.Lbl_opt_res, charts.opt_res).Caption;
+    if (!frozen) return chosen;
+    constexpr double ms_per_day = 86'400'000;
+    const std::int64_t span = shown_rows(print_channel).span();
+    for (const time_resolution& choice : time_resolutions)
+        if (std::llround(choice.span * ms_per_day) == span) return std::string(choice.caption);
+    return chosen;
+}
+
 void tell_what_prints() {
     const std::string number = channel_number(print_channel);
     std::string& text = frmselectprint.LblPrint.Caption;
@@ -32,8 +45,9 @@ void tell_what_prints() {
         text = "Channel " + number + " is not installed";
         return;
     }
-    text = "Prints channel " + number + ", the last " + at(charts.Lbl_opt_res, charts.opt_res).Caption;
-    if (at(charts.chart, print_channel).Frozen) text += ", frozen";
+    const bool frozen = at(charts.chart, print_channel).Frozen;
+    text = "Prints channel " + number + ", the last " + window_text(frozen);
+    if (frozen) text += ", frozen";
 }
 
 void load() {

@@ -58,10 +58,10 @@ QRect inside_of(const QGroupBox& frame) {
 /// Letters that would be too small to read are rather made narrower.
 void set_text_size(QWidget* widget, double pixels) {
     constexpr int least_pixels = 9;
+    constexpr int unstretched = QFont::Unstretched;
     QFont font = widget->font();
     font.setPixelSize(std::max(least_pixels, static_cast<int>(pixels)));
-    font.setStretch(std::min(static_cast<int>(QFont::Unstretched * pixels / least_pixels),
-                             static_cast<int>(QFont::Unstretched)));
+    font.setStretch(std::min(static_cast<int>(unstretched * pixels / least_pixels), unstretched));
     widget->setFont(font);
 }
 

@@ -98,7 +98,9 @@ void print_at(canvas& surface, double x, double y, std::string_view text) {
 void print_engine(canvas& surface, const channel_rec& rec) {
     if (rec.enginetype == 2) print_at(surface, 5, 3, "2 stroke engine 360 degrees");
     if (rec.enginetype == 4) print_at(surface, 5, 3, "4 stroke engine 720 degrees");
-    print_at(surface, 5, 7, arrangement_text(rec));
+    const bool described =
+        rec.numzyl > 0 || rec.cylconf == arrangement::v_type || rec.cylconf == arrangement::in_line;
+    if (described) print_at(surface, 5, 7, arrangement_text(rec));
 }
 
 void draw_axes(canvas& surface) {

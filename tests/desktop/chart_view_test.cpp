@@ -265,6 +265,43 @@ class chart_view_test : public QObject {
         }
     }
 
+    void two_minutes_in_the_design_size_have_six_clock_times() {
+        show(engine_chart(two_minutes), level_rows(strip_spans[0], 120'000));
+        QVector<double> places;
+        view_->xAxis->ticker()->generate(view_->xAxis->range(), {}, 'g', 6, places, nullptr, nullptr);
+        QVERIFY2(places.size() >= 6 && places.size() <= 7, qPrintable(QString::number(places.size())));
+        QCOMPARE(places[1] - places[0], 20'000.0);
+    }
+
+    void letters_grow_with_the_chart() {
+        int last = 0;
+        for (const auto& [height, pixels] :
+             {std::pair{90, 11}, {278, 11}, {420, 13}, {600, 15}, {1600, 15}}) {
+            view_->resize(1900, height);
+            show(engine_chart(), level_rows());
+            QCOMPARE(view_->yAxis->tickLabelFont().pixelSize(), pixels);
+            QCOMPARE(view_->xAxis->tickLabelFont().pixelSize(), pixels);
+            QCOMPARE(view_->legend->font().pixelSize(), pixels);
+            check_legend();
+            QVERIFY(pixels >= last);
+            last = pixels;
+        }
+    }
+
+    void a_title_that_has_no_room_in_the_middle_takes_the_side_without_a_button() {
+        iStripChartX chart = engine_chart();
+        chart.Title = "1: Port main engine, forward engine room";
+        const auto title = [&](int left, int right) {
+            view_->set_title_room(30, left, right);
+            show(chart, level_rows());
+            return area_of(picture().copy(left, 1, 634 - left - right, 28), QColor(255, 0, 0)).toRect();
+        };
+        const QRect whole = title(7, 7);
+        const QRect beside = title(240, 7);
+        QVERIFY(beside.width() >= whole.width() - 1);
+        QVERIFY(title(240, 240).width() < whole.width());
+    }
+
     void a_chart_without_rows_has_a_grid_and_no_times() {
         show(engine_chart(), strip_window());
         for (const QString& label : ticks(*view_->xAxis))

@@ -16,8 +16,8 @@ using namespace tyxo;
 
 namespace {
 
-const std::vector<QSize> sizes{{800, 500},   {800, 560},  {1024, 768}, {1280, 1024},
-                               {1920, 1080}, {800, 1400}, {2560, 600}, {3840, 2160}};
+const std::vector<QSize> sizes{{1000, 620},  {1000, 700},  {1024, 768}, {1280, 1024},
+                               {1920, 1080}, {1000, 1400}, {2560, 620}, {3840, 2160}};
 
 class paint_counter : public QObject {
   public:
@@ -200,6 +200,8 @@ class frmdetailedpic_test : public QObject {
         }
     }
 
+    void its_least_size_keeps_its_print_legible() { QCOMPARE(window_->minimumSize(), QSize(1000, 620)); }
+
     void labels_are_where_the_core_puts_them() {
         open_and_draw(engine(4, 6, v_type));
         for (int place = 0; place < 6; ++place) {
@@ -217,7 +219,7 @@ class frmdetailedpic_test : public QObject {
 
     void labels_stay_right_after_a_resize_without_a_curve() {
         open_and_draw(engine(4, 6, in_line));
-        window_->resize(900, 900);
+        window_->resize(1000, 900);
         QCoreApplication::processEvents();
         check_place(label("Lblzyl(3)"), frmdetailedpic.Lblzyl[3]);
         check_place(label("Lblzyl2(3)"), frmdetailedpic.Lblzyl2[3]);
@@ -366,7 +368,10 @@ class frmdetailedpic_test : public QObject {
     void check_place(const QLabel* shown, const canvas_label& control) {
         QVERIFY(shown->isVisible());
         QCOMPARE(shown->text(), QString::fromStdString(control.Caption));
-        QCOMPARE(shown->pos(), surface_->place(control.Left, control.Top).toPoint());
+        const QPoint place = surface_->place(control.Left, control.Top).toPoint();
+        const bool on_circle = shown->objectName().startsWith("Lblzyl(");
+        QCOMPARE(on_circle ? shown->geometry().center() : shown->pos(), place);
+                 << control.Caption.c_str() << window_->size();
         QVERIFY(shown->width() >= shown->sizeHint().width() && shown->height() >= shown->sizeHint().height());
     }
 

@@ -29,6 +29,7 @@
 #include "link/channel_rec.h"
 #include "link/frame_dispatch.h"
 #include "link/hex.h"
+#include "link/indicators.h"
 #include "link/speed_bands.h"
 #include "platform/clock.h"
 #include "platform/desktop/chart_page.h"
@@ -123,6 +124,25 @@ void fill_chart(i16 channel) {
         charts.last_row[channel] = charts.rows[channel].append(row);
     }
     charts.chart[channel].curves[1].Title = band_of(speed_bands, rec.overspeed).title;
+}
+
+/// The instruments of a channel at the end of its chart.
+void fill_instruments(i16 channel) {
+    channel_rec& rec = sensor::channels[channel];
+    std::vector<strip_point> points;
+    const strip_window& rows = shown_rows(channel);
+    const auto last = [&](std::size_t curve) {
+        rows.points(curve, 1, points);
+        return points.empty() ? 0.0 : static_cast<double>(points.back().value);
+    };
+    rec.tsignal = static_cast<i16>(last(0));
+    rec.speed = static_cast<i16>(last(1) * band_of(speed_bands, rec.overspeed).divisor);
+    rec.tvoltage = static_cast<i16>(last(3) * 2);
+    rec.teff_dc = static_cast<i16>(last(4));
+    rec.teff_ac = static_cast<i16>(last(5));
+    indicators.LED_Rdy[channel].Active = true;
+    indicators.LED_prealarm[channel].Active = indicators.LED_Alarm[channel].Active = rec.tsignal >= 100;
+    update_panel(channel);
 }
 
 class picture_taker {
@@ -306,7 +326,7 @@ void take_all(picture_taker& pictures) {
         sensor::channel_running[channel] = true;
         run_engine(channel, all[static_cast<std::size_t>(channel)].parameters);
         fill_chart(channel);
-        update_panel(channel);
+        fill_instruments(channel);
     }
     pictures.take("mainfrm", "main-window");
     chart_click(0);

@@ -115,6 +115,13 @@ TEST_F(DetailedEngine, StrokesArePrintedWhenTheyAreKnownAndWhatIsNoVTypeIsInLine
     }
 }
 
+TEST_F(DetailedEngine, AnEngineThatNobodyHasDescribedHasNoCylinderText) {
+    open_with(4, {});
+    sensor::channels[0].enginetype = sensor::channels[0].cylconf = 0;
+    only([] { draw_engine(2); });
+    EXPECT_TRUE(texts().empty());
+}
+
 struct angle_row {
     i32 strokes;
     std::vector<i32> angles;

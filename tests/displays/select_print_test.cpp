@@ -115,6 +115,21 @@ TEST_F(SelectPrint, TellsWhatItWillPrint) {
     EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 2, the last 1 h, frozen");
 }
 
+TEST_F(SelectPrint, NamesTheWindowThatAChartWasFrozenWith) {
+    opt_res_click(3);
+    chart_click(1);
+    opt_res_click(0); // the frozen chart keeps its own
+    prt_click();
+    optPrint_click(1);
+    EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 2, the last 24 h, frozen");
+    optPrint_click(0);
+    EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 1, the last 2 min");
+    frmselectprint_Cmd_ok_click();
+    optPrint_click(1);
+    printplot(1);
+    EXPECT_EQ(prints()[1].rows.span(), 86'400'000);
+}
+
 class Printplot : public SelectPrint {};
 
 TEST_F(Printplot, HasFourTitleLinesInOrder) {

@@ -18,14 +18,18 @@ namespace {
 constexpr double layout_pixels = 96;
 constexpr double least_side = 2; // inches that the margins leave at least
 
-/// The printable part, in pixels of the printer. Margins that leave nothing of a small sheet are made less.
+/// The printable part, in pixels of the printer: the chart's margins are in centimetres. Margins that leave
+/// nothing of a small sheet are made less.
 QRectF area_of(const QPrinter& printer, const iStripChartX& chart) {
     const QRectF sheet = printer.pageLayout().fullRectPixels(printer.resolution());
     const auto margins = [&printer](double first, double second, double length) {
         const double inch = printer.resolution();
+        const double centimetre = inch / 2.54;
         const double wanted = std::max(first, 0.0) + std::max(second, 0.0);
-        const double share = wanted > 0 ? std::clamp((length / inch - least_side) / wanted, 0.0, 1.0) : 0.0;
-        return std::pair(std::max(first, 0.0) * share * inch, std::max(second, 0.0) * share * inch);
+        const double share =
+            wanted > 0 ? std::clamp((length - least_side * inch) / (wanted * centimetre), 0.0, 1.0) : 0.0;
+        return std::pair(std::max(first, 0.0) * share * centimetre,
+                         std::max(second, 0.0) * share * centimetre);
     };
     const auto [left, right] = margins(chart.PrinterMarginLeft, chart.PrinterMarginRight, sheet.width());
     const auto [top, bottom] = margins(chart.PrinterMarginTop, chart.PrinterMarginBottom, sheet.height());
