@@ -371,7 +371,6 @@ class frmdetailedpic_test : public QObject {
         const QPoint place = surface_->place(control.Left, control.Top).toPoint();
         const bool on_circle = shown->objectName().startsWith("Lblzyl(");
         QCOMPARE(on_circle ? shown->geometry().center() : shown->pos(), place);
-                 << control.Caption.c_str() << window_->size();
         QVERIFY(shown->width() >= shown->sizeHint().width() && shown->height() >= shown->sizeHint().height());
     }
 
