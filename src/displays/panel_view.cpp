@@ -228,10 +228,9 @@ void panel_view::show_chart() {
     row_cover_->setGeometry(on_screen(row_place(channel_)));
     row_cover_->setVisible(fills_row(channel_));
     cmd_zoom_xy->setGeometry(on_screen(zoom_button_place(channel_)));
-    const QString& what = chart->title();
-    const QString tip = fills_row(channel_) ? tr("Shows the charts of this row beside each other again")
-                                            : tr("Gives the whole row to chart %1").arg(what);
-    const QString shown = tool_tip(tip);
+    const QString tip =
+        both ? tr("Puts chart %1 beside its neighbour again") : tr("Gives the whole row to chart %1");
+    const QString shown = tool_tip(tip.arg(qt_text(control.Title)));
     if (cmd_zoom_xy->toolTip() != shown) cmd_zoom_xy->setToolTip(shown);
     chart->show_control(control, shown_rows(channel_));
 }
