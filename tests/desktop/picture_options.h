@@ -26,7 +26,7 @@ class picture_options {
         folder = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
         if (argc > 2) {
             const QList<QByteArray> sides = QByteArray(argv[2]).split('x');
-            small_screen = valid_ = sides.size() == 2 && sides[0].toInt() > 0 && sides[1].toInt() > bars;
+            own_screen = valid_ = sides.size() == 2 && sides[0].toInt() > 0 && sides[1].toInt() > bars;
             if (valid_) screen_ = QSize(sides[0].toInt(), sides[1].toInt() - bars);
         }
         if (argc > 3) {
@@ -75,7 +75,7 @@ class picture_options {
     }
 
     QString folder;
-    bool small_screen = false;
+    bool own_screen = false;
     int points = 0; ///< 0: the letters of the desktop
 
   private:

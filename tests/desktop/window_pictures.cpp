@@ -8,6 +8,7 @@
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
 #include "desktop/picture_options.h"
+#include "desktop/picture_taker.h"
 #include "desktop/settings_file.h"
 #include "dialogs/frmabort.h"
 #include "dialogs/frmalert.h"
@@ -42,7 +43,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QPrinter>
-#include <QScreen>
 #include <QTemporaryDir>
 #include <QTextStream>
 
@@ -144,50 +144,6 @@ void fill_instruments(i16 channel) {
     indicators.LED_prealarm[channel].Active = indicators.LED_Alarm[channel].Active = rec.tsignal >= 100;
     update_panel(channel);
 }
-
-class picture_taker {
-  public:
-    picture_taker(const QString& folder, mainfrm_view& main) : folder_(folder), main_(main) {}
-
-    void resize(const QString& name, QSize size) {
-        show();
-        window(name)->resize(size.boundedTo(main_.screen()->availableSize()));
-        show();
-    }
-
-    /// Shows what the core says and saves a window's picture.
-    void take(const QString& name, const QString& file) {
-        show();
-        QWidget* const taken = window(name);
-        failed_ = failed_ || !taken->grab().save(folder_ + '/' + file + ".png");
-        const QSize screen = main_.screen()->availableSize();
-        if (taken->width() <= screen.width() && taken->height() <= screen.height()) return;
-        QTextStream(stdout) << file << ": " << taken->width() << " x " << taken->height()
-                            << " exceeds the screen\n";
-    }
-
-    [[nodiscard]] bool failed() const { return failed_; }
-
-  private:
-    QWidget* window(const QString& name) {
-        QWidget* widget = main_.findChild<QWidget*>(name);
-        for (QWidget* top :
-             QApplication::topLevelWidgets()) // the main window, and the alert, which has no parent
-            if (top->objectName() == name) widget = top;
-        if (widget == nullptr || !widget->isVisible()) qFatal("no window %s", qPrintable(name));
-        return widget;
-    }
-
-    void show() {
-        QCoreApplication::processEvents();
-        main_.show_state();
-        QCoreApplication::processEvents();
-    }
-
-    QString folder_;
-    mainfrm_view& main_;
-    bool failed_ = false;
-};
 
 void take_diagrams(picture_taker& pictures, i16 channel, const engine& what) {
     const QString name = what.name;
@@ -316,7 +272,17 @@ void take_questions(picture_taker& pictures) {
     frmSplash_unload();
 }
 
-void take_all(picture_taker& pictures) {
+/// On a screen of its own the main window is seen maximised too.
+void take_maximised(picture_taker& pictures) {
+    pictures.maximise(true);
+    pictures.take("mainfrm", "main-window-maximised-enlarged");
+    cmd_zoom_xy_click(3);
+    pictures.take("mainfrm", "main-window-maximised");
+    cmd_zoom_xy_click(3);
+    pictures.maximise(false);
+}
+
+void take_all(picture_taker& pictures, bool own_screen) {
     prepare_setup();
     take_setup(pictures, false);
     report(3, *simulated::engine_preset("inline5-2"), simulated::ParameterForm::percent);
@@ -332,6 +298,7 @@ void take_all(picture_taker& pictures) {
     chart_click(0);
     cmd_zoom_xy_click(3);
     pictures.take("mainfrm", "main-window-frozen-and-enlarged");
+    if (own_screen) take_maximised(pictures);
     for (std::size_t index = 0; index < all.size(); ++index)
         take_diagrams(pictures, static_cast<i16>(std::min<std::size_t>(index, 3)), all[index]);
     setup_scale_click();
@@ -384,6 +351,6 @@ int main(int argc, char** argv) {
     form_load(main_window.width(), main_window.height());
     main_window.show();
     picture_taker pictures(folder, main_window);
-    take_all(pictures);
+    take_all(pictures, options.own_screen);
     return pictures.failed() || !print_page(folder, 0) ? 1 : 0;
 }
