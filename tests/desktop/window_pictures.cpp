@@ -259,8 +259,6 @@ void take_questions(picture_taker& pictures) {
     Lbl_alminhibit_click(2);
     pictures.take("FrmResetInhTime", "inhibit-reset");
     FrmResetInhTime_CmdCancel_click();
-    for (i16 channel = 0; channel < channel_count; ++channel)
-        raise_event(channel, {" KVD " + sensor::channels[channel].location + " ## Measure started ", "", ""});
     Text_status_dblclick();
     pictures.take("frmstatustext", "status-window");
     Cmdclose_click();
@@ -293,6 +291,7 @@ void take_all(picture_taker& pictures, bool own_screen) {
         run_engine(channel, all[static_cast<std::size_t>(channel)].parameters);
         fill_chart(channel);
         fill_instruments(channel);
+        raise_event(channel, {" KVD " + sensor::channels[channel].location + " ## Measure started ", "", ""});
     }
     pictures.take("mainfrm", "main-window");
     chart_click(0);
