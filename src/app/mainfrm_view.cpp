@@ -44,6 +44,10 @@ constexpr int title_bar = 30;               // px, that a window manager adds
 constexpr int label_rim = 8;
 constexpr int show_delay = 20; // ms: changes of this time are shown together
 
+/// For entries that wait for the operator's answer: a screen reader that chooses one waits for no more than
+/// the choice.
+constexpr Qt::ConnectionType asked_later = Qt::QueuedConnection;
+
 QRect on_screen(const rectangle& place) {
     return {place.left, place.top, place.width, place.height};
 }
@@ -93,7 +97,7 @@ void mainfrm_view::make_menu() {
     connect(add_entry(file, "prt", "&Print"), &QAction::triggered, this, on_command(prt_click));
     file->addSeparator()->setObjectName("null");
     Quit = add_entry(file, "Quit", "E&xit");
-    connect(Quit, &QAction::triggered, this, &QWidget::close);
+    connect(Quit, &QAction::triggered, this, &QWidget::close, asked_later);
 
     QMenu* const setup = add_menu("Setup_menue", "&Setup");
     connect(add_entry(setup, "setup", "Setup preferences"), &QAction::triggered, this,
@@ -107,13 +111,13 @@ void mainfrm_view::make_menu() {
 
     QMenu* const start = add_menu("start", "&Start/Stop Log");
     startstop = add_entry(start, "startstop", {});
-    connect(startstop, &QAction::triggered, this, on_command(mainfrm::startstop_click));
+    connect(startstop, &QAction::triggered, this, on_command(mainfrm::startstop_click), asked_later);
     start->addSeparator()->setObjectName("null1");
     for (i16 channel = 0; channel < channel_count; ++channel) {
         QAction* const entry = add_entry(start, "", {});
         entry->setObjectName(element("start_channel", channel));
         connect(entry, &QAction::triggered, this,
-                on_command([channel] { mainfrm::start_channel_click(channel); }));
+                on_command([channel] { mainfrm::start_channel_click(channel); }), asked_later);
         start_channel[static_cast<std::size_t>(channel)] = entry;
     }
     QAction* const about = menuBar()->addAction("&About");
@@ -123,6 +127,7 @@ void mainfrm_view::make_menu() {
 
 void mainfrm_view::make_client() {
     auto* const client = new QWidget(this);
+    client->setAccessibleName(tr("Channels"));
     setCentralWidget(client);
     for (i16 channel = 0; channel < channel_count; ++channel) {
         auto* const panel = new panel_view(channel, client);
@@ -141,6 +146,7 @@ void mainfrm_view::make_client() {
     Lbl_TY_logger = new click_label(client);
     Lbl_TY_logger->setObjectName("Lbl_TY_logger");
     Lbl_TY_logger->setText("Tyxo Data Logger");
+    Lbl_TY_logger->setAccessibleName(tr("Tyxo Data Logger, software info"));
     Lbl_TY_logger->setAlignment(Qt::AlignCenter);
     Lbl_TY_logger->setWordWrap(true);
     connect(Lbl_TY_logger, &click_label::clicked, this, on_view_command(Lbl_TY_logger_click));
@@ -148,6 +154,7 @@ void mainfrm_view::make_client() {
     make_tab_order();
     auto* const bar = new QStatusBar(client);
     bar->setObjectName("StatusBar");
+    bar->setAccessibleName(tr("Status bar"));
     bar->setSizeGripEnabled(false);
     status_panel_ = new QLabel(bar);
     status_panel_->setObjectName("StatusBar(1)");
@@ -201,9 +208,10 @@ void mainfrm_view::show_state() {
         panel->show_state();
     Text_status->show_control(indicators.Text_status);
     status_panel_->setText(qt_text(indicators.StatusBar));
+    status_panel_->setVisible(!indicators.StatusBar.empty()); // a reader would stop at an empty text
     for (std::size_t index = 0; index < opt_res.size(); ++index) {
         show_label(*Lbl_opt_res[index], charts.Lbl_opt_res[index]);
-        opt_res[index]->setAccessibleName(Lbl_opt_res[index]->text());
+        show_name(*opt_res[index], Lbl_opt_res[index]->text());
         opt_res[index]->setChecked(index == charts.opt_res);
     }
     windows_.show_state();

@@ -84,7 +84,7 @@ void frmabort_view::come_to_front() {
 
 void frmabort_view::show_state() {
     show_label(*Label1, FrmAbort.Label1);
-    TextPassword->setAccessibleName(Label1->text());
+    show_name(*TextPassword, Label1->text());
     TextPassword->show_text(FrmAbort.TextPassword.Text);
     show_button(*CmdStop, FrmAbort.CmdStop);
     show_button(*CmdContinue, FrmAbort.CmdContinue);

@@ -74,8 +74,10 @@ class alert_plate : public QLabel {
 // No minimise button: an alert that beeps and is not seen helps nobody.
 frmalert_view::frmalert_view()
     : QDialog(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
-                           Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint) {
+                           Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
+      announcer_(new announcer(this)) {
     setObjectName("FrmAlert");
+    setWindowTitle(qt_text(FrmAlert.form.Caption)); // has its name from the start
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(2 * gap, 2 * gap, 2 * gap, 2 * gap);
     rows->setSpacing(gap);
@@ -175,11 +177,26 @@ void frmalert_view::show_lines() {
         lbl_inst1[index]->show_control(FrmAlert.lbl_inst1[index]);
     }
     show_button(*CmdAck, FrmAlert.CmdAck);
-    CmdAck->setAccessibleName(tr("Confirm the main alarm"));
+    show_name(*CmdAck, tr("Confirm the main alarm"));
+}
+
+/// Heard wherever the keyboard is: it may stay with somebody who types.
+void frmalert_view::say_new_lines() {
+    QStringList lines;
+    for (std::size_t index = 0; index < said_.size(); ++index) {
+        QString line;
+        if (FrmAlert.lbl_inst1[index].Visible)
+            line = lbl_inst[index]->text() + ' ' + lbl_inst1[index]->text();
+        if (line == said_[index]) continue;
+        said_[index] = line;
+        if (!line.isEmpty()) lines.push_back(line);
+    }
+    if (!lines.isEmpty()) announcer_->say(Lbl_relay->text() + ' ' + lines.join(". "));
 }
 
 void frmalert_view::show_state() {
     if (!FrmAlert.form.Visible) {
+        said_ = {};
         if (isVisible()) hide();
         return;
     }
@@ -193,6 +210,7 @@ void frmalert_view::show_state() {
         keep_in_front();
     }
     if (wants_keyboard_ && !operator_types()) take_keyboard();
+    say_new_lines();
 }
 
 void frmalert_view::appear() {

@@ -1,6 +1,8 @@
 #pragma once
 // The alarm alert on the screen.
 
+#include "platform/desktop/spoken.h"
+
 #include <QDialog>
 #include <QPointer>
 
@@ -17,7 +19,7 @@ class picture_view;
 /// A window that belongs to no other, so that no dialog locks it, and that stays in front of all. It takes
 /// the keyboard only when nobody types: a half-typed password goes on, and the alert gets the keyboard when
 /// the dialog has closed or the operator has left the window that he typed in.
-class frmalert_view : public QDialog {
+class frmalert_view : public QDialog, public spoken_control {
     Q_OBJECT
 
   public:
@@ -27,6 +29,8 @@ class frmalert_view : public QDialog {
     void show_state();
 
     void reject() override;
+
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::AlertMessage; }
 
   protected:
     void changeEvent(QEvent* event) override;
@@ -39,6 +43,7 @@ class frmalert_view : public QDialog {
     void set_letters(double share);
     void show_phase();
     void show_lines();
+    void say_new_lines();
     void appear();
     void keep_in_front();
     void take_keyboard();
@@ -51,6 +56,8 @@ class frmalert_view : public QDialog {
     picture_view* Image1 = nullptr;
     picture_view* Image2 = nullptr;
     QPushButton* CmdAck = nullptr;
+    announcer* announcer_;
+    std::array<QString, 4> said_; // the lines that were announced
     QPointer<QWidget> typing_in_; // the window that had the keyboard in a text box when the alert came
     bool wants_keyboard_ = false;
 };

@@ -40,6 +40,7 @@ int step_of(int key) {
 firing_table::firing_table(QWidget* parent, const QString& name, const QString& title, const names& controls)
     : QGroupBox(title, parent) {
     setObjectName(name);
+    setAccessibleName(title);
     auto* const grid = new QGridLayout(this);
     grid->setHorizontalSpacing(column_gap);
     grid->setVerticalSpacing(label_gap);

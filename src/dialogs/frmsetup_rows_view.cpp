@@ -5,6 +5,7 @@
 #include "platform/desktop/read_only_box.h"
 #include "platform/desktop/show.h"
 
+#include <QAbstractItemView>
 #include <QBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
@@ -144,6 +145,7 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
     auto* const list = new QComboBox(this);
     list->setObjectName(element("Select_com", row));
     list->setAccessibleName(spoken("Comport"));
+    list->view()->setAccessibleName(spoken("Comports"));
     list->setMinimumWidth(width_of(*list, port_letters) +
                           list->style()->pixelMetric(QStyle::PM_IndicatorWidth));
     connect(list, &QComboBox::activated, this, [row](int entry) {

@@ -59,6 +59,8 @@ sensor_page::sensor_page(i16 channel, QWidget* parent)
     rows->setSpacing(group_gap);
 
     auto* const evaluator = new QGroupBox(tr("Evaluator"), Frame_sensor);
+    evaluator->setAccessibleName(
+        evaluator->title()); // else a frame is heard under the name of the one around it
     auto* const line = new QGridLayout(evaluator);
     line->setHorizontalSpacing(label_gap);
     for (int place = 0; place < static_cast<int>(identity.size()); ++place) {
@@ -110,6 +112,7 @@ void sensor_page::add_field(const sensor_field& field, QGridLayout& grid, int ro
 template <std::size_t count>
 QGroupBox* sensor_page::make_group(const QString& title, const std::array<sensor_field, count>& fields) {
     auto* const group = new QGroupBox(title, Frame_sensor);
+    group->setAccessibleName(title);
     auto* const grid = new QGridLayout(group);
     grid->setHorizontalSpacing(label_gap);
     grid->setColumnStretch(1, 1);
@@ -127,6 +130,7 @@ void sensor_page::show_state(const sensor_tab& tab) {
     shown_ = tab;
     const QString location = qt_text(tab.Frame_sensor.Caption);
     Frame_sensor->setTitle(without_mnemonic(front_of(location, longest_title)));
+    show_name(*Frame_sensor, location);
     Frame_sensor->setToolTip(location.size() > longest_title ? tool_tip(location) : QString());
     for (const auto& [box, text] : fields_)
         box->show_text(tab.*text);

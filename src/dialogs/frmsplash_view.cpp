@@ -46,6 +46,7 @@ frmsplash_view::frmsplash_view(QWidget* parent)
     lblProductName->setFont(headline_font(lblProductName->font(), product_name_size));
     setAccessibleDescription(tr("Any key or a click closes this window"));
     Frame1->setToolTip(accessibleDescription());
+    Frame1->setAccessibleName(tr("Program"));
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 

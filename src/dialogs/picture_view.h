@@ -1,13 +1,15 @@
 #pragma once
 // A drawn picture of the program's own, and the program's icon.
 
+#include "platform/desktop/spoken.h"
+
 #include <QIcon>
 #include <QSvgRenderer>
 #include <QWidget>
 
 namespace tyxo {
 
-class picture_view : public QWidget {
+class picture_view : public QWidget, public spoken_control {
   public:
     /// `picture` is the name of a drawing in `dialogs/pictures`, without its ending; `side` is its preferred
     /// width and height in pixels.
@@ -15,6 +17,7 @@ class picture_view : public QWidget {
 
     [[nodiscard]] QSize sizeHint() const override { return {side_, side_}; }
     [[nodiscard]] QSize minimumSizeHint() const override { return {side_ / 2, side_ / 2}; }
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Graphic; }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

@@ -18,20 +18,19 @@ constexpr double margin_of_height = 0.18;
 
 analog_display_view::analog_display_view(QWidget* parent) : QWidget(parent) {
     setAccessibleName(tr("Number"));
-    describe();
+    write();
 }
 
 void analog_display_view::show_control(const iAnalogDisplayX& control) {
     if (control == shown_) return;
     shown_ = control;
-    describe();
+    write();
     update();
 }
 
-void analog_display_view::describe() {
+void analog_display_view::write() {
     text_ = QString::fromStdString(display_text(shown_.Value, shown_.Precision));
     if (!shown_.UnitsText.empty()) text_ += ' ' + units_text();
-    if (text_ != accessibleDescription()) setAccessibleDescription(text_);
 }
 
 void analog_display_view::paintEvent(QPaintEvent* /*event*/) {

@@ -3,6 +3,7 @@
 
 #include "displays/paint_view.h"
 #include "platform/controls.h"
+#include "platform/desktop/spoken.h"
 
 #include <QWidget>
 
@@ -10,7 +11,7 @@ namespace tyxo {
 
 /// Right-aligned, as high as the widget allows, shrunk rather than cut. Readable from about 14 pixels height
 /// on.
-class analog_display_view : public QWidget {
+class analog_display_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double Value READ value)
     Q_PROPERTY(int Precision READ precision)
@@ -34,11 +35,14 @@ class analog_display_view : public QWidget {
     /// Number, blank, unit: "12.34 mV"; without a unit the number alone.
     [[nodiscard]] QString text() const { return text_; }
 
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::StaticText; }
+    [[nodiscard]] QString spoken_text() const override { return text_; }
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void describe();
+    void write();
 
     iAnalogDisplayX shown_;
     QString text_;

@@ -54,7 +54,6 @@ struct scale_label {
 
 angular_gauge_view::angular_gauge_view(QWidget* parent) : QWidget(parent) {
     setAccessibleName(tr("Dial"));
-    describe();
 }
 
 void angular_gauge_view::show_control(const iAngularGaugeX& control) {
@@ -63,14 +62,17 @@ void angular_gauge_view::show_control(const iAngularGaugeX& control) {
     only_moved.Position = shown_.Position;
     if (only_moved != shown_) face_.drop();
     shown_ = control;
-    describe();
+    if (accessibleDescription() != label_1_text()) setAccessibleDescription(label_1_text()); // the unit
     update();
 }
 
-void angular_gauge_view::describe() {
-    QString text = QString::fromStdString(tick_text(shown_.Position, shown_.Position));
-    if (!shown_.Label1Text.empty()) text += ' ' + label_1_text();
-    if (text != accessibleDescription()) setAccessibleDescription(text);
+QString angular_gauge_view::spoken_text() const {
+    const QString text = QString::fromStdString(tick_text(shown_.Position, shown_.Position));
+    return shown_.Label1Text.empty() ? text : text + ' ' + label_1_text();
+}
+
+std::optional<spoken_control::scale> angular_gauge_view::spoken_scale() const {
+    return scale{shown_.PositionMin, shown_.Position, shown_.PositionMax};
 }
 
 void angular_gauge_view::changeEvent(QEvent* event) {

@@ -5,6 +5,7 @@
 #include "displays/gauge_geometry.h"
 #include "displays/paint_view.h"
 #include "platform/controls.h"
+#include "platform/desktop/spoken.h"
 
 #include <QWidget>
 
@@ -13,7 +14,7 @@
 namespace tyxo {
 
 /// Readable from about 80 pixels on; the dial is the largest circle in the widget, in its middle.
-class angular_gauge_view : public QWidget {
+class angular_gauge_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double Position READ position)
     Q_PROPERTY(double PositionMin READ position_min)
@@ -60,6 +61,10 @@ class angular_gauge_view : public QWidget {
     [[nodiscard]] QString label_1_text() const { return qt_text(shown_.Label1Text); }
     [[nodiscard]] QString label_2_text() const { return qt_text(shown_.Label2Text); }
 
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Dial; }
+    [[nodiscard]] QString spoken_text() const override;
+    [[nodiscard]] std::optional<scale> spoken_scale() const override;
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -68,7 +73,6 @@ class angular_gauge_view : public QWidget {
     [[nodiscard]] scale_limits limits() const { return {shown_.PositionMin, shown_.PositionMax}; }
     [[nodiscard]] double radius() const;
     [[nodiscard]] double angle_of(double share) const;
-    void describe();
     void paint_face(QPainter& painter) const;
     void paint_sections(QPainter& painter) const;
     void paint_ticks(QPainter& painter, const std::vector<tick_mark>& ticks) const;

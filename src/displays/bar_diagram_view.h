@@ -2,6 +2,7 @@
 // A bar diagram on the screen.
 
 #include "displays/bar_diagram.h"
+#include "platform/desktop/spoken.h"
 
 #include <QWidget>
 
@@ -14,7 +15,7 @@ namespace tyxo {
 class bar_plot_view;
 
 /// One window for each of the two forms. Its controls stand at the places of the design, scaled with it.
-class bar_diagram_view : public QWidget {
+class bar_diagram_view : public QWidget, public spoken_control {
     Q_OBJECT
 
   public:
@@ -22,6 +23,8 @@ class bar_diagram_view : public QWidget {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Window; }
 
   protected:
     bool event(QEvent* event) override;

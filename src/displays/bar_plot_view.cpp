@@ -219,7 +219,7 @@ void bar_plot_view::place_heading() {
 
 void bar_plot_view::describe() {
     const QString title = qt_text(shown_.Title);
-    setAccessibleName(title.isEmpty() ? tr("Bars") : title);
+    show_name(*this, title.isEmpty() ? tr("Bars") : title);
     setProperty("PlotTitle", title);
     setProperty("XAxisSpan", shown_.XAxis.Span);
     const auto tell = [this](const char* array, std::size_t index, const QVariant& value) {
@@ -231,21 +231,27 @@ void bar_plot_view::describe() {
         tell("YAxisSpan", index, axis.Span);
         tell("YAxisTitle", index, qt_text(axis.Title));
     }
-    QStringList spoken;
     for (std::size_t index = 0; index < shown_.series.size(); ++index) {
         const bar_series& series = shown_.series[index];
         QVariantList points;
-        QStringList numbers;
-        for (const bar_point& point : series.points) {
+        for (const bar_point& point : series.points)
             points.push_back(QPointF(point.x, point.y));
-            numbers.push_back(QString::number(point.y, 'g', 6));
-        }
         tell("SeriesTitle", index, qt_text(series.Title));
         tell("SeriesColor", index, series.Color);
         tell("SeriesPoints", index, points);
-        spoken.push_back(qt_text(series.Title) + ": " + numbers.join(", "));
     }
-    setAccessibleDescription(spoken.join("; "));
+}
+
+QString bar_plot_view::spoken_text() const {
+    QStringList spoken;
+    for (const bar_series& series : shown_.series) {
+        QStringList numbers;
+        for (const bar_point& point : series.points)
+            numbers.push_back(QString::number(point.y, 'g', 6));
+        spoken.push_back(qt_text(series.Title) + ": " +
+                         (numbers.isEmpty() ? tr("no values yet") : numbers.join(", ")));
+    }
+    return spoken.join("; ");
 }
 
 } // namespace tyxo

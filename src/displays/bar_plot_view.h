@@ -2,6 +2,7 @@
 // The plot of a bar diagram, drawn by the plot library: bars side by side over one X axis and two Y axes.
 
 #include "platform/bar_plot.h"
+#include "platform/desktop/spoken.h"
 
 #include <qcustomplot.h>
 
@@ -12,7 +13,7 @@ namespace tyxo {
 /// Shows the first two Y axes of the control, left and right. What it shows stands in its dynamic properties:
 /// `PlotTitle`, `XAxisSpan`, and per axis or series n `YAxisMin(n)`, `YAxisSpan(n)`, `YAxisTitle(n)`,
 /// `SeriesTitle(n)`, `SeriesColor(n)`, `SeriesPoints(n)` (a list of QPointF).
-class bar_plot_view : public QCustomPlot {
+class bar_plot_view : public QCustomPlot, public spoken_control {
     Q_OBJECT
 
   public:
@@ -22,6 +23,10 @@ class bar_plot_view : public QCustomPlot {
 
     /// The inner rectangle of the axes, in pixels of the widget, and the size of the texts.
     void set_places(const QRect& axes, int text_pixels);
+
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Chart; }
+    /// The numbers of each series, bar by bar.
+    [[nodiscard]] QString spoken_text() const override;
 
   private:
     void show_axes();

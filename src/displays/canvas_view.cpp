@@ -135,6 +135,14 @@ void canvas_view::paint_texts(QPainter& painter) const {
     }
 }
 
+QString canvas_view::spoken_text() const {
+    QStringList texts;
+    for (const canvas_text& text : surface_.texts)
+        texts.push_back(qt_text(text.text).trimmed());
+    texts.removeAll(QString());
+    return texts.join("; ");
+}
+
 void canvas_view::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);

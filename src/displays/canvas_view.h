@@ -2,6 +2,7 @@
 // Paints a drawing surface of the core.
 
 #include "displays/canvas.h"
+#include "platform/desktop/spoken.h"
 
 #include <QFont>
 #include <QWidget>
@@ -10,7 +11,7 @@ namespace tyxo {
 
 /// Shows the whole of a surface of fixed size in units, as large as it fits, with room around it for lines
 /// that leave it. Lines without a finite end are left out, lines beyond the widget are cut.
-class canvas_view : public QWidget {
+class canvas_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double ScaleWidth READ ScaleWidth)
     Q_PROPERTY(double ScaleHeight READ ScaleHeight)
@@ -47,6 +48,10 @@ class canvas_view : public QWidget {
 
     /// The font of the surface's texts.
     [[nodiscard]] QFont text_font() const { return text_font_; }
+
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Chart; }
+    /// The texts on the surface.
+    [[nodiscard]] QString spoken_text() const override;
 
   signals:
     void resized();

@@ -52,11 +52,10 @@ void chart_view::show_control(const iStripChartX& control, const strip_window& r
 }
 
 void chart_view::describe() {
-    setAccessibleName(tr("Chart %1").arg(title()));
+    show_name(*this, tr("Chart %1").arg(title()));
     const QString hint =
         tr("The chart stands still and goes on by itself after a while. Click to let it go on now.");
-    setToolTip(shown_.Frozen ? hint : QString());
-    setAccessibleDescription(toolTip());
+    setToolTip(shown_.Frozen ? hint : QString()); // is heard as a description
     for (std::size_t index = 0; index < shown_.curves.size(); ++index) {
         const chart_curve& curve = shown_.curves[index];
         const auto set = [this, index](const char* name, const QVariant& value) {
@@ -83,6 +82,24 @@ void chart_view::set_title_room(int line, int left_end, int right_end) {
 
 QString chart_view::title() const {
     return qt_text(shown_.Title);
+}
+
+QString chart_view::spoken_text() const {
+    constexpr int minutes_a_day = 24 * 60;
+    const int minutes = qRound(shown_.XAxisSpan * minutes_a_day);
+    QStringList words{shown_.Frozen ? tr("frozen") : tr("running"),
+                      minutes < 60 ? tr("the last %1 min").arg(minutes)
+                                   : tr("the last %1 h").arg(minutes / 60)};
+    for (int curve = 0; curve < graphCount(); ++curve) {
+        const QCPGraphDataContainer& points = *graph(curve)->data();
+        const auto measured = [](const QCPGraphData& point) { return std::isfinite(point.value); };
+        const auto newest = std::find_if(std::reverse_iterator(points.constEnd()),
+                                         std::reverse_iterator(points.constBegin()), measured);
+        if (!graph(curve)->visible() || newest.base() == points.constBegin()) continue;
+        words.push_back(graph(curve)->name() + ": " + QString::number(newest->value, 'f', 1));
+    }
+    if (words.size() == 2) words.push_back(tr("nothing measured yet"));
+    return words.join(", ");
 }
 
 QFont chart_view::title_font() const {
@@ -164,6 +181,11 @@ void chart_view::resizeEvent(QResizeEvent* /*event*/) {
     laid_out_ = {};
     place_badge();
     renew();
+}
+
+void chart_view::focusInEvent(QFocusEvent* event) {
+    renew_description(*this);
+    QCustomPlot::focusInEvent(event);
 }
 
 void chart_view::changeEvent(QEvent* event) {

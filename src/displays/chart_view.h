@@ -1,6 +1,7 @@
 #pragma once
 // A strip chart on the screen.
 
+#include "platform/desktop/spoken.h"
 #include "platform/desktop/strip_plot.h"
 
 #include <qcustomplot.h>
@@ -12,7 +13,7 @@ namespace tyxo {
 /// Keeps no rows, only the points of its picture. The title stands in the middle of a line of its own, whose
 /// ends are left free for the buttons of the panels. Beside the properties below it has those of each curve:
 /// `CurveTitle(0)`, `CurveColor(0)`, `CurveVisible(0)` and so on.
-class chart_view : public QCustomPlot {
+class chart_view : public QCustomPlot, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(QString Title READ title)
     Q_PROPERTY(double XAxisMin READ x_axis_min)
@@ -40,6 +41,10 @@ class chart_view : public QCustomPlot {
     [[nodiscard]] double y_axis_max() const { return shown_.YAxisMax; }
     [[nodiscard]] bool frozen() const { return shown_.Frozen; }
 
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Chart; }
+    /// Whether it runs, how long a time it shows, and the newest value of each visible curve.
+    [[nodiscard]] QString spoken_text() const override;
+
   signals:
     /// The left button was pressed and released inside, or the space bar or Return while the chart has the
     /// focus; a double click is two clicks.
@@ -51,6 +56,7 @@ class chart_view : public QCustomPlot {
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;

@@ -2,6 +2,7 @@
 // A label that an operator can click: one left click, or the space bar or Return when it has the focus.
 
 #include "displays/paint_view.h"
+#include "platform/desktop/spoken.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -9,7 +10,7 @@
 
 namespace tyxo {
 
-class click_label : public QLabel {
+class click_label : public QLabel, public spoken_control {
     Q_OBJECT
 
   public:
@@ -17,6 +18,8 @@ class click_label : public QLabel {
         setCursor(Qt::PointingHandCursor);
         setFocusPolicy(Qt::TabFocus);
     }
+
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Button; }
 
   signals:
     void clicked();

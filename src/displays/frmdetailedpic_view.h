@@ -2,6 +2,7 @@
 // The Detailed Display on the screen.
 
 #include "displays/frmdetailedpic.h"
+#include "platform/desktop/spoken.h"
 
 #include <QWidget>
 
@@ -16,7 +17,7 @@ class canvas_view;
 
 /// The surface with the labels on it, and below it the check boxes. It covers all other windows of the
 /// program until the operator closes it; measuring goes on.
-class frmdetailedpic_view : public QWidget {
+class frmdetailedpic_view : public QWidget, public spoken_control {
     Q_OBJECT
 
   public:
@@ -24,6 +25,8 @@ class frmdetailedpic_view : public QWidget {
 
     /// Shows, hides and fills the window as the core says.
     void show_state();
+
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Window; }
 
   protected:
     void closeEvent(QCloseEvent* event) override;

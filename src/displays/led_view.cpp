@@ -19,8 +19,7 @@ void led_view::show_control(const iLedRoundX& control) {
 }
 
 void led_view::describe() {
-    const QString text = shown_.Active ? tr("on") : tr("off");
-    if (text != accessibleDescription()) setAccessibleDescription(text);
+    if (spoken_text() != accessibleDescription()) setAccessibleDescription(spoken_text());
 }
 
 void led_view::paintEvent(QPaintEvent* /*event*/) {

@@ -3,13 +3,14 @@
 
 #include "displays/paint_view.h"
 #include "platform/controls.h"
+#include "platform/desktop/spoken.h"
 
 #include <QWidget>
 
 namespace tyxo {
 
 /// Readable from about 10 pixels on; the lamp is the largest circle in the widget, in its middle.
-class led_view : public QWidget {
+class led_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(bool Active READ active)
     Q_PROPERTY(int ActiveColor READ active_color)
@@ -26,6 +27,9 @@ class led_view : public QWidget {
     [[nodiscard]] bool active() const { return shown_.Active; }
     [[nodiscard]] int active_color() const { return shown_.ActiveColor; }
     [[nodiscard]] int inactive_color() const { return shown_.InactiveColor; }
+
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::StaticText; }
+    [[nodiscard]] QString spoken_text() const override { return shown_.Active ? tr("on") : tr("off"); }
 
   protected:
     void paintEvent(QPaintEvent* event) override;

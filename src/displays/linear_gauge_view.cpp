@@ -30,7 +30,6 @@ constexpr int least_label_pixels = 8;
 
 linear_gauge_view::linear_gauge_view(QWidget* parent) : QWidget(parent) {
     setAccessibleName(tr("Bar"));
-    describe();
 }
 
 void linear_gauge_view::show_control(const iLinearGaugeX& control) {
@@ -40,17 +39,18 @@ void linear_gauge_view::show_control(const iLinearGaugeX& control) {
     only_moved.MaxPosition = shown_.MaxPosition;
     if (only_moved != shown_) face_.drop();
     shown_ = control;
-    describe();
     update();
 }
 
-void linear_gauge_view::describe() {
-    QString text = QString::fromStdString(tick_text(shown_.Position, shown_.Position));
-    if (shown_.ShowMaxPointer) {
-        text = tr("%1, highest %2")
-                   .arg(text, QString::fromStdString(tick_text(shown_.MaxPosition, shown_.MaxPosition)));
-    }
-    if (text != accessibleDescription()) setAccessibleDescription(text);
+QString linear_gauge_view::spoken_text() const {
+    const QString text = QString::fromStdString(tick_text(shown_.Position, shown_.Position));
+    if (!shown_.ShowMaxPointer) return text;
+    return tr("%1, highest %2")
+        .arg(text, QString::fromStdString(tick_text(shown_.MaxPosition, shown_.MaxPosition)));
+}
+
+std::optional<spoken_control::scale> linear_gauge_view::spoken_scale() const {
+    return scale{shown_.PositionMin, shown_.Position, shown_.PositionMax};
 }
 
 void linear_gauge_view::changeEvent(QEvent* event) {

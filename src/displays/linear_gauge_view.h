@@ -5,6 +5,7 @@
 #include "displays/gauge_geometry.h"
 #include "displays/paint_view.h"
 #include "platform/controls.h"
+#include "platform/desktop/spoken.h"
 
 #include <QWidget>
 
@@ -13,7 +14,7 @@
 namespace tyxo {
 
 /// Readable from about 40 x 80 pixels on; the scale is as high as the widget and stands in its middle.
-class linear_gauge_view : public QWidget {
+class linear_gauge_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double Position READ position)
     Q_PROPERTY(double PositionMin READ position_min)
@@ -53,6 +54,11 @@ class linear_gauge_view : public QWidget {
     [[nodiscard]] int max_pointer_color() const { return shown_.MaxPointerColor; }
     [[nodiscard]] double max_position() const { return shown_.MaxPosition; }
 
+    /// No progress bar: readers tell the progress of every such bar unasked.
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Dial; }
+    [[nodiscard]] QString spoken_text() const override;
+    [[nodiscard]] std::optional<scale> spoken_scale() const override;
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -63,7 +69,6 @@ class linear_gauge_view : public QWidget {
     [[nodiscard]] double pointer_length() const;
     [[nodiscard]] QRectF bar() const;
     [[nodiscard]] double height_of(double share) const;
-    void describe();
     void paint_face(QPainter& painter) const;
     void paint_bar(QPainter& painter) const;
     void paint_scale(QPainter& painter) const;

@@ -87,8 +87,7 @@ std::function<void()> panel_view::on_view_command(void (*handler)(i16)) const {
 }
 
 void panel_view::name(QWidget* widget, const QString& what) const {
-    const QString full = tr("%1, channel %2").arg(what).arg(channel_ + 1);
-    if (widget->accessibleName() != full) widget->setAccessibleName(full);
+    show_name(*widget, tr("%1, channel %2").arg(what).arg(channel_ + 1));
 }
 
 QLabel* panel_view::caption(const char* array, const QString& text, const rectangle& place, int font) {
@@ -165,7 +164,6 @@ void panel_view::make_plot_side(QWidget* parent) {
     connect(Cmd_diagramm2, &QPushButton::clicked, this, on_view_command(Cmd_diagramm2_click));
     name(XYplot, tr("Polar scope"));
     Frame_message = make<QGroupBox>("Frame_message", parent);
-    name(Frame_message, tr("Message"));
     Lbl_dama = make<QLabel>("Lbl_dama", Frame_message);
     Lbl_dama->setWordWrap(true);
     Lbl_dama->setAlignment(Qt::AlignCenter);
@@ -271,6 +269,7 @@ void panel_view::show_names() {
     name(Gauge_thermo, Label4->text());
     name(digi_Thermo, tr("%1 in digits").arg(Label4->text()));
     name(Label4, tr("%1, value shown").arg(Label4->text()));
+    name(Frame_message, Frame_message->title());
     name(LED_prealarm, Lbl_alm1->text());
     name(LED_Alarm, lbl_alm2->text());
     name(Lbl_alminhibit, Lbl_alminhibit->text());

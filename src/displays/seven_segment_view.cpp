@@ -102,19 +102,18 @@ void add_digit(QPainterPath& lit, QPainterPath& unlit, const digit_form& form, c
 
 seven_segment_view::seven_segment_view(QWidget* parent) : QWidget(parent) {
     setAccessibleName(tr("Digits"));
-    describe();
+    write();
 }
 
 void seven_segment_view::show_control(const iSevenSegmentAnalogX& control) {
     if (control == shown_) return;
     shown_ = control;
-    describe();
+    write();
     update();
 }
 
-void seven_segment_view::describe() {
+void seven_segment_view::write() {
     text_ = signed_display_text(shown_.Value, shown_.Precision, shown_.ShowSign);
-    if (text() != accessibleDescription()) setAccessibleDescription(text());
 }
 
 void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {

@@ -4,6 +4,7 @@
 #include "displays/gauge_geometry.h"
 #include "displays/paint_view.h"
 #include "platform/controls.h"
+#include "platform/desktop/spoken.h"
 
 #include <QWidget>
 
@@ -12,7 +13,7 @@ namespace tyxo {
 /// Right-aligned, as high as the widget allows; a number too long for the width gets narrower, then smaller
 /// digits and is never cut. With one colour for lit and unlit segments the display looks switched off.
 /// Readable from about 14 pixels height on.
-class seven_segment_view : public QWidget {
+class seven_segment_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double Value READ value)
     Q_PROPERTY(int Precision READ precision)
@@ -40,11 +41,14 @@ class seven_segment_view : public QWidget {
     /// The digits as a text, without the unlit places before them.
     [[nodiscard]] QString text() const { return QString::fromStdString(text_); }
 
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::StaticText; }
+    [[nodiscard]] QString spoken_text() const override { return text(); }
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
-    void describe();
+    void write();
 
     iSevenSegmentAnalogX shown_;
     std::string text_;

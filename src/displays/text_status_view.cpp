@@ -8,7 +8,8 @@
 
 namespace tyxo {
 
-text_status_view::text_status_view(QWidget* parent) : QPlainTextEdit(parent) {
+text_status_view::text_status_view(QWidget* parent)
+    : QPlainTextEdit(parent), announcer_(new announcer(this)) {
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
@@ -74,6 +75,7 @@ void text_status_view::append_end(std::string_view added) {
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
     cursor.insertText(text);
+    announcer_->say(text.trimmed());
 }
 
 void text_status_view::drop_front(std::uint64_t characters) {

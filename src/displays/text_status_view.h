@@ -1,6 +1,7 @@
 #pragma once
 // The status text of the main window.
 
+#include "platform/desktop/spoken.h"
 #include "platform/text_box.h"
 
 #include <QPlainTextEdit>
@@ -33,6 +34,7 @@ class text_status_view : public QPlainTextEdit {
     void drop_front(std::uint64_t characters);
     void append_end(std::string_view added);
 
+    announcer* announcer_;       // says each line that comes
     std::uint64_t appended_ = 0; // of the box, as shown
     std::uint64_t dropped_ = 0;
     std::uint64_t caret_ = 0;

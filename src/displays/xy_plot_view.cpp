@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <ranges>
 #include <span>
 
 namespace tyxo {
@@ -75,6 +76,25 @@ void xy_plot_view::describe() {
         tell("CurveColor", curve.Color);
         tell("CurvePoints", static_cast<int>(curve.points.size()));
     }
+}
+
+QString xy_plot_view::spoken_text() const {
+    // The curves bear no titles. The first one is the circle that the others are seen against.
+    const std::array names{QString(), tr("Thermosignal"), tr("Angular acceleration")};
+    const auto radius = [](const plot_point& point) { return std::hypot(point.x, point.y); };
+    QStringList words;
+    for (std::size_t index = 1; index < std::min(names.size(), shown_.curves.size()); ++index) {
+        const plot_curve& curve = shown_.curves[index];
+        const std::vector<plot_point>& circle = shown_.curves.front().points;
+        if (!curve.Visible || curve.points.empty() || circle.empty()) continue;
+        const auto percent = [unit = radius(circle.front()) / 100](double length) {
+            return QString::number(length / unit, 'f', 0);
+        };
+        const auto [least, greatest] = std::ranges::minmax(curve.points | std::views::transform(radius));
+        words.push_back(
+            tr("%1: %2 to %3 % of the circle").arg(names[index], percent(least), percent(greatest)));
+    }
+    return words.isEmpty() ? tr("no curve yet") : words.join(", ");
 }
 
 QRectF xy_plot_view::square() const {
@@ -147,6 +167,11 @@ void xy_plot_view::paint_curve(QPainter& painter, const plot_curve& curve) const
         begin = end;
     }
     painter.restore();
+}
+
+void xy_plot_view::focusInEvent(QFocusEvent* event) {
+    renew_description(*this);
+    QWidget::focusInEvent(event);
 }
 
 void xy_plot_view::changeEvent(QEvent* event) {

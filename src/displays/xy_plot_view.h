@@ -3,6 +3,7 @@
 // can be told apart.
 
 #include "displays/paint_view.h"
+#include "platform/desktop/spoken.h"
 #include "platform/xy_plot.h"
 
 #include <QWidget>
@@ -16,7 +17,7 @@ namespace tyxo {
 ///
 /// Of each curve n it also tells `CurveTitle(n)`, `CurveVisible(n)`, `CurveColor(n)` and `CurvePoints(n)`,
 /// the number of points, as dynamic properties.
-class xy_plot_view : public QWidget {
+class xy_plot_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double XAxisMin READ x_axis_min)
     Q_PROPERTY(double XAxisSpan READ x_axis_span)
@@ -37,6 +38,10 @@ class xy_plot_view : public QWidget {
     [[nodiscard]] double y_axis_min() const { return shown_.YAxis.Min; }
     [[nodiscard]] double y_axis_span() const { return shown_.YAxis.Span; }
 
+    [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Chart; }
+    /// How far each visible curve leaves the reference circle.
+    [[nodiscard]] QString spoken_text() const override;
+
   signals:
     /// A left click, or the space bar or Return while the scope has the focus. A double click is one click.
     void clicked();
@@ -44,6 +49,7 @@ class xy_plot_view : public QWidget {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

@@ -52,6 +52,12 @@ inline QString spoken(QWidget* control) {
     return told == nullptr ? QString() : told->text(QAccessible::Name);
 }
 
+/// A listener is told what it is; a plain area is of no use to him.
+inline bool has_role(QWidget* control) {
+    const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(control);
+    return told != nullptr && told->role() != QAccessible::NoRole && told->role() != QAccessible::Client;
+}
+
 inline QString described(const QWidget* control) {
     return control->objectName() + " (" + control->metaObject()->className() + ')';
 }

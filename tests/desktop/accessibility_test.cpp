@@ -26,16 +26,7 @@ class accessibility_test : public QObject {
   private slots:
     void initTestCase() {
         window_.start(accessible_settings);
-        for (std::size_t channel = 0; channel < channel_count; ++channel) {
-            panels.Frame_message[channel].Visible = false;
-            panels.XYplot[channel].Visible = true;
-            panels.Cmd_diagramm[channel].Visible = true;
-            panels.Cmd_diagramm2[channel].Visible = true;
-            indicators.Lbl_alminhibit[channel].Visible = true;
-            sensor::channels[channel].numzyl = 6;
-            sensor::channels[channel].param_valid = true;
-            sensor::channels[channel].status_valid = true;
-        }
+        show_all_controls();
         window_.show_state();
     }
     void cleanupTestCase() {
@@ -50,10 +41,12 @@ class accessibility_test : public QObject {
         for (QWidget* control : visible_controls(opened.widget)) {
             if (!is_stop(control) && !is_painted_value(control)) continue;
             QVERIFY2(!spoken(control).isEmpty(), qPrintable(described(control)));
+            QVERIFY2(has_role(control), qPrintable(described(control)));
             ++named;
         }
         QVERIFY(named > 0 || opened.row->name == QString("frmSplash"));
         QVERIFY(!opened.widget->windowTitle().isEmpty());
+        QVERIFY(has_role(opened.widget));
     }
 
     void no_two_controls_have_the_same_name_data() { all_windows(); }

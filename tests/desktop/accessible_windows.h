@@ -19,6 +19,7 @@
 #include "displays/xy_plot.h"
 #include "gateway/frmsetuptcp.h"
 #include "link/channel_rec.h"
+#include "link/indicators.h"
 
 #include <functional>
 #include <string_view>
@@ -33,6 +34,20 @@ inline constexpr const char* accessible_settings = "[tyxo]\r\n"
                                                    "location 3=Generator 3\r\n"
                                                    "location 4=Test bed\r\n"
                                                    "passwd=\r\n";
+
+/// As four Evaluators leave the panels that have told everything about their engines.
+inline void show_all_controls() {
+    for (std::size_t channel = 0; channel < channel_count; ++channel) {
+        panels.Frame_message[channel].Visible = false;
+        panels.XYplot[channel].Visible = true;
+        panels.Cmd_diagramm[channel].Visible = true;
+        panels.Cmd_diagramm2[channel].Visible = true;
+        indicators.Lbl_alminhibit[channel].Visible = true;
+        sensor::channels[channel].numzyl = 6;
+        sensor::channels[channel].param_valid = true;
+        sensor::channels[channel].status_valid = true;
+    }
+}
 
 struct accessible_window {
     const char* name; ///< the window's, and behind a blank what is special about it

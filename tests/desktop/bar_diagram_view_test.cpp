@@ -121,7 +121,7 @@ class bar_diagram_view_test : public QObject {
             const QVariantList points = plot(row).property("SeriesPoints(0)").toList();
             QCOMPARE(points.size(), 6);
             QCOMPARE(points[5].toPointF(), QPointF(6, &row == &both[0] ? 1000 : 50));
-            QVERIFY(plot(row).accessibleDescription().contains(&row == &both[0] ? "1000, 1000" : "50, 50"));
+            QVERIFY(plot(row).spoken_text().contains(&row == &both[0] ? "1000, 1000" : "50, 50"));
         }
         QCOMPARE(plot(both[0]).property("SeriesTitle(0)").toString(), QString("Speed absolut"));
         QCOMPARE(plot(both[1]).property("SeriesTitle(1)").toString(), QString("Signal difference"));

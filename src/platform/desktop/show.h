@@ -19,6 +19,11 @@
 
 namespace tyxo {
 
+/// The name that is heard. A name that is set is told to every listener, whether it differs or not.
+inline void show_name(QWidget& widget, const QString& name) {
+    if (widget.accessibleName() != name) widget.setAccessibleName(name);
+}
+
 inline void show_label(QLabel& label, const Label& control) {
     const QString text = qt_text(control.Caption);
     if (label.text() != text) {
@@ -47,7 +52,10 @@ inline void show_entry(QAction& entry, const Command& control) {
 
 inline void show_frame(QGroupBox& frame, const Frame& control) {
     const QString title = without_mnemonic(qt_text(control.Caption));
-    if (frame.title() != title) frame.setTitle(title);
+    if (frame.title() != title) {
+        frame.setTitle(title);
+        frame.setAccessibleName(qt_text(control.Caption)); // else heard under the name of a frame around it
+    }
     if (frame.isVisibleTo(frame.parentWidget()) != control.Visible) frame.setVisible(control.Visible);
     frame.setEnabled(control.Enabled);
 }
