@@ -255,7 +255,7 @@ class stop_lock_view_test : public QObject {
             QTest::keyClick(lock_->focusWidget(), Qt::Key_Space);
         });
         window_.open_menu_entry("start", "start_channel(0)");
-        QVERIFY(!sensor::channel_running[0]);
+        QTRY_VERIFY(!sensor::channel_running[0]);
         QVERIFY(sensor::channel_running[1]);
         QVERIFY(sensor::measure_running);
     }
@@ -363,7 +363,7 @@ class stop_lock_view_test : public QObject {
             act();
         });
         request();
-        QVERIFY(asked);
+        QTRY_VERIFY(asked); // a menu entry asks from the event loop
         QTRY_VERIFY(!lock_->isVisible());
     }
     /// Into whatever has the focus.
