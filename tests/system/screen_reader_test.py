@@ -156,7 +156,8 @@ class ForTheEar(PlantTest):
         window = self.window(*title)
         self.assertEqual(self.unheard(window), [])
         self.reader.listen(0.2)
-        told = [event for event in self.reader.listen(0.5) if event[0].endswith("accessible-name")]
+        told = [(kind, role, name) for kind, role, name in self.reader.listen(0.5)
+                if kind.endswith("accessible-name") and role != "notification"]
         self.assertEqual(told, [], title)
         return window
 
@@ -192,6 +193,8 @@ class ForTheEar(PlantTest):
         self.choose("Register Content", gateway)
         self.reader.wait_for(gateway, "text", "Register 122")
         self.check("frame", "Modbus")
+        plant.program.terminate()  # all that was told of is taken apart
+        self.assertEqual(plant.program.wait(10), 0)
 
     def test_the_alert_and_every_event_are_said(self):
         plant = self.measuring(channels=2)

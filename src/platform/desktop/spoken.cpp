@@ -6,8 +6,6 @@
 #include <QApplication>
 #include <QMetaObject>
 
-#include <algorithm>
-
 namespace tyxo {
 
 namespace {
@@ -34,7 +32,7 @@ class spoken_interface : public QAccessibleWidget,
 
     [[nodiscard]] QAccessible::State state() const override {
         QAccessible::State now = QAccessibleWidget::state();
-        now.readOnly = true;
+        if (scale()) now.readOnly = true;
         return now;
     }
 
@@ -126,11 +124,7 @@ QAccessibleInterface* make_interface(const QString& /*class_name*/, QObject* obj
 } // namespace
 
 spoken_control::spoken_control() {
-    static const bool once = [] {
-        QAccessible::installFactory(make_interface);
-        return true;
-    }();
-    static_cast<void>(once);
+    QAccessible::installFactory(make_interface); // once, however often it is installed
 }
 
 void spoken_control::renew_description(QWidget& widget) {
