@@ -16,7 +16,9 @@
 #include "displays/xy_plot_view.h"
 #include "link/indicators.h"
 
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QComboBox>
 #include <QSignalSpy>
 
 using namespace tyxo;
@@ -173,6 +175,15 @@ class spoken_test : public QObject {
         window_.show_state();
         press(*value);
         QTRY_COMPARE(clicks.count(), 1);
+    }
+
+    void lists_of_ports_have_names() {
+        open_setup(0, false);
+        window_.show_state();
+        auto* const ports = window_.dialog("frmSetup")->findChild<QComboBox*>("Select_com(2)");
+        QCOMPARE(interface_of(*ports->view()).text(QAccessible::Name), QString("Sensor 3: Comports"));
+        close_setup();
+        window_.show_state();
     }
 
     void windows_have_their_roles() {
