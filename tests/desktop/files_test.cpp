@@ -19,7 +19,7 @@ TEST_F(files, a_line_ends_in_cr_lf_and_is_with_the_system_at_once) {
     output_file file;
     file.open({.path = path("a.xlg")});
     file.print("one");
-    EXPECT_EQ(content("a.xlg"), "one\r\n"); // the file is still open
+    EXPECT_EQ(content_now("a.xlg"), "one\r\n"); // the file is still open
 }
 
 TEST_F(files, a_new_file_begins_with_its_header_and_an_old_one_keeps_its_lines) {

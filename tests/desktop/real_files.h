@@ -1,6 +1,7 @@
 #pragma once
 // A folder of real files for one test, and what a disk or a system may refuse.
 
+#include "platform/desktop/output_file.h"
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
@@ -28,8 +29,14 @@ class in_a_folder : public testing::Test {
     void TearDown() override { fs::remove_all(folder); }
 
     [[nodiscard]] std::string path(const std::string& name) const { return (folder / name).string(); }
-    [[nodiscard]] std::string content(const std::string& name) const {
+    /// What stands in the file now.
+    [[nodiscard]] std::string content_now(const std::string& name) const {
         return read_file(path(name)).value_or("none");
+    }
+    /// The same when every step has ended: on a busy machine some take longer than anybody waits for them.
+    [[nodiscard]] std::string content(const std::string& name) const {
+        desktop::finish_files(std::chrono::seconds(10));
+        return content_now(name);
     }
     [[nodiscard]] ino_t inode(const std::string& name) const {
         struct stat status {};

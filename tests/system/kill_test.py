@@ -13,7 +13,7 @@ import unittest
 from harness import PlantTest, curve, frame, measured_values, parameter_frame, status, wait_for
 
 TRIALS = int(os.environ.get("TRIALS", "6"))
-LABEL = (200, 318)  # name of channel 1's thermo value in the main window; a click on it writes a setting
+LABEL = (200, 327)  # name of channel 1's thermo value in the main window; a click on it writes a setting
 OVERSPEED = "Overspeed Alarm O"
 WHOLE_LINE = re.compile(r"<REC1> \d\d:\d\d:\d\d( \d+){5} </REC1>|<REC2> \d\d:\d\d:\d\d( \d+){256}  </REC2>|"
                         r"<!-- \d\d:\d\d:\d\d .* -->")
