@@ -244,35 +244,6 @@ class bar_diagram_view_test : public QObject {
         }
     }
 
-    void a_bar_that_goes_beyond_its_axis_bears_a_mark() {
-        const window_row& row = both[1];
-        press(row, 0);
-        window(row).resize(800, 500);
-        const auto marks = [&](int series, bool up) {
-            return plot(row).graph(2 * series + (up ? 0 : 1))->data()->size();
-        };
-        for (const std::size_t sample : {41U, 42U, 43U})
-            sensor::detail_thermo[sample] = 479 + 100; // cylinder 1: far above all others
-        new_curve(row);
-        QCOMPARE(marks(0, true), 0);
-        QCOMPARE(marks(1, true), 1);
-        QCOMPARE(marks(1, false), 0);
-        const QCPGraphData& mark = *plot(row).graph(2)->data()->constBegin();
-        QVERIFY(plot(row).yAxis2->range().contains(mark.value)); // within the axes, else nobody saw it
-        const double x = plot(row).xAxis->coordToPixel(mark.key);
-        QVERIFY(pixel_at(drawn(row), x, plot(row).yAxis2->coordToPixel(mark.value)) == QColor(Qt::white));
-        for (const std::size_t sample : {41U, 42U, 43U})
-            sensor::detail_thermo[sample] = 479 + 50;
-        new_curve(row);
-        QCOMPARE(marks(1, true), 0);
-        QCOMPARE(marks(1, false), 0);
-    }
-
-    void its_least_size_keeps_its_print_legible() {
-        for (const window_row& row : both)
-            QCOMPARE(window(row).minimumSize(), QSize(800, 500));
-    }
-
     void two_bars_stand_side_by_side_on_their_own_axes() {
         const window_row& row = both[1];
         press(row, 0);

@@ -108,6 +108,14 @@ class large_print_test : public QObject {
         main_->show_state();
     }
 
+    void diagrams_keep_a_size_in_which_their_print_is_legible_data() { sizes(); }
+    void diagrams_keep_a_size_in_which_their_print_is_legible() {
+        for (const auto& [name, least] : {std::pair{"frmdetailedpic", QSize(1000, 620)},
+                                          {"frmbarpic", QSize(800, 500)},
+                                          {"Frmbarpic2", QSize(800, 500)}})
+            QCOMPARE(main_->findChild<QWidget*>(name)->minimumSize(), least);
+    }
+
   private:
     static void sizes() {
         QTest::addColumn<int>("points");

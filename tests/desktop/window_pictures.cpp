@@ -109,7 +109,7 @@ void fill_chart(i16 channel) {
     for (std::int64_t time = now - 120'000; time <= now; time += 250) {
         const double second = static_cast<double>(time - now + 120'000) / 1000;
         if (second > 50 && second < 58) continue;
-        const double warm = 20 + second * 0.7 + 4 * std::sin(second / 3 + channel) + 2 * std::sin(second * 3);
+        const double warm = 20 + second * 0.5 + 4 * std::sin(second / 3 + channel) + 2 * std::sin(second * 3);
         strip_row row;
         row.time = time;
         row.values[0] = static_cast<float>(warm);
