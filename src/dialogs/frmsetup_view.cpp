@@ -115,9 +115,9 @@ void frmsetup_view::show_state() {
     show_button(*cmd_Refresh, frmSetup.cmd_Refresh);
     show_tabs();
     if (opens) fit_screen();
-    show_tab_tips();
     if (opens) SSTab->tabBar()->setFocus(); // not where a key or the wheel changes something at once
     show_form(frmSetup.form);
+    show_tab_tips();
 }
 
 } // namespace tyxo

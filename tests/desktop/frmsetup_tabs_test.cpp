@@ -263,6 +263,24 @@ class frmsetup_tabs_test : public QObject {
         QTRY_COMPARE(frmSetup.SSTab.Tab, i16{2});
     }
 
+    void a_caption_is_whole_while_there_is_room_for_it() {
+        const std::string location = "Starboard main engine, aft engine room 2";
+        setup_.close();
+        sensor::channels[0].location = location;
+        setup_.open();
+        const QTabBar& bar = *setup_.tabs()->tabBar();
+        const QString caption = "1 : " + QString::fromStdString(location);
+        QCOMPARE(setup_.tabs()->tabText(1), caption);
+        QVERIFY(bar.tabRect(1).width() > bar.fontMetrics().horizontalAdvance(caption));
+        QCOMPARE(setup_.tabs()->tabToolTip(1), QString());
+        setup_.close();
+        for (channel_rec& channel : sensor::channels)
+            channel.location = location + location + location;
+        setup_.open();
+        QVERIFY(bar.tabRect(4).right() <= setup_.dialog()->width()); // they give way
+        QVERIFY(setup_.tabs()->tabToolTip(1).contains(caption));
+    }
+
     void a_location_of_200_letters_widens_nothing() {
         const QSize usual = setup_.dialog()->minimumSizeHint();
         setup_.close();
