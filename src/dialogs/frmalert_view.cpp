@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QWindow>
 
 namespace tyxo {
 
@@ -23,6 +24,7 @@ constexpr int gap = 16;
 constexpr double corner = 8;
 constexpr int from_top = 40; // pixels from the screen's upper edge: most dialogs stay in sight below
 constexpr int button_width = 220;
+constexpr int deaf_time = 700; // ms: what somebody was typing when the alert came is not meant for it
 constexpr QRgb dark_plate = 0xFF101010;
 constexpr QRgb light_plate = 0xFFFFFFFF;
 
@@ -71,6 +73,23 @@ class alert_plate : public QLabel {
     }
 };
 
+namespace {
+
+/// A click goes on while the keyboard goes back to where the operator types.
+class confirm_button : public QPushButton {
+  public:
+    using QPushButton::QPushButton;
+
+  protected:
+    void focusOutEvent(QFocusEvent* event) override {
+        const bool clicking = isDown() && QGuiApplication::mouseButtons() != Qt::NoButton;
+        QPushButton::focusOutEvent(event);
+        if (clicking) setDown(true);
+    }
+};
+
+} // namespace
+
 // No minimise button: an alert that beeps and is not seen helps nobody.
 frmalert_view::frmalert_view()
     : QDialog(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
@@ -83,11 +102,10 @@ frmalert_view::frmalert_view()
     rows->setSpacing(gap);
     make_headline(*rows);
     make_lines(*rows);
-    CmdAck = new QPushButton(this);
+    CmdAck = new confirm_button(this);
     CmdAck->setObjectName("CmdAck");
     CmdAck->setMinimumWidth(button_width);
     CmdAck->setDefault(true);
-    CmdAck->installEventFilter(this);
     connect(CmdAck, &QPushButton::clicked, this, desktop::on_view_command(FrmAlert_CmdAck_click));
     rows->addWidget(CmdAck, 0, Qt::AlignHCenter);
     rows->setSizeConstraint(QLayout::SetFixedSize);
@@ -96,6 +114,8 @@ frmalert_view::frmalert_view()
     ensurePolished();
     fit_screen();
     winId(); // made now, so that the first alarm finds its window ready
+    windowHandle()->installEventFilter(this);
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &frmalert_view::follow_keyboard);
 }
 
 /// Letters of one size for all lines: as large as the screen has room for the longest.
@@ -214,13 +234,8 @@ void frmalert_view::show_state() {
 }
 
 void frmalert_view::appear() {
-    QWidget* const box = QApplication::focusWidget();
-    const bool in_text_box = box != nullptr && box->testAttribute(Qt::WA_InputMethodEnabled);
-    typing_in_ = in_text_box ? box->window() : nullptr;
     wants_keyboard_ = true;
-    const bool typing = operator_types();
-    QWidget* const typed_in = QApplication::activeWindow();
-    setAttribute(Qt::WA_ShowWithoutActivating, typing);
+    setAttribute(Qt::WA_ShowWithoutActivating, operator_types());
     CmdAck->setFocus();
     const QWidget* const main_window = dialog_parent();
     const QRect area = (main_window != nullptr ? main_window : this)->screen()->availableGeometry();
@@ -228,8 +243,6 @@ void frmalert_view::appear() {
     move(area.left() + (area.width() - width()) / 2, area.top() + from_top);
     show();
     raise();
-    // Some window systems give the keyboard to every new window, asked or not.
-    if (typing && typed_in != nullptr) typed_in->activateWindow();
 }
 
 /// Where no window manager keeps it on top, a dialog that opened later covers it.
@@ -238,17 +251,50 @@ void frmalert_view::keep_in_front() {
     if (QApplication::activePopupWidget() == nullptr) raise();
 }
 
+void frmalert_view::follow_keyboard(QWindow* window) {
+    if (window != windowHandle()) owner_ = window != nullptr ? QWidget::find(window->winId()) : nullptr;
+}
+
+/// In a dialog, or in a text box of another window.
 bool frmalert_view::operator_types() const {
     if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr)
         return true;
-    return typing_in_ != nullptr && typing_in_->isVisible() && typing_in_->isActiveWindow();
+    if (owner_ == nullptr || !owner_->isVisible()) return false;
+    const QWidget* const box = owner_->focusWidget();
+    return box != nullptr && box->testAttribute(Qt::WA_InputMethodEnabled);
+}
+
+/// Where the keyboard belongs while the operator types; nowhere if it was with another program.
+QWidget* frmalert_view::typed_in() const {
+    if (owner_ == nullptr) return nullptr;
+    QWidget* const dialog = QApplication::activeModalWidget();
+    return dialog != nullptr ? dialog : owner_.data();
 }
 
 void frmalert_view::take_keyboard() {
     wants_keyboard_ = false;
+    has_keyboard_.start();
     raise();
     activateWindow();
     CmdAck->setFocus();
+}
+
+void frmalert_view::give_keyboard_back() {
+    wants_keyboard_ = true;
+    if (QWidget* const window = typed_in()) window->activateWindow();
+}
+
+/// True if the alert must not see a key. Not every window system lets a window give the keyboard back, and
+/// none does so at once: what reaches the alert meanwhile is handed on.
+bool frmalert_view::withhold(QKeyEvent& key) {
+    if (QApplication::activePopupWidget() != nullptr) return false; // the popup gets all keys anyway
+    if (operator_types()) {
+        if (const QWidget* const window = typed_in())
+            QCoreApplication::sendEvent(window->windowHandle(), &key);
+        return true;
+    }
+    if (wants_keyboard_ || has_keyboard_.elapsed() < deaf_time) return true;
+    return key.type() == QEvent::KeyPress && key.isAutoRepeat(); // still held down from before
 }
 
 void frmalert_view::reject() {
@@ -257,13 +303,18 @@ void frmalert_view::reject() {
 
 void frmalert_view::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && isActiveWindow())
-        desktop::run_handler(desktop::source::view, FrmAlert_activate);
+    if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+    desktop::run_handler(desktop::source::view, FrmAlert_activate);
+    if (operator_types()) {
+        give_keyboard_back();
+    } else {
+        has_keyboard_.start();
+    }
 }
 
 bool frmalert_view::eventFilter(QObject* watched, QEvent* event) {
-    // A key that is still held down from the dialog before confirms nothing.
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->isAutoRepeat()) return true;
+    const bool is_key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+    if (is_key && withhold(static_cast<QKeyEvent&>(*event))) return true;
     return QDialog::eventFilter(watched, event);
 }
 

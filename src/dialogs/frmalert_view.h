@@ -4,12 +4,15 @@
 #include "platform/desktop/spoken.h"
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QPointer>
 
 #include <array>
 
 class QBoxLayout;
+class QKeyEvent;
 class QPushButton;
+class QWindow;
 
 namespace tyxo {
 
@@ -18,7 +21,9 @@ class picture_view;
 
 /// A window that belongs to no other, so that no dialog locks it, and that stays in front of all. It takes
 /// the keyboard only when nobody types: a half-typed password goes on, and the alert gets the keyboard when
-/// the dialog has closed or the operator has left the window that he typed in.
+/// the dialog has closed or the operator has left the window that he typed in. Some window systems give the
+/// keyboard to whatever is new or in front; the alert then gives it back, and hands on what was typed
+/// meanwhile. The mouse confirms at any time.
 class frmalert_view : public QDialog, public spoken_control {
     Q_OBJECT
 
@@ -47,7 +52,11 @@ class frmalert_view : public QDialog, public spoken_control {
     void appear();
     void keep_in_front();
     void take_keyboard();
+    void follow_keyboard(QWindow* owner);
+    void give_keyboard_back();
+    [[nodiscard]] QWidget* typed_in() const;
     [[nodiscard]] bool operator_types() const;
+    bool withhold(QKeyEvent& key);
 
     alert_plate* Lbl_attention = nullptr;
     alert_plate* Lbl_relay = nullptr;
@@ -58,8 +67,9 @@ class frmalert_view : public QDialog, public spoken_control {
     QPushButton* CmdAck = nullptr;
     announcer* announcer_;
     std::array<QString, 4> said_; // the lines that were announced
-    QPointer<QWidget> typing_in_; // the window that had the keyboard in a text box when the alert came
+    QPointer<QWidget> owner_; // the window that had the keyboard before the alert; none of another program
     bool wants_keyboard_ = false;
+    QElapsedTimer has_keyboard_; // since it has it by right
 };
 
 } // namespace tyxo

@@ -1,6 +1,5 @@
 """The alarm alert of the real program: how soon it is seen and heard, and that nothing holds it up."""
 
-import ctypes
 import os
 import socket
 import statistics
@@ -8,38 +7,15 @@ import threading
 import time
 import unittest
 
+from desktops import Screen
 from harness import Display, PlantTest, curve, frame, measured_values, parameter_frame, status, wait_for
 
 CHANNELS = 4
 RELAY_AND_AC = 0x0088
 TIMES = 20
 RED = 0xFF0000
-ALL_PLANES = ctypes.c_ulong(-1)
-Z_PIXMAP = 2
 NO_SERVER = "unix:no-sound-server"
 CONFIRMED = "Mainalarm confirmed by operator!"
-
-
-class Screen:
-    """Reads pixels of an X screen."""
-
-    def __init__(self, name):
-        self.x11 = ctypes.CDLL("libX11.so.6")
-        self.x11.XOpenDisplay.restype = ctypes.c_void_p
-        self.x11.XGetImage.restype = ctypes.c_void_p
-        self.x11.XGetPixel.restype = ctypes.c_ulong
-        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
-        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(name.encode()))
-        self.root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
-
-    def pixel(self, x, y):
-        image = ctypes.c_void_p(self.x11.XGetImage(self.display, self.root, x, y, 1, 1, ALL_PLANES, Z_PIXMAP))
-        colour = self.x11.XGetPixel(image, 0, 0) & 0xFFFFFF
-        self.x11.XDestroyImage(image)
-        return colour
-
-    def close(self):
-        self.x11.XCloseDisplay(self.display)
 
 
 def seconds_until(condition, limit=3.0):

@@ -1,0 +1,94 @@
+"""The desktops that the program meets, each on a virtual display of its own, driven through the window system: keys
+and the mouse go to whoever the desktop gives them to."""
+
+import ctypes
+import pathlib
+import statistics
+import subprocess
+
+from harness import Display, wait_for
+
+MANAGERS = {
+    "openbox": ["openbox"],
+    "icewm": ["icewm"],
+    "xfwm4": ["dbus-run-session", "xfwm4"],  # which keeps its settings on a bus
+}
+ALL_PLANES = ctypes.c_ulong(-1)
+Z_PIXMAP = 2
+POSITION_OF_DATA = 16  # in an XImage: behind four integers
+
+
+class Desktop(Display):
+    """An X server with one of the window managers, or a Wayland compositor in a window of an X server."""
+
+    SIZE = "1600x1200"
+
+    def __init__(self, name):
+        super().__init__(self.SIZE)
+        self.environment |= {"HOME": self.runtime, "PULSE_SERVER": "unix:no-sound-server"}
+        self.wayland = name == "weston"
+        command = self.compositor() if self.wayland else MANAGERS[name]
+        self.manager = subprocess.Popen(command, env=self.environment, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL)
+        if self.wayland:
+            wait_for((pathlib.Path(self.runtime) / "wayland").exists, what="the compositor")
+            window = wait_for(lambda: self.tool("xdotool", "search", "--class", "weston"),
+                              what="the compositor's window")[0]
+            self.tool("xdotool", "windowfocus", "--sync", window)
+            self.environment |= {"QT_QPA_PLATFORM": "wayland", "WAYLAND_DISPLAY": "wayland"}
+        else:
+            wait_for(lambda: self.tool("wmctrl", "-m"), what="the window manager")
+
+    def compositor(self):
+        width, height = self.SIZE.split("x")
+        return ["weston", "--backend=x11-backend.so", "--use-pixman", "--no-config", "--idle-time=0",
+                "--socket=wayland", f"--width={width}", f"--height={height}"]
+
+    def keys(self, *keys, delay=60):
+        self.tool("xdotool", "key", "--delay", str(delay), *keys)
+
+    def click(self, x, y):
+        self.tool("xdotool", "mousemove", str(x), str(y), "click", "1")
+
+
+class Screen:
+    """Reads pixels of an X screen."""
+
+    def __init__(self, name):
+        self.x11 = ctypes.CDLL("libX11.so.6")
+        self.x11.XOpenDisplay.restype = ctypes.c_void_p
+        self.x11.XGetImage.restype = ctypes.c_void_p
+        self.x11.XGetPixel.restype = ctypes.c_ulong
+        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
+        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(name.encode()))
+        self.root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
+
+    def image(self, x, y, width, height):
+        return ctypes.c_void_p(self.x11.XGetImage(self.display, self.root, x, y, width, height, ALL_PLANES,
+                                                  Z_PIXMAP))
+
+    def pixel(self, x, y):
+        image = self.image(x, y, 1, 1)
+        colour = self.x11.XGetPixel(image, 0, 0) & 0xFFFFFF
+        self.x11.XDestroyImage(image)
+        return colour
+
+    def extent(self, colour, width, height):
+        """Left, top, right and bottom of what has a colour in the screen's upper left part; none if it is little."""
+        image = self.image(0, 0, width, height)
+        data = ctypes.cast(image.value + POSITION_OF_DATA, ctypes.POINTER(ctypes.c_void_p)).contents.value
+        pixels = memoryview(ctypes.string_at(data, 4 * width * height)).cast("I")
+        self.x11.XDestroyImage(image)
+        rows = {}
+        for y in range(0, height, 4):
+            row = [x for x in range(0, width, 4) if pixels[y * width + x] & 0xFFFFFF == colour]
+            if len(row) > 60:
+                rows[y] = row
+        if len(rows) < 20:
+            return None
+        # Beside it there may be little things of the same colour, in some rows.
+        return (statistics.mode(map(min, rows.values())), min(rows),
+                statistics.mode(map(max, rows.values())), max(rows))
+
+    def close(self):
+        self.x11.XCloseDisplay(self.display)
