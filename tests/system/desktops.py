@@ -41,14 +41,18 @@ class Desktop(Display):
 
     def compositor(self):
         width, height = self.SIZE.split("x")
-        return ["weston", "--backend=x11-backend.so", "--use-pixman", "--no-config", "--idle-time=0",
+        settings = pathlib.Path(self.runtime) / "weston.ini"
+        settings.write_text("[shell]\npanel-position=none\n[input-method]\npath=\n")  # no keys on the screen
+        return ["weston", "--backend=x11-backend.so", "--use-pixman", f"--config={settings}", "--idle-time=0",
                 "--socket=wayland", f"--width={width}", f"--height={height}"]
 
     def keys(self, *keys, delay=60):
         self.tool("xdotool", "key", "--delay", str(delay), *keys)
 
     def click(self, x, y):
-        self.tool("xdotool", "mousemove", str(x), str(y), "click", "1")
+        """By steps from the upper left corner: the compositor sees no other movement."""
+        self.tool("xdotool", "mousemove_relative", "--", "-9999", "-9999")
+        self.tool("xdotool", "mousemove_relative", str(x), str(y), "click", "1")
 
 
 class Screen:
