@@ -65,6 +65,26 @@ class alert_over_windows_test : public QObject {
         });
     }
 
+    void what_is_typed_arrives_though_the_window_system_gives_the_alert_the_keyboard_data() {
+        add_all_windows([](const window_row& row) { return !row.hidden_by_alert(); });
+    }
+    void what_is_typed_arrives_though_the_window_system_gives_the_alert_the_keyboard() {
+        const window_row& row = this_window();
+        if (row.name == QString("frmSplash")) return; // which any key closes
+        while_open(row, [&](QWidget* window) {
+            QLineEdit* const box = text_box(row, window);
+            raise_all();
+            for (const char* letter = "4711"; *letter != '\0'; ++letter) {
+                alert_->activateWindow();
+                QTest::keyClick(alert_->windowHandle(), *letter);
+                QTRY_VERIFY(box == nullptr && !row.locks() ? true : window->isActiveWindow());
+            }
+            QVERIFY(alert_->isVisible());
+            if (box != nullptr) QCOMPARE(box->text(), QString("4711"));
+        });
+        QVERIFY(alert_->isVisible());
+    }
+
     void the_mouse_confirms_it_beside_the_open_window_which_goes_on_data() { add_all_windows(); }
     void the_mouse_confirms_it_beside_the_open_window_which_goes_on() {
         const window_row& row = this_window();
@@ -116,6 +136,7 @@ class alert_over_windows_test : public QObject {
             QTRY_VERIFY(alert_->isActiveWindow());
             QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
             expect_all_lines();
+            wait_until_it_takes_keys();
             QTest::keyClick(QApplication::focusWindow(), Qt::Key_Return);
             expect_confirmed();
         });

@@ -12,6 +12,7 @@
 #include "platform/desktop/handlers.h"
 #include "platform/message_box.h"
 
+#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -180,7 +181,7 @@ class alert_view_test : public QObject {
         for (const int key :
              {int{Qt::Key_Return}, int{Qt::Key_Enter}, int{Qt::Key_Escape}, int{Qt::Key_Space}}) {
             raise_alarm(0);
-            QTRY_VERIFY(alert_->isActiveWindow());
+            wait_until_it_takes_keys();
             QTest::keyClick(QApplication::focusWindow(), static_cast<Qt::Key>(key));
             expect_confirmed();
             take_status(0, 0);
@@ -193,10 +194,11 @@ class alert_view_test : public QObject {
 
     void a_key_that_is_held_down_confirms_nothing() {
         raise_alarm(0);
+        wait_until_it_takes_keys();
         for (const int key :
              {int{Qt::Key_Return}, int{Qt::Key_Enter}, int{Qt::Key_Space}, int{Qt::Key_Escape}}) {
             QKeyEvent held(QEvent::KeyPress, key, Qt::NoModifier, {}, true);
-            QApplication::sendEvent(part("CmdAck"), &held);
+            QApplication::sendEvent(alert_->windowHandle(), &held);
         }
         QTest::qWait(50);
         QVERIFY(alert_->isVisible());
@@ -209,6 +211,45 @@ class alert_view_test : public QObject {
         raise_alarm(0);
         QTRY_VERIFY(alert_->isActiveWindow());
         QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
+    }
+
+    void it_takes_no_key_until_it_has_had_the_keyboard_for_a_while() {
+        raise_alarm(0);
+        QTRY_VERIFY(alert_->isActiveWindow());
+        QElapsedTimer has_keyboard;
+        has_keyboard.start();
+        while (has_keyboard.elapsed() < 550) {
+            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape})
+                QTest::keyClick(alert_->windowHandle(), key);
+            QTest::qWait(50);
+        }
+        QVERIFY(alert_->isVisible());
+        QTest::keyPress(alert_->windowHandle(), Qt::Key_Space);
+        QTest::qWait(250);
+        QTest::keyRelease(alert_->windowHandle(), Qt::Key_Space);
+        QVERIFY(alert_->isVisible());
+        QTest::keyClick(alert_->windowHandle(), Qt::Key_Return);
+        expect_confirmed();
+    }
+
+    void a_text_box_gets_the_keyboard_back_that_the_window_system_gave_to_the_alert() {
+        raise_alarm(0);
+        window_.open_menu_entry("Setup_menue", "setup_tcp");
+        auto* const form = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
+        to_front(form);
+        auto* const box = form->findChild<QLineEdit*>("Txt_IPport");
+        box->setFocus();
+        box->clear();
+        for (const char letter : {'5', '0', '2'}) {
+            alert_->activateWindow();
+            QTest::keyClick(alert_->windowHandle(), letter);
+            QTRY_VERIFY(form->isActiveWindow());
+        }
+        QTest::keyClick(alert_->windowHandle(), Qt::Key_Space);
+        QVERIFY(alert_->isVisible());
+        QCOMPARE(box->text().trimmed(), QString("502"));
+        QTest::mouseClick(form->findChild<QPushButton*>("Cmd_close"), Qt::LeftButton);
+        QTRY_VERIFY(alert_->isActiveWindow());
     }
 
     void it_leaves_the_keyboard_to_a_text_box_until_its_window_is_left() {

@@ -34,6 +34,12 @@ inline void raise_alarm(i16 channel) {
     QTest::qWait(50);
 }
 
+/// The alert has the keyboard, and has had it long enough to take keys.
+inline void wait_until_it_takes_keys() {
+    QTRY_VERIFY(alert_window()->isActiveWindow());
+    QTest::qWait(750);
+}
+
 inline void confirm_alert() {
     desktop::run_handler(desktop::source::operator_, FrmAlert_CmdAck_click);
     QTRY_VERIFY(!alert_window()->isVisible());

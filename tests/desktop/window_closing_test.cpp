@@ -96,6 +96,7 @@ class window_closing_test : public QObject {
             if (by_frame) {
                 alert->close();
             } else {
+                wait_until_it_takes_keys();
                 QTest::keyClick(alert, Qt::Key_Escape);
             }
             QTRY_VERIFY(!alert->isVisible());
