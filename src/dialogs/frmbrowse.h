@@ -11,20 +11,20 @@ namespace tyxo {
 
 struct frmbrowse_form {
     Form form{.Caption = "Pathselect"};
-    std::string start_folder;   ///< where the list begins; the working directory if there is no such folder
-    std::string result;         ///< of the last browsing that ended with "Ok"; one for the whole program
-    std::function<void()> done; ///< runs when the window has closed, in whatever way
+    std::string start_folder;     ///< where the list begins; the working directory if there is no such folder
+    std::string result;           ///< of the last browsing that ended with "Ok"; one for the whole program
+    std::function<void()> chosen; ///< runs when the window has closed with "Ok"
 };
 
 inline frmbrowse_form frmbrowse;
 
-/// Shows the browser; `done` runs when it has closed.
-void browse(std::function<void()> done);
+/// Shows the browser; `chosen` runs when it has closed with a folder.
+void browse(std::function<void()> chosen);
 
 /// A folder was chosen: the result is its path with a closing separator.
 void frmbrowse_Ok_click(std::string_view path);
 
-/// The window was closed in another way: the result stays that of the browsing before.
+/// The window was closed without a choice: what stood there stays.
 void frmbrowse_unload();
 
 } // namespace tyxo

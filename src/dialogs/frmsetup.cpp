@@ -201,7 +201,6 @@ void Check_tst_click(i16 row) {
 
 void cmd_browse_path_click(i16 row) {
     TextBox& box = at(frmSetup.Text_logfile_path, row);
-    // Closed without "Ok" the browser still has its last result, and that is taken: it stays.
     frmbrowse.start_folder = box.Text;
     browse([&box, row] {
         sensor::channels[row].logpath = frmbrowse.result;

@@ -144,21 +144,19 @@ TEST_F(SetupChanges, TheFolderOfTheEventFileOnlyFillsItsBox) {
     EXPECT_EQ(Ini::ini_read("evtpath"), "/var/log/");
 }
 
-TEST_F(SetupChanges, ABrowserClosedInAnotherWayGivesTheResultOfTheBrowsingBeforeAlsoTheEmptyOneAtFirst) {
+TEST_F(SetupChanges, ABrowserClosedWithoutAChoiceKeepsThePathThatStoodThere) {
     cmd_browse_path_click(0);
     frmbrowse_unload();
-    EXPECT_EQ(channels[0].logpath, "");
-    EXPECT_EQ(dialog().Text_logfile_path[0].Text, "");
+    EXPECT_EQ(channels[0].logpath, "C:\\logs\\");
+    EXPECT_EQ(dialog().Text_logfile_path[0].Text, "C:\\logs\\");
     cmd_browse_evtpath_click();
     choose_folder("/events");
     cmd_browse_path_click(1);
     frmbrowse_unload();
-    EXPECT_EQ(channels[1].logpath, "/events/") << "one result for all callers";
-    frmSetup_cmd_cancel_click();
-    setup_click();
-    cmd_browse_path_click(0);
+    EXPECT_EQ(channels[1].logpath, "C:\\logs\\") << "what was chosen for another row";
+    cmd_browse_evtpath_click();
     frmbrowse_unload();
-    EXPECT_EQ(channels[0].logpath, "/events/") << "it outlives the dialog";
+    EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "/events/");
 }
 
 TEST_F(SetupChanges, CancelUndoesNothingThatTookEffectAtOnceAndTakesNothingElse) {
