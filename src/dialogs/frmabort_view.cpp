@@ -39,6 +39,8 @@ frmabort_view::frmabort_view(QWidget* parent) : modal_dialog(parent, "FrmAbort",
     buttons->addStretch();
     CmdStop = add_button("CmdStop", CmdStop_click, false, *buttons);
     CmdContinue = add_button("CmdContinue", CmdContinue_click, false, *buttons);
+    for (QPushButton* const button : {CmdStop, CmdContinue}) // a dialog makes one of those its default
+        button->setAutoDefault(false);
     rows->setSizeConstraint(QLayout::SetFixedSize);
     setAttribute(Qt::WA_KeyboardFocusChange); // the focus is always shown: it says what Enter will do
 }

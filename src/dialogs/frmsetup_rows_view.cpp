@@ -7,6 +7,7 @@
 
 #include <QAbstractItemView>
 #include <QBoxLayout>
+#include <QEvent>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOption>
@@ -73,8 +74,25 @@ class focused_scroll_bar : public QScrollBar {
 
 } // namespace
 
+/// The wheel turns what has the focus, and nothing that the pointer only passes over; what lies around scrolls.
+class wheel_filter : public QObject {
+  public:
+    using QObject::QObject;
+
+    void guard(QWidget& control) {
+        control.setFocusPolicy(Qt::StrongFocus); // the wheel gives it no focus either
+        control.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+        event->ignore(); // so that it goes to the parent
+        return true;
+    }
+};
+
 settings_page::settings_page(QWidget* parent)
-    : QWidget(parent), frame_comport(new QGroupBox(this)),
+    : QWidget(parent), wheel_(new wheel_filter(this)), frame_comport(new QGroupBox(this)),
       Opt_diffmode(this, "Opt_diffmode", Opt_diffmode_click), Opt_event(this, "Opt_event", Opt_event_click) {
     auto* const page = new QVBoxLayout(this);
     page->setSpacing(block_gap);
@@ -106,7 +124,6 @@ QPushButton* settings_page::add_browse(const QString& name, const QString& spoke
     auto* const button = new QPushButton(this);
     button->setObjectName(name);
     button->setAccessibleName(spoken);
-    button->setAutoDefault(false); // Enter is "OK", wherever the focus is
     connect(button, &QPushButton::clicked, this, desktop::on_command(std::move(command)));
     buttons_.emplace_back(button, control);
     return button;
@@ -152,6 +169,7 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
         desktop::run_handler(desktop::source::view,
                              [row, entry] { Select_com_click(row, static_cast<std::size_t>(entry)); });
     });
+    wheel_->guard(*list);
     lists_.emplace_back(list, frmSetup.Select_com[index]);
     grid.addWidget(list, line, port);
 
@@ -192,7 +210,7 @@ void settings_page::make_count(QVBoxLayout& place) {
     scroll_max_commport = new focused_scroll_bar(Qt::Horizontal, this);
     scroll_max_commport->setObjectName("scroll_max_commport");
     scroll_max_commport->setAccessibleName(caption);
-    scroll_max_commport->setFocusPolicy(Qt::StrongFocus);
+    wheel_->guard(*scroll_max_commport);
     scroll_max_commport->setPageStep(1);
     scroll_max_commport->setInvertedControls(false); // the right arrow key means more
     scroll_max_commport->setFixedHeight(Text_num_sensors->sizeHint().height());

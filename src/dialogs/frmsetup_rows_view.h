@@ -19,6 +19,7 @@ namespace tyxo {
 
 class edit_box;
 class read_only_box;
+class wheel_filter;
 
 class settings_page : public QWidget {
     Q_OBJECT
@@ -41,6 +42,7 @@ class settings_page : public QWidget {
                             std::function<void()> command);
     QCheckBox* add_check(const QString& name, const CheckBox& control, std::function<void()> command);
 
+    wheel_filter* wheel_;
     QGroupBox* frame_comport;
     QGroupBox* Frame_events = nullptr;
     QGroupBox* XY_Chart = nullptr;

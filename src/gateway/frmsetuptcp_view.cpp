@@ -92,6 +92,7 @@ QPushButton* frmsetuptcp_view::add_button(const char* name, const QString& capti
     auto* const button = new QPushButton(caption, this);
     button->setObjectName(name);
     button->setMinimumWidth(std::max(least_button_width, button->sizeHint().width()));
+    button->setAutoDefault(true); // Enter presses it, as in the dialogs
     connect(button, &QPushButton::clicked, this, desktop::on_command(command));
     place.addWidget(button);
     return button;

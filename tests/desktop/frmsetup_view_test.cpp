@@ -319,9 +319,35 @@ class frmsetup_view_test : public QObject {
         }
     }
 
-    void enter_is_ok_wherever_the_focus_is() {
-        for (const char* const focus :
-             {"Text_sensor_loc(0)", "Select_com(1)", "Check_tst(0)", "cmd_browse_path(0)", "cmd_cancel"}) {
+    void the_wheel_changes_nothing_in_a_control_without_the_focus() {
+        const auto turn = [&](const QWidget* over) {
+            const QPointF place = over->mapTo(setup_.dialog(), over->rect().center());
+            QWheelEvent down(place, setup_.dialog()->mapToGlobal(place), {}, {0, -120}, Qt::NoButton,
+                             Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(setup_.dialog()->windowHandle(), &down);
+        };
+        QComboBox* const ports = list(0);
+        auto* const count = setup_.find<QScrollBar>("scroll_max_commport");
+        setup_.find("cmd_OK")->setFocus();
+        for (int time = 0; time < 2; ++time) { // the first turn does not give it the focus
+            turn(ports);
+            turn(count);
+            QTest::qWait(30);
+            QVERIFY(setup_.find("cmd_OK")->hasFocus());
+            QCOMPARE(ports->currentText(), QString("COM2"));
+            QCOMPARE(count->value(), 1);
+        }
+        ports->setFocus();
+        turn(ports);
+        QTRY_COMPARE(ports->currentText(), QString("COM17"));
+        count->setFocus();
+        const int before = count->value();
+        turn(count);
+        QTRY_VERIFY(count->value() != before || before == count->minimum());
+    }
+
+    void enter_is_ok_unless_a_button_has_the_focus() {
+        for (const char* const focus : {"Text_sensor_loc(0)", "Select_com(1)", "Check_tst(0)", "cmd_OK"}) {
             if (!setup_.dialog()->isVisible()) setup_.open();
             setup_.type(setup_.find<QLineEdit>("Text_type_code", 2), focus);
             setup_.find(focus)->setFocus();

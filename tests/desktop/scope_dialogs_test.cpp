@@ -187,8 +187,8 @@ class scope_dialogs_test : public QObject {
         QCOMPARE(Ini::ini_read("upd_periode"), std::string("100"));
     }
 
-    void enter_is_ok_wherever_the_focus_is() {
-        for (const char* const focus : {"cmd_default", "Opt_refr(0)", "Cmd_ok"}) {
+    void enter_is_ok_unless_another_button_has_the_focus() {
+        for (const char* const focus : {"Opt_refr(0)", "Cmd_ok"}) {
             sensor::scale_polar_t = 0.2;
             Ini::ini_write("scale_polar_t", "9");
             open_scales();

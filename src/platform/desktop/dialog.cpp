@@ -59,7 +59,7 @@ QPushButton* modal_dialog::add_button(const char* name, std::function<void()> co
     auto* const button = new QPushButton(this);
     button->setObjectName(name);
     button->setMinimumWidth(least_button_width);
-    button->setAutoDefault(false); // Enter presses the default button, wherever the focus is
+    button->setAutoDefault(true);
     button->setDefault(is_default);
     connect(button, &QPushButton::clicked, this,
             [from = commands_, command = std::move(command)] { desktop::run_handler(from, command); });

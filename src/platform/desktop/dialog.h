@@ -40,7 +40,8 @@ class modal_dialog : public QDialog {
     /// A control of the dialog with its name.
     QGroupBox* add_frame(const char* name, QBoxLayout& place);
     QLabel* add_label(const QString& name, QBoxLayout& place);
-    /// A button that runs a command; it is the one that Enter presses if `is_default`.
+    /// A button that runs a command. Enter presses the button with the focus; where something else has it,
+    /// the one that `is_default`.
     QPushButton* add_button(const char* name, std::function<void()> command, bool is_default,
                             QBoxLayout& place);
 
