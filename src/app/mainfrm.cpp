@@ -48,7 +48,7 @@ void stop_event() {
 bool end_if_granted() {
     if (sensor::measure_running) {
         if (FrmAbort.asking) return false; // it asks about something else, and nobody has answered
-        if (!calls.stop_lock()) {
+        if (!calls.stop_lock("Stops all channels and ends the program")) {
             TCP_disconnect(); // the gateway stays disconnected although the program goes on; it is required
             return false;
         }

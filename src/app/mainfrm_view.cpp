@@ -21,8 +21,8 @@
 #include "platform/desktop/show.h"
 
 #include <QApplication>
+#include <QBoxLayout>
 #include <QCloseEvent>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QGuiApplication>
 #include <QMenuBar>
@@ -164,18 +164,23 @@ void mainfrm_view::make_client() {
 void mainfrm_view::make_resolution(QWidget* client) {
     frame_resolution = new QGroupBox("Time Resolution", client);
     frame_resolution->setObjectName("frame_resolution");
-    auto* const row = new QGridLayout(frame_resolution);
+    auto* const row = new QHBoxLayout(frame_resolution);
     row->setContentsMargins(8, 4, 8, 4);
+    row->setSpacing(2); // between a circle and its caption
     for (std::size_t index = 0; index < opt_res.size(); ++index) {
         const int column = static_cast<int>(index);
         opt_res[index] = new QRadioButton(frame_resolution);
         opt_res[index]->setObjectName(element("opt_res", column));
         connect(opt_res[index], &QRadioButton::clicked, this,
                 on_view_command([index] { opt_res_click(index); }));
-        Lbl_opt_res[index] = new QLabel(frame_resolution);
-        Lbl_opt_res[index]->setObjectName(element("Lbl_opt_res", column));
-        row->addWidget(opt_res[index], 0, 2 * column);
-        row->addWidget(Lbl_opt_res[index], 0, 2 * column + 1);
+        auto* const caption = new click_label(frame_resolution);
+        caption->setObjectName(element("Lbl_opt_res", column));
+        caption->setFocusPolicy(Qt::NoFocus); // the keyboard has the circle
+        connect(caption, &click_label::clicked, opt_res[index], &QRadioButton::click);
+        Lbl_opt_res[index] = caption;
+        if (index > 0) row->addStretch();
+        row->addWidget(opt_res[index]);
+        row->addWidget(caption);
     }
 }
 

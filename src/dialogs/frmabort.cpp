@@ -10,11 +10,12 @@ namespace {
 
 constexpr int wait_step = 1000; // ms; whatever happens ends a step at once
 
-void load() {
+void load(std::string_view what) {
     frmabort_form fresh;
     fresh.CmdStop_focused = FrmAbort.CmdStop_focused;
     fresh.asking = FrmAbort.asking;
     fresh.stop_password = std::move(FrmAbort.stop_password);
+    fresh.Lbl_what.Caption = what;
     FrmAbort = std::move(fresh);
     FrmAbort.CmdStop.Enabled = FrmAbort.TextPassword.Text == FrmAbort.stop_password;
     FrmAbort.form.show();
@@ -30,10 +31,10 @@ i16 GetStatus() {
     return FrmAbort.stop_result ? -1 : 0;
 }
 
-bool stop_lock() {
+bool stop_lock(std::string_view what) {
     if (FrmAbort.asking) return false; // the answer belongs to the request that asks
     FrmAbort.asking = true;
-    load();
+    load(what);
     while (FrmAbort.form.Visible)
         wait_events(wait_step);
     FrmAbort.asking = false;

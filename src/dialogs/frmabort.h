@@ -11,6 +11,7 @@ namespace tyxo {
 
 struct frmabort_form {
     Form form{.Caption = "stop data logging"};
+    Label Lbl_what; ///< what will stop
     Label Label1{.Caption = "To stop data-logging enter password :"};
     TextBox TextPassword;
     Command CmdStop{.Caption = "Stop Logging"};
@@ -31,10 +32,10 @@ void SetPassword(std::string_view password);
 /// What the operator chose last: -1 to stop, 0 to go on.
 [[nodiscard]] i16 GetStatus();
 
-/// Shows the stop lock and waits for the operator while the event loop goes on. True if the measurement may
+/// Shows the stop lock with `what` will stop, and waits for the operator while the event loop goes on. True if the measurement may
 /// stop. A request that comes while another one waits is refused at once: the operator has not been asked for
 /// it, and the other one still gets its answer.
-[[nodiscard]] bool stop_lock();
+[[nodiscard]] bool stop_lock(std::string_view what);
 
 void TextPassword_change(std::string_view text);
 /// Without effect while the button is disabled: a click may wait behind a change of the text.

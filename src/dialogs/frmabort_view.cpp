@@ -49,6 +49,8 @@ void frmabort_view::make_question(QBoxLayout& place) {
     auto* const question = new QVBoxLayout;
     place.addLayout(question, 1);
     question->addStretch();
+    Lbl_what = add_label("Lbl_what", *question);
+    Lbl_what->setFont(headline_font(font(), 1.1));
     Label1 = add_label("Label1", *question);
     auto* const line = new QHBoxLayout;
     question->addLayout(line);
@@ -85,6 +87,7 @@ void frmabort_view::come_to_front() {
 }
 
 void frmabort_view::show_state() {
+    show_label(*Lbl_what, FrmAbort.Lbl_what);
     show_label(*Label1, FrmAbort.Label1);
     show_name(*TextPassword, Label1->text());
     TextPassword->show_text(FrmAbort.TextPassword.Text);

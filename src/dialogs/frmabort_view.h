@@ -24,6 +24,7 @@ class frmabort_view : public modal_dialog {
     void make_question(QBoxLayout& place);
     void come_to_front();
 
+    QLabel* Lbl_what = nullptr;
     QLabel* Label1 = nullptr;
     edit_box* TextPassword = nullptr;
     QPushButton* CmdStop = nullptr;

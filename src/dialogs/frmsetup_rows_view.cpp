@@ -96,7 +96,7 @@ settings_page::settings_page(QWidget* parent)
       Opt_diffmode(this, "Opt_diffmode", Opt_diffmode_click), Opt_event(this, "Opt_event", Opt_event_click) {
     auto* const page = new QVBoxLayout(this);
     page->setSpacing(block_gap);
-    Lbl_locked = add_caption(*this, tr("The settings cannot be changed while a measurement runs."));
+    Lbl_locked = add_caption(*this, tr("The settings are locked. Stop all channels first."));
     Lbl_locked->setObjectName("Lbl_locked");
     page->addWidget(Lbl_locked);
     frame_comport->setObjectName("frame_comport");

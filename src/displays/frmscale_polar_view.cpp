@@ -47,7 +47,7 @@ frmscale_polar_view::frmscale_polar_view(QWidget* parent)
     make_scales(*outer);
     make_times(*outer);
     locked_ = add_label("Lbl_locked", *rows);
-    locked_->setText(tr("The values cannot be changed while a measurement runs."));
+    locked_->setText(tr("The values are locked. Stop all channels first."));
     make_buttons(*rows);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }

@@ -34,8 +34,8 @@ struct link_calls {
     call<void(i16 channel)> show_alert_line = [](i16) {};
     call<void(i16 channel, std::string_view text)> alert_text = [](i16, std::string_view) {};
 
-    /// Asks the operator before a measurement stops; True lets it stop.
-    call<bool()> stop_lock = [] { return true; };
+    /// Asks the operator before a measurement stops, and tells what will; True lets it stop.
+    call<bool(std::string_view what)> stop_lock = [](std::string_view) { return true; };
 };
 
 inline link_calls calls;

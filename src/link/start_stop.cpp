@@ -63,13 +63,18 @@ void stop_one(i16 channel) {
     raise_measure_event(channel, " ## Measure stopped ");
 }
 
+std::string stops_channel(i16 channel) {
+    const std::string& location = channels[channel].location;
+    return "Stops channel " + channel_number(channel) + (location.empty() ? "" : ": " + location);
+}
+
 void say_no_sensor() {
     message_box("No sensor configurated\r\nPlease setup first", box_icon::critical);
 }
 
 /// Asks the stop lock; the menu's `Quit` is left as the answer was.
-bool stop_granted() {
-    indicators.Quit.Enabled = calls.stop_lock();
+bool stop_granted(std::string_view what) {
+    indicators.Quit.Enabled = calls.stop_lock(what);
     return indicators.Quit.Enabled;
 }
 
@@ -109,7 +114,7 @@ void startstop_click() {
     } else if (!measure_running) {
         measure_running = true;
         start_log();
-    } else if (stop_granted()) {
+    } else if (stop_granted("Stops all channels")) {
         measure_running = false;
         stop_log();
     }
@@ -125,7 +130,7 @@ void start_channel_click(i16 channel) {
             indicators.startstop.Caption = stop_all;
         }
         start_log_ch(channel);
-    } else if (stop_granted()) {
+    } else if (stop_granted(stops_channel(channel))) {
         channel_running[channel] = false;
         if (!any_running()) {
             measure_running = false;

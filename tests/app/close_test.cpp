@@ -23,13 +23,15 @@ class Close : public testing::Test {
     }
     /// The stop lock from now on.
     void answer(bool granted) {
-        calls.stop_lock = [this, granted] {
+        calls.stop_lock = [this, granted](std::string_view what) {
             ++asked_;
+            asked_what_ = what;
             events_when_asked_ = event_lines();
             return granted;
         };
     }
     int asked_ = 0;
+    std::string asked_what_;
     text_lines events_when_asked_;
 };
 
@@ -49,6 +51,7 @@ TEST_F(Close, WhileMeasuringAsksTheStopLockBehindTheStopLine) {
     start_logging(0);
     EXPECT_TRUE(query_unload());
     EXPECT_EQ(asked_, 1);
+    EXPECT_EQ(asked_what_, "Stops all channels and ends the program");
     ASSERT_FALSE(events_when_asked_.empty());
     EXPECT_EQ(events_when_asked_.back(), stop_line);
 }
@@ -125,7 +128,7 @@ TEST_F(Close, ByTheMachineWritesTheStopLineAndAsksNobody) {
 
 TEST_F(Close, ByTheMachineWhileTheStopLockAsksEndsAllTheSame) {
     start_logging(0);
-    calls.stop_lock = [] {
+    calls.stop_lock = [](std::string_view) {
         end_without_question(0);
         return false;
     };

@@ -96,7 +96,7 @@ TEST_F(GatewayStart, ARefusedCloseRequestDisconnectsForGood) {
     start_program(1280, 960);
     start_logging(0);
     advance(2000);
-    calls.stop_lock = [] {
+    calls.stop_lock = [](std::string_view) {
         EXPECT_EQ(Winsock_A.State(), socket_state::connected) << "the answer comes first";
         return false;
     };
@@ -117,7 +117,7 @@ TEST_F(GatewayStart, AGrantedOrIdleCloseRequestLeavesTheConnection) {
     EXPECT_TRUE(query_unload());
     EXPECT_EQ(Winsock_A.State(), socket_state::connected);
     start_logging(0);
-    calls.stop_lock = [] { return true; };
+    calls.stop_lock = [](std::string_view) { return true; };
     EXPECT_TRUE(query_unload());
     EXPECT_EQ(Winsock_A.State(), socket_state::connected);
     EXPECT_TRUE(tcp.tcp_connected);

@@ -105,7 +105,7 @@ TEST(Measuring, AStartThatFailedAloneLeavesTheNextClickAskingForAStop) {
     EXPECT_TRUE(sensor::measure_running);
     EXPECT_TRUE(mainfrm::Timer_chart_upd.Enabled());
     int asked = 0;
-    calls.stop_lock = [&asked] {
+    calls.stop_lock = [&asked](std::string_view) {
         ++asked;
         return true;
     };
@@ -119,7 +119,7 @@ TEST(Measuring, ARefusedStopChangesNothing) {
     begin_with(2);
     startstop_click();
     const std::string box(indicators.Text_status.text());
-    calls.stop_lock = [] { return false; };
+    calls.stop_lock = [](std::string_view) { return false; };
     startstop_click();
     start_channel_click(0);
     EXPECT_TRUE(sensor::measure_running);

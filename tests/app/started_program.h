@@ -22,7 +22,7 @@ inline void prepare(std::string_view settings_text) {
     world().folders.insert("C:/logs");
     put_file("tyxo.ini", settings_text);
     wire();
-    calls.stop_lock = [] { return true; }; // nobody sits there to be asked
+    calls.stop_lock = [](std::string_view) { return true; }; // nobody sits there to be asked
 }
 
 inline text_lines event_lines() {

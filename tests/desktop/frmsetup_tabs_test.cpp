@@ -233,6 +233,7 @@ class frmsetup_tabs_test : public QObject {
               "cmd_browse_evtpath", "cmd_browse_path(0)"})
             QVERIFY2(!setup_.find(name)->isEnabled(), name);
         QVERIFY(setup_.find("Lbl_locked")->isVisible());
+        QVERIFY(setup_.find<QLabel>("Lbl_locked")->text().endsWith("Stop all channels first."));
         const number_flag before = sensor::channels[0].tstsig_visible;
         QTest::mouseClick(setup_.find("Check_tst(0)"), Qt::LeftButton);
         QTest::qWait(50);

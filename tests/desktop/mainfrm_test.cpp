@@ -200,6 +200,27 @@ class mainfrm_test : public QObject {
         }
     }
 
+    void a_click_on_a_caption_chooses_its_time_resolution() {
+        for (const int index : {3, 1}) {
+            QTest::mouseClick(widget<QLabel>("Lbl_opt_res", index), Qt::LeftButton);
+            QTRY_VERIFY(widget<QRadioButton>("opt_res", index)->isChecked());
+            QTRY_COMPARE(widget<QWidget>("chart", 0)->property("XAxisSpan").toDouble(),
+                         index == 3 ? 1.0 : 1.0 / 96);
+        }
+    }
+
+    void a_caption_stands_with_its_circle_and_apart_from_the_next() {
+        for (int index = 0; index < 4; ++index) {
+            const QRect circle = widget<QRadioButton>("opt_res", index)->geometry();
+            const QRect caption = widget<QLabel>("Lbl_opt_res", index)->geometry();
+            const int within = caption.left() - circle.right();
+            QVERIFY2(within <= 4, qPrintable(QString::number(within)));
+            if (index == 3) continue;
+            const int apart = widget<QRadioButton>("opt_res", index + 1)->x() - caption.right();
+            QVERIFY2(apart >= 2 * within && apart > 6, qPrintable(QString::number(apart)));
+        }
+    }
+
     void the_status_bar_shows_its_panel() {
         indicators.StatusBar = "Sensor 2 not connected";
         window_->show_state();

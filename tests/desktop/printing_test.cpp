@@ -178,6 +178,22 @@ class printing_test : public QObject {
         QCOMPARE(boxes, 0);
     }
 
+    void a_location_makes_neither_a_folder_nor_markup_of_the_documents_name() {
+        QString name;
+        QTimer look;
+        connect(&look, &QTimer::timeout, this, [&] {
+            auto* const dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
+            if (dialog == nullptr) return;
+            name = dialog->printer()->docName();
+            dialog->reject();
+        });
+        look.start(10);
+        iStripChartX chart = printed_chart();
+        chart.Title = "1: <b>port</b> / \\aft & bow";
+        print_chart(chart, level_rows());
+        QCOMPARE(name, QString("1: -b-port--b- - -aft - bow"));
+    }
+
     void init() { file_ = folder_.filePath("page.pdf"); }
     void cleanup() {
         boxes_.stop();

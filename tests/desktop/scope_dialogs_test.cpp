@@ -223,6 +223,7 @@ class scope_dialogs_test : public QObject {
         for (const char* const name : {"Frame_scale_a", "Frame_scale_t", "Frame_refresh", "Frame_logtime"})
             QVERIFY2(!scales_->findChild<QGroupBox*>(name)->isEnabled(), name);
         QVERIFY(scales_->findChild<QLabel*>("Lbl_locked")->isVisible());
+        QVERIFY(scales_->findChild<QLabel*>("Lbl_locked")->text().endsWith("Stop all channels first."));
         QCOMPARE(selected("Opt_scale", 8), 2);
         QTest::mouseClick(option(scales_, "Opt_scale", 0), Qt::LeftButton, {}, QPoint(8, 8));
         QTest::mouseClick(scales_->findChild<QLabel*>("Lbl_scale(0)"), Qt::LeftButton);

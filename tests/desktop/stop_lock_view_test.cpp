@@ -71,6 +71,26 @@ class stop_lock_view_test : public QObject {
         });
     }
 
+    void it_says_what_will_stop() {
+        sensor::channels[1].location = "Engine <b>2</b> & pump";
+        const std::pair<std::function<void()>, const char*> requests[] = {
+            {[&] { window_.open_menu_entry("start", "startstop"); }, "Stops all channels"},
+            {[&] { window_.open_menu_entry("start", "start_channel(1)"); },
+             "Stops channel 2: Engine <b>2</b> & pump"},
+            {[&] { window_.view().close(); }, "Stops all channels and ends the program"}};
+        for (const auto& [request, text] : requests) {
+            ask_by(
+                [&, text = text] {
+                    auto* const what = lock_->findChild<QLabel*>("Lbl_what");
+                    QCOMPARE(what->text(), QString(text));
+                    QCOMPARE(what->textFormat(), Qt::PlainText);
+                    QVERIFY(what->isVisible());
+                    check_texts(lock_);
+                },
+                request);
+        }
+    }
+
     void typing_is_not_masked() {
         ask([&] {
             type("abc");

@@ -16,6 +16,8 @@ namespace {
 
 using namespace simulation;
 
+constexpr std::string_view what = "Stops all channels";
+
 /// A program that measures on two channels and knows the password "Ruhe7".
 class StopLock : public testing::Test {
   protected:
@@ -33,7 +35,7 @@ class StopLock : public testing::Test {
             look();
             FrmAbort_unload();
         });
-        return stop_lock();
+        return stop_lock(what);
     }
     static bool measures(i16 channel) { return sensor::channel_running[channel] && port(channel).open; }
 };
@@ -129,14 +131,14 @@ TEST_F(StopLock, StopGrantsAndContinueAndTheFrameRefuse) {
             EXPECT_EQ(GetStatus(), 0);
             each.answer();
         });
-        EXPECT_EQ(stop_lock(), each.granted) << each.name;
+        EXPECT_EQ(stop_lock(what), each.granted) << each.name;
         EXPECT_EQ(GetStatus(), each.granted ? -1 : 0) << each.name;
     }
 }
 
 TEST_F(StopLock, TheResultOutlivesTheWindowUntilTheNextLoading) {
     while_asked([] { stop_with("Ruhe7"); });
-    EXPECT_TRUE(stop_lock());
+    EXPECT_TRUE(stop_lock(what));
     EXPECT_FALSE(FrmAbort.form.Loaded);
     EXPECT_EQ(GetStatus(), -1);
     EXPECT_FALSE(asked([] { EXPECT_EQ(GetStatus(), 0); }));
@@ -171,15 +173,25 @@ TEST_F(StopLock, TheFirstAnswerCountsWhenASecondComesLate) {
         CmdStop_click();
         TextPassword_change("Ruhe7");
     });
-    EXPECT_FALSE(stop_lock());
+    EXPECT_FALSE(stop_lock(what));
     EXPECT_EQ(GetStatus(), 0);
     EXPECT_EQ(FrmAbort.CmdStop_focused, 1);
     while_asked([] {
         stop_with("Ruhe7");
         CmdContinue_click();
     });
-    EXPECT_TRUE(stop_lock());
+    EXPECT_TRUE(stop_lock(what));
     EXPECT_EQ(GetStatus(), -1);
+}
+
+TEST_F(StopLock, SaysWhatWillStop) {
+    for (const std::string_view text : {"Stops channel 2: Engine 2", "Stops all channels"}) {
+        while_asked([&] {
+            EXPECT_EQ(FrmAbort.Lbl_what.Caption, text);
+            FrmAbort_unload();
+        });
+        EXPECT_FALSE(stop_lock(text));
+    }
 }
 
 TEST_F(StopLock, MeasuringGoesOnWhileItIsUp) {
@@ -190,7 +202,7 @@ TEST_F(StopLock, MeasuringGoesOnWhileItIsUp) {
     });
     after(2500, [] { feed(0, measured_body()); });
     after(3500, [] { CmdContinue_click(); });
-    EXPECT_FALSE(stop_lock());
+    EXPECT_FALSE(stop_lock(what));
     EXPECT_EQ(world().now_ms, 3500);
     EXPECT_EQ(logged(0).size(), before + 2);
 }
@@ -199,12 +211,12 @@ TEST_F(StopLock, ASecondRequestIsRefusedAtOnceAndTheFirstGetsTheAnswer) {
     std::optional<bool> second;
     while_asked([&] {
         type_password("Ruhe7");
-        second = stop_lock();
+        second = stop_lock(what);
         EXPECT_TRUE(FrmAbort.form.Visible) << "the first one still asks";
         EXPECT_TRUE(FrmAbort.CmdStop.Enabled) << "and keeps what was typed";
         CmdStop_click();
     });
-    EXPECT_TRUE(stop_lock());
+    EXPECT_TRUE(stop_lock(what));
     EXPECT_EQ(second, false);
 }
 
@@ -212,9 +224,9 @@ TEST_F(StopLock, ARequestBetweenTheAnswerAndTheEndOfTheWaitIsRefusedAndTakesNoAn
     std::optional<bool> second;
     while_asked([&] {
         stop_with("Ruhe7");
-        second = stop_lock();
+        second = stop_lock(what);
     });
-    EXPECT_TRUE(stop_lock());
+    EXPECT_TRUE(stop_lock(what));
     EXPECT_EQ(second, false);
     EXPECT_EQ(GetStatus(), -1);
     EXPECT_FALSE(asked([] { EXPECT_TRUE(FrmAbort.form.Visible) << "it can ask again"; }));

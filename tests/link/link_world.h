@@ -98,8 +98,8 @@ class link_world : public testing::Test {
         };
         calls.show_alert_line = [this](i16 channel) { say("show_alert_line", channel); };
         calls.alert_text = [this](i16 channel, std::string_view text) { say("alert_text", channel, text); };
-        calls.stop_lock = [this] {
-            say("stop_lock");
+        calls.stop_lock = [this](std::string_view what) {
+            said.push_back("stop_lock " + std::string(what));
             return lock_grants;
         };
     }

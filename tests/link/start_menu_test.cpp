@@ -101,6 +101,18 @@ TEST_F(start_menu, one_channel_starts_and_stops) {
     EXPECT_FALSE(simulation::port(1).open);
 }
 
+TEST_F(start_menu, the_lock_is_told_what_will_stop) {
+    sensor::channels[1].location = "Engine 2";
+    sensor::channels[2].location = "";
+    lock_grants = false;
+    click_all();
+    click(1);
+    click(2);
+    click_all();
+    EXPECT_EQ(told("stop_lock"),
+              (lines{"Stops channel 2: Engine 2", "Stops channel 3", "Stops all channels"}));
+}
+
 TEST_F(start_menu, the_lock_can_refuse_the_stop_of_one) {
     click(1);
     lock_grants = false;
@@ -184,7 +196,7 @@ TEST_F(start_menu, a_busy_first_port_marks_the_measurement_without_its_caption) 
 TEST_F(start_menu, a_channel_counts_as_running_while_the_lock_asks) {
     click(0);
     bool marked = false;
-    calls.stop_lock = [&] {
+    calls.stop_lock = [&](std::string_view) {
         marked = sensor::channel_running[0] && simulation::port(0).open;
         return true;
     };

@@ -41,7 +41,7 @@ inline void start_on(std::string_view settings_text) {
     world().folders.insert("C:/logs");
     put_file("tyxo.ini", settings_text);
     wire();
-    calls.stop_lock = [] { return true; }; // nobody sits there to be asked
+    calls.stop_lock = [](std::string_view) { return true; }; // nobody sits there to be asked
     start_program(1280, 960);
     world().debug.clear();
 }

@@ -23,6 +23,14 @@ bool printer_chosen(QPrinter& printer) {
     return dialog.exec() == QDialog::Accepted;
 }
 
+/// The title as a name: a file that is printed into is called after it, and dialogs show it.
+QString document_name(const iStripChartX& chart) {
+    QString name = qt_text(chart.Title);
+    for (const char separator : {'/', '\\', '<', '>', '&'})
+        name.replace(separator, '-');
+    return name;
+}
+
 std::string failure_text(const QPrinter& printer) {
     const QString file = printer.outputFileName();
     const std::string_view what = "The chart could not be printed";
@@ -42,7 +50,7 @@ void print_chart(const iStripChartX& chart, const strip_window& rows) {
         strip_window rows;
     } printed{chart, rows};
     QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(qt_text(printed.chart.Title));
+    printer.setDocName(document_name(printed.chart));
     printer.setPageOrientation(printed.chart.PrintMode == 1 ? QPageLayout::Landscape : QPageLayout::Portrait);
     if (printed.chart.PrintFlag && !printer_chosen(printer)) return;
     if (!paint_chart_page(printer, printed.chart, printed.rows))
