@@ -32,9 +32,9 @@ void SetPassword(std::string_view password);
 /// What the operator chose last: -1 to stop, 0 to go on.
 [[nodiscard]] i16 GetStatus();
 
-/// Shows the stop lock with `what` will stop, and waits for the operator while the event loop goes on. True if the measurement may
-/// stop. A request that comes while another one waits is refused at once: the operator has not been asked for
-/// it, and the other one still gets its answer.
+/// Shows the stop lock and waits for the operator while the event loop goes on; `what` tells him what will
+/// stop. True if the measurement may. A request that comes while another one waits is refused at once: the
+/// operator has not been asked for it, and the other one still gets its answer.
 [[nodiscard]] bool stop_lock(std::string_view what);
 
 void TextPassword_change(std::string_view text);

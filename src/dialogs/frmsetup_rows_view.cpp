@@ -74,7 +74,8 @@ class focused_scroll_bar : public QScrollBar {
 
 } // namespace
 
-/// The wheel turns what has the focus, and nothing that the pointer only passes over; what lies around scrolls.
+/// The wheel turns what has the focus, and nothing that the pointer only passes over: there it goes to what
+/// lies around.
 class wheel_filter : public QObject {
   public:
     using QObject::QObject;

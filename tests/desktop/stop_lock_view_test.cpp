@@ -60,6 +60,7 @@ class stop_lock_view_test : public QObject {
             QCOMPARE(QApplication::activeModalWidget(), lock_);
             QCOMPARE(lock_->findChild<QLabel*>("Label1")->text(),
                      QString("To stop data-logging enter password :"));
+            QCOMPARE(lock_->findChild<QLabel*>("Lbl_what")->text(), QString("Stops all channels"));
             QCOMPARE(stop_->text(), QString("Stop Logging"));
             QCOMPARE(continue_->text(), QString("Continue Logging"));
             QCOMPARE(lock_->focusWidget(), box_);
@@ -69,26 +70,6 @@ class stop_lock_view_test : public QObject {
             QCOMPARE(lock_->findChildren<QWidget*>(QRegularExpression("^Image[12]$")).size(), 2);
             check_texts(lock_);
         });
-    }
-
-    void it_says_what_will_stop() {
-        sensor::channels[1].location = "Engine <b>2</b> & pump";
-        const std::pair<std::function<void()>, const char*> requests[] = {
-            {[&] { window_.open_menu_entry("start", "startstop"); }, "Stops all channels"},
-            {[&] { window_.open_menu_entry("start", "start_channel(1)"); },
-             "Stops channel 2: Engine <b>2</b> & pump"},
-            {[&] { window_.view().close(); }, "Stops all channels and ends the program"}};
-        for (const auto& [request, text] : requests) {
-            ask_by(
-                [&, text = text] {
-                    auto* const what = lock_->findChild<QLabel*>("Lbl_what");
-                    QCOMPARE(what->text(), QString(text));
-                    QCOMPARE(what->textFormat(), Qt::PlainText);
-                    QVERIFY(what->isVisible());
-                    check_texts(lock_);
-                },
-                request);
-        }
     }
 
     void typing_is_not_masked() {
@@ -269,8 +250,12 @@ class stop_lock_view_test : public QObject {
         QVERIFY(window_.view().isVisible());
     }
 
-    void one_channel_is_stopped_behind_the_same_question() {
+    void one_channel_is_stopped_behind_the_same_question_which_names_it() {
+        sensor::channels[0].location = "Engine <b>1</b> & pump";
         when_asked([&] {
+            auto* const what = lock_->findChild<QLabel*>("Lbl_what");
+            QCOMPARE(what->text(), QString("Stops channel 1: Engine <b>1</b> & pump"));
+            QCOMPARE(what->textFormat(), Qt::PlainText);
             type(password);
             QTest::keyClick(lock_->focusWidget(), Qt::Key_Space);
         });

@@ -241,6 +241,7 @@ void take_alert(picture_taker& pictures) {
 void take_stop_lock(picture_taker& pictures) {
     SetPassword("Kessel 7");
     FrmAbort.form.Loaded = FrmAbort.form.Visible = true;
+    FrmAbort.Lbl_what.Caption = "Stops channel 2: Generator 2";
     TextPassword_change("Kess");
     pictures.take("FrmAbort", "stop-lock");
     TextPassword_change("Kessel 7");

@@ -211,6 +211,7 @@ class Alert(PlantTest):
         wait_for(lambda: not self.display.windows("Setup scales"), what="the dialog's end")
         wait_for(lambda: self.keyboard_owner() == ["Mainalarm"], what="the keyboard")
         self.assertEqual(self.display.windows("^Mainalarm$"), [alert])
+        time.sleep(DEAF)
         self.display.tool("xdotool", "key", "Return")
         self.gone()
 

@@ -1,6 +1,6 @@
-"""Alarms while a password is typed, under several desktops: what is typed confirms none of them, and arrives whole.
+"""Alarms while a password is typed, on several desktops: what is typed confirms none and arrives whole.
 
-The desktops and the number of alarms can be given: alert_typing_test.py [-v] [Openbox Icewm Xfwm4 Weston], ALARMS=20.
+Desktops and the number of alarms can be given: ALARMS=20 alert_typing_test.py -v Openbox Icewm Xfwm4 Weston
 """
 
 import os
@@ -18,7 +18,7 @@ SCREEN = [int(side) for side in Desktop.SIZE.split("x")]
 
 
 class Typing:
-    """20 alarms, one after the other, while the same long password is typed into two boxes."""
+    """Alarms, one after the other, while the same long password is typed into two boxes."""
 
     desktop = ""
 
@@ -95,7 +95,8 @@ class Typing:
         plant.lines[1].send(status(RELAY_AND_AC))
         self.display.keys("Return")  # stores; the next one confirms nothing, since it comes too soon
         self.display.keys("Return", "space", "Escape")
-        wait_for(lambda: f"passwd={' '.join([*words, 'z'])}\r\n" in plant.text("tyxo.ini"), what="the password")
+        stored = f"passwd={' '.join([*words, 'z'])}\r\n"
+        wait_for(lambda: stored in plant.text("tyxo.ini"), what="the password")
         self.confirm_and_go_on(plant)
 
 

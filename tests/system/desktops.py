@@ -1,5 +1,5 @@
-"""The desktops that the program meets, each on a virtual display of its own, driven through the window system: keys
-and the mouse go to whoever the desktop gives them to."""
+"""The desktops that the program meets, each on a virtual display of its own, driven through the window
+system: keys and the mouse go to whoever the desktop gives them to."""
 
 import ctypes
 import pathlib
@@ -78,7 +78,7 @@ class Screen:
         return colour
 
     def extent(self, colour, width, height):
-        """Left, top, right and bottom of what has a colour in the screen's upper left part; none if it is little."""
+        """Left, top, right and bottom of what has a colour in the screen's upper left, if it is much."""
         image = self.image(0, 0, width, height)
         data = ctypes.cast(image.value + POSITION_OF_DATA, ctypes.POINTER(ctypes.c_void_p)).contents.value
         pixels = memoryview(ctypes.string_at(data, 4 * width * height)).cast("I")

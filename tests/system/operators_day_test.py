@@ -206,6 +206,7 @@ class OperatorsDay(PlantTest):
         self.in_dialog("Mainalarm")
         evaluators.send(2, measured_values(speed=710))
         wait_for(lambda: len(self.plant_.records(2)) == 2, what="a record behind the alert")
+        time.sleep(0.8)  # the alert takes no key at first
         self.key("Return")
         self.gone("Mainalarm")
         time.sleep(1.5)  # the state is told again: the same alarm does not call twice
