@@ -38,9 +38,12 @@ class Typing:
         return wait_for(self.red, 2 * PHASE + 0.3, "the alert")
 
     def gone(self):
-        end = time.monotonic() + PHASE + 0.2
-        while time.monotonic() < end:
+        """True as soon as it has been away for longer than its dark phase."""
+        start = away = time.monotonic()
+        while time.monotonic() < away + PHASE + 0.2:
             if self.red():
+                away = time.monotonic()
+            if time.monotonic() > start + 5:
                 return False
         return True
 

@@ -5,6 +5,7 @@ import ctypes
 import pathlib
 import statistics
 import subprocess
+import time
 
 from harness import Display, wait_for
 
@@ -35,6 +36,9 @@ class Desktop(Display):
             window = wait_for(lambda: self.tool("xdotool", "search", "--class", "weston"),
                               what="the compositor's window")[0]
             self.tool("xdotool", "windowfocus", "--sync", window)
+            for step in ("-9999", "50", "-50"):  # the compositor has to learn where its pointer is
+                self.tool("xdotool", "mousemove_relative", "--", step, step)
+                time.sleep(0.1)
             self.environment |= {"QT_QPA_PLATFORM": "wayland", "WAYLAND_DISPLAY": "wayland"}
         else:
             wait_for(lambda: self.tool("wmctrl", "-m"), what="the window manager")
