@@ -8,10 +8,10 @@ import time
 import unittest
 
 from desktops import Screen
-from harness import Display, PlantTest, curve, frame, measured_values, parameter_frame, status, wait_for
+from harness import (DEAF, Display, PlantTest, curve, frame, measured_values, parameter_frame, status,
+                     wait_for)
 
 CHANNELS = 4
-DEAF = 0.8  # s: an alert that has just got the keyboard takes no key
 RELAY_AND_AC = 0x0088
 TIMES = 20
 RED = 0xFF0000
@@ -76,10 +76,7 @@ class Alert(PlantTest):
         wait_for(lambda: not self.display.windows("^Mainalarm$"), what="the alert's end")
 
     def confirm(self):
-        alert = self.alert()
-        self.display.tool("xdotool", "windowfocus", "--sync", alert)
-        time.sleep(DEAF)
-        self.display.press(alert, "Return")
+        self.display.confirm_alarm()
         self.gone()
 
     def corner(self):

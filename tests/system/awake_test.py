@@ -156,7 +156,7 @@ class Awake(PlantTest):
         wait_for(lambda: inhibit in desktop.calls, what="the request to a service that has started anew")
         plant.lines[1].send(status(RELAY_AND_AC))
         wait_for(lambda: "SimulateUserActivity" in desktop.calls, what="the wake-up")
-        self.display.press(self.display.window(ALERT), "Return")
+        self.display.confirm_alarm()
         window = self.display.window("Tyxo Data Logger")
         self.display.press(window, "alt+f", "Right", "Right", "Return")
         self.display.press(self.display.window("stop data logging"), "Tab", "space")

@@ -6,7 +6,7 @@ import time
 import unittest
 
 from alert_test import Screen, seconds_until
-from harness import Display, PlantTest, measured_values, parameter_frame, status, wait_for
+from harness import DEAF, Display, PlantTest, measured_values, parameter_frame, status, wait_for
 from servers import GATEWAY, Controller
 
 RELAY_AND_AC = 0x0088
@@ -81,7 +81,7 @@ class GatewayWaits(PlantTest):
         for turn in range(TIMES):
             corner = self.raise_alarm(plant)
             seconds_until(lambda: self.screen.pixel(*corner) == RED)
-            time.sleep(0.13 * turn)  # at every moment of an answer's 1.5 s
+            time.sleep(DEAF + 0.13 * turn)  # at every moment of an answer's 1.5 s
             if turn % 2:
                 times["mouse"].append(self.confirm("click", "--delay", "0", "1"))
             else:
@@ -116,6 +116,7 @@ class GatewayWaits(PlantTest):
         # A dialog that is asked for now waits for the end of the attempt.
         self.display.press(self.display.window("Tyxo Data Logger"), "alt+f", "Right", "Down", "Return")
         self.raise_alarm(plant)
+        time.sleep(DEAF)
         confirmed = self.confirm("key", "Return")
         self.assertEqual(self.display.windows("Setup scales"), [])
         self.display.window("Setup scales")

@@ -14,6 +14,7 @@ import tty
 import unittest
 
 PROGRAM = os.environ["TYXO"]
+DEAF = 0.8  # s: an alert that has just got the keyboard takes no key
 
 
 def frame(body):
@@ -84,6 +85,13 @@ class Display:
     def press(self, window, *keys):
         self.tool("xdotool", "windowfocus", "--sync", window)
         self.tool("xdotool", "key", "--delay", "150", *keys)
+
+    def confirm_alarm(self):
+        """By the keyboard, as soon as the alert listens to it."""
+        alert = self.window("^Mainalarm$")
+        self.tool("xdotool", "windowfocus", "--sync", alert)
+        time.sleep(DEAF)
+        self.press(alert, "Return")
 
     def ask_to_close(self, window):
         """By the window manager, as a click on the window's cross does."""

@@ -114,7 +114,7 @@ class Sound(PlantTest):
         self.display.window("^Mainalarm$")
 
     def confirm(self):
-        self.display.press(self.display.window("^Mainalarm$"), "Return")
+        self.display.confirm_alarm()
         wait_for(lambda: not self.display.windows("^Mainalarm$"), what="the alert's end")
 
     def check_pace(self, found):
