@@ -24,8 +24,8 @@ class Desktop(Display):
 
     SIZE = "1600x1200"
 
-    def __init__(self, name):
-        super().__init__(self.SIZE)
+    def __init__(self, name, size=SIZE):
+        super().__init__(size)
         self.environment |= {"HOME": self.runtime, "PULSE_SERVER": "unix:no-sound-server"}
         self.wayland = name == "weston"
         command = self.compositor() if self.wayland else MANAGERS[name]

@@ -1,5 +1,6 @@
 """An operator's day at the running program: the first start without settings, setup, measuring, alarms,
-stops, the end. Everything goes through keyboard and mouse; afterwards every file is compared line by line.
+stops, the end. Everything goes through keyboard and mouse, or through the keyboard alone on a smaller screen and
+under another window manager; afterwards every file is compared line by line.
 """
 
 import subprocess
@@ -7,6 +8,7 @@ import threading
 import time
 import unittest
 
+from desktops import Desktop
 from harness import Display, PlantTest, frame, masked, measured_values, parameter_frame, status, wait_for
 from log_header import log_header
 
@@ -28,6 +30,8 @@ TABS_TO_SENSORS = 2  # from the tabs of the setup to the number of sensors
 TABS_TO_FIRST_ROW = 33  # from there back over all rows
 TABS_TO_OPTIONS = 3  # from the last row to the order of the bars
 TABS_TO_DEFAULTS = 4  # from the opened scales to their defaults
+TABS_TO_INHIBIT_3 = 15  # from the first control of the main window
+TABS_TO_STATUS_TEXT = 25  # from no control: the label that had the keyboard has gone again
 MENUS = {"Setup": 1, "Start": 2}
 
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
@@ -129,6 +133,14 @@ class OperatorsDay(PlantTest):
         self.plant_.start()
         self.main = self.display.window("Tyxo Data Logger")
 
+    def go_to_inhibit(self):
+        self.click(INHIBIT_3)
+
+    def enlarge_status_text(self):
+        self.click(STATUS_TEXT, count=2)
+        window = self.in_dialog("Status window")
+        self.display.tool("xdotool", "mousemove", "--window", window, "300", "200", "click", "1")
+
     def wait_for_event(self, *texts):
         wait_for(lambda: set(WHEN + text for text in texts) <= set(self.plant_.events()), what=str(texts))
 
@@ -220,7 +232,7 @@ class OperatorsDay(PlantTest):
         evaluators.tell(3, READY, inhibit=1, left=45)
         self.wait_for_event("KVD Generator 1 ## Alarm Inhibit ON")
         time.sleep(0.3)  # the label is shown
-        self.click(INHIBIT_3)
+        self.go_to_inhibit()
         self.in_dialog("Alarm Inhibit Time")
         self.key("Return")
         self.gone("Alarm Inhibit Time")
@@ -258,9 +270,7 @@ class OperatorsDay(PlantTest):
                  what="the second start")
 
     def status_text(self):
-        self.click(STATUS_TEXT, count=2)
-        window = self.in_dialog("Status window")
-        self.display.tool("xdotool", "mousemove", "--window", window, "300", "200", "click", "1")
+        self.enlarge_status_text()
         self.key("ctrl+a", "ctrl+c")
         shown = subprocess.run(["xclip", "-o", "-selection", "clipboard"], env=self.display.environment,
                                capture_output=True, check=True, text=True).stdout
@@ -301,6 +311,28 @@ class OperatorsDay(PlantTest):
         for number, behind_header in LOGS.items():
             header = log_header(plant.log_names(number)[0], f"type {number}", " 3", " .5")
             self.assertEqual(masked(plant.log(number)).split("\r\n"), [*header, *behind_header, ""])
+
+
+class ByKeyboardOnASmallScreen(OperatorsDay):
+    @classmethod
+    def setUpClass(cls):
+        cls.display = Desktop("icewm", "1366x768")
+
+    def start(self):
+        self.plant_.start(ready="WARNING !")  # of a screen that is small
+        self.in_dialog("WARNING !")
+        self.key("Return")
+        self.main = self.display.window("Tyxo Data Logger")
+
+    def click(self, place, count=1):
+        self.fail("nobody has a mouse here")
+
+    def go_to_inhibit(self):
+        self.display.press(self.main, *["Tab"] * TABS_TO_INHIBIT_3, "space")
+
+    def enlarge_status_text(self):
+        self.display.press(self.main, *["Tab"] * TABS_TO_STATUS_TEXT, "Return")
+        self.in_dialog("Status window")
 
 
 if __name__ == "__main__":

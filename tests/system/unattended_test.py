@@ -12,6 +12,7 @@ import termios
 import time
 import unittest
 
+from desktops import Desktop
 from harness import PROGRAM, Display, Plant, measured_values, parameter_frame, status, wait_for
 
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
@@ -208,6 +209,17 @@ class Unattended(unittest.TestCase):
                 self.assertEqual(plant.program.wait(5), 1)
                 if plant.events() != [""]:
                     self.assertEqual(plant.events()[-2:], [STOPPED, ""])
+
+    def test_a_lost_wayland_compositor_writes_the_stop_line_too(self):
+        display = Desktop("weston")
+        self.addCleanup(display.stop)
+        plant = self.plant(display)
+        plant.start(ready=None)
+        plant.lines[1].send(parameter_frame())
+        wait_for(lambda: WHEN + "KVD Engine 1 ## Measure started " in plant.events(), what="the start")
+        display.manager.kill()
+        self.assertEqual(plant.program.wait(5), 1)
+        self.assertEqual(plant.events()[-2:], [STOPPED, ""])
 
     def test_a_copy_under_another_name_has_settings_of_its_own(self):
         plant = self.plant()
