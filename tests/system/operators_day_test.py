@@ -1,5 +1,5 @@
 """An operator's day at the running program: the first start without settings, setup, measuring, alarms,
-stops, the end. Everything goes through keyboard and mouse, or through the keyboard alone on a smaller screen and
+stops, the end. Everything goes through keyboard and mouse, or through the keyboard alone on a smaller screen
 under another window manager; afterwards every file is compared line by line.
 """
 
