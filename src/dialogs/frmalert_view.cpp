@@ -15,6 +15,8 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <utility>
+
 namespace tyxo {
 
 namespace {
@@ -235,24 +237,35 @@ void frmalert_view::show_state() {
 
 void frmalert_view::appear() {
     wants_keyboard_ = true;
-    setAttribute(Qt::WA_ShowWithoutActivating, operator_types());
+    // What Qt::WA_ShowWithoutActivating says to a window that is made anew; this one is made once.
+    windowHandle()->setProperty("_q_showWithoutActivating", operator_types());
     CmdAck->setFocus();
     const QWidget* const main_window = dialog_parent();
     const QRect area = (main_window != nullptr ? main_window : this)->screen()->availableGeometry();
     adjustSize();
     move(area.left() + (area.width() - width()) / 2, area.top() + from_top);
+    raise(); // before it is shown: some window managers give the keyboard to whatever asks to be in front
+    covered_ = false;
     show();
-    raise();
 }
 
 /// Where no window manager keeps it on top, a dialog that opened later covers it.
 void frmalert_view::keep_in_front() {
     if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
-    if (QApplication::activePopupWidget() == nullptr) raise();
+    if (covered_ && QApplication::activePopupWidget() == nullptr) {
+        covered_ = false;
+        raise();
+    }
 }
 
 void frmalert_view::follow_keyboard(QWindow* window) {
-    if (window != windowHandle()) owner_ = window != nullptr ? QWidget::find(window->winId()) : nullptr;
+    const bool from_alert = std::exchange(alert_had_it_, window == windowHandle());
+    if (window == windowHandle()) return;
+    if (window == nullptr && from_alert) return; // the alert has gone, and nobody has got the keyboard yet
+    owned_ = window != nullptr;
+    QWidget* const owner = owned_ ? QWidget::find(window->winId()) : nullptr;
+    if (owner != nullptr && owner != owner_) covered_ = true;
+    owner_ = owner;
 }
 
 /// In a dialog, or in a text box of another window.
@@ -266,7 +279,7 @@ bool frmalert_view::operator_types() const {
 
 /// Where the keyboard belongs while the operator types; nowhere if it was with another program.
 QWidget* frmalert_view::typed_in() const {
-    if (owner_ == nullptr) return nullptr;
+    if (!owned_) return nullptr;
     QWidget* const dialog = QApplication::activeModalWidget();
     return dialog != nullptr ? dialog : owner_.data();
 }

@@ -67,7 +67,10 @@ class frmalert_view : public QDialog, public spoken_control {
     QPushButton* CmdAck = nullptr;
     announcer* announcer_;
     std::array<QString, 4> said_; // the lines that were announced
-    QPointer<QWidget> owner_; // the window that had the keyboard before the alert; none of another program
+    QPointer<QWidget> owner_;     // the window that had the keyboard before the alert, unless it is gone
+    bool owned_ = false;          // it was one of this program
+    bool alert_had_it_ = false;
+    bool covered_ = false; // another window may stand in front
     bool wants_keyboard_ = false;
     QElapsedTimer has_keyboard_; // since it has it by right
 };
