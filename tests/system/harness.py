@@ -174,8 +174,9 @@ class Plant:
             options = {"stderr": debug} | options
             self.program = subprocess.Popen([self.executable], cwd=self.folder,
                                             env=self.display.environment, **options)
-        if ready:
-            self.display.window(ready)
+        if ready:  # a window of this program: one that was killed just before may still be on the screen
+            mine = ["--all", "--onlyvisible", "--pid", str(self.program.pid), "--name", ready]
+            wait_for(lambda: self.display.tool("xdotool", "search", *mine), what=f"a window {ready!r}")
         return self
 
     def stop(self):
