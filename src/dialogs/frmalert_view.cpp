@@ -217,6 +217,7 @@ void frmalert_view::say_new_lines() {
 }
 
 void frmalert_view::show_state() {
+    leave_locked_window();
     if (!FrmAlert.form.Visible) {
         said_ = {};
         if (isVisible()) hide();
@@ -266,6 +267,17 @@ void frmalert_view::follow_keyboard(QWindow* window) {
     QWidget* const owner = owned_ ? QWidget::find(window->winId()) : nullptr;
     if (owner != nullptr && owner != owner_) covered_ = true;
     owner_ = owner;
+    leave_locked_window();
+}
+
+/// When the alert goes, some window managers give the keyboard to the main window, which loses all keys while
+/// a dialog locks it, and they may not hear the first request for another one.
+void frmalert_view::leave_locked_window() {
+    QWidget* const dialog = QApplication::activeModalWidget();
+    const QWindow* const owner = QGuiApplication::focusWindow();
+    if (dialog == nullptr || owner == nullptr || owner == windowHandle()) return;
+    if (QApplication::activePopupWidget() != nullptr) return; // the dialog's own list
+    if (owner != dialog->windowHandle()) dialog->activateWindow();
 }
 
 /// In a dialog, or in a text box of another window.

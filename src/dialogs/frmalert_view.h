@@ -54,6 +54,7 @@ class frmalert_view : public QDialog, public spoken_control {
     void take_keyboard();
     void follow_keyboard(QWindow* owner);
     void give_keyboard_back();
+    void leave_locked_window();
     [[nodiscard]] QWidget* typed_in() const;
     [[nodiscard]] bool operator_types() const;
     bool withhold(QKeyEvent& key);
