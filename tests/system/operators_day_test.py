@@ -32,6 +32,7 @@ TABS_TO_OPTIONS = 3  # from the last row to the order of the bars
 TABS_TO_DEFAULTS = 4  # from the opened scales to their defaults
 TABS_TO_INHIBIT_3 = 15  # from the first control of the main window
 TABS_TO_STATUS_TEXT = 25  # from no control: the label that had the keyboard has gone again
+BUTTON_READY = 0.5  # s until the right password has given the keyboard to its button, on a slow machine too
 MENUS = {"Setup": 1, "Start": 2}
 
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
@@ -262,6 +263,7 @@ class OperatorsDay(PlantTest):
         self.menu("Start", 0)
         self.in_dialog("stop data logging")
         self.type(PASSWORD)
+        time.sleep(BUTTON_READY)
         self.key("Return")
         self.gone("stop data logging")
         self.wait_for_event(*everywhere("Measure stopped"))
@@ -290,6 +292,7 @@ class OperatorsDay(PlantTest):
         self.display.ask_to_close(self.main)
         self.in_dialog("stop data logging")
         self.type(PASSWORD)
+        time.sleep(BUTTON_READY)
         self.key("space")
         self.assertEqual(self.plant_.program.wait(10), 0)
 
