@@ -43,7 +43,7 @@ void linear_gauge_view::show_control(const iLinearGaugeX& control) {
 }
 
 QString linear_gauge_view::spoken_text() const {
-    const QString text = QString::fromStdString(tick_text(shown_.Position, shown_.Position));
+    QString text = QString::fromStdString(tick_text(shown_.Position, shown_.Position));
     if (!shown_.ShowMaxPointer) return text;
     return tr("%1, highest %2")
         .arg(text, QString::fromStdString(tick_text(shown_.MaxPosition, shown_.MaxPosition)));

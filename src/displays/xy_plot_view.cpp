@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
-#include <ranges>
 #include <span>
 
 namespace tyxo {
@@ -87,10 +86,10 @@ QString xy_plot_view::spoken_text() const {
         const plot_curve& curve = shown_.curves[index];
         const std::vector<plot_point>& circle = shown_.curves.front().points;
         if (!curve.Visible || curve.points.empty() || circle.empty()) continue;
-        const auto percent = [unit = radius(circle.front()) / 100](double length) {
-            return QString::number(length / unit, 'f', 0);
+        const auto percent = [&radius, unit = radius(circle.front()) / 100](const plot_point& point) {
+            return QString::number(radius(point) / unit, 'f', 0);
         };
-        const auto [least, greatest] = std::ranges::minmax(curve.points | std::views::transform(radius));
+        const auto [least, greatest] = std::ranges::minmax(curve.points, {}, radius);
         words.push_back(
             tr("%1: %2 to %3 % of the circle").arg(names[index], percent(least), percent(greatest)));
     }

@@ -4,8 +4,8 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
-#include "platform/desktop/light_palette.h"
 #include "desktop/settings_file.h"
+#include "platform/desktop/light_palette.h"
 
 #include <QAction>
 #include <QApplication>

@@ -37,7 +37,7 @@ class spoken_interface : public QAccessibleWidget,
     }
 
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        const QString own = QAccessibleWidget::text(kind);
+        QString own = QAccessibleWidget::text(kind);
         if (kind != QAccessible::Description || widget()->focusPolicy() == Qt::NoFocus) return own;
         return own.isEmpty() || value().isEmpty() ? value() + own : value() + ". " + own;
     }
