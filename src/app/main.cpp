@@ -35,6 +35,7 @@ void raise_boxes() {
 int main(int /*argc*/, char* argv[]) {
     tyxo::desktop::prepare_standard_descriptors();
     tyxo::desktop::take_qt_messages(end_with_the_screen);
+    tyxo::desktop::start_no_session_bus();
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle("Fusion");
     int own_name_only = 1; // the command line is not read, by the window system neither

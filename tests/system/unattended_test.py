@@ -221,6 +221,21 @@ class Unattended(unittest.TestCase):
         self.assertEqual(plant.program.wait(5), 1)
         self.assertEqual(plant.events()[-2:], [STOPPED, ""])
 
+    def test_no_session_bus_is_started_where_there_is_none(self):
+        display = self.display()
+        display.environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
+        plant = self.plant(display)
+        plant.executable = str(plant.folder / "traced")
+        trace = plant.folder / "trace"
+        with open(plant.executable, "w") as script:
+            script.write(f"#!/bin/sh\nexec strace -f -o {trace} -e trace=execve {PROGRAM}\n")
+        os.chmod(plant.executable, 0o755)
+        plant.start(ready=None)
+        display.window("Version 2.10_4")
+        plant.lines[1].send(parameter_frame())
+        self.measures(plant, 101)
+        self.assertEqual([line for line in trace.read_text().splitlines() if "bus" in line], [])
+
     def test_a_copy_under_another_name_has_settings_of_its_own(self):
         plant = self.plant()
         plant.executable = str(plant.folder / "plant2.bin")

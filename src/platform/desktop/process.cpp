@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -81,6 +82,13 @@ std::string executable_name() {
     // Read once: a program that is replaced while it runs has another name in there.
     static const std::string name = std::filesystem::read_symlink("/proc/self/exe", error).stem().string();
     return ansi_from_utf8(name);
+}
+
+void desktop::start_no_session_bus() {
+    const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
+    const bool there = std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr ||
+                       (runtime != nullptr && ::access((std::string(runtime) + "/bus").c_str(), F_OK) == 0);
+    if (!there) ::setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 0);
 }
 
 void desktop::on_end_signal(void (*end)()) {
