@@ -167,6 +167,7 @@ void mainfrm_view::make_resolution(QWidget* client) {
     auto* const row = new QHBoxLayout(frame_resolution);
     row->setContentsMargins(8, 4, 8, 4);
     row->setSpacing(2); // between a circle and its caption
+    const int pair_gap = frame_resolution->fontMetrics().height() / 3;
     for (std::size_t index = 0; index < opt_res.size(); ++index) {
         const int column = static_cast<int>(index);
         opt_res[index] = new QRadioButton(frame_resolution);
@@ -178,7 +179,7 @@ void mainfrm_view::make_resolution(QWidget* client) {
         caption->setFocusPolicy(Qt::NoFocus); // the keyboard has the circle
         connect(caption, &click_label::clicked, opt_res[index], &QRadioButton::click);
         Lbl_opt_res[index] = caption;
-        if (index > 0) row->addStretch();
+        if (index > 0) row->addSpacerItem(new QSpacerItem(pair_gap, 0, QSizePolicy::MinimumExpanding));
         row->addWidget(opt_res[index]);
         row->addWidget(caption);
     }

@@ -95,6 +95,15 @@ class large_print_test : public QObject {
         QVERIFY(!bar->geometry().intersects(status->geometry()));
     }
 
+    void time_resolutions_stand_apart_data() { sizes(); }
+    void time_resolutions_stand_apart() {
+        for (int index = 0; index < 3; ++index) {
+            const int apart = find<QRadioButton>("opt_res", index + 1)->x() -
+                              find<QLabel>("Lbl_opt_res", index)->geometry().right();
+            QVERIFY2(apart > 6, qPrintable(QString::number(apart)));
+        }
+    }
+
     void the_alerts_lines_are_whole_data() { sizes(); }
     void the_alerts_lines_are_whole() {
         show_alert(alert_colour::red);
