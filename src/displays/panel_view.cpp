@@ -55,13 +55,14 @@ QRect inside_of(const QGroupBox& frame) {
     return lines.adjusted(inside_gap, inside_gap, -inside_gap, -inside_gap);
 }
 
-/// Letters that would be too small to read are rather made narrower.
+/// Letters that would be too small to read are rather made narrower, down to half their width.
 void set_text_size(QWidget* widget, double pixels) {
     constexpr int least_pixels = 9;
     constexpr int unstretched = QFont::Unstretched;
     QFont font = widget->font();
     font.setPixelSize(std::max(least_pixels, static_cast<int>(pixels)));
-    font.setStretch(std::min(static_cast<int>(unstretched * pixels / least_pixels), unstretched));
+    font.setStretch(std::clamp(static_cast<int>(unstretched * pixels / least_pixels),
+                               static_cast<int>(QFont::UltraCondensed), unstretched));
     widget->setFont(font);
 }
 
