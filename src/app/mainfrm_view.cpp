@@ -233,7 +233,7 @@ print_room mainfrm_view::measured_print() const {
     print.logger_width =
         std::max(print.logger_width, metrics.horizontalAdvance(Lbl_TY_logger->text()) + 2 * label_rim);
     print.status_bar_height = std::max(print.status_bar_height, metrics.height() + label_rim);
-    panel_view::measure(font(), print);
+    panels_.front()->measure(font(), print);
     return print;
 }
 

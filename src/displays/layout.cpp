@@ -24,18 +24,20 @@ i32 sensor_height_of(i32 height) {
     return std::max(std::min(wanted, without_chart - least_chart_height), gap);
 }
 
-quadrant_layout layout_quadrant(i16 channel, i32 left, i32 top, i32 width, i32 height,
+/// In a maximised window the upper edges of plot and buttons are one with the frame's upper line.
+quadrant_layout layout_quadrant(i16 channel, i32 left, i32 top, i32 width, i32 height, bool maximised,
                                 const print_room& print) {
     const i32 sensor_height = sensor_height_of(height);
     const i32 sensor_top = top + height - sensor_height;
     const i32 button_width =
         std::max(print_room{}.button_width, std::min(print.button_width, width * 3 / 10));
-    const i32 plot_size = std::min(sensor_height - gap, (width - button_width) / 4);
+    const i32 above = maximised ? print.frame_line : gap;
+    const i32 plot_size = std::min(sensor_height - above, (width - button_width) / 4);
     const i32 right = left + width;
     const i32 buttons_left = right - button_width - gap;
     const i32 plot_left = buttons_left - gap - plot_size;
-    const i32 button_height = (sensor_height - 2 * gap) / 2;
-    const i32 first = sensor_top + gap;
+    const i32 button_height = (sensor_height - above - gap) / 2;
+    const i32 first = sensor_top + above;
 
     quadrant_layout result;
     result.chart = {left + 1, top, width - 1, height - sensor_height - below_chart};
@@ -72,7 +74,7 @@ window_layout layout_window(i32 client_width, i32 client_height, bool maximised,
         const i32 left = channel < 2 ? 0 : half_width;
         const i32 top = channel % 2 == 0 ? 0 : half_height;
         result.quadrants[static_cast<std::size_t>(channel)] =
-            layout_quadrant(channel, left, top, half_width, half_height, print);
+            layout_quadrant(channel, left, top, half_width, half_height, maximised, print);
     }
     const i32 text_top = 2 * half_height + gap;
     // The name gives way first: its letters can take two lines.

@@ -28,6 +28,7 @@ struct print_room {
     i32 zoom_width = 118;
     i32 zoom_height = 22;
     i32 button_width = 104; ///< of `Cmd_diagramm` and `Cmd_diagramm2`
+    i32 frame_line = 4;     ///< from the top of `Frame_sensor`, where its title is, to its upper line
     bool operator==(const print_room&) const = default;
 };
 

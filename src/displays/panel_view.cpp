@@ -42,17 +42,20 @@ constexpr const char* widest_word = "Thermosignal";
 constexpr int button_rim = 6;
 constexpr int title_gap = 7; // between a button and the title of the chart
 
-/// The inside of a group frame, below its title and within its lines.
-QRect inside_of(const QGroupBox& frame) {
+/// What a group frame has below its title and within its lines.
+QRect contents_of(const QGroupBox& frame) {
     QStyleOptionGroupBox option;
     option.initFrom(&frame);
     option.text = frame.title().isEmpty() ? QString('X') : frame.title(); // one may come
     option.lineWidth = 1;
     option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
     option.textAlignment = Qt::AlignLeft;
-    const QRect lines =
-        frame.style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxContents, &frame);
-    return lines.adjusted(inside_gap, inside_gap, -inside_gap, -inside_gap);
+    return frame.style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxContents, &frame);
+}
+
+/// The room for instruments in it.
+QRect inside_of(const QGroupBox& frame) {
+    return contents_of(frame).adjusted(inside_gap, inside_gap, -inside_gap, -inside_gap);
 }
 
 /// Letters that would be too small to read are rather made narrower, down to half their width.
@@ -186,12 +189,13 @@ std::vector<QWidget*> panel_view::tab_stops() const {
     return {cmd_zoom_xy, chart, Label4, Lbl_alminhibit, XYplot, Cmd_diagramm, Cmd_diagramm2};
 }
 
-void panel_view::measure(const QFont& letters, print_room& print) {
+void panel_view::measure(const QFont& letters, print_room& print) const {
     const QFontMetrics metrics(letters);
     print.zoom_width = std::max(print.zoom_width, metrics.horizontalAdvance(widest_zoom) + 2 * button_rim);
     print.zoom_height = std::max(print.zoom_height, metrics.height() + button_rim);
     print.button_width =
         std::max(print.button_width, metrics.horizontalAdvance(widest_word) + 2 * button_rim);
+    print.frame_line = std::max(print.frame_line, contents_of(*Frame_sensor).top());
 }
 
 void panel_view::place(const quadrant_layout& layout) {

@@ -34,7 +34,7 @@ class panel_view : public QObject {
     void place(const quadrant_layout& layout);
 
     /// The room that the letters of the zoom and diagram buttons need, in the font of the desktop.
-    static void measure(const QFont& letters, print_room& print);
+    void measure(const QFont& letters, print_room& print) const;
     void show_state();
 
     /// An enlarged chart lies over the instruments of its row, and under the zoom buttons: charts are made

@@ -212,6 +212,19 @@ TEST(Layout, PlotAndButtonsOfARowHaveOneUpperEdge) {
     }
 }
 
+TEST(Layout, InAMaximisedWindowTheFramesLineIsThatEdgeToo) {
+    print_room print;
+    print.frame_line = 19;
+    for (const client_size& size : client_sizes) {
+        const quadrant_layout quadrant = layout_window(size.width, size.height, true, print).quadrants[0];
+        EXPECT_EQ(quadrant.XYplot.top, quadrant.Frame_sensor.top + 19) << size.width;
+        EXPECT_EQ(quadrant.Cmd_diagramm.top, quadrant.XYplot.top) << size.width;
+        const i32 bottom = quadrant.Frame_sensor.top + quadrant.Frame_sensor.height;
+        EXPECT_LE(quadrant.XYplot.top + quadrant.XYplot.height, bottom) << size.width;
+        EXPECT_LE(quadrant.Cmd_diagramm2.top + quadrant.Cmd_diagramm2.height, bottom) << size.width;
+    }
+}
+
 TEST(Layout, LargeLettersGetTheRoomThatTheyNeed) {
     const window_layout layout = layout_window(1920, 1002, true, large_letters);
     EXPECT_EQ(layout.Text_status.height, large_letters.text_height);
