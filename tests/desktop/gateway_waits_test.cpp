@@ -86,7 +86,7 @@ class gateway_waits_test : public QObject {
         QElapsedTimer clock;
         clock.start();
         desktop::run_handler(desktop::source::device, Timer_reconnect_tick);
-        QVERIFY2(clock.elapsed() >= 480 && clock.elapsed() < 800,
+        QVERIFY2(clock.elapsed() >= 480 && clock.elapsed() < 2000, // far from 5 s
                  qPrintable(QString::number(clock.elapsed())));
         QCOMPARE(FrmSetupTCP.Text5.Text, std::string("Can't connect to 127.0.0.1  State: 6"));
     }

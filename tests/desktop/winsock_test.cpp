@@ -115,7 +115,7 @@ class winsock_test : public QObject {
         QTest::qWait(600);
         QCOMPARE(self.socket.State(), socket_state::connecting);
         QTRY_COMPARE(self.socket.State(), socket_state::error);
-        QVERIFY2(clock.elapsed() >= 890 && clock.elapsed() < 1100,
+        QVERIFY2(clock.elapsed() >= 890 && clock.elapsed() < 2000,
                  qPrintable(QString::number(clock.elapsed())));
         QTRY_COMPARE(self.errors, 1);
         QCOMPARE(host.accept_all(), 1); // there would be room for it now
