@@ -20,7 +20,7 @@ namespace {
 /// Whoever watches over the program sees a failure and may start it again.
 void end_with_the_screen() {
     tyxo::desktop::screen_lost();
-    tyxo::end_without_question(1);
+    tyxo::end_without_question(tyxo::lost_screen_code);
 }
 
 /// What the start had to say stands in front of the main window, also where nobody manages windows.

@@ -32,6 +32,7 @@ void form_load(double width, double height);
 
 /// Exit codes beside 0.
 inline constexpr int wrong_settings_code = 1;
+inline constexpr int lost_screen_code = 1;
 inline constexpr int second_copy_code = 2;
 
 /// `form_load` with timers and serial ports held until it has returned. Settings that cannot be used end the

@@ -89,7 +89,13 @@ void createlog(i16 channel) {
                                Ini::ini_read("location " + channel_number(channel));
     rec.log_fileno = static_cast<i16>(channel + 1); // every channel has a file of its own
     rec.logname = name_digits(now) + "Qu_" + Ini::ini_read("location " + channel_number(channel)) + ".xlg";
-    attempt([&] { log_files[channel].open({folder + "\\" + rec.logname, folder, log_header(channel)}); });
+    // The debug output's words are nearly always true, and said whatever the reason.
+    attempt([&] {
+        log_files[channel].open({.path = folder + "\\" + rec.logname,
+                                 .folder = folder,
+                                 .no_folder = "createlog : Path exists",
+                                 .header = log_header(channel)});
+    });
     // In the first file of a measurement this line is lost, as `log_state` follows only afterwards; it stays.
     log_comment(channel, "Log Started");
 }

@@ -13,9 +13,10 @@ namespace tyxo {
 struct file_place {
     std::string path{};
     std::optional<std::string>
-        folder{};           ///< made first when it is missing, one level of it; none: it has to be there
-    std::string header{};   ///< a new file begins with it
-    bool each_line = false; ///< every line is brought to the disk at once, else after some seconds
+        folder{};            ///< made first when it is missing, one level of it; none: it has to be there
+    std::string no_folder{}; ///< for the debug output when it was not made, most often because it is there
+    std::string header{};    ///< a new file begins with it
+    bool each_line = false;  ///< every line is brought to the disk at once, else after some seconds
 };
 
 /// The file of a place, for writers that must not wait for a disk. What a step does is that of `line_file`.

@@ -19,7 +19,7 @@ void line_file::open(file_place place) {
     place_ = std::move(place);
     header_due_ = false;
     if (place_.folder && attempt([this] { make_folder(*place_.folder); })) {
-        debug_output("createlog : Path exists"); // nearly always true, and told whatever the reason
+        debug_output(place_.no_folder);
     }
     begin(running_ms());
 }

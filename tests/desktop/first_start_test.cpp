@@ -2,6 +2,7 @@
 // restart.
 
 #include "desktop/serial_line.h"
+#include "desktop/settings_file.h"
 #include "desktop/setup_window.h"
 #include "displays/chart.h"
 #include "link/hex.h"
@@ -120,9 +121,7 @@ class first_start_test : public QObject {
     static QByteArray log_of(i16 channel) {
         const QDir folder(QString("logs/Engine %1").arg(channel + 1));
         const QStringList names = folder.entryList({"*.xlg"});
-        if (names.size() != 1) return {};
-        QFile file(folder.filePath(names.front()));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        return names.size() == 1 ? written_file(folder.filePath(names.front())) : QByteArray();
     }
 
     setup_window setup_;

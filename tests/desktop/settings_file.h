@@ -1,6 +1,8 @@
 #pragma once
-// The settings file of a test program: it bears the name of the test's own executable, as any program's does.
+// The files of a test program. Its settings file bears the name of the test's own executable, as any
+// program's does.
 
+#include "platform/desktop/output_file.h"
 #include "platform/program.h"
 
 #include <QByteArray>
@@ -16,9 +18,16 @@ inline bool write_settings_file(QByteArray text) {
     return file.open(QIODevice::WriteOnly) && file.write(text.replace("[tyxo]", '[' + name + ']')) >= 0;
 }
 
-inline QByteArray settings_file() {
-    QFile file(QString::fromStdString(executable_name() + ".ini"));
+/// What the file holds when the disk has taken all that was written. Empty when there is no such file.
+inline QByteArray written_file(const QString& path) {
+    using std::chrono_literals::operator""s;
+    if (!desktop::finish_files(10s)) qFatal("the disk has not taken everything within 10 s");
+    QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline QByteArray settings_file() {
+    return written_file(QString::fromStdString(executable_name() + ".ini"));
 }
 
 } // namespace tyxo

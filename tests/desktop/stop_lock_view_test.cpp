@@ -1,5 +1,6 @@
 // The stop lock with its real widgets, before all three requests: keys and clicks as an operator gives them.
 
+#include "desktop/settings_file.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmabort.h"
 #include "link/channel_rec.h"
@@ -383,9 +384,7 @@ class stop_lock_view_test : public QObject {
         }
     }
     static qsizetype stop_lines() {
-        QFile file("TY_all_events.txt");
-        if (!file.open(QIODevice::ReadOnly)) return 0;
-        return file.readAll().count("Tyxo Data Logger software stopped !");
+        return written_file("TY_all_events.txt").count("Tyxo Data Logger software stopped !");
     }
 
     started_window window_;

@@ -3,6 +3,7 @@
 
 #include "desktop/alert_window.h"
 #include "desktop/all_windows.h"
+#include "desktop/settings_file.h"
 #include "displays/chart.h"
 #include "link/indicators.h"
 #include "platform/desktop/text.h"
@@ -218,9 +219,7 @@ class window_closing_test : public QObject {
     }
 
     static qsizetype stop_lines() {
-        QFile file("TY_all_events.txt");
-        if (!file.open(QIODevice::ReadOnly)) return 0;
-        return file.readAll().count("Tyxo Data Logger software stopped !");
+        return written_file("TY_all_events.txt").count("Tyxo Data Logger software stopped !");
     }
 
     started_window window_;

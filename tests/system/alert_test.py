@@ -49,25 +49,9 @@ class Alert(PlantTest):
 
     def keep_curves_coming(self, plant):
         """About 80 frames a second on each of the lines, until the test ends."""
-        ended = threading.Event()
         samples = [600 + (sample * 7) % 90 for sample in range(256)]
-
-        def send(line):
-            while not ended.is_set():
-                line.send(*curve("03", samples), *curve("04", samples), measured_values())
-                ended.wait(0.08)
-
-        senders = [threading.Thread(target=send, args=(line,)) for line in plant.lines.values()]
-        for sender in senders:
-            sender.start()
-
-        def end():
-            ended.set()
-            for sender in senders:
-                sender.join()
-
-        self.addCleanup(end)
-        return end
+        bodies = [*curve("03", samples), *curve("04", samples), measured_values()]
+        return self.keep_sending(plant, lambda turn: bodies)
 
     def alert(self):
         return self.display.window("^Mainalarm$")

@@ -9,12 +9,13 @@ import threading
 import time
 import unittest
 
-from harness import Display, PlantTest, measured_values, parameter_frame, status, wait_for
+from desktops import Screen
+from harness import PlantTest, measured_values, parameter_frame, status, wait_for
 
 SAVER_SECONDS = 1
 RELAY_AND_AC = 0x0088
 ALERT = "^Mainalarm$"
-SAVER_OFF, SAVER_ON = 0, 1
+SAVER_ON = 1
 SCREEN_SAVER = "org.freedesktop.ScreenSaver"
 INTERFACE = f"""
 <node><interface name="{SCREEN_SAVER}">
@@ -31,16 +32,12 @@ class SaverInfo(ctypes.Structure):
                 ("until", ctypes.c_ulong), ("idle", ctypes.c_ulong), ("mask", ctypes.c_ulong)]
 
 
-class Screen:
-    """The X server's screen saver."""
+class SaverScreen(Screen):
+    """The X server's screen saver, which comes soon."""
 
     def __init__(self, name):
-        self.x11 = ctypes.CDLL("libX11.so.6")
+        super().__init__(name)
         self.saver = ctypes.CDLL("libXss.so.1")
-        self.x11.XOpenDisplay.restype = ctypes.c_void_p
-        self.x11.XDefaultRootWindow.restype = ctypes.c_ulong
-        self.display = ctypes.c_void_p(self.x11.XOpenDisplay(name.encode()))
-        self.root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
         self.x11.XSetScreenSaver(self.display, SAVER_SECONDS, 0, 1, 1)
 
     def dark(self):
@@ -51,9 +48,6 @@ class Screen:
     def darken(self):
         self.x11.XForceScreenSaver(self.display, 1)
         self.x11.XSync(self.display, 0)
-
-    def close(self):
-        self.x11.XCloseDisplay(self.display)
 
 
 def serve_screen_saver():
@@ -111,7 +105,7 @@ class Desktop:
 class Awake(PlantTest):
     def setUp(self):
         self.display.environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=/nowhere"
-        self.screen = Screen(self.display.name)
+        self.screen = SaverScreen(self.display.name)
         self.addCleanup(self.screen.close)
 
     def desktop(self):

@@ -117,9 +117,9 @@ class Displays(PlantTest):
         dialog = self.display.window("Setup scales|Scale")
         self.display.press(dialog, "Return")
         wait_for(lambda: not self.display.windows("Setup scales|Scale"), what="the dialog's end")
-        text = plant.text("tyxo.ini")
-        for line in ("scale_polar_a= .5", "scale_polar_t= 3", "log_mode= 0", "upd_periode= 100"):
-            self.assertIn(line + "\r\n", text)
+        stored = ("scale_polar_a= .5", "scale_polar_t= 3", "log_mode= 0", "upd_periode= 100")
+        wait_for(lambda: all(line + "\r\n" in plant.text("tyxo.ini") for line in stored),
+                 what="the scales in the settings")
 
 
 if __name__ == "__main__":

@@ -1,6 +1,5 @@
 """Lines, disks and devices that fail while the program measures."""
 
-import datetime
 import os
 import resource
 import time

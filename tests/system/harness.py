@@ -1,5 +1,6 @@
 """What the system tests share: a virtual display, pseudo-terminals as serial lines, and the real program."""
 
+import itertools
 import os
 import pathlib
 import pty
@@ -9,6 +10,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import threading
 import time
 import tty
 import unittest
@@ -232,6 +234,29 @@ class PlantTest(unittest.TestCase):
         plant = Plant(self.display, **settings)
         self.addCleanup(plant.stop)
         return plant
+
+    def keep_sending(self, plant, bodies):
+        """The bodies of each turn, about nine turns a second on each of the lines, until the test ends or the
+        function that is returned is called."""
+        ended = threading.Event()
+
+        def send(line):
+            for turn in itertools.count():
+                line.send(*bodies(turn))
+                if ended.wait(0.08):
+                    return
+
+        senders = [threading.Thread(target=send, args=(line,)) for line in plant.lines.values()]
+        for sender in senders:
+            sender.start()
+
+        def end():
+            ended.set()
+            for sender in senders:
+                sender.join()
+
+        self.addCleanup(end)
+        return end
 
 
 def hex4(*values):

@@ -1,6 +1,5 @@
 """The program for those who cannot see it: read, pressed and heard over the accessibility bus."""
 
-import threading
 import unittest
 
 from harness import Display, PlantTest, curve, measured_values, parameter_frame, status, wait_for
@@ -53,25 +52,9 @@ class ForTheEar(PlantTest):
                               if name in window.name and self.reader.showing(window)], what=f"no {name!r}")
 
     def keep_values_coming(self, plant):
-        ended = threading.Event()
-
-        def send(line):
-            turn = 0
-            while not ended.wait(0.08):
-                turn += 1
-                line.send(*curve("03", THERMO[turn % 9:] + THERMO[:turn % 9]), *curve("04", ANGACC),
-                          measured_values(30 + turn % 20, 700 + turn % 30, 1200 + turn % 50))
-
-        senders = [threading.Thread(target=send, args=(line,)) for line in plant.lines.values()]
-        for sender in senders:
-            sender.start()
-
-        def end():
-            ended.set()
-            for sender in senders:
-                sender.join()
-
-        self.addCleanup(end)
+        self.keep_sending(plant, lambda turn: [
+            *curve("03", THERMO[turn % 9:] + THERMO[:turn % 9]), *curve("04", ANGACC),
+            measured_values(30 + turn % 20, 700 + turn % 30, 1200 + turn % 50)])
 
     def test_nothing_is_told_but_what_has_happened(self):
         plant = self.measuring()

@@ -4,19 +4,16 @@ import fcntl
 import os
 import pathlib
 import pty
-import re
 import shutil
 import signal
 import subprocess
 import termios
-import time
 import unittest
 
 from desktops import Desktop
 from harness import PROGRAM, Display, Plant, measured_values, parameter_frame, status, wait_for
 
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
-STARTED = WHEN + "Tyxo Logger software started !"
 STOPPED = WHEN + "Tyxo Data Logger software stopped !"
 BOX = "^Quarvo / Tyxo Data Logger$"
 MAIN_ALARM = 0x0088  # relay and AC
