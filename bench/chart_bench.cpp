@@ -3,7 +3,7 @@
 
 #include "displays/chart_view.h"
 #include "platform/clock.h"
-#include "platform/desktop/colour.h"
+#include "widgets/colour.h"
 
 #include <benchmark/benchmark.h>
 

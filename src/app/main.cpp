@@ -4,9 +4,9 @@
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
 #include "platform/desktop/handlers.h"
-#include "platform/desktop/light_palette.h"
 #include "platform/desktop/process.h"
 #include "platform/desktop/standard_output.h"
+#include "widgets/light_palette.h"
 
 #include <QApplication>
 #include <QLocale>

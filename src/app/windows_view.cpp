@@ -6,13 +6,13 @@
 #include "dialogs/frmlog_view.h"
 #include "dialogs/frmpwd_view.h"
 #include "dialogs/frmresetinhtime_view.h"
-#include "dialogs/frmsetup_view.h"
+#include "dialogs/frmscale_polar_view.h"
+#include "dialogs/frmselectprint_view.h"
 #include "dialogs/frmsplash_view.h"
 #include "dialogs/frmstatustext_view.h"
+#include "dialogs/setup/frmsetup_view.h"
 #include "displays/bar_diagram_view.h"
 #include "displays/frmdetailedpic_view.h"
-#include "displays/frmscale_polar_view.h"
-#include "displays/frmselectprint_view.h"
 #include "gateway/frmsetuptcp_view.h"
 
 namespace tyxo {

@@ -2,7 +2,7 @@
 // The stop lock: the password that stands between the operator and every way of stopping a measurement.
 
 #include "basics/types.h"
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 #include <string>
 #include <string_view>

@@ -1,9 +1,9 @@
 #include "dialogs/frmabort_view.h"
 
 #include "dialogs/frmabort.h"
-#include "dialogs/picture_view.h"
-#include "platform/desktop/edit_box.h"
-#include "platform/desktop/show.h"
+#include "widgets/edit_box.h"
+#include "widgets/picture_view.h"
+#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>

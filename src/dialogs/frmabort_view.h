@@ -2,7 +2,7 @@
 // The stop lock on the screen.
 
 #include "basics/types.h"
-#include "platform/desktop/dialog.h"
+#include "widgets/dialog.h"
 
 namespace tyxo {
 

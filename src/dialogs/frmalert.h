@@ -2,8 +2,8 @@
 // The alarm alert: a window of its own that flashes, beeps and sounds from the first main alarm until the
 // operator confirms it. It changes nothing about the alarm.
 
+#include "controls/controls.h"
 #include "link/indicators.h"
-#include "platform/controls.h"
 #include "platform/timer.h"
 
 #include <string_view>

@@ -1,11 +1,12 @@
 #include "dialogs/frmalert_view.h"
 
 #include "dialogs/frmalert.h"
-#include "dialogs/picture_view.h"
-#include "platform/desktop/dialog.h"
 #include "platform/desktop/handlers.h"
-#include "platform/desktop/screen_room.h"
-#include "platform/desktop/show.h"
+#include "platform/desktop/parent_window.h"
+#include "widgets/dialog.h"
+#include "widgets/picture_view.h"
+#include "widgets/screen_room.h"
+#include "widgets/show.h"
 
 #include <QApplication>
 #include <QBoxLayout>

@@ -1,7 +1,7 @@
 #pragma once
 // The alarm alert on the screen.
 
-#include "platform/desktop/spoken.h"
+#include "widgets/spoken.h"
 
 #include <QDialog>
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 #pragma once
 // The folder browser of the setup dialog.
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 #include <functional>
 #include <string>

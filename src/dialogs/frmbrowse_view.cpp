@@ -2,9 +2,9 @@
 
 #include "dialogs/frmbrowse.h"
 #include "platform/desktop/handlers.h"
-#include "platform/desktop/screen_room.h"
 #include "platform/desktop/text.h"
 #include "platform/message_box.h"
+#include "widgets/screen_room.h"
 
 #include <QDialogButtonBox>
 #include <QDir>

@@ -1,7 +1,7 @@
 #pragma once
 // The software's identity.
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace tyxo {
 

@@ -1,8 +1,8 @@
 #include "dialogs/frmlog_view.h"
 
 #include "dialogs/frmlog.h"
-#include "dialogs/picture_view.h"
-#include "platform/desktop/show.h"
+#include "widgets/picture_view.h"
+#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

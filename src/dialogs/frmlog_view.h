@@ -1,7 +1,7 @@
 #pragma once
 // The window "Software info" on the screen.
 
-#include "platform/desktop/dialog.h"
+#include "widgets/dialog.h"
 
 class QGridLayout;
 

@@ -1,7 +1,7 @@
 #pragma once
 // The dialog that changes the password. The stop lock keeps the old one until the program starts anew.
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 #include <string_view>
 

@@ -1,8 +1,8 @@
 #include "dialogs/frmpwd_view.h"
 
 #include "dialogs/frmpwd.h"
-#include "platform/desktop/edit_box.h"
-#include "platform/desktop/show.h"
+#include "widgets/edit_box.h"
+#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

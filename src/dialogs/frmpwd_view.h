@@ -1,7 +1,7 @@
 #pragma once
 // The dialog "Setup Password" on the screen.
 
-#include "platform/desktop/dialog.h"
+#include "widgets/dialog.h"
 
 #include <string_view>
 

@@ -2,7 +2,7 @@
 // The dialog that lets an Evaluator start its alarm inhibit time anew.
 
 #include "basics/types.h"
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace tyxo {
 

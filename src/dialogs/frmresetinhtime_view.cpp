@@ -2,7 +2,7 @@
 
 #include "dialogs/frmresetinhtime.h"
 #include "link/channel_rec.h"
-#include "platform/desktop/show.h"
+#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QPushButton>

@@ -1,7 +1,7 @@
 #pragma once
 // The dialog "Alarm Inhibit Time" on the screen.
 
-#include "platform/desktop/dialog.h"
+#include "widgets/dialog.h"
 
 namespace tyxo {
 

@@ -1,7 +1,7 @@
 #pragma once
 // The window "About".
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace tyxo {
 

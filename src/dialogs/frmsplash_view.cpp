@@ -1,8 +1,8 @@
 #include "dialogs/frmsplash_view.h"
 
 #include "dialogs/frmsplash.h"
-#include "dialogs/picture_view.h"
-#include "platform/desktop/show.h"
+#include "widgets/picture_view.h"
+#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>

@@ -1,7 +1,7 @@
 #pragma once
 // The window "About" on the screen.
 
-#include "platform/desktop/dialog.h"
+#include "widgets/dialog.h"
 
 namespace tyxo {
 

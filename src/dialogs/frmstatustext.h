@@ -1,7 +1,7 @@
 #pragma once
 // A large copy of the status text. It stands still until it is refreshed.
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 namespace tyxo {
 

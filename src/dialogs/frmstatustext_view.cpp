@@ -1,7 +1,7 @@
 #include "dialogs/frmstatustext_view.h"
 
 #include "dialogs/frmstatustext.h"
-#include "platform/desktop/show.h"
+#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QPlainTextEdit>

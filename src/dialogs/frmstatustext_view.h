@@ -1,7 +1,7 @@
 #pragma once
 // The status window on the screen.
 
-#include "platform/desktop/dialog.h"
+#include "widgets/dialog.h"
 
 #include <string>
 

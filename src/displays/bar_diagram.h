@@ -1,8 +1,8 @@
 #pragma once
 // The bar diagrams: speed and thermosignal cylinder by cylinder, with their differences to the mean.
 
+#include "controls/bar_plot.h"
 #include "link/channel_rec.h"
-#include "platform/bar_plot.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
 #include "displays/bar_diagram_view.h"
 
-#include "displays/bar_plot_view.h"
 #include "platform/desktop/handlers.h"
-#include "platform/desktop/screen_room.h"
-#include "platform/desktop/show.h"
+#include "widgets/plots/bar_plot_view.h"
+#include "widgets/screen_room.h"
+#include "widgets/show.h"
 
 #include <QCloseEvent>
 #include <QFontMetrics>

@@ -2,7 +2,7 @@
 // A bar diagram on the screen.
 
 #include "displays/bar_diagram.h"
-#include "platform/desktop/spoken.h"
+#include "widgets/spoken.h"
 
 #include <QWidget>
 

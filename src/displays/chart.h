@@ -1,10 +1,10 @@
 #pragma once
 // The strip charts: their settings, and the time window that they share.
 
+#include "controls/strip_chart.h"
+#include "controls/strip_history.h"
 #include "displays/layout.h"
 #include "link/indicators.h"
-#include "platform/strip_chart.h"
-#include "platform/strip_history.h"
 #include "platform/timer.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #include "displays/chart_view.h"
 
-#include "displays/paint_view.h"
-#include "platform/desktop/show.h"
+#include "widgets/paint_view.h"
+#include "widgets/show.h"
 
 #include <QKeyEvent>
 #include <QLabel>

@@ -1,8 +1,8 @@
 #pragma once
 // A strip chart on the screen.
 
-#include "platform/desktop/spoken.h"
-#include "platform/desktop/strip_plot.h"
+#include "widgets/plots/strip_plot.h"
+#include "widgets/spoken.h"
 
 #include <qcustomplot.h>
 

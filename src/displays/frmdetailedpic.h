@@ -2,7 +2,7 @@
 // The Detailed Display: one engine cycle as a circle and as a straight diagram, with the places of the
 // cylinders.
 
-#include "displays/canvas.h"
+#include "controls/canvas.h"
 #include "link/channel_rec.h"
 
 #include <array>

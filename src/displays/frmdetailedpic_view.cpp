@@ -1,10 +1,10 @@
 #include "displays/frmdetailedpic_view.h"
 
-#include "displays/canvas_view.h"
-#include "displays/paint_view.h"
 #include "platform/desktop/handlers.h"
-#include "platform/desktop/screen_room.h"
-#include "platform/desktop/show.h"
+#include "widgets/paint_view.h"
+#include "widgets/plots/canvas_view.h"
+#include "widgets/screen_room.h"
+#include "widgets/show.h"
 
 #include <QCheckBox>
 #include <QCloseEvent>

@@ -2,7 +2,7 @@
 // The Detailed Display on the screen.
 
 #include "displays/frmdetailedpic.h"
-#include "platform/desktop/spoken.h"
+#include "widgets/spoken.h"
 
 #include <QWidget>
 

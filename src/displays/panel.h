@@ -1,9 +1,9 @@
 #pragma once
 // The panels of the main window: one per channel, four of them two by two, refreshed by the display tick.
 
+#include "controls/controls.h"
+#include "controls/xy_plot.h"
 #include "link/indicators.h"
-#include "platform/controls.h"
-#include "platform/xy_plot.h"
 
 namespace tyxo {
 

@@ -3,7 +3,7 @@
 // diagram on its right. All lengths are units of the surface, whose size is read anew with every call.
 
 #include "basics/types.h"
-#include "displays/canvas.h"
+#include "controls/canvas.h"
 
 #include <span>
 

@@ -4,7 +4,7 @@
 // It is loaded once and stays so; closing it only hides it. The boxes hold texts as they were typed, in
 // Windows-1252; a number in a box is the one that its text begins with, and 0 for any other text.
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 #include <array>
 #include <cstddef>

@@ -5,9 +5,9 @@
 #include "gateway/status_line_view.h"
 #include "gateway/tcp_picture_view.h"
 #include "platform/desktop/handlers.h"
-#include "platform/desktop/screen_room.h"
-#include "platform/desktop/show.h"
 #include "platform/desktop/text.h"
+#include "widgets/screen_room.h"
+#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>

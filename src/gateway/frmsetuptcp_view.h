@@ -1,7 +1,7 @@
 #pragma once
 // The gateway's window on the screen.
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 #include <QMainWindow>
 

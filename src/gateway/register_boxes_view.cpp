@@ -1,7 +1,7 @@
 #include "gateway/register_boxes_view.h"
 
 #include "gateway/frmsetuptcp.h"
-#include "platform/desktop/show.h"
+#include "widgets/show.h"
 
 #include <QGridLayout>
 #include <QLabel>

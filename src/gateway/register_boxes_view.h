@@ -1,7 +1,7 @@
 #pragma once
 // The 123 register boxes, ten in a row, with the registers' distances from the start register around them.
 
-#include "platform/desktop/edit_box.h"
+#include "widgets/edit_box.h"
 
 #include <QWidget>
 

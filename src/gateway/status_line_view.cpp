@@ -1,7 +1,7 @@
 #include "gateway/status_line_view.h"
 
-#include "platform/desktop/colour.h"
 #include "platform/desktop/text.h"
+#include "widgets/colour.h"
 
 namespace tyxo {
 

@@ -1,7 +1,7 @@
 #pragma once
 // What the window shows in place of the register boxes: the way from this computer to the controller.
 
-#include "platform/desktop/spoken.h"
+#include "widgets/spoken.h"
 
 #include <QWidget>
 

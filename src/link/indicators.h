@@ -2,8 +2,8 @@
 // The controls of the main window that the link itself writes. Control arrays are indexed by channel.
 
 #include "basics/types.h"
-#include "platform/controls.h"
-#include "platform/text_box.h"
+#include "controls/controls.h"
+#include "controls/text_box.h"
 
 #include <array>
 #include <string>

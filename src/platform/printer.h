@@ -1,8 +1,8 @@
 #pragma once
 // Printing a strip chart.
 
-#include "platform/strip_chart.h"
-#include "platform/strip_history.h"
+#include "controls/strip_chart.h"
+#include "controls/strip_history.h"
 
 namespace tyxo {
 

@@ -1,6 +1,6 @@
 // The text box that grows at its end and is cut at its start.
 
-#include "platform/text_box.h"
+#include "controls/text_box.h"
 
 #include <gtest/gtest.h>
 

@@ -7,12 +7,12 @@
 #include "desktop/settings_file.h"
 #include "displays/bar_diagram.h"
 #include "displays/bar_diagram_view.h"
-#include "displays/bar_plot_view.h"
 #include "displays/panel.h"
 #include "link/cylinder_model.h"
 #include "platform/desktop/handlers.h"
-#include "platform/desktop/show.h"
 #include "settings/settings.h"
+#include "widgets/plots/bar_plot_view.h"
+#include "widgets/show.h"
 
 #include <QDir>
 #include <QLabel>

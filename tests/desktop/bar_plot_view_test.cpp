@@ -1,7 +1,7 @@
 // The plot of a bar diagram by itself.
 
 #include "desktop/control_pictures.h"
-#include "displays/bar_plot_view.h"
+#include "widgets/plots/bar_plot_view.h"
 
 #include <QTest>
 

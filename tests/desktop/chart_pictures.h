@@ -1,9 +1,9 @@
 #pragma once
 // For the tests of strip charts on screen and paper: a chart with six curves, and rows for it.
 
+#include "controls/strip_chart.h"
+#include "controls/strip_history.h"
 #include "platform/clock.h"
-#include "platform/strip_chart.h"
-#include "platform/strip_history.h"
 
 #include <array>
 

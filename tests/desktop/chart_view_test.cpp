@@ -1,11 +1,11 @@
 // The strip chart with its real widget: what it tells through its properties, what it paints, how it is
 // clicked.
 
+#include "controls/time_axis.h"
 #include "desktop/chart_pictures.h"
 #include "desktop/control_pictures.h"
 #include "displays/chart_view.h"
-#include "platform/desktop/colour.h"
-#include "platform/time_axis.h"
+#include "widgets/colour.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 #pragma once
 // For the tests of the painted controls: controls to show, and a look at the pixels of what shows them.
 
-#include "platform/controls.h"
+#include "controls/controls.h"
 
 #include <QColor>
 #include <QImage>

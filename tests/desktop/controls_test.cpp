@@ -1,11 +1,11 @@
 // The painted controls with their real widgets: what they tell through their properties, and what they paint.
 
 #include "desktop/control_pictures.h"
-#include "displays/analog_display_view.h"
-#include "displays/angular_gauge_view.h"
-#include "displays/led_view.h"
-#include "displays/linear_gauge_view.h"
-#include "displays/seven_segment_view.h"
+#include "widgets/analog_display_view.h"
+#include "widgets/angular_gauge_view.h"
+#include "widgets/led_view.h"
+#include "widgets/linear_gauge_view.h"
+#include "widgets/seven_segment_view.h"
 
 #include <QTest>
 

@@ -1,10 +1,10 @@
 // The Detailed Display with its real widgets.
 
 #include "desktop/control_pictures.h"
-#include "displays/canvas_lines_view.h"
-#include "displays/canvas_view.h"
 #include "displays/engines.h"
 #include "displays/frmdetailedpic_view.h"
+#include "widgets/plots/canvas_lines_view.h"
+#include "widgets/plots/canvas_view.h"
 
 #include <QCheckBox>
 #include <QLabel>

@@ -3,10 +3,10 @@
 #include "desktop/started_window.h"
 #include "desktop/tool_tip.h"
 #include "displays/panel.h"
-#include "platform/desktop/edit_box.h"
-#include "platform/desktop/full_text.h"
-#include "platform/desktop/read_only_box.h"
-#include "platform/desktop/show.h"
+#include "widgets/edit_box.h"
+#include "widgets/full_text.h"
+#include "widgets/read_only_box.h"
+#include "widgets/show.h"
 
 #include <QVBoxLayout>
 

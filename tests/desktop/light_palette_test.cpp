@@ -4,7 +4,7 @@
 #include "desktop/accessible_windows.h"
 #include "desktop/started_window.h"
 #include "link/channel_rec.h"
-#include "platform/desktop/light_palette.h"
+#include "widgets/light_palette.h"
 
 #include <QToolTip>
 

@@ -2,11 +2,11 @@
 //
 //     QT_QPA_PLATFORM=offscreen picture_sheet sheet.png      (QT_SCALE_FACTOR=2 for a high-DPI screen)
 
-#include "displays/analog_display_view.h"
-#include "displays/angular_gauge_view.h"
-#include "displays/led_view.h"
-#include "displays/linear_gauge_view.h"
-#include "displays/seven_segment_view.h"
+#include "widgets/analog_display_view.h"
+#include "widgets/angular_gauge_view.h"
+#include "widgets/led_view.h"
+#include "widgets/linear_gauge_view.h"
+#include "widgets/seven_segment_view.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

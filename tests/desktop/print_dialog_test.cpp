@@ -2,7 +2,7 @@
 // operator does.
 
 #include "desktop/started_window.h"
-#include "displays/frmselectprint.h"
+#include "dialogs/frmselectprint.h"
 #include "link/channel_rec.h"
 
 #include <QTimer>

@@ -2,9 +2,9 @@
 
 #include "desktop/chart_pictures.h"
 #include "desktop/control_pictures.h"
-#include "platform/desktop/chart_page.h"
-#include "platform/desktop/colour.h"
 #include "platform/printer.h"
+#include "widgets/colour.h"
+#include "widgets/plots/chart_page.h"
 
 #include <QMessageBox>
 #include <QPrintDialog>

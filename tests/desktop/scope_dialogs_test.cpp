@@ -2,7 +2,7 @@
 // clicked and typed into as an operator does.
 
 #include "desktop/started_window.h"
-#include "displays/frmscale_polar.h"
+#include "dialogs/frmscale_polar.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
 #include "link/channel_rec.h"

@@ -2,7 +2,7 @@
 // The setup dialog in the started program, and what an operator does there.
 
 #include "desktop/started_window.h"
-#include "dialogs/frmsetup.h"
+#include "dialogs/setup/frmsetup.h"
 #include "link/channel_rec.h"
 #include "settings/serial_ports.h"
 

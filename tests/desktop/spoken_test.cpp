@@ -6,15 +6,15 @@
 #include "desktop/chart_pictures.h"
 #include "desktop/control_pictures.h"
 #include "desktop/started_window.h"
-#include "displays/analog_display_view.h"
-#include "displays/angular_gauge_view.h"
 #include "displays/chart_view.h"
-#include "displays/click_label_view.h"
-#include "displays/led_view.h"
-#include "displays/linear_gauge_view.h"
-#include "displays/seven_segment_view.h"
-#include "displays/xy_plot_view.h"
 #include "link/indicators.h"
+#include "widgets/analog_display_view.h"
+#include "widgets/angular_gauge_view.h"
+#include "widgets/click_label_view.h"
+#include "widgets/led_view.h"
+#include "widgets/linear_gauge_view.h"
+#include "widgets/plots/xy_plot_view.h"
+#include "widgets/seven_segment_view.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>

@@ -5,7 +5,7 @@
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
 #include "desktop/settings_file.h"
-#include "platform/desktop/light_palette.h"
+#include "widgets/light_palette.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,6 +1,6 @@
 // The status text on the screen follows its box.
 
-#include "displays/text_status_view.h"
+#include "widgets/text_status_view.h"
 
 #include <QElapsedTimer>
 #include <QScrollBar>

@@ -1,7 +1,7 @@
 // The painted polar scope: what it paints, and what counts as its click.
 
 #include "desktop/control_pictures.h"
-#include "displays/xy_plot_view.h"
+#include "widgets/plots/xy_plot_view.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>

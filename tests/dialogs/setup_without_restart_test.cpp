@@ -4,10 +4,10 @@
 #include "dialogs/setup_world.h"
 
 #include "dialogs/frmalert.h"
+#include "dialogs/frmscale_polar.h"
+#include "dialogs/frmselectprint.h"
 #include "displays/bar_diagram.h"
 #include "displays/frmdetailedpic.h"
-#include "displays/frmscale_polar.h"
-#include "displays/frmselectprint.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 // The setup dialog of a program that was started with some channels and serial ports.
 
-#include "dialogs/frmsetup.h"
+#include "dialogs/setup/frmsetup.h"
 
 #include "app/started_program.h"
 #include "dialogs/frmbrowse.h"

@@ -2,9 +2,9 @@
 
 #include "displays/xy_plot.h"
 
+#include "controls/xy_plot_geometry.h"
 #include "displays/frmdetailedpic.h"
 #include "displays/panel.h"
-#include "displays/xy_plot_geometry.h"
 #include "link/supervision.h"
 #include "logging/logging_machine.h"
 

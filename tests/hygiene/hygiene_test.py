@@ -116,7 +116,8 @@ class HygieneTest(unittest.TestCase):
         self.expect("includes_point_downwards", "src/displays/x.h:4:", "src/gateway/z.h:4:")
 
     def test_every_floor_includes_those_below_only(self):
-        floors = ["basics", "platform", "link", "settings", "displays", "logging", "dialogs", "app"]
+        floors = ["basics", "controls", "platform", "widgets", "settings", "gateway", "logging", "dialogs",
+                  "app"]
         for upper, lower in zip(floors[1:], floors):
             with self.subTest(upper):
                 self.write(f"src/{upper}/up.h", ABOUT + f'#include "{lower}/down.h"\n')

@@ -2,11 +2,11 @@
 
 import re
 
-FLOORS = {"basics": 0, "platform": 1, "link": 2, "settings": 3, "displays": 4, "gateway": 4, "logging": 5,
-          "dialogs": 6, "app": 7}
+FLOORS = {"basics": 0, "controls": 1, "platform": 2, "link": 3, "widgets": 3, "settings": 4, "displays": 5,
+          "gateway": 5, "logging": 6, "dialogs": 7, "app": 8}
 
 QT = re.compile(r"([Qq][A-Za-z]|ui_|moc_)")
-DESKTOP = re.compile(r"src/(platform/desktop/.*|(.*/)?[^/]*_view\.(h|cpp)|app/main\.cpp)")
+DESKTOP = re.compile(r"src/(platform/desktop/.*|widgets/.*|(.*/)?[^/]*_view\.(h|cpp)|app/main\.cpp)")
 
 STANDARD = set("""
     algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono

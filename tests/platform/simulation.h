@@ -4,12 +4,12 @@
 
 #include "basics/clock_text.h"
 #include "basics/types.h"
+#include "controls/strip_chart.h"
+#include "controls/strip_history.h"
 #include "platform/controller.h"
 #include "platform/message_box.h"
 #include "platform/port_list.h"
 #include "platform/program.h"
-#include "platform/strip_chart.h"
-#include "platform/strip_history.h"
 
 #include <deque>
 #include <functional>

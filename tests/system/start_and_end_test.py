@@ -29,9 +29,9 @@ class StartAndEnd(unittest.TestCase):
         plant = self.plant(self.display())
         (plant.folder / "tyxo.ini").unlink()
         plant.start()
-        keys = "adc_offset=479\r\nzyl_speed_range=1\r\n"
-        wait_for(lambda: (plant.folder / "tyxo.ini").exists() and "[tyxo]\r\n" + keys == plant.text("tyxo.ini"),
-                 what="the two keys and nothing else")
+        stored = "[tyxo]\r\nadc_offset=479\r\nzyl_speed_range=1\r\n"
+        file = plant.folder / "tyxo.ini"
+        wait_for(lambda: file.exists() and plant.text("tyxo.ini") == stored, what="these keys and no others")
 
     def test_closing_while_idle_writes_the_stop_line_and_ends_with_0(self):
         display = self.display(window_manager=True)

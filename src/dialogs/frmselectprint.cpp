@@ -1,0 +1,111 @@
+#include "dialogs/frmselectprint.h"
+
+#include "basics/number.h"
+#include "basics/number_text.h"
+#include "displays/chart.h"
+#include "link/channel_rec.h"
+#include "platform/printer.h"
+#include "platform/program.h"
+
+#include <cmath>
+
+namespace tyxo {
+
+namespace {
+
+/// Takes the title lines away again, whatever became of the print.
+class title_lines {
+  public:
+    explicit title_lines(iStripChartX& chart) : chart_(chart) {}
+    ~title_lines() { chart_.PrintTitle.clear(); }
+    title_lines(const title_lines&) = delete;
+    title_lines& operator=(const title_lines&) = delete;
+
+    void add(std::string_view line) { chart_.PrintTitle.emplace_back(line); }
+
+  private:
+    iStripChartX& chart_;
+};
+
+/// The time window of the print: a frozen chart keeps the one that it was frozen with.
+std::string window_text(bool frozen) {
+    const std::string& chosen = at(charts.Lbl_opt_res, charts.opt_res).Caption;
+    if (!frozen) return chosen;
+    constexpr double ms_per_day = 86'400'000;
+    const std::int64_t span = shown_rows(print_channel).span();
+    for (const time_resolution& choice : time_resolutions)
+        if (std::llround(choice.span * ms_per_day) == span) return std::string(choice.caption);
+    return chosen;
+}
+
+void tell_what_prints() {
+    const std::string number = channel_number(print_channel);
+    std::string& text = frmselectprint.LblPrint.Caption;
+    if (print_channel >= sensor::max_sensors) {
+        text = "Channel " + number + " is not installed";
+        return;
+    }
+    const bool frozen = at(charts.chart, print_channel).Frozen;
+    text = "Prints channel " + number + ", the last " + window_text(frozen);
+    if (frozen) text += ", frozen";
+}
+
+void load() {
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        Command& option = frmselectprint.optPrint[channel];
+        option.Caption = channel_number(channel) + ":   " + sensor::channels[channel].location;
+        option.Enabled = channel < sensor::max_sensors;
+    }
+    frmselectprint.selected.reset();
+    if (print_channel < sensor::max_sensors)
+        frmselectprint.selected = static_cast<std::size_t>(print_channel);
+    tell_what_prints();
+}
+
+void close() {
+    frmselectprint.form.unload();
+}
+
+} // namespace
+
+void prt_click() {
+    load();
+    frmselectprint.form.show();
+}
+
+void optPrint_click(std::size_t index) {
+    if (index >= frmselectprint.optPrint.size()) failures::subscript();
+    print_channel = narrow<i16>(index);
+    frmselectprint.selected = index;
+    tell_what_prints();
+}
+
+void frmselectprint_Cmd_ok_click() {
+    close(); // the printer's own dialog is the next
+    printplot(print_channel);
+}
+
+void cmd_cancel_click() {
+    close();
+}
+
+void printplot(i16 channel) {
+    iStripChartX& chart = at(charts.chart, channel);
+    chart.PrintFlag = true;
+    chart.PrintMode = 1;
+    chart.PrintFontName = "arial";
+    chart.PrintFontSize = 12;
+    chart.PrintFontBold = true;
+    title_lines title(chart);
+    title.add(" ");
+    title.add("Sensor " + channel_number(channel) + ":  " + sensor::channel_at(channel).location);
+    title.add(" ");
+    title.add("Printed by Quarvo | Tyxo Data Logger " + std::string(program_version));
+    chart.PrinterMarginLeft = 0.5;
+    chart.PrinterMarginTop = 0.5;
+    chart.PrinterMarginRight = 2.0;
+    chart.PrinterMarginBottom = 2.0;
+    print_chart(chart, shown_rows(channel));
+}
+
+} // namespace tyxo

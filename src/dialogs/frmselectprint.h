@@ -1,0 +1,41 @@
+#pragma once
+// Printing of one channel's strip chart, and the dialog that chooses the channel.
+
+#include "controls/controls.h"
+#include "link/indicators.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace tyxo {
+
+struct frmselectprint_form {
+    Form form{.Caption = "Select print"};
+    Label Lblprintheader{.Caption = "xy - diagram printout"};
+    Frame Frmprint{.Caption = "Sensor select"};
+    per_channel<Command> optPrint;
+    std::optional<std::size_t> selected; ///< of `optPrint`; none while the print channel is not in use
+    Label LblPrint;                      ///< what "ok" will print
+    Command Cmd_ok{.Caption = "ok"};
+    Command cmd_cancel{.Caption = "cancel"};
+};
+
+inline frmselectprint_form frmselectprint;
+inline i16 print_channel = 0; ///< 0 to 3, kept between uses of the dialog
+
+/// The menu entry: loads the dialog and shows it.
+void prt_click();
+
+/// A channel was chosen. Failure: there is no such channel.
+void optPrint_click(std::size_t index);
+
+/// Closes the dialog and prints the chart of the print channel.
+void frmselectprint_Cmd_ok_click();
+
+/// Closes the dialog; the choice stays.
+void cmd_cancel_click();
+
+/// Prints the chart of a channel: what it shows, under its title lines. Failure: there is no such channel.
+void printplot(i16 channel);
+
+} // namespace tyxo

@@ -1,0 +1,46 @@
+#include "dialogs/setup/frmsetup.h"
+
+#include "displays/panel.h"
+#include "link/parameter_frame.h"
+#include "settings/settings.h"
+
+namespace tyxo {
+
+void save_parameter() {
+    sensor::max_sensors = frmSetup.num_sensors_edit;
+    sensor::comport = frmSetup.comport_edit;
+    // All four rows: a row that is not in use may hold nothing but its empty boxes, and they count; it stays.
+    for (i16 row = 0; row < channel_count; ++row) {
+        channel_rec& rec = sensor::channels[row];
+        rec.location = frmSetup.Text_sensor_loc[row].Text;
+        rec.typecode = frmSetup.Text_type_code[row].Text;
+        rec.logpath = frmSetup.Text_logfile_path[row].Text;
+        rec.text_almrel1 = frmSetup.Text_alm1[row].Text;
+        rec.text_almrel2 = frmSetup.Text_alm2[row].Text;
+    }
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        const bool used = channel < sensor::max_sensors;
+        indicators.start_channel[channel].Enabled = used;
+        if (used) setup_relay_captions(channel);
+    }
+    settings.evtpath = frmSetup.Text_evtlogfile_path.Text;
+    Ini::var_save();
+    // The file keeps an empty code; the logs call it at once what they call it after the next start.
+    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
+        std::string& code = sensor::channel_at(channel).typecode;
+        if (code.empty()) code = unknown::typecode;
+    }
+}
+
+void write_parameter(i16 channel) {
+    const sensor_tab& tab = at(frmSetup.sensors, channel);
+    funct::parameter_frame_send(channel, {.alarmlevel = tab.txt_alarmlevel,
+                                          .ratedspeed = tab.txt_nendehzahl,
+                                          .overspeed = tab.txt_overspeed,
+                                          .num_cyl = tab.txt_num_cyl,
+                                          .firingorder = tab.Text_zundfolge,
+                                          .prealarmlevel = tab.txt_prealarmlevel});
+    save_parameter();
+}
+
+} // namespace tyxo

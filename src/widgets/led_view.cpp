@@ -1,0 +1,59 @@
+#include "widgets/led_view.h"
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace tyxo {
+
+led_view::led_view(QWidget* parent) : QWidget(parent) {
+    setAccessibleName(tr("Lamp"));
+    describe();
+}
+
+void led_view::show_control(const iLedRoundX& control) {
+    if (control == shown_) return;
+    shown_ = control;
+    describe();
+    update();
+}
+
+void led_view::describe() {
+    if (spoken_text() != accessibleDescription()) setAccessibleDescription(spoken_text());
+}
+
+void led_view::paintEvent(QPaintEvent* /*event*/) {
+    const double r = std::min(width(), height()) / 2.0;
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.translate(QRectF(rect()).center());
+
+    QLinearGradient rim(0, -r, 0, r);
+    rim.setColorAt(0, shaded_ground(QColor(ink::rim_dark), *this));
+    rim.setColorAt(1, shaded_ground(QColor(ink::glass_edge), *this));
+    painter.setBrush(rim);
+    painter.drawEllipse(QPointF(), r, r);
+
+    const double ring = r - std::clamp(0.09 * r, 0.75, 6.0);
+    painter.setBrush(shaded(QColor(ink::hub), *this));
+    painter.drawEllipse(QPointF(), std::max(ring, 0.0), std::max(ring, 0.0));
+
+    const double lens = std::max(ring - std::clamp(0.08 * r, 0.75, 5.0), 0.0);
+    const QColor body = shaded(qt_colour(shown_.Active ? shown_.ActiveColor : shown_.InactiveColor), *this);
+    QRadialGradient glow(QPointF(), lens > 0 ? lens : 1);
+    glow.setColorAt(0, body);
+    glow.setColorAt(0.55, body);
+    glow.setColorAt(1, mixed(body, Qt::black, shown_.Active ? 0.25 : 0.40));
+    painter.setBrush(glow);
+    painter.drawEllipse(QPointF(), lens, lens);
+
+    // The gloss of the glass stays in the upper half, clear of the middle.
+    QLinearGradient gloss(0, -0.85 * lens, 0, -0.15 * lens);
+    gloss.setColorAt(0, QColor(255, 255, 255, shown_.Active ? 130 : 80));
+    gloss.setColorAt(1, QColor(255, 255, 255, 0));
+    painter.setBrush(gloss);
+    painter.drawEllipse(QPointF(0, -0.48 * lens), 0.58 * lens, 0.36 * lens);
+}
+
+} // namespace tyxo

@@ -1,0 +1,192 @@
+#include "widgets/linear_gauge_view.h"
+
+#include <QEvent>
+#include <QFontMetricsF>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tyxo {
+
+namespace {
+
+// Lengths at the size that the control is designed for; everything grows and shrinks with the widget.
+constexpr double design_width = 52;
+constexpr double design_height = 104;
+constexpr double margin = 4;
+constexpr double bar_width = 10;
+constexpr double tick_gap = 1;
+constexpr double tick_length = 4;
+constexpr double label_gap = 2;
+constexpr double label_height = 10;
+constexpr double most_pointer = 14;
+constexpr double pointer_overlap = 3; ///< of the tip and the bar
+constexpr double max_pointer_share = 0.7;
+
+constexpr int least_label_pixels = 8;
+
+} // namespace
+
+linear_gauge_view::linear_gauge_view(QWidget* parent) : QWidget(parent) {
+    setAccessibleName(tr("Bar"));
+}
+
+void linear_gauge_view::show_control(const iLinearGaugeX& control) {
+    if (control == shown_) return;
+    iLinearGaugeX only_moved = control;
+    only_moved.Position = shown_.Position;
+    only_moved.MaxPosition = shown_.MaxPosition;
+    if (only_moved != shown_) face_.drop();
+    shown_ = control;
+    update();
+}
+
+QString linear_gauge_view::spoken_text() const {
+    QString text = QString::fromStdString(tick_text(shown_.Position, shown_.Position));
+    if (!shown_.ShowMaxPointer) return text;
+    return tr("%1, highest %2")
+        .arg(text, QString::fromStdString(tick_text(shown_.MaxPosition, shown_.MaxPosition)));
+}
+
+std::optional<spoken_control::scale> linear_gauge_view::spoken_scale() const {
+    return scale{shown_.PositionMin, shown_.Position, shown_.PositionMax};
+}
+
+void linear_gauge_view::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) face_.drop();
+    QWidget::changeEvent(event);
+}
+
+double linear_gauge_view::unit() const {
+    return std::min(width() / design_width, height() / design_height);
+}
+
+double linear_gauge_view::pointer_length() const {
+    return std::clamp(static_cast<double>(shown_.PointerSize), 0.0, most_pointer) * unit();
+}
+
+QRectF linear_gauge_view::bar() const {
+    const double ratio = devicePixelRatioF();
+    const double pointer_room = std::max(pointer_length() - pointer_overlap * unit(), 0.0);
+    const double right = (width() + design_width * unit()) / 2 - margin * unit() - pointer_room;
+    const double top = snapped((margin + label_height / 2) * unit(), ratio);
+    const double left = snapped(right - bar_width * unit(), ratio);
+    return {left, top, snapped(right, ratio) - left, std::max(height() - 2 * top, 0.0)};
+}
+
+double linear_gauge_view::height_of(double share) const {
+    const QRectF area = bar();
+    return line_place(share, area.bottom(), area.top());
+}
+
+void linear_gauge_view::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
+    if (shown_.ShowMaxPointer) {
+        paint_max_line(painter);
+        paint_pointer(painter, shown_.MaxPosition, qt_colour(shown_.MaxPointerColor),
+                      max_pointer_share * pointer_length());
+    }
+    paint_pointer(painter, shown_.Position, qt_colour(shown_.PointerColor), pointer_length());
+}
+
+void linear_gauge_view::paint_face(QPainter& painter) const {
+    const QRectF area(rect());
+    const double corner = std::clamp(3 * unit(), 1.0, 8.0);
+    QLinearGradient rim(area.topLeft(), area.bottomLeft());
+    rim.setColorAt(0, shaded_ground(QColor(ink::rim_light), *this));
+    rim.setColorAt(1, shaded_ground(QColor(ink::rim_dark), *this));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(rim);
+    painter.drawRoundedRect(area, corner, corner);
+    painter.setBrush(shaded_ground(QColor(ink::paper), *this));
+    painter.drawRoundedRect(area.adjusted(1, 1, -1, -1), corner - 0.5, corner - 0.5);
+    paint_bar(painter);
+    paint_scale(painter);
+}
+
+void linear_gauge_view::paint_bar(QPainter& painter) const {
+    const QRectF area = bar();
+    const double ratio = devicePixelRatioF();
+    const double rim = snapped(std::max(0.75, 0.75 * unit()), ratio);
+    painter.fillRect(area.adjusted(-rim, -rim, rim, rim), shaded(QColor(ink::paper_fine_print), *this));
+    painter.fillRect(area, shaded_ground(QColor(ink::paper), *this));
+    for (const section_range& section : section_ranges(limits(), shown_.SectionEnd, shown_.SectionCount)) {
+        // A bar knows colours for as many sections as it can have at most at design; others keep the last
+        // one.
+        const auto index =
+            std::min(static_cast<std::size_t>(section.colour_index), shown_.SectionColor.size() - 1);
+        const double top = snapped(height_of(section.to), ratio);
+        const double bottom = snapped(height_of(section.from), ratio);
+        painter.fillRect(QRectF(area.left(), top, area.width(), bottom - top),
+                         shaded(qt_colour(shown_.SectionColor[index]), *this));
+    }
+}
+
+void linear_gauge_view::paint_scale(QPainter& painter) const {
+    const QRectF area = bar();
+    const double ratio = devicePixelRatioF();
+    const double right = snapped(area.left() - tick_gap * unit(), ratio);
+    const double left = snapped(right - tick_length * unit(), ratio);
+    const double thick = std::max(snapped(unit(), ratio), 1 / ratio);
+    const std::vector<tick_mark> ticks = tick_marks(limits(), shown_.TickMajorCount, 0);
+    for (const tick_mark& tick : ticks) {
+        const double top = snapped(height_of(tick.share) - thick / 2, ratio);
+        painter.fillRect(QRectF(left, top, right - left, thick), shaded(QColor(ink::paper_print), *this));
+    }
+    paint_tick_labels(painter, ticks, left - label_gap * unit());
+}
+
+void linear_gauge_view::paint_tick_labels(QPainter& painter, const std::vector<tick_mark>& ticks,
+                                          double right) const {
+    const double room = right - (width() - design_width * unit()) / 2 - margin * unit() / 2;
+    const double parts = std::max(shown_.TickMajorCount - 1, 1);
+    const double distance = limits().greatest / parts - limits().least / parts;
+    QString widest;
+    for (const tick_mark& tick : ticks) {
+        const QString text = QString::fromStdString(tick_text(tick.value, distance));
+        if (text.size() > widest.size()) widest = text;
+    }
+    const QFont font = fitted_font(*this, widest, {room, label_height * unit()}, label_height * unit());
+    if (font.pixelSize() < least_label_pixels) return;
+
+    const QFontMetricsF metrics(font);
+    const box_size size{room, metrics.capHeight() * 1.35};
+    std::vector<label_box> boxes;
+    boxes.reserve(ticks.size());
+    for (const tick_mark& tick : ticks)
+        boxes.push_back({0, height_of(tick.share), size});
+    const i32 step = label_step(boxes);
+    if (step == 0) return;
+    painter.setFont(font);
+    painter.setPen(shaded(QColor(ink::paper_print), *this));
+    for (std::size_t index = 0; index < ticks.size(); index += static_cast<std::size_t>(step)) {
+        const QString text = QString::fromStdString(tick_text(ticks[index].value, distance));
+        const double baseline = snapped(boxes[index].y + metrics.capHeight() / 2, devicePixelRatioF());
+        painter.drawText(QPointF(right - metrics.horizontalAdvance(text), baseline), text);
+    }
+}
+
+void linear_gauge_view::paint_pointer(QPainter& painter, double value, const QColor& color,
+                                      double size) const {
+    if (size <= 0) return;
+    const double y = height_of(scale_share(value, limits()));
+    const double tip = bar().right() - pointer_overlap * unit();
+    const QPolygonF triangle({{tip, y}, {tip + size, y - 0.55 * size}, {tip + size, y + 0.55 * size}});
+    painter.setPen(QPen(shaded_ground(QColor(ink::paper), *this), std::max(0.6, 0.6 * unit())));
+    painter.setBrush(shaded(color, *this));
+    painter.drawPolygon(triangle);
+}
+
+void linear_gauge_view::paint_max_line(QPainter& painter) const {
+    const QRectF area = bar();
+    const double ratio = devicePixelRatioF();
+    const double thick = std::max(snapped(1.25 * unit(), ratio), 1 / ratio);
+    const double top = snapped(height_of(scale_share(shown_.MaxPosition, limits())) - thick / 2, ratio);
+    painter.fillRect(QRectF(area.left(), top, area.width(), thick),
+                     shaded(qt_colour(shown_.MaxPointerColor), *this));
+}
+
+} // namespace tyxo

@@ -1,0 +1,108 @@
+#include "widgets/paint_view.h"
+
+#include <QFontMetricsF>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tyxo {
+
+namespace {
+
+constexpr QRgb muted = 0xFF94989C;
+
+QSize device_size(const QWidget& widget) {
+    const double ratio = widget.devicePixelRatioF();
+    return {static_cast<int>(std::ceil(widget.width() * ratio)),
+            static_cast<int>(std::ceil(widget.height() * ratio))};
+}
+
+} // namespace
+
+QColor mixed(const QColor& from, const QColor& to, double share) {
+    const auto mix = [share](int one, int other) {
+        return static_cast<int>(std::lround(one + share * (other - one)));
+    };
+    return {mix(from.red(), to.red()), mix(from.green(), to.green()), mix(from.blue(), to.blue()),
+            mix(from.alpha(), to.alpha())};
+}
+
+QColor shaded(const QColor& color, const QWidget& widget) {
+    return widget.isEnabled() ? color : mixed(color, QColor(muted), 0.5);
+}
+
+QColor shaded_ground(const QColor& color, const QWidget& widget) {
+    return widget.isEnabled() ? color : mixed(color, QColor(muted), 0.25);
+}
+
+void paint_focus_rim(QPainter& painter, const QRectF& place) {
+    constexpr double pen = 2;
+    painter.setPen(QPen(QColor(ink::focus), pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(place.adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2));
+}
+
+bool clicks(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+double snapped(double length, double device_pixel_ratio) {
+    return std::round(length * device_pixel_ratio) / device_pixel_ratio;
+}
+
+QFont print_font(const QWidget& widget, double pixels, bool bold) {
+    QFont font = widget.font();
+    font.setPixelSize(std::max(static_cast<int>(std::lround(pixels)), 1));
+    font.setStretch(QFont::SemiCondensed);
+    font.setBold(bold);
+    font.setHintingPreference(QFont::PreferVerticalHinting);
+    return font;
+}
+
+QFont fitted_font(const QWidget& widget, const QString& text, const QSizeF& box, double pixels, bool bold) {
+    QFont font = print_font(widget, pixels, bold);
+    const QFontMetricsF metrics(font);
+    const double wide = metrics.horizontalAdvance(text);
+    const double high = metrics.capHeight();
+    double share = 1;
+    if (wide > box.width()) share = std::min(share, box.width() / wide);
+    if (high > box.height()) share = std::min(share, box.height() / high);
+    return share < 1 ? print_font(widget, std::floor(pixels * share), bold) : font;
+}
+
+QRectF paint_glass(QPainter& painter, const QWidget& widget) {
+    const double side = std::min(widget.width(), widget.height());
+    const double corner = std::clamp(side * 0.12, 1.0, 6.0);
+    const QRectF area(widget.rect());
+    QLinearGradient rim(area.topLeft(), area.bottomLeft());
+    rim.setColorAt(0, shaded_ground(QColor(ink::rim_dark), widget));
+    rim.setColorAt(1, shaded_ground(QColor(ink::glass_edge), widget));
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(rim);
+    painter.drawRoundedRect(area, corner, corner);
+    const QRectF inside = area.adjusted(1, 1, -1, -1);
+    painter.setBrush(shaded_ground(QColor(ink::glass), widget));
+    painter.drawRoundedRect(inside, corner - 0.5, corner - 0.5);
+    return inside;
+}
+
+bool face_cache::cacheable(const QWidget& widget) {
+    return !widget.size().isEmpty() && widget.width() <= greatest_side && widget.height() <= greatest_side;
+}
+
+bool face_cache::stale(const QWidget& widget) const {
+    return picture_.size() != device_size(widget) ||
+           !qFuzzyCompare(picture_.devicePixelRatio(), widget.devicePixelRatioF());
+}
+
+QPixmap face_cache::blank_picture(const QWidget& widget) {
+    QPixmap picture(device_size(widget));
+    picture.setDevicePixelRatio(widget.devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    return picture;
+}
+
+} // namespace tyxo

@@ -1,0 +1,361 @@
+#include "widgets/plots/strip_plot.h"
+
+#include "controls/time_axis.h"
+#include "platform/clock.h"
+#include "platform/desktop/text.h"
+#include "widgets/colour.h"
+#include "widgets/plots/strip_curve.h"
+
+#include <qcustomplot.h>
+
+#include <QFontMetricsF>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tyxo {
+
+/// Ticks that are given, not computed.
+class given_ticks : public QCPAxisTicker {
+  public:
+    QVector<double> major;
+    QVector<double> minor;
+    QVector<QString> labels;
+
+    void generate(const QCPRange& /*range*/, const QLocale& /*locale*/, QChar /*format*/, int /*precision*/,
+                  QVector<double>& ticks, QVector<double>* sub_ticks,
+                  QVector<QString>* tick_labels) override {
+        ticks = major;
+        if (sub_ticks != nullptr) *sub_ticks = minor;
+        if (tick_labels != nullptr) *tick_labels = labels;
+    }
+
+    void clear() {
+        major.clear();
+        minor.clear();
+        labels.clear();
+    }
+};
+
+namespace {
+
+// Around the axes: room for the labels, in letters of the least size.
+constexpr int least_left_margin = 40;
+constexpr int right_margin = 16;
+constexpr int least_bottom_margin = 22;
+constexpr int least_legend_line = 17;
+constexpr int widest_legend = 100'000; // an empty one would take no width and leave none to the axes
+
+// Letters grow with the chart.
+constexpr int least_pixels = 11;
+constexpr int most_pixels = 15;
+constexpr int usual_height = 280;     // of a chart with the smallest letters
+constexpr int height_of_a_pixel = 70; // for each pixel more
+constexpr int label_space = 10;       // between two labels of the X axis
+constexpr int curve_width = 2;
+constexpr double paper_curve_width = 1.2;
+constexpr int paper_columns = 3840; // finer than the rows are kept
+constexpr double ms_per_day = 86'400'000;
+constexpr int most_ticks = 50;
+constexpr double farthest = 1000; // heights of the scale that a value is drawn away from it
+
+// A chart without curves stands back.
+constexpr QRgb quiet_print = 0xFF808080;
+
+QFont label_font(const QCustomPlot& plot, int pixels) {
+    QFont font = plot.font();
+    font.setPixelSize(pixels);
+    font.setBold(false);
+    return font;
+}
+
+Qt::PenStyle line_style(i32 style) {
+    if (style == 0) return Qt::SolidLine;
+    return style == 1 ? Qt::DashLine : Qt::DotLine;
+}
+
+bool usable(double low, double high) {
+    return std::isfinite(low) && std::isfinite(high) && high > low && std::isfinite(high - low);
+}
+
+} // namespace
+
+strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
+    : plot_(plot), look_(look), legend_(plot.legend), time_ticks_(new given_ticks),
+      value_ticks_(new given_ticks) {
+    plot.setNotAntialiasedElements(QCP::aeAll);
+    plot.setNoAntialiasingOnDrag(true);
+    plot.setPlottingHints(QCP::phCacheLabels | QCP::phFastPolylines);
+
+    QCPAxisRect& area = *plot.axisRect();
+    area.setAutoMargins(QCP::msNone);
+    area.insetLayout()->take(legend_);
+    QCPLayoutGrid& page = *plot.plotLayout();
+    page.setMargins({0, look.title_line, 0, 0});
+    page.setRowSpacing(0);
+    page.insertRow(0);
+    auto* const legend_place = new QCPLayoutGrid; // keeps the ground of the legend as wide as the axes
+    legend_place_ = legend_place;
+    page.addElement(0, 0, legend_place);
+    legend_place->addElement(0, 0, legend_);
+    legend_->setLayer("legend");
+    legend_->setFillOrder(QCPLayoutGrid::foColumnsFirst);
+    legend_->setIconTextPadding(4);
+    legend_->setColumnSpacing(4);
+    legend_->setRowSpacing(0);
+    legend_->setMargins({look.paper ? 8 : 0, 0, 0, 0});
+    legend_->setBorderPen(Qt::NoPen);
+
+    plot.xAxis->setTicker(time_ticks_);
+    plot.yAxis->setTicker(value_ticks_);
+    for (QCPAxis* axis : {plot.xAxis, plot.yAxis}) {
+        axis->setTickLength(0, 5);
+        axis->setSubTickLength(0, 3);
+        axis->setTickLabelPadding(3);
+        axis->grid()->setSubGridVisible(false);
+        axis->grid()->setZeroLinePen(Qt::NoPen);
+    }
+    for (QCPAxis* axis : {plot.xAxis2, plot.yAxis2}) {
+        axis->setVisible(true);
+        axis->setTicks(false);
+        axis->setTickLabels(false);
+    }
+}
+
+void strip_plot::set_title_line(int pixels) {
+    look_.title_line = pixels;
+    plot_.plotLayout()->setMargins({0, pixels, 0, 0});
+}
+
+int strip_plot::letters() const {
+    if (look_.paper) return least_pixels;
+    return std::clamp(least_pixels + (plot_.height() - usual_height) / height_of_a_pixel, least_pixels,
+                      most_pixels);
+}
+
+int strip_plot::left_margin() const {
+    return least_left_margin * letters() / least_pixels;
+}
+
+int strip_plot::legend_line() const {
+    return least_legend_line + letters() - least_pixels;
+}
+
+int strip_plot::graph_width() const {
+    return std::max(plot_.width() - left_margin() - right_margin, 1);
+}
+
+int strip_plot::columns() const {
+    if (look_.paper) return paper_columns;
+    return static_cast<int>(std::ceil(graph_width() * plot_.bufferDevicePixelRatio()));
+}
+
+void strip_plot::show(const iStripChartX& chart, const strip_window& rows) {
+    const bool same_curves = set_up_ && chart.curves == shown_.curves;
+    const bool same = set_up_ && chart == shown_;
+    shown_ = chart;
+    if (!same) {
+        set_colours();
+        set_y_scale();
+    }
+    if (!same_curves) set_curves();
+    set_up_ = true;
+
+    span_ = span_of(rows);
+    any_rows_ = rows.rows() > 0;
+    newest_ = rows.newest();
+    plot_.xAxis->setRange(-span_, 0);
+    arrange();
+    for (std::size_t curve = 0; curve < shown_.curves.size(); ++curve)
+        fill(curve, rows);
+}
+
+void strip_plot::arrange() {
+    set_fonts();
+    pixel_ = span_ / graph_width();
+    set_legend();
+    if (any_rows_) {
+        set_time_ticks();
+    } else {
+        set_even_ticks();
+    }
+}
+
+void strip_plot::set_colours() {
+    const bool quiet = shown_.curves.empty();
+    const QColor ground = look_.paper ? QColor(Qt::white) : qt_colour(shown_.BackGroundColor);
+    plot_.setBackground(QBrush(ground));
+    plot_.axisRect()->setBackground(QBrush(qt_colour(shown_.GridBackGroundColor)));
+    // Its samples of the curves need the ground that the curves have.
+    legend_->setBrush(look_.paper ? QBrush(qt_colour(shown_.GridBackGroundColor)) : QBrush(Qt::NoBrush));
+
+    const auto muted = [quiet](colour value) { return quiet ? QColor(quiet_print) : qt_colour(value); };
+    const QColor grid = muted(shown_.AxisGridColor);
+    for (QCPAxis* axis : plot_.axisRect()->axes()) {
+        axis->setBasePen(QPen(grid));
+        axis->grid()->setPen(QPen(grid, 0, line_style(shown_.GridLineStyle)));
+        axis->setTickPen(QPen(muted(shown_.XAxisTickMajorColor)));
+        axis->setSubTickPen(QPen(muted(shown_.XAxisTickMinorColor)));
+    }
+    plot_.xAxis->setTickLabelColor(muted(shown_.XAxisLabelFontColor));
+    plot_.yAxis->setTickLabelColor(muted(shown_.YAxisLabelFontColor));
+    legend_->setTextColor(qt_colour(shown_.LegendFontColor));
+}
+
+/// Letters, and the room for them.
+void strip_plot::set_fonts() {
+    const int pixels = letters();
+    if (pixels == set_pixels_) return;
+    set_pixels_ = pixels;
+    const QFont font = label_font(plot_, pixels);
+    plot_.xAxis->setTickLabelFont(font);
+    plot_.yAxis->setTickLabelFont(font);
+    legend_->setFont(font);
+    legend_->setIconSize(16 * pixels / least_pixels, 8 * pixels / least_pixels);
+    legend_wrap_ = -1;
+    plot_.axisRect()->setMargins(
+        {left_margin(), 2, right_margin, least_bottom_margin * pixels / least_pixels});
+    legend_place_->setMargins({left_margin(), 0, right_margin, look_.paper ? legend_line() / 2 : 1});
+}
+
+void strip_plot::set_y_scale() {
+    const bool valid = usable(shown_.YAxisMin, shown_.YAxisMax);
+    const double low = valid ? shown_.YAxisMin : 0;
+    const double high = valid ? shown_.YAxisMax : 100;
+    plot_.yAxis->setRange(low, high);
+    value_ticks_->clear();
+    const int parts = std::clamp(shown_.YAxisTickMajorCount, 2, most_ticks) - 1;
+    for (int tick = 0; tick <= parts; ++tick) {
+        const double value = low + (high - low) * tick / parts;
+        value_ticks_->major.push_back(value);
+        // A chart without curves needs no numbers.
+        value_ticks_->labels.push_back(shown_.curves.empty() ? QString() : QString::number(value, 'g', 4));
+    }
+}
+
+void strip_plot::set_curves() {
+    while (plot_.graphCount() > static_cast<int>(shown_.curves.size()))
+        plot_.removeGraph(plot_.graphCount() - 1);
+    while (plot_.graphCount() < static_cast<int>(shown_.curves.size())) {
+        auto* const graph = new strip_curve(plot_); // owned by the plot
+        graph->setAdaptiveSampling(false);          // the points are as few as they can be
+    }
+    for (std::size_t index = 0; index < shown_.curves.size(); ++index) {
+        const chart_curve& curve = shown_.curves[index];
+        QCPGraph* const graph = plot_.graph(static_cast<int>(index));
+        QPen pen(qt_colour(curve.Color), look_.paper ? paper_curve_width : curve_width);
+        pen.setCapStyle(Qt::FlatCap);
+        graph->setPen(pen);
+        graph->setName(qt_text(curve.Title).trimmed());
+        graph->setVisible(curve.Visible);
+    }
+    // The first curve is the one to watch: it is drawn last, over the others.
+    for (int index = plot_.graphCount() - 1; index >= 0; --index)
+        plot_.graph(index)->setLayer("main");
+    legend_wrap_ = -1;
+}
+
+/// As many entries in a row as there is room for.
+void strip_plot::set_legend() {
+    std::vector<QCPGraph*> shown;
+    double widest = 0;
+    const QFontMetricsF metrics(legend_->font());
+    for (int index = 0; index < plot_.graphCount(); ++index) {
+        QCPGraph* const graph = plot_.graph(index);
+        if (!graph->visible()) continue;
+        shown.push_back(graph);
+        widest = std::max(widest, metrics.horizontalAdvance(graph->name()));
+    }
+    const int count = static_cast<int>(shown.size());
+    const int entry = static_cast<int>(widest) + legend_->iconSize().width() + legend_->iconTextPadding() +
+                      legend_->columnSpacing();
+    const int room = std::max(graph_width() / std::max(entry, 1), 1);
+    const int lines = count == 0 ? 0 : (count + room - 1) / room;
+    const int wrap = lines == 0 ? 0 : (count + lines - 1) / lines;
+    if (wrap == legend_wrap_) return;
+
+    legend_wrap_ = wrap;
+    legend_->clearItems();
+    legend_->simplify();
+    legend_->setWrap(wrap);
+    for (QCPGraph* const graph : shown)
+        graph->addToLegend(legend_);
+    legend_->setMinimumSize(0, lines * legend_line());
+    legend_->setMaximumSize(widest_legend, lines * legend_line());
+    legend_->setVisible(lines > 0);
+}
+
+double strip_plot::span_of(const strip_window& rows) const {
+    const double span = shown_.Frozen ? static_cast<double>(rows.span()) : shown_.XAxisSpan * ms_per_day;
+    return std::isfinite(span) && span >= 1 && span <= 1000 * ms_per_day ? span
+                                                                         : static_cast<double>(rows.span());
+}
+
+void strip_plot::set_time_ticks() {
+    const QFontMetricsF metrics(plot_.xAxis->tickLabelFont());
+    const std::string widest = formatted(shown_.XAxisDateTimeFormatString, {2000, 10, 20, 20, 50, 50});
+    const double label = metrics.horizontalAdvance(qt_text(widest));
+    // One more than wanted, as the next round step takes some away.
+    const int parts = std::clamp(shown_.XAxisTickMajorCount, 1, most_ticks) + 1;
+    const double distance = std::max(label + label_space, static_cast<double>(graph_width()) / parts);
+    time_axis axis;
+    axis.to = newest_;
+    axis.from = axis.to - std::llround(span_);
+    axis.least_distance = static_cast<std::int64_t>(std::ceil(distance * pixel_));
+    axis.minor_count = shown_.XAxisTickMinorCount;
+    axis.format = shown_.XAxisDateTimeFormatString;
+    const time_ticks ticks = ticks_of(axis, local_at);
+
+    time_ticks_->clear();
+    for (const time_label& tick : ticks.labels) {
+        const auto place = static_cast<double>(tick.time - axis.to);
+        const double pixels = place / pixel_;
+        const bool whole =
+            label / 2 <= right_margin - pixels && label / 2 <= left_margin() + graph_width() + pixels;
+        time_ticks_->major.push_back(place);
+        time_ticks_->labels.push_back(whole ? qt_text(tick.text) : QString());
+    }
+    for (const std::int64_t tick : ticks.minor)
+        time_ticks_->minor.push_back(static_cast<double>(tick - axis.to));
+}
+
+/// No row, no time: a grid without labels.
+void strip_plot::set_even_ticks() {
+    time_ticks_->clear();
+    const int parts = std::clamp(shown_.XAxisTickMajorCount, 2, most_ticks) - 1;
+    for (int tick = 0; tick <= parts; ++tick) {
+        time_ticks_->major.push_back(-span_ * tick / parts);
+        time_ticks_->labels.push_back(QString());
+    }
+}
+
+void strip_plot::fill(std::size_t curve, const strip_window& rows) {
+    QCPGraph& graph = *plot_.graph(static_cast<int>(curve));
+    if (curve >= strip_curves || !shown_.curves[curve].Visible) {
+        graph.data()->clear();
+        return;
+    }
+    rows.points(curve, columns(), points_);
+    const auto newest = static_cast<double>(rows.newest());
+    const double low = plot_.yAxis->range().lower;
+    const double height = plot_.yAxis->range().size();
+    const auto drawn = [&](float value) {
+        return std::clamp(static_cast<double>(value), low - farthest * height, low + farthest * height);
+    };
+    QVector<QCPGraphData> data;
+    data.reserve(static_cast<qsizetype>(points_.size()) + 2);
+    const auto apart = [this](std::size_t index) {
+        return index >= points_.size() || std::isnan(points_[index].value);
+    };
+    for (std::size_t index = 0; index < points_.size(); ++index) {
+        const double time = points_[index].time - newest;
+        const double value = drawn(points_[index].value);
+        // A row that stands alone is a dot.
+        const bool alone = apart(index - 1) && apart(index + 1) && !apart(index);
+        if (alone) data.push_back({time - 2 * pixel_, value});
+        data.push_back({time, value});
+    }
+    graph.data()->set(data, true);
+}
+
+} // namespace tyxo
