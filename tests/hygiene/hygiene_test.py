@@ -6,7 +6,6 @@ import unittest
 from pathlib import Path
 
 from hygiene import CHECKS
-from symbols import qt_libraries, qt_symbols
 from tree import Tree
 
 ABOUT = "#pragma once\n// Says what the header is for.\n\n"
@@ -224,25 +223,6 @@ class TreeTest(unittest.TestCase):
         git("add", "src", "gone.h")
         (self.root / "gone.h").unlink()
         self.assertEqual(Tree(self.root).files, [".ci/run", ".gitignore", "src/a.h", "tools/plant/f.py"])
-
-
-class SymbolsTest(unittest.TestCase):
-    def test_names_of_qt(self):
-        for name in ("QString::fromLatin1(QByteArrayView)", "vtable for QObject", "operator<<(QDebug, char)",
-                     "QtPrivate::find(int)", "qt_assert(char const*)", "qWarning()", "typeinfo for QWidget",
-                     "std::vector<QPointF, std::allocator<QPointF> >::clear()"):
-            with self.subTest(name):
-                self.assertEqual(qt_symbols(f"a.o:\n                 U {name}\n"), [name])
-
-    def test_names_of_others(self):
-        for name in ("tyxo::Quadrant::add(int)", "std::queue<int>::pop()", "qsort", "tyxo::qt_like()", "Query"):
-            with self.subTest(name):
-                self.assertEqual(qt_symbols(f"a.o:\n                 U {name}\n0000 T QString::x()\n"), [])
-
-    def test_libraries(self):
-        lines = ("0x1 (NEEDED)  Shared library: [libQt6Core.so.6]\n0x1 (NEEDED)  Shared library: [libc.so.6]\n"
-                 "0xe (SONAME)  Library soname: [libQt6Gui.so.6]\n")
-        self.assertEqual(qt_libraries(lines), ["libQt6Core.so.6"])
 
 
 if __name__ == "__main__":
