@@ -12,20 +12,11 @@ void calc_angacc_cyl(i16 channel) {
                  {rec.mb_angacc_val, rec.mb_angacc_diff});
 }
 
-double angacc_window_speed(i32 position, double tick, i16 channel) {
-    return window_speed(at(sensor::mb_angacc, channel), position, sensor::zyl_speed_range, tick);
-}
-
 void calc_thermo_cyl(i16 channel) {
     channel_rec& rec = sensor::channel_at(channel);
     write_thermosignals(rec, angles_by_cylinder(rec), at(sensor::mb_thermo, channel), sensor::zyl_speed_range,
                         sensor::adc_offset, mean_order::behind_values,
                         {rec.mb_thermo_val, rec.mb_thermo_diff});
-}
-
-double thermo_window_value(i32 position, i16 channel) {
-    const thermo_scale scale = thermo_scale_of(sensor::channel_at(channel), sensor::adc_offset);
-    return window_thermosignal(at(sensor::mb_thermo, channel), position, sensor::zyl_speed_range, scale);
 }
 
 } // namespace tyxo::Modbus_calc

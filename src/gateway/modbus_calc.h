@@ -10,14 +10,8 @@ namespace tyxo::Modbus_calc {
 /// its cylinders; element i is cylinder i + 1. A failure rises and leaves what was written up to it.
 void calc_angacc_cyl(i16 channel);
 
-/// The speed in rpm around a sample of the channel's curve; `tick` is the seconds per time count.
-[[nodiscard]] double angacc_window_speed(i32 position, double tick, i16 channel);
-
 /// From `sensor::mb_thermo` of the channel: `mb_thermo_val` (% of the alarm level, 200 at most) and
 /// `mb_thermo_diff` (percentage points). Failures as above.
 void calc_thermo_cyl(i16 channel);
-
-/// The thermosignal around a sample of the channel's curve: a whole number of % of the alarm level.
-[[nodiscard]] double thermo_window_value(i32 position, i16 channel);
 
 } // namespace tyxo::Modbus_calc

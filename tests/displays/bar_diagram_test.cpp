@@ -190,33 +190,6 @@ TEST_F(BarDiagram, AgreesWithThePlainModelInBothOrders) {
     EXPECT_EQ(record().mb_angacc_val, (std::array<i32, cylinder_max>{})) << "the gateway's arrays";
 }
 
-TEST_F(BarDiagram, AWindowWrapsAtIndex0AndIsTheSingleSampleAtTheOtherEnd) {
-    record().firingangle = {0, 120, 120, 120, 120, 240};
-    sensor::detail_angacc[255] = 400;
-    Cmd_diagramm_click(0);
-    refresh_speed_bars();
-    EXPECT_EQ(record().bar_angacc_val[0], std::nearbyint(60 / (603 * 256 * 3.33e-7))) << "(400 + 1408) / 3";
-    EXPECT_EQ(record().bar_angacc_val[3], std::nearbyint(60 / (400 * 256 * 3.33e-7))) << "255 alone";
-}
-
-TEST_F(BarDiagram, ACylinderAbove4000RpmShows4000AndMinusTheMean) {
-    for (const std::size_t sample : {41U, 42U, 43U})
-        sensor::detail_angacc[sample] = 10;
-    Cmd_diagramm_click(0);
-    refresh_speed_bars();
-    EXPECT_EQ(heights(frmbarpic, 0)[0], 4000);
-    EXPECT_NEAR(heights(frmbarpic, 1)[0], -60 / (696 * 256 * 3.33e-7), 0.01);
-}
-
-TEST_F(BarDiagram, ACylinderAbove200PercentShows200AndItsTrueDifference) {
-    for (const std::size_t sample : {41U, 42U, 43U})
-        sensor::detail_thermo[sample] = 479 + 260;
-    Cmd_diagramm2_click(0);
-    refresh_thermo_bars();
-    EXPECT_EQ(heights(Frmbarpic2, 0)[0], 200);
-    EXPECT_EQ(heights(Frmbarpic2, 1)[0], 260 - 52);
-}
-
 TEST_F(BarDiagram, ARefusedButtonTellsWhyAndLeavesItsChannelSelected) {
     for (const bars_under_test& form : both) {
         simulation::world().boxes.clear();

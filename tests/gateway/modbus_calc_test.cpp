@@ -1,3 +1,5 @@
+// The values per cylinder that the plant controller gets.
+
 #include "gateway/modbus_calc.h"
 
 #include "app/wiring.h"
@@ -15,8 +17,6 @@ namespace {
 
 using namespace cylinder_testing;
 using namespace Modbus_calc;
-
-constexpr double quick = 0.000000333;
 
 class ModbusCalc : public testing::Test {
   protected:
@@ -36,7 +36,7 @@ class ModbusCalc : public testing::Test {
     static sensor::curve& thermo() { return sensor::mb_thermo[channel]; }
 
     /// The speed of a count.
-    static double rpm(double counts) { return 60 / (counts * 256 * quick); }
+    static double rpm(double counts) { return 60 / (counts * 256 * 0.000000333); }
 
     void mark_all() {
         rec.mb_angacc_val.fill(-1);
@@ -45,60 +45,6 @@ class ModbusCalc : public testing::Test {
         rec.mb_thermo_diff.fill(-1);
     }
 };
-
-TEST_F(ModbusCalc, WithAHalfWidthOf1TheWindowWrapsAt0AndIsOneSlotAt255) {
-    speeds() = flat_curve(1000);
-    speeds()[255] = 400;
-    speeds()[1] = 1300;
-    EXPECT_EQ(angacc_window_speed(0, quick, channel), rpm(900));
-    EXPECT_EQ(angacc_window_speed(254, quick, channel), rpm(800));
-    EXPECT_EQ(angacc_window_speed(255, quick, channel), rpm(400));
-}
-
-TEST_F(ModbusCalc, WithAHalfWidthOf20Position236IsTheFirstOfOneSlot) {
-    sensor::zyl_speed_range = 20;
-    speeds() = flat_curve(1000);
-    speeds()[236] = 1410;
-    EXPECT_EQ(angacc_window_speed(236, quick, channel), rpm(1410));
-    EXPECT_EQ(angacc_window_speed(235, quick, channel), rpm(1010)) << "slots 215 to 255";
-}
-
-TEST_F(ModbusCalc, TheThermoWindowHoldsAWholeNumberAndHasTheSameCases) {
-    thermo() = flat_curve(479);
-    thermo()[255] = 479 + 100;
-    thermo()[254] = 479 - 51;
-    EXPECT_EQ(thermo_window_value(0, channel), 33);
-    EXPECT_EQ(thermo_window_value(254, channel), 50);
-    EXPECT_EQ(thermo_window_value(255, channel), 100);
-    EXPECT_EQ(thermo_window_value(100, channel), 0);
-}
-
-TEST_F(ModbusCalc, AnInLineEngineTakesItsFirstCylinderFromSlot42) {
-    speeds()[41] = speeds()[42] = speeds()[43] = 600;
-    calc_angacc_cyl(channel);
-    EXPECT_EQ(rec.mb_angacc_val[0], 1173);
-    EXPECT_EQ(rec.mb_angacc_val[1], 1000);
-    speeds() = flat_curve(704);
-    speeds()[44] = 1;
-    calc_angacc_cyl(channel);
-    EXPECT_EQ(rec.mb_angacc_val[0], 1000) << "42.5 goes to 42, whose window ends at 43";
-}
-
-TEST_F(ModbusCalc, AFullCycleOf720DegreesIsTheSingleSlot255) {
-    speeds()[255] = 600; // cylinder 6 fires fourth, cylinder 4 last
-    calc_angacc_cyl(channel);
-    EXPECT_EQ(rec.mb_angacc_val[3], 1173);
-    EXPECT_EQ(rec.mb_angacc_val[5], 1000);
-}
-
-TEST_F(ModbusCalc, TheFirmwareVersionSetsTheTick) {
-    rec.fwvers = "V2.01";
-    calc_angacc_cyl(channel);
-    EXPECT_EQ(rec.mb_angacc_val[0], 832) << "60 / (704 x 256 x 0.0000004)";
-    rec.fwvers = "V?.01";
-    calc_angacc_cyl(channel);
-    EXPECT_EQ(rec.mb_angacc_val[0], 1000);
-}
 
 TEST_F(ModbusCalc, AThermosignalOf260PercentShows200AndItsDifferenceIsTakenFrom260) {
     for (const std::size_t slot : {41U, 42U, 43U})
