@@ -3,7 +3,7 @@
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
-#include "started_window.h"
+#include "desktop/started_window.h"
 
 #include <QPushButton>
 #include <QRadioButton>

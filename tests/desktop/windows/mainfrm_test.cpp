@@ -5,7 +5,7 @@
 #include "link/indicators.h"
 #include "link/status_update.h"
 #include "settings/ini.h"
-#include "started_window.h"
+#include "desktop/started_window.h"
 
 #include <QAction>
 #include <QGroupBox>
