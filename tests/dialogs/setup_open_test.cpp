@@ -1,4 +1,4 @@
-// What the setup dialog shows when it opens, and what can be changed.
+// What the setup dialog shows when it opens.
 
 #include "dialogs/setup_world.h"
 
@@ -13,14 +13,6 @@ using port_texts = std::vector<std::string>;
 class SetupOpen : public setup_world {
   protected:
     void SetUp() override { start(2); }
-
-    static void expect_row_enabled(i16 row, bool enabled) {
-        EXPECT_EQ(dialog().Select_com[row].Enabled, enabled) << row;
-        for (const row_box& box : row_boxes)
-            EXPECT_EQ((dialog().*box.boxes)[row].Enabled, enabled) << box.name << row;
-        EXPECT_EQ(dialog().cmd_browse_path[row].Enabled, enabled) << row;
-        EXPECT_EQ(dialog().Check_tst[row].Enabled, enabled) << row;
-    }
 };
 
 TEST_F(SetupOpen, BearsItsCaptions) {
@@ -189,61 +181,6 @@ TEST_F(SetupOpen, AnEvaluatorThatHasNotYetSentAStatusFrameHasItsTabDisabled) {
     cmd_Refresh_click();
     EXPECT_FALSE(dialog().SSTab.TabEnabled[1]);
     EXPECT_TRUE(dialog().SSTab.TabEnabled[2]);
-}
-
-TEST_F(SetupOpen, WhileIdleItStartsOnTabZeroAndEverythingCanBeChanged) {
-    setup_click();
-    EXPECT_EQ(dialog().SSTab.Tab, 0);
-    EXPECT_TRUE(dialog().XY_Chart.Enabled);
-    EXPECT_TRUE(dialog().frame_comport.Enabled);
-    EXPECT_TRUE(dialog().scroll_max_commport.Enabled);
-    EXPECT_TRUE(dialog().Text_evtlogfile_path.Enabled);
-    EXPECT_TRUE(dialog().cmd_browse_evtpath.Enabled);
-}
-
-TEST_F(SetupOpen, OpenedDuringAMeasurementItStartsOnTabOneAndSettingsAndCheckBoxesAreLocked) {
-    measure();
-    setup_click();
-    EXPECT_EQ(dialog().SSTab.Tab, 1);
-    EXPECT_FALSE(dialog().XY_Chart.Enabled);
-    EXPECT_FALSE(dialog().frame_comport.Enabled);
-    for (i16 row = 0; row < channel_count; ++row)
-        expect_row_enabled(row, false);
-    EXPECT_FALSE(dialog().scroll_max_commport.Enabled);
-    EXPECT_FALSE(dialog().Text_evtlogfile_path.Enabled);
-    EXPECT_FALSE(dialog().cmd_browse_evtpath.Enabled);
-    EXPECT_EQ(dialog().Text_sensor_loc[1].Text, "Engine 2");
-    for (const Command* button : {&dialog().cmd_OK, &dialog().cmd_cancel, &dialog().cmd_Refresh})
-        EXPECT_TRUE(button->Enabled) << button->Caption;
-}
-
-TEST_F(SetupOpen, AfterAMeasurementEverythingCanBeChangedAgain) {
-    measure();
-    setup_click();
-    frmSetup_cmd_cancel_click();
-    sensor::measure_running = false;
-    setup_click();
-    EXPECT_EQ(dialog().SSTab.Tab, 0);
-    EXPECT_TRUE(dialog().XY_Chart.Enabled);
-    EXPECT_TRUE(dialog().frame_comport.Enabled);
-    expect_row_enabled(1, true);
-    EXPECT_TRUE(dialog().scroll_max_commport.Enabled);
-    EXPECT_TRUE(dialog().Text_evtlogfile_path.Enabled);
-    EXPECT_TRUE(dialog().cmd_browse_evtpath.Enabled);
-}
-
-TEST_F(SetupOpen, RefreshLocksTheRowsOfAMeasurementThatBeganMeanwhileAndFreesThemBehindIt) {
-    setup_click();
-    sensor::measure_running = true;
-    cmd_Refresh_click();
-    expect_row_enabled(0, false);
-    EXPECT_FALSE(dialog().scroll_max_commport.Enabled);
-    EXPECT_FALSE(dialog().Text_evtlogfile_path.Enabled);
-    sensor::measure_running = false;
-    cmd_Refresh_click();
-    expect_row_enabled(0, true);
-    EXPECT_TRUE(dialog().scroll_max_commport.Enabled);
-    EXPECT_TRUE(dialog().Text_evtlogfile_path.Enabled);
 }
 
 TEST_F(SetupOpen, TheOptionsStandByTheirValuesAndOthersSelectNeither) {

@@ -94,4 +94,13 @@ inline const std::vector<trace_box> trace_boxes{
     {"th_eff_AC", &frmsetup_form::th_eff_AC, th_eff_AC_click, &settings_rec::xy_theff_AC, "xy_theff_AC", 5},
 };
 
+/// Whether everything in a row can be changed.
+inline void expect_row_enabled(i16 row, bool enabled) {
+    EXPECT_EQ(frmSetup.Select_com[row].Enabled, enabled) << row;
+    for (const row_box& box : row_boxes)
+        EXPECT_EQ((frmSetup.*box.boxes)[row].Enabled, enabled) << box.name << row;
+    EXPECT_EQ(frmSetup.cmd_browse_path[row].Enabled, enabled) << row;
+    EXPECT_EQ(frmSetup.Check_tst[row].Enabled, enabled) << row;
+}
+
 } // namespace tyxo::simulation

@@ -1,10 +1,7 @@
-// The stop lock without its picture: the password, the answer, and the three requests that it stands before.
+// The stop lock without its picture: the password and the answer.
 
-#include "dialogs/frmabort.h"
 #include "dialogs/frmpwd.h"
-#include "dialogs/lock_operator.h"
-#include "link/calls.h"
-#include "logging/logging_machine.h"
+#include "dialogs/locked_program.h"
 #include "settings/ini.h"
 
 #include <gtest/gtest.h>
@@ -15,30 +12,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-
-constexpr std::string_view what = "Stops all channels";
-
-/// A program that measures on two channels and knows the password "Ruhe7".
-class StopLock : public testing::Test {
-  protected:
-    void SetUp() override { start_with("passwd=Ruhe7\r\n"); }
-
-    static void start_with(std::string_view more) {
-        start_on(logging_settings(2, more));
-        calls.stop_lock = stop_lock;
-        start_logging(0);
-        start_logging(1);
-    }
-    /// Opens the lock and leaves it by its frame; `look` runs while it is up.
-    static bool asked(std::function<void()> look) {
-        while_asked([look = std::move(look)] {
-            look();
-            FrmAbort_unload();
-        });
-        return stop_lock(what);
-    }
-    static bool measures(i16 channel) { return sensor::channel_running[channel] && port(channel).open; }
-};
 
 TEST_F(StopLock, LoadsWithItsTextsAnEmptyBoxAndADisabledButton) {
     EXPECT_FALSE(FrmAbort.form.Visible);
@@ -230,81 +203,6 @@ TEST_F(StopLock, ARequestBetweenTheAnswerAndTheEndOfTheWaitIsRefusedAndTakesNoAn
     EXPECT_EQ(second, false);
     EXPECT_EQ(GetStatus(), -1);
     EXPECT_FALSE(asked([] { EXPECT_TRUE(FrmAbort.form.Visible) << "it can ask again"; }));
-}
-
-// The start/stop command of all channels.
-
-TEST_F(StopLock, StopsAllChannelsWithThePassword) {
-    while_asked([] { stop_with("Ruhe7"); });
-    mainfrm::startstop_click();
-    EXPECT_FALSE(sensor::measure_running);
-    EXPECT_FALSE(measures(0));
-    EXPECT_FALSE(measures(1));
-    EXPECT_TRUE(indicators.Quit.Enabled);
-    EXPECT_EQ(indicators.startstop.Caption, "Start all channels");
-}
-
-TEST_F(StopLock, StopsNothingAndLeavesQuitDisabledOnContinue) {
-    while_asked([] {
-        type_password("Ruhe7");
-        CmdContinue_click();
-    });
-    mainfrm::startstop_click();
-    EXPECT_TRUE(sensor::measure_running);
-    EXPECT_TRUE(measures(0));
-    EXPECT_TRUE(measures(1));
-    EXPECT_FALSE(indicators.Quit.Enabled);
-}
-
-TEST_F(StopLock, QuitIsEnabledAgainByTheNextGrantedStop) {
-    while_asked(CmdContinue_click);
-    mainfrm::startstop_click();
-    EXPECT_FALSE(indicators.Quit.Enabled);
-    while_asked([] { stop_with("Ruhe7"); });
-    mainfrm::startstop_click();
-    EXPECT_TRUE(indicators.Quit.Enabled);
-}
-
-TEST_F(StopLock, IsNotAskedForAStart) {
-    while_asked([] { stop_with("Ruhe7"); });
-    mainfrm::startstop_click();
-    mainfrm::startstop_click();
-    EXPECT_FALSE(FrmAbort.form.Visible);
-    EXPECT_TRUE(measures(0));
-}
-
-// The start/stop command of one channel.
-
-TEST_F(StopLock, StopsOneChannelAndTheMeasurementWithTheLastOne) {
-    while_asked([] { stop_with("Ruhe7"); });
-    mainfrm::start_channel_click(0);
-    EXPECT_FALSE(measures(0));
-    EXPECT_TRUE(measures(1));
-    EXPECT_TRUE(sensor::measure_running);
-    while_asked([] { stop_with("Ruhe7"); });
-    mainfrm::start_channel_click(1);
-    EXPECT_FALSE(measures(1));
-    EXPECT_FALSE(sensor::measure_running);
-    EXPECT_EQ(indicators.startstop.Caption, "Start all channels");
-}
-
-TEST_F(StopLock, LeavesTheChannelRunningAndQuitDisabledOnContinue) {
-    while_asked(CmdContinue_click);
-    mainfrm::start_channel_click(1);
-    EXPECT_TRUE(measures(0));
-    EXPECT_TRUE(measures(1));
-    EXPECT_FALSE(indicators.Quit.Enabled);
-}
-
-TEST_F(StopLock, ASecondChannelsRequestIsRefusedWhileTheFirstIsAsked) {
-    while_asked([] {
-        mainfrm::start_channel_click(1);
-        EXPECT_TRUE(measures(1));
-        stop_with("Ruhe7");
-    });
-    mainfrm::start_channel_click(0);
-    EXPECT_FALSE(measures(0));
-    EXPECT_TRUE(measures(1)) << "nobody was asked about it";
 }
 
 // The password and the settings file.

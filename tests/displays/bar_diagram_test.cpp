@@ -1,3 +1,5 @@
+// The two bar diagrams without their picture: axes, values, and which channel they show.
+
 #include "displays/bar_diagram.h"
 
 #include "link/cylinder_model.h"

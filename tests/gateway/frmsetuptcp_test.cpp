@@ -1,10 +1,9 @@
-// The gateway's window without its picture: boxes, check boxes, menu and closing.
-
-#include "gateway/frmsetuptcp.h"
+// The gateway's window without its picture: opening, boxes, commands and closing.
 
 #include "basics/failure.h"
 #include "gateway/connection.h"
 #include "gateway/modbus.h"
+#include "gateway/setup_tcp.h"
 #include "settings/ini.h"
 #include "settings/settings.h"
 #include "settings/settings_lines.h"
@@ -15,23 +14,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-
-constexpr std::string_view manual = "TCP IP manual transmission to holding registers";
-constexpr std::string_view automatic = "TCP IP FC16 transmission to holding registers";
-
-class SetupTcp : public testing::Test {
-  protected:
-    void SetUp() override { fresh_world(); }
-
-    static frmsetuptcp_form& form() { return FrmSetupTCP; }
-    static std::string checked_items() {
-        std::string items;
-        if (form().slow) items += "slow ";
-        if (form().medium) items += "medium ";
-        if (form().fast) items += "fast ";
-        return items;
-    }
-};
 
 TEST_F(SetupTcp, BeginsWithItsDesign) {
     EXPECT_EQ(form().form.Caption, "Setup data transmission over Modbus TCP/IP");
@@ -123,176 +105,6 @@ TEST_F(SetupTcp, OpeningLeavesStatusAndRegistersAlone) {
     EXPECT_EQ(form().Text5.Text, "Connected");
     EXPECT_EQ(form().Text5.BackColor, 65280);
     EXPECT_EQ(form().Text4[3], "17");
-}
-
-TEST_F(SetupTcp, SetsTheCheckBoxesOfItsSettings) {
-    for (int on = 0; on < 16; ++on) {
-        form() = {};
-        settings.IPAutoC = static_cast<u8>(on & 1);
-        settings.IPenaTRS = static_cast<u8>((on >> 1) & 1);
-        settings.IPpolar = static_cast<i16>((on >> 2) & 1);
-        settings.IPsysstat = static_cast<i16>((on >> 3) & 1);
-        setup_tcp_click();
-        EXPECT_EQ(form().Check1, settings.IPAutoC);
-        EXPECT_EQ(form().Check2, settings.IPenaTRS);
-        EXPECT_EQ(form().Check3, settings.IPpolar);
-        EXPECT_EQ(form().Check4, settings.IPsysstat);
-        EXPECT_EQ(form().IP_Test_Frame.Enabled, on < 2) << on;
-        EXPECT_EQ(form().IP_Test_Frame.Caption, on < 2 ? manual : automatic) << on;
-    }
-}
-
-TEST_F(SetupTcp, OnlyTheNumber1SwitchesAnOptionOn) {
-    settings.IPAutoC = settings.IPenaTRS = 2;
-    settings.IPpolar = -1;
-    settings.IPsysstat = 7;
-    setup_tcp_click();
-    EXPECT_EQ(form().Check1 + form().Check2 + form().Check3 + form().Check4, 0);
-    EXPECT_TRUE(form().IP_Test_Frame.Enabled);
-    EXPECT_EQ(settings.IPpolar, -1);
-}
-
-TEST_F(SetupTcp, AnAutomaticBlockDisablesTheManualCommands) {
-    setup_tcp_click();
-    for (const auto& click : {Check2_click, Check3_click, Check4_click}) {
-        click();
-        EXPECT_FALSE(form().IP_Test_Frame.Enabled);
-        EXPECT_EQ(form().IP_Test_Frame.Caption, automatic);
-        click();
-        EXPECT_TRUE(form().IP_Test_Frame.Enabled);
-        EXPECT_EQ(form().IP_Test_Frame.Caption, manual);
-    }
-    Check2_click();
-    Check4_click();
-    Check2_click();
-    EXPECT_FALSE(form().IP_Test_Frame.Enabled) << "one block is still sent";
-    Check1_click();
-    Check4_click();
-    EXPECT_TRUE(form().IP_Test_Frame.Enabled) << "the connection alone is no block";
-}
-
-TEST_F(SetupTcp, CheckBoxesChangeTheirOwnSettingAndStoreNothing) {
-    setup_tcp_click();
-    const auto values = [] {
-        return std::vector<int>{settings.IPAutoC, settings.IPenaTRS, settings.IPpolar, settings.IPsysstat};
-    };
-    Check1_click();
-    EXPECT_EQ(values(), (std::vector<int>{1, 0, 0, 0}));
-    Check2_click();
-    EXPECT_EQ(values(), (std::vector<int>{1, 1, 0, 0}));
-    Check3_click();
-    EXPECT_EQ(values(), (std::vector<int>{1, 1, 1, 0}));
-    Check4_click();
-    EXPECT_EQ(values(), (std::vector<int>{1, 1, 1, 1}));
-    EXPECT_EQ(form().Check1 + form().Check2 + form().Check3 + form().Check4, 4);
-    Check1_click();
-    EXPECT_EQ(values(), (std::vector<int>{0, 1, 1, 1}));
-    EXPECT_EQ(form().Check1, 0);
-    EXPECT_EQ(file(settings_file), "");
-}
-
-TEST_F(SetupTcp, TheAutomaticConnectionStartsTheCycleAndNeverStopsIt) {
-    setup_tcp_click();
-    mainfrm::Timer_TCP.Interval(300);
-    Check1_click();
-    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
-    Check1_click();
-    EXPECT_EQ(settings.IPAutoC, 0);
-    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
-    mainfrm::Timer_TCP.Enabled(false);
-    Check2_click();
-    EXPECT_FALSE(mainfrm::Timer_TCP.Enabled()) << "another box";
-}
-
-TEST_F(SetupTcp, ARunningCycleKeepsItsPeriodWhenTheConnectionIsSwitched) {
-    setup_tcp_click();
-    int ticks = 0;
-    mainfrm::Timer_TCP.on_tick([&] { ++ticks; });
-    mainfrm::Timer_TCP.Interval(300);
-    mainfrm::Timer_TCP.Enabled(true);
-    advance(200);
-    Check1_click();
-    advance(100);
-    EXPECT_EQ(ticks, 1);
-}
-
-TEST_F(SetupTcp, TheViewShowsRegistersOrThePicture) {
-    for (const u8 view : {u8{0}, u8{1}, u8{2}, u8{255}}) {
-        form() = {};
-        settings.REGView = view;
-        setup_tcp_click();
-        EXPECT_EQ(form().Reg_content, view == 1);
-        EXPECT_EQ(form().IP_Test_Frame.Visible, view == 1);
-        EXPECT_EQ(form().Image_TCP_visible, view != 1);
-    }
-}
-
-TEST_F(SetupTcp, TheRegisterViewIsInvertedAndStoredAtOnce) {
-    settings.REGView = 7;
-    setup_tcp_click();
-    Reg_content_click();
-    EXPECT_EQ(settings.REGView, 1);
-    EXPECT_TRUE(form().Reg_content);
-    EXPECT_TRUE(form().IP_Test_Frame.Visible);
-    EXPECT_FALSE(form().Image_TCP_visible);
-    EXPECT_EQ(file(settings_file), "[tyxo]\r\nREGView= 1\r\n");
-    Reg_content_click();
-    EXPECT_EQ(settings.REGView, 0);
-    EXPECT_FALSE(form().Reg_content);
-    EXPECT_FALSE(form().IP_Test_Frame.Visible);
-    EXPECT_TRUE(form().Image_TCP_visible);
-    EXPECT_EQ(file(settings_file), "[tyxo]\r\nREGView= 0\r\n");
-}
-
-TEST_F(SetupTcp, TheMenuItemOfTheSpeedIsChecked) {
-    const std::array<std::string, 3> names{"slow ", "medium ", "fast "};
-    for (u8 refresh = 0; refresh < 3; ++refresh) {
-        settings.IPRefresh = refresh;
-        setup_tcp_click();
-        EXPECT_EQ(checked_items(), names[refresh]);
-        Cmd_close_click();
-    }
-    settings.IPRefresh = 7;
-    setup_tcp_click();
-    EXPECT_EQ(checked_items(), "fast ") << "another value touches no item";
-    form() = {};
-    setup_tcp_click();
-    EXPECT_EQ(checked_items(), "");
-}
-
-struct speed_row {
-    void (*click)();
-    const char* item;
-    int refresh;
-    int interval;
-};
-
-TEST_F(SetupTcp, ASpeedIsCheckedStoredAndTaken) {
-    settings.IPRefresh = 7;
-    setup_tcp_click();
-    mainfrm::Timer_TCP.Interval(300);
-    for (const speed_row& row : {speed_row{slow_click, "slow ", 0, 600},
-                                 {medium_click, "medium ", 1, 450},
-                                 {fast_click, "fast ", 2, 300},
-                                 {slow_click, "slow ", 0, 600}}) {
-        row.click();
-        EXPECT_EQ(checked_items(), row.item);
-        EXPECT_EQ(settings.IPRefresh, row.refresh);
-        EXPECT_EQ(mainfrm::Timer_TCP.Interval(), row.interval);
-        EXPECT_EQ(file(settings_file), "[tyxo]\r\nIPRefresh= " + std::to_string(row.refresh) + "\r\n");
-    }
-}
-
-TEST_F(SetupTcp, AClickOnTheCheckedSpeedChangesNothing) {
-    settings.IPRefresh = 1;
-    setup_tcp_click();
-    put_settings("IPRefresh=17\n");
-    const std::string before = file(settings_file);
-    mainfrm::Timer_TCP.Interval(299);
-    medium_click();
-    EXPECT_EQ(checked_items(), "medium ");
-    EXPECT_EQ(file(settings_file), before);
-    EXPECT_EQ(mainfrm::Timer_TCP.Interval(), 299);
 }
 
 TEST_F(SetupTcp, ResettingTheConnectionUnlocksIt) {
