@@ -5,6 +5,7 @@
 #include "link/channel_rec.h"
 #include "link/frame_dispatch.h"
 #include "link/frames.h"
+#include "link/indicators.h"
 #include "platform/desktop/handlers.h"
 
 #include <QApplication>
@@ -12,6 +13,12 @@
 #include <QTest>
 
 namespace tyxo {
+
+inline constexpr const char* alert_settings =
+    "[tyxo]\r\nupd_periode= 250\r\nmax_sensors= 4\r\n"
+    "scale_polar_a= .7\r\nscale_polar_t= 3\r\nlog_mode= 0\r\n"
+    "location 1=Engine & pump\r\nlocation 2=<b>two</b>\r\n"
+    "location 3=WWWWWWWWWWWWWWWWWWWWWWWWWWWWWW\r\nlocation 4=K\xFChlung\r\n";
 
 inline constexpr i32 alarm_ac = 0x0088; ///< main alarm relay and main alarm AC
 
@@ -43,6 +50,14 @@ inline void wait_until_it_takes_keys() {
 inline void confirm_alert() {
     desktop::run_handler(desktop::source::operator_, FrmAlert_CmdAck_click);
     QTRY_VERIFY(!alert_window()->isVisible());
+}
+
+/// The alert has gone, and the status text says by whom.
+inline void expect_confirmed() {
+    QTRY_VERIFY(!alert_window()->isVisible());
+    QVERIFY(!sensor::alert_open);
+    QVERIFY(!timer_alert.Enabled());
+    QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));
 }
 
 } // namespace tyxo

@@ -4,13 +4,19 @@
 #include "controls/controls.h"
 
 #include <QColor>
+#include <QEvent>
 #include <QImage>
+#include <QObject>
 #include <QRectF>
+#include <QTest>
+#include <QVariant>
 #include <QWidget>
 
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
+#include <vector>
 
 namespace tyxo {
 
@@ -132,6 +138,24 @@ inline iLinearGaugeX degenerate_bar(double value) {
     gauge.SectionEnd = {-value, value};
     gauge.SectionCount = gauge.TickMajorCount = gauge.PointerSize = most;
     return gauge;
+}
+
+/// Counts how often a widget is painted, as its event filter.
+class paint_counter : public QObject {
+  public:
+    int paints = 0;
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::Paint) ++paints;
+        return false;
+    }
+};
+
+inline void expect_properties(const QWidget& view,
+                              const std::vector<std::pair<const char*, QVariant>>& expected) {
+    for (const auto& [name, value] : expected) {
+        QVERIFY2(view.property(name).isValid(), name);
+        QVERIFY2(view.property(name) == value, name);
+    }
 }
 
 } // namespace tyxo

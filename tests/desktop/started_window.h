@@ -44,6 +44,9 @@ class started_window {
 
     [[nodiscard]] QDialog* dialog(const char* name) const { return window_->findChild<QDialog*>(name); }
 
+    /// A dialog that is about to open, as soon as it is in front.
+    [[nodiscard]] QDialog* opened(const char* name) const;
+
     /// A control of the main window itself; dialogs have some of the same names.
     [[nodiscard]] QWidget* widget(const char* array, int index) const {
         return window_->centralWidget()->findChild<QWidget*>(QString("%1(%2)").arg(array).arg(index));
@@ -83,6 +86,13 @@ inline void to_front(QWidget* window) {
     window->activateWindow();
     if (!QTest::qWaitFor([window] { return QApplication::activeWindow() == window; }))
         qFatal("%s is not in front", qPrintable(window->objectName()));
+}
+
+inline QDialog* started_window::opened(const char* name) const {
+    QDialog* const found = dialog(name);
+    if (!QTest::qWaitFor([found] { return found->isVisible(); })) qFatal("%s does not open", name);
+    to_front(found);
+    return found;
 }
 
 /// The window of this name that is on the screen.

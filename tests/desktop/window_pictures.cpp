@@ -7,6 +7,7 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "desktop/picture_engines.h"
 #include "desktop/picture_options.h"
 #include "desktop/picture_taker.h"
 #include "desktop/settings_file.h"
@@ -28,8 +29,6 @@
 #include "displays/xy_plot.h"
 #include "gateway/frmsetuptcp.h"
 #include "link/channel_rec.h"
-#include "link/frame_dispatch.h"
-#include "link/hex.h"
 #include "link/indicators.h"
 #include "link/speed_bands.h"
 #include "platform/clock.h"
@@ -37,8 +36,6 @@
 #include "settings/settings.h"
 #include "widgets/light_palette.h"
 #include "widgets/plots/chart_page.h"
-
-#include "engine.h"
 
 #include <QApplication>
 #include <QDir>
@@ -53,7 +50,6 @@
 namespace {
 
 using namespace tyxo;
-namespace simulated = tyxo::evaluator_sim;
 
 constexpr const char* settings_text =
     "[tyxo]\r\nupd_periode=250\r\nmax_sensors=4\r\nadc_offset=479\r\nzyl_speed_range=5\r\n"
@@ -62,44 +58,6 @@ constexpr const char* settings_text =
     "location 4=Test bed\r\ntypecode 1=6L-750\r\ntypecode 2=24V-1000\r\ntypecode 3=6L-750\r\n"
     "logpath 1=logs/\r\nlogpath 2=logs/\r\nlogpath 3=logs/\r\nlogpath 4=logs/test bed/\r\n"
     "text_almrel1 1=Slow down\r\ntext_almrel2 1=Shut down\r\ntstsig_visible 4=1\r\nevtpath=logs/\r\n";
-
-struct engine {
-    const char* name;
-    simulated::Parameters parameters;
-};
-
-std::vector<engine> engines() {
-    return {{"inline6-4", *simulated::engine_preset("inline6-4")},
-            {"v16-4", *simulated::engine_preset("v16-4")},
-            {"inline5-2", *simulated::engine_preset("inline5-2")},
-            {"inline24-4", simulated::plain_engine(false, 24, 4, 750, 860)},
-            {"v24-4", simulated::plain_engine(true, 24, 4, 1000, 1150)}};
-}
-
-void send(i16 channel, const std::string& body) {
-    sensor::frame_dispatch(body + funct::frame_lrc(body) + "\r\n", channel);
-}
-
-/// A channel that measures an engine: parameters, values, one curve of each kind.
-void run_engine(i16 channel, const simulated::Parameters& parameters) {
-    send(channel, simulated::parameters_body(parameters, simulated::ParameterForm::percent));
-    channel_rec& rec = sensor::channels[channel];
-    rec.eva_mode = evaluator_mode::standard;
-    rec.fwvers = "V4.31";
-    simulated::EngineState state = simulated::running_engine(parameters, 11);
-    simulated::warm_cylinder(state, 2, 105, 0, 0);
-    const simulated::Geometry geometry(parameters);
-    const auto percent = simulated::thermo_percent(state, geometry, parameters, 10);
-    const auto thermo =
-        simulated::thermo_curve(percent, simulated::dc_gain(parameters, simulated::ParameterForm::percent));
-    const auto angacc = simulated::acceleration_curve(state, geometry, simulated::clock_tick(rec.fwvers), 10);
-    for (std::size_t sample = 0; sample < curve_samples; ++sample) {
-        rec.thermo_data[sample] = static_cast<i32>(thermo[sample]);
-        rec.angacc_data[sample] = static_cast<i32>(angacc[sample]);
-    }
-    process_thermo(channel);
-    process_angacc(channel);
-}
 
 /// Two minutes of a start, a pause and a bearing that warms up.
 void fill_chart(i16 channel) {
@@ -203,13 +161,6 @@ void take_setup(picture_taker& pictures, bool measuring) {
     }
     frmSetup_cmd_cancel_click();
     sensor::measure_running = false;
-}
-
-/// What an Evaluator tells about itself and its engine.
-void report(i16 channel, const simulated::Parameters& parameters, simulated::ParameterForm form) {
-    send(channel, simulated::parameters_body(parameters, form));
-    sensor::channels[channel].status_valid = true;
-    sensor::channels[channel].fwvers = "V4.31";
 }
 
 void prepare_setup() {

@@ -1,5 +1,5 @@
-// The alarm alert on the screen, with real widgets: what it shows, who gets the keyboard, and that no message
-// box locks it; alert_over_windows_test.cpp has the other windows.
+// The alarm alert on the screen, with real widgets: what it shows, and its end; alert_over_windows_test.cpp
+// has the other windows.
 
 #include "desktop/alert_window.h"
 #include "desktop/started_window.h"
@@ -23,12 +23,6 @@
 using namespace tyxo;
 
 namespace {
-
-constexpr const char* settings_text =
-    "[tyxo]\r\nupd_periode= 250\r\nmax_sensors= 4\r\n"
-    "scale_polar_a= .7\r\nscale_polar_t= 3\r\nlog_mode= 0\r\n"
-    "location 1=Engine & pump\r\nlocation 2=<b>two</b>\r\n"
-    "location 3=WWWWWWWWWWWWWWWWWWWWWWWWWWWWWW\r\nlocation 4=K\xFChlung\r\n";
 
 double brightness(const QColor& colour) {
     const auto part = [](double value) {
@@ -68,7 +62,7 @@ class alert_view_test : public QObject {
   private slots:
     void initTestCase() {
         qputenv("PULSE_SERVER", "unix:no-sound-server");
-        window_.start(settings_text);
+        window_.start(alert_settings);
         alert_ = alert_window();
         QVERIFY(alert_ != nullptr);
         QVERIFY(!alert_->isVisible());
@@ -205,100 +199,6 @@ class alert_view_test : public QObject {
         QVERIFY(sensor::alert_open);
     }
 
-    // The keyboard.
-
-    void it_takes_the_keyboard_when_nobody_types() {
-        raise_alarm(0);
-        QTRY_VERIFY(alert_->isActiveWindow());
-        QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
-    }
-
-    void it_takes_no_key_until_it_has_had_the_keyboard_for_a_while() {
-        raise_alarm(0);
-        QTRY_VERIFY(alert_->isActiveWindow());
-        QElapsedTimer has_keyboard;
-        has_keyboard.start();
-        while (has_keyboard.elapsed() < 550) {
-            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Escape})
-                QTest::keyClick(alert_->windowHandle(), key);
-            QTest::qWait(50);
-        }
-        QVERIFY(alert_->isVisible());
-        QTest::keyPress(alert_->windowHandle(), Qt::Key_Space);
-        QTest::qWait(250);
-        QTest::keyRelease(alert_->windowHandle(), Qt::Key_Space);
-        QVERIFY(alert_->isVisible());
-        QTest::keyClick(alert_->windowHandle(), Qt::Key_Return);
-        expect_confirmed();
-    }
-
-    void a_text_box_gets_the_keyboard_back_that_the_window_system_gave_to_the_alert() {
-        raise_alarm(0);
-        window_.open_menu_entry("Setup_menue", "setup_tcp");
-        auto* const form = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
-        to_front(form);
-        auto* const box = form->findChild<QLineEdit*>("Txt_IPport");
-        box->setFocus();
-        box->clear();
-        for (const char letter : {'5', '0', '2'}) {
-            alert_->activateWindow();
-            QTest::keyClick(alert_->windowHandle(), letter);
-            QTRY_VERIFY(form->isActiveWindow());
-        }
-        QTest::keyClick(alert_->windowHandle(), Qt::Key_Space);
-        QVERIFY(alert_->isVisible());
-        QCOMPARE(box->text().trimmed(), QString("502"));
-        QTest::mouseClick(form->findChild<QPushButton*>("Cmd_close"), Qt::LeftButton);
-        QTRY_VERIFY(alert_->isActiveWindow());
-    }
-
-    void it_leaves_the_keyboard_to_a_text_box_until_its_window_is_left() {
-        window_.open_menu_entry("Setup_menue", "setup_tcp");
-        auto* const form = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
-        QTRY_VERIFY(form->isActiveWindow());
-        auto* const box = form->findChild<QLineEdit*>("Txt_IPport");
-        box->setFocus();
-        QTRY_COMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box));
-        box->clear();
-        QTest::keyClick(QApplication::focusWindow(), Qt::Key_1);
-        QTest::qWait(100);
-        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(box));
-        raise_alarm(0);
-        QTest::qWait(700);
-        QTest::keyClick(QApplication::focusWindow(), Qt::Key_2);
-        QCOMPARE(box->text(), QString("12"));
-        QVERIFY(!alert_->isActiveWindow());
-        QTest::mouseClick(form->findChild<QPushButton*>("Cmd_close"), Qt::LeftButton);
-        QTRY_VERIFY(!form->isVisible());
-        QTRY_VERIFY(alert_->isActiveWindow());
-        QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
-    }
-
-    void a_message_box_does_not_lock_it_and_keeps_the_keyboard() {
-        bool went_well = false;
-        QTimer::singleShot(100, this, [&] {
-            auto* const box = window_.view().findChild<QMessageBox*>("message_box");
-            QVERIFY(box != nullptr);
-            for (i16 channel = 0; channel < channel_count; ++channel)
-                raise_alarm(channel);
-            QVERIFY(!alert_->isActiveWindow());
-            QTest::mouseClick(alert_->windowHandle(), Qt::LeftButton, {}, place_of_button());
-            expect_confirmed();
-            QVERIFY(box->isVisible());
-            box->activateWindow();
-            QTRY_VERIFY(box->isActiveWindow());
-            take_status(0, 0);
-            raise_alarm(0);
-            QTest::keyClick(QApplication::focusWindow(), Qt::Key_Return);
-            went_well = true;
-        });
-        desktop::run_handler(desktop::source::operator_,
-                             [] { message_box("Question", box_icon::critical, box_buttons::ok_cancel); });
-        QVERIFY(went_well);
-        QVERIFY(alert_->isVisible());
-        QTRY_VERIFY(alert_->isActiveWindow());
-    }
-
     // The diagrams.
 
     void it_hides_the_diagrams_and_the_operator_opens_them_again() {
@@ -334,13 +234,6 @@ class alert_view_test : public QObject {
     QPoint place_of_button() const {
         const QWidget* const button = part("CmdAck");
         return button->mapTo(alert_, button->rect().center());
-    }
-
-    void expect_confirmed() const {
-        QTRY_VERIFY(!alert_->isVisible());
-        QVERIFY(!sensor::alert_open);
-        QVERIFY(!timer_alert.Enabled());
-        QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));
     }
 
     started_window window_;

@@ -1,0 +1,43 @@
+#pragma once
+// A strip chart in its design size, shown and grabbed as the panel does it.
+
+#include "desktop/chart_pictures.h"
+#include "displays/chart_view.h"
+
+#include <QImage>
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+
+namespace tyxo {
+
+inline constexpr int title_line = 24;
+inline const QSize design_size(635, 278);
+
+class shown_chart : public QObject {
+  protected:
+    void make_chart() {
+        view_ = std::make_unique<chart_view>();
+        view_->resize(design_size);
+    }
+    /// Shown as the panel does it: again after the widget has its size.
+    void show(const iStripChartX& chart, const strip_window& rows) {
+        view_->show_control(chart, rows);
+        view_->grab();
+        view_->show_control(chart, rows);
+        view_->grab();
+    }
+    QImage picture() { return view_->grab().toImage(); }
+
+    static QStringList ticks(const QCPAxis& axis) {
+        QVector<double> places;
+        QVector<QString> labels;
+        axis.ticker()->generate(axis.range(), {}, 'g', 6, places, nullptr, &labels);
+        return labels;
+    }
+
+    std::unique_ptr<chart_view> view_;
+};
+
+} // namespace tyxo
