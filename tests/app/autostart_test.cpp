@@ -1,3 +1,5 @@
+// Measuring that begins with the program, and the boxes that may come before it.
+
 #include "app/started_program.h"
 
 #include "link/supervision.h"

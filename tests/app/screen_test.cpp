@@ -1,3 +1,5 @@
+// The question about a screen that is too small.
+
 #include "app/started_program.h"
 
 #include "displays/panel.h"

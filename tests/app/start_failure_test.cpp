@@ -1,3 +1,5 @@
+// Settings that end the program at its start, and a second copy of it.
+
 #include "app/started_program.h"
 
 #include "displays/panel.h"

@@ -1,3 +1,5 @@
+// What the program does between its start and the main window, and in which order.
+
 #include "app/started_program.h"
 #include "displays/chart.h"
 #include "displays/panel.h"

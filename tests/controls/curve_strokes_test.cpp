@@ -1,3 +1,5 @@
+// The strokes that a curve on a strip chart is painted with.
+
 #include "controls/curve_strokes.h"
 
 #include <gtest/gtest.h>

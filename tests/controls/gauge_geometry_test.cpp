@@ -1,3 +1,5 @@
+// Where the parts of the painted instruments lie: dials, bars, digits.
+
 #include "controls/gauge_geometry.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Where clock times stand below a strip chart.
+
 #include "controls/time_axis.h"
 
 #include <gtest/gtest.h>

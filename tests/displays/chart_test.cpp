@@ -1,3 +1,5 @@
+// The strip charts: design, titles, the curves of the settings.
+
 #include "displays/chart.h"
 
 #include "logging/logging_machine.h"

@@ -1,3 +1,5 @@
+// Where the controls of the main window stand at any size.
+
 #include "displays/layout.h"
 
 #include <gtest/gtest.h>

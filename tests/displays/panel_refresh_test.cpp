@@ -1,3 +1,5 @@
+// The display tick: which panels it writes, and what it writes.
+
 #include "displays/panel.h"
 #include "link/supervision.h"
 #include "logging/logging_machine.h"

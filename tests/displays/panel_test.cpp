@@ -1,3 +1,5 @@
+// A panel and the clicks on it.
+
 #include "displays/panel.h"
 
 #include "link/supervision.h"

@@ -1,3 +1,5 @@
+// The curves of the Detailed Display, around the circle and along the line.
+
 #include "displays/polar_surface.h"
 
 namespace tyxo {

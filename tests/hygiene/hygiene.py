@@ -24,8 +24,10 @@ CHECKS = {check.__name__: check for check in (
     includes.includes_point_downwards,
     texts.no_forbidden_words,
     texts.files_are_short,
+    texts.folders_are_small,
     texts.lines_are_short,
     texts.headers_say_what_they_are_for,
+    texts.tests_say_what_they_are_about,
     texts.texts_end_in_a_line_end,
     texts.texts_have_plain_line_ends,
 )}

@@ -6,6 +6,7 @@ import unittest
 from pathlib import Path
 
 from hygiene import CHECKS
+from texts import MOST_FILES, MOST_LINES
 from tree import Tree
 
 ABOUT = "#pragma once\n// Says what the header is for.\n\n"
@@ -155,11 +156,20 @@ class HygieneTest(unittest.TestCase):
         self.expect("no_forbidden_words")
 
     def test_a_long_file(self):
-        self.write("tools/x/long.cpp", "\n" * 400)
-        self.write("tools/x/shorter.cpp", "\n" * 399)
-        self.write("run", "#!/bin/sh\n" + "\n" * 400)
+        self.write("tools/x/long.cpp", "\n" * MOST_LINES)
+        self.write("tools/x/shorter.cpp", "\n" * (MOST_LINES - 1))
+        self.write("run", "#!/bin/sh\n" + "\n" * MOST_LINES)
         self.write("docs/page.md", "\n" * 1000)
         self.expect("files_are_short", "run:", "tools/x/long.cpp:")
+
+    def test_a_large_folder(self):
+        for number in range(MOST_FILES):
+            self.write(f"tools/x/{number}.h", "\n")
+            self.write(f"tests/golden/{number}.txt", "\n")
+        self.write("tests/golden/more.txt", "\n")
+        self.expect("folders_are_small")
+        self.write("tools/x/more.h", "\n")
+        self.expect("folders_are_small", "tools/x: 51 files")
 
     def test_a_long_line(self):
         self.write("bench/x.cpp", "x" * 110 + "\n" + "\u00e4" * 110 + "\n" + "x" * 111 + "\n")
@@ -182,6 +192,19 @@ class HygieneTest(unittest.TestCase):
             with self.subTest(content):
                 self.write("src/link/b.h", content)
                 self.expect("headers_say_what_they_are_for", f"src/link/b.h:{place}:")
+
+    def test_a_test_without_a_comment(self):
+        self.write("tests/link/b_test.cpp", "// What this test is about.\n")
+        self.write("tests/system/c_test.py", '"""What this test is about."""\n')
+        self.expect("tests_say_what_they_are_about")
+        for path, content in (("tests/link/b_test.cpp", '#include "link/b.h"\n// Too late for words.\n'),
+                              ("tests/link/b_test.cpp", "// Words\n"),
+                              ("bench/b_bench.cpp", ""),
+                              ("tests/system/c_test.py", "import b\n")):
+            with self.subTest(content):
+                self.write(path, content)
+                self.expect("tests_say_what_they_are_about", f"{path}:1:")
+                self.write(path, '"""Of something."""\n' if path.endswith(".py") else "// Of something.\n")
 
     def test_a_text_without_its_last_line_end(self):
         self.write("docs/page.md", "one\ntwo")

@@ -1,3 +1,5 @@
+// The event file: its lines, and what is done when it is lost.
+
 #include "logging/event_file.h"
 
 #include "link/indicators.h"

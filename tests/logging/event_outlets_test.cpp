@@ -1,3 +1,5 @@
+// Where an event goes: status text, log and event file.
+
 #include "link/calls.h"
 #include "link/indicators.h"
 #include "logging/event_file.h"

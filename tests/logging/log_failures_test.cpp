@@ -1,3 +1,5 @@
+// Logs that cannot be written.
+
 #include "basics/failure.h"
 #include "logging/log.h"
 #include "logging/log_header.h"

@@ -1,3 +1,5 @@
+// The header of a log, compared with golden files.
+
 #include "displays/chart.h"
 #include "logging/logging_machine.h"
 #include "settings/settings.h"

@@ -1,3 +1,5 @@
+// When a log begins, goes on and ends.
+
 #include "link/calls.h"
 #include "logging/log.h"
 #include "logging/logging_machine.h"

@@ -1,3 +1,5 @@
+// The lines of a log: records and comments.
+
 #include "logging/log.h"
 #include "logging/logging_machine.h"
 

@@ -1,3 +1,5 @@
+// Logs of a day or an hour, and the change from one to the next.
+
 #include "logging/log.h"
 #include "logging/logging_machine.h"
 #include "settings/settings.h"

@@ -1,3 +1,5 @@
+// How the text of a settings file is read.
+
 #include "settings/ini_text.h"
 
 #include <gtest/gtest.h>

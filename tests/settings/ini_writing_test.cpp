@@ -1,3 +1,5 @@
+// How a key is written into the text of a settings file.
+
 #include "settings/ini_text.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// The list of serial ports that the setup offers.
+
 #include "settings/serial_ports.h"
 
 #include "platform/simulation.h"

@@ -1,3 +1,5 @@
+// The settings file: where it lies, and what a write does to it.
+
 #include "settings/ini.h"
 #include "settings/settings_lines.h"
 

@@ -1,3 +1,5 @@
+// Which key lands in which value.
+
 #include "app/mainfrm.h"
 #include "displays/chart.h"
 #include "link/channel_rec.h"

@@ -1,3 +1,5 @@
+// Texts of the settings as numbers.
+
 #include "app/mainfrm.h"
 #include "basics/failure.h"
 #include "link/channel_rec.h"

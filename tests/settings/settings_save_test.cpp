@@ -1,3 +1,5 @@
+// What the setup dialog stores.
+
 #include "app/mainfrm.h"
 #include "link/channel_rec.h"
 #include "settings/ini.h"
