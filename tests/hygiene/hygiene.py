@@ -11,7 +11,9 @@ import argparse
 import sys
 from pathlib import Path
 
+import floors
 import includes
+import names
 import texts
 from tree import Tree
 
@@ -22,6 +24,7 @@ CHECKS = {check.__name__: check for check in (
     includes.every_source_is_built,
     includes.no_include_cycle,
     includes.includes_point_downwards,
+    floors.floors_are_drawn_as_they_are,
     texts.no_forbidden_words,
     texts.files_are_short,
     texts.folders_are_small,
@@ -30,6 +33,7 @@ CHECKS = {check.__name__: check for check in (
     texts.tests_say_what_they_are_about,
     texts.texts_end_in_a_line_end,
     texts.texts_have_plain_line_ends,
+    names.paths_in_documents_exist,
 )}
 
 

@@ -5,11 +5,19 @@ import tempfile
 import unittest
 from pathlib import Path
 
+from floors import BEGIN, END
 from hygiene import CHECKS
 from texts import MOST_FILES, MOST_LINES
 from tree import Tree
 
 ABOUT = "#pragma once\n// Says what the header is for.\n\n"
+PICTURE = """\
+              app  link  platform  basics
+    app        \\    ○
+    link            \\                ●
+    platform                \\        ○
+    basics                           \\
+"""
 # A small repository with nothing to find, core and desktop.
 SOUND = {
     "src/CMakeLists.txt": "add_library(tyxo_core STATIC\n  basics/a.cpp\n  link/b.cpp)\n"
@@ -22,6 +30,7 @@ SOUND = {
     "src/app/c_view.cpp": '#include "app/c_view.h"\n',
     "src/platform/desktop/d.cpp": '#include <QTimer>\n#include <unistd.h>\n#include "basics/a.h"\n',
     "tests/settings/golden/old.ini": "[section]\r\nkey=1",
+    "docs/architecture.md": f"Before.\n{BEGIN}\n{PICTURE}\n{END}Behind.\n",
     "LICENSE": "A text of others.\n",
     "run": "#!/bin/sh\n",
 }
@@ -131,6 +140,50 @@ class HygieneTest(unittest.TestCase):
     def test_a_folder_without_a_floor(self):
         self.write("src/misc/x.h", ABOUT)
         self.expect("includes_point_downwards", "src/misc/x.h:")
+
+    def test_an_arrow_that_is_not_drawn(self):
+        self.append("src/app/c_view.cpp", '#include "basics/a.h"\n')
+        self.expect("floors_are_drawn_as_they_are", "docs/architecture.md:")
+
+    def test_an_arrow_that_is_drawn_only(self):
+        self.write("src/platform/desktop/d.cpp", "\n")
+        self.expect("floors_are_drawn_as_they_are", "docs/architecture.md:")
+
+    def test_an_arrow_of_the_core_that_is_drawn_as_one_of_the_desktop(self):
+        self.write("src/app/wiring.h", ABOUT + '#include "link/b.h"\n')
+        self.expect("floors_are_drawn_as_they_are", "docs/architecture.md:")
+
+    def test_an_arrow_up_is_neither_drawn_in_silence_nor_allowed(self):
+        self.append("src/basics/a.cpp", '#include "link/b.h"\n')
+        self.expect("floors_are_drawn_as_they_are", "docs/architecture.md:")
+        self.expect("includes_point_downwards", "src/basics/a.cpp:2:")
+
+    def test_a_page_without_the_picture(self):
+        for content in ("Nothing.\n", BEGIN, END):
+            with self.subTest(content):
+                self.write("docs/architecture.md", content)
+                self.expect("floors_are_drawn_as_they_are", "docs/architecture.md: no place")
+        (self.root / "docs/architecture.md").unlink()
+        self.expect("floors_are_drawn_as_they_are", "docs/architecture.md: ")
+
+    def test_a_path_that_does_not_exist(self):
+        for words in ("src/link/gone.cpp", "tests/settings/golden/*.xlg", "src/*/deep/b.h", "link/gone",
+                      "python3 tools/gone.py -v", "docs/gone/"):
+            with self.subTest(words):
+                self.write("README.md", f"A line.\nLook at `{words}`.\n")
+                self.write("docs/page.md", "Sound.\n")
+                self.expect("paths_in_documents_exist", "README.md:2:")
+                self.write("docs/page.md", f"Look at `src/link/b.h` and `{words}`.\n")
+                self.write("README.md", "Sound.\n")
+                self.expect("paths_in_documents_exist", "docs/page.md:1:")
+
+    def test_paths_that_exist(self):
+        for words in ("src/link/b.cpp", "src/link", "src/link/", "src/*/b.h", "src/link/*", "link/b.h",
+                      "link/b", "tests/settings/golden/old.ini", "cd src/link && ls", "build/release/gone",
+                      "ports/COM1"):
+            with self.subTest(words):
+                self.write("docs/page.md", f"Look at `{words}`.\nNot meant: src/link/gone.cpp\n")
+                self.expect("paths_in_documents_exist")
 
     def test_forbidden_words(self):
         for words in ("TO" "DO: later", "// FIX" "ME", "XX" "X", "HA" "CK", "GTEST_" "SKIP()", "Q" "SKIP(1)",
