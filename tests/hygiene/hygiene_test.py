@@ -7,7 +7,7 @@ from pathlib import Path
 
 from floors import BEGIN, END
 from hygiene import CHECKS
-from texts import MOST_FILES, MOST_LINES
+from texts import FOLDER_LINES, MOST_FILES, MOST_LINES
 from tree import Tree
 
 ABOUT = "#pragma once\n// Says what the header is for.\n\n"
@@ -223,6 +223,13 @@ class HygieneTest(unittest.TestCase):
         self.expect("folders_are_small")
         self.write("tools/x/more.h", "\n")
         self.expect("folders_are_small", "tools/x: 51 files")
+
+    def test_a_folder_with_many_lines(self):
+        self.write("src/displays/x.cpp", "\n" * (FOLDER_LINES["src/displays"] - 1))
+        self.write("src/displays/picture.svg", "\n" * 400)
+        self.expect("folders_are_small")
+        self.write("src/displays/sub/y.h", ABOUT)
+        self.expect("folders_are_small", "src/displays: ")
 
     def test_a_long_line(self):
         self.write("bench/x.cpp", "x" * 110 + "\n" + "\u00e4" * 110 + "\n" + "x" * 111 + "\n")
