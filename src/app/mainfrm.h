@@ -27,7 +27,8 @@ inline mainfrm_state main_form;
 void load_settings();
 
 /// The start: everything from the settings to the first running channel. `width` and `height` are the
-/// window's. Failure: settings that cannot be used.
+/// window's. The first connection of the gateway is waited for as `TCP_connect` tells. Failure: settings that
+/// cannot be used.
 void form_load(double width, double height);
 
 /// Exit codes beside 0.
@@ -40,7 +41,8 @@ inline constexpr int second_copy_code = 2;
 /// write into the same logs and registers.
 void start_program(double width, double height);
 
-/// The close request of the main window. True lets the window close; the program has ended then.
+/// The close request of the main window; while measuring it waits for the operator's answer to the stop lock.
+/// True lets the window close; the program has ended then.
 bool query_unload();
 
 /// The end of the desktop session: the same request. `may_ask` asks the session for leave to put a question
@@ -48,7 +50,8 @@ bool query_unload();
 /// on until the session ends it. False keeps the session.
 bool query_end_session(const std::function<bool()>& may_ask);
 
-/// The machine ends the program: a signal, a lost screen. The stop line is written, and nobody is asked.
+/// The machine ends the program: a signal, a lost screen. The stop line is written, and nobody is asked. It
+/// takes as long as `end_program`.
 void end_without_question(int exit_code);
 
 } // namespace tyxo

@@ -26,7 +26,8 @@ void oldpasswd_change(std::string_view text);
 void newpasswd_change(std::string_view text);
 void newpasswd2_change(std::string_view text);
 
-/// Stores the new password and closes the dialog, or says that the two inputs differ.
+/// Stores the new password and closes the dialog, or says that the two inputs differ, in a message box that
+/// waits. A settings file that cannot be written is not noticed here.
 void frmpwd_CmdOK_click();
 
 /// Also every other way of closing it.

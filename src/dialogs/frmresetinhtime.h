@@ -18,7 +18,8 @@ inline frmresetinhtime_form FrmResetInhTime;
 /// The inhibit label of a channel: the dialog is about this channel from now on, and is shown.
 void Lbl_alminhibit_click(i16 channel);
 
-/// Sends the command, records it in the three places of record, and closes the dialog.
+/// Sends the command, records it in the three places of record, and closes the dialog: the two last also when
+/// the command could not be sent, which the debug output tells. Waits as `serial::frame_send` does.
 void CmdDo_click();
 
 /// Also every other way of closing it.

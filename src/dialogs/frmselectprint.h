@@ -29,13 +29,14 @@ void prt_click();
 /// A channel was chosen. Failure: there is no such channel.
 void optPrint_click(std::size_t index);
 
-/// Closes the dialog and prints the chart of the print channel.
+/// Closes the dialog and prints the chart of the print channel, see `printplot`.
 void frmselectprint_Cmd_ok_click();
 
 /// Closes the dialog; the choice stays.
 void cmd_cancel_click();
 
-/// Prints the chart of a channel: what it shows, under its title lines. Failure: there is no such channel.
+/// Prints the chart of a channel: what it shows, under its title lines. Waits for the operator as
+/// `print_chart` does. Failure: there is no such channel.
 void printplot(i16 channel);
 
 } // namespace tyxo

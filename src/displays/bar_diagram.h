@@ -37,7 +37,8 @@ inline constexpr double mtyp2_left = 100;
 } // namespace bar_design
 
 /// The panel's buttons "Speed difference" and "Thermosignal difference": select the channel and show the
-/// window, or a message box while the channel's parameters are unknown; the channel stays selected then.
+/// window, or a message box that waits while the channel's parameters are unknown; the channel stays selected
+/// then.
 void Cmd_diagramm_click(i16 channel);
 void Cmd_diagramm2_click(i16 channel);
 

@@ -44,7 +44,8 @@ void Label4_click(i16 channel);
 /// Writes the record's values into the panel of a channel.
 void update_panel(i16 channel);
 
-/// The tick of `Timer_chart_upd`: all started channels, in order.
+/// The tick of `Timer_chart_upd`: all started channels, in order. Then the event loop goes on once, inside
+/// it.
 void Timer_chart_upd_tick();
 
 } // namespace tyxo

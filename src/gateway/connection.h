@@ -27,14 +27,21 @@ struct connection_state {
 
 inline connection_state tcp;
 
-/// Command 1 connects and waits half a second for it; any other command does nothing.
+/// Command 1 connects and waits half a second for it, while the event loop goes on; over midnight, or when
+/// the clock is set back meanwhile, five seconds at most. Any other command does nothing. A connection that
+/// is not made is told in the status box. Failure: the port's number in its box is beyond 32 bits.
 void TCP_connect(u8 command);
+/// Closes the connection, without waiting for the controller.
 void TCP_disconnect();
 
+/// Unlocks the connection and waits for it as `TCP_connect` does.
 void Timer_reconnect_tick();
+/// One step of the cycle; a block waits for its answer as `FC16MB_write` does. A block that fails is told in
+/// the debug output and left out.
 void Timer_TCP_tick();
 
-/// The start: timers as designed, `Timer_TCP` by `IPRefresh`, and the connection if the settings want it.
+/// The start: timers as designed, `Timer_TCP` by `IPRefresh`, and the connection if the settings want it,
+/// which is waited for as `TCP_connect` does.
 void start_gateway();
 
 } // namespace tyxo

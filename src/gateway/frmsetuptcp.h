@@ -90,20 +90,21 @@ void slow_click();
 void medium_click();
 void fast_click();
 
-/// Unlocks the connection and connects.
+/// Unlocks the connection and connects; waits and fails as `TCP_connect` does.
 void res_con_click();
 
 /// Read and write by hand, with the numbers in the boxes, which are corrected to their limits first. Nothing
-/// happens while a transaction is open. Failure: see `FC3MB_read` and `FC16MB_write`; a number too large for
-/// its type.
+/// happens while a transaction is open. Waiting and failure: see `FC3MB_read` and `FC16MB_write`; a number
+/// too large for its type.
 void Cmd_read_R_click();
 void Cmd_write_R_click();
 
-/// Stores all parameters, closes the connection, and makes it anew if it is automatic. Failure: a number too
-/// large for its setting, among them a port above 32767. What stands before it is stored then, also the
-/// port's own text.
+/// Stores all parameters, closes the connection, and makes it anew if it is automatic, which waits as
+/// `TCP_connect` does. Failure: a number too large for its setting, among them a port above 32767. What
+/// stands before it is stored then, also the port's own text.
 void Cmd_save_click();
 
+/// `TCP_connect` and `TCP_disconnect`, by hand.
 void Connect_click();
 void cmd_discon_click();
 
@@ -113,7 +114,8 @@ void Cmd_close_click();
 /// Why a window is asked to close. A desktop may know fewer reasons; the close box is always one.
 enum class close_reason { close_box, code, system_shutdown, task_manager, mdi_parent, owner };
 
-/// Shows the message of the reason; any reason but the close box then hides the window.
+/// Shows the message of the reason and waits for the operator; any reason but the close box then hides the
+/// window.
 void frmsetuptcp_query_unload(close_reason reason);
 
 } // namespace tyxo

@@ -40,17 +40,22 @@ inline modbus_state modbus;
 [[nodiscard]] bool transaction_open();
 
 /// Sends `mb_reg`(0 to `count` - 1) to the holding registers from `address` and waits for the answer while
-/// the event loop goes on. Failure: a value above 65535; more registers than `mb_reg` has.
+/// the event loop goes on, until the time-out of `Timer1` at most, 1.6 s. Without a connection, or behind a
+/// time-out, nothing is sent and the status box says so. Failure, with nothing sent: a value above 65535, an
+/// address outside 0 to 65535, more than 124 registers, whose length has one byte only; a full socket.
 void FC16MB_write(i32 address, i16 count);
 
-/// The request for `count` holding registers from `address`; the answer comes as an event.
+/// The request for `count` holding registers from `address`; the answer comes as an event, nobody waits for
+/// it. Failure, with nothing sent: no connection; a number outside 0 to 65535.
 void FC3MB_read(i32 address, i16 count);
 
-/// Waits until the open write has ended.
+/// Waits until the open write has ended, by its answer or its time-out, while the event loop goes on.
 void WaitForWinsock();
 
 /// Failure: more than 255 bytes; an answer whose byte count runs past the array.
 void Winsock_A_DataArrival(i32 bytesTotal);
+
+/// The 101st tick of a transaction gives it up: no more writes until the next successful connection.
 void Timer1_tick();
 
 } // namespace tyxo

@@ -8,7 +8,7 @@ namespace tyxo {
 inline constexpr i32 registers_per_channel = 110;
 
 /// Assembles a block of a channel from its record, shows it in the dialog and writes it. A code that is no
-/// block's does nothing. Failure: see `FC16MB_write`.
+/// block's does nothing. Waits for the answer, and fails, as `FC16MB_write` does.
 void TCP_send(i16 channel, i16 block);
 
 } // namespace tyxo

@@ -9,6 +9,8 @@
 
 namespace tyxo {
 
+/// Only `stop_lock` asks the operator; the others wait no longer than a file or a message box does. What a
+/// call raises comes back to the handler that the link runs in: to `on_comm` for all that a frame sets off.
 struct link_calls {
     template <class Signature> using call = std::function<Signature>;
 

@@ -47,7 +47,7 @@ struct event_texts {
 };
 
 /// Puts an event into `Text_status`, the channel's log and the event file, in this order, each with its own
-/// reading of the clock.
+/// reading of the clock. What a file does not take is lost there and raises nothing.
 void raise_event(i16 channel, const event_texts& texts);
 
 /// The channel's number in texts: the index plus one.

@@ -29,15 +29,15 @@ inline std::array<bool, channel_count> rx_spare{};      ///< cleared with the ot
 void on_comm(i16 channel);
 
 /// Opens the channel's port with number `port`, a port that is open already anew. Every step is tried; True
-/// if any failed.
+/// if any failed. Closing waits as `port_close` does.
 [[nodiscard]] bool port_open(i16 channel, i16 port);
 
-/// Closes the channel's port if it is open.
+/// Closes the channel's port if it is open. Waits until what was sent has left, a second at most.
 void port_close(i16 channel);
 
 /// Sends `body`, from ":" to the last data character, with its check and CR LF. A closed port is opened for
-/// this one frame, with the channel's port number. Failure: the port cannot be opened or does not take the
-/// frame.
+/// this one frame, with the channel's port number; its closing waits as `port_close` does. Failure: the port
+/// cannot be opened or does not take the frame.
 void frame_send(std::string_view body, i16 channel);
 
 } // namespace tyxo::serial

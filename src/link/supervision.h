@@ -37,7 +37,8 @@ inline i16 poll_step =
     0; ///< one for all channels: with several channels they take turns through one sequence
 inline std::array<bool, channel_count> poll_hold{}; ///< skips the sequencer; nothing sets it
 
-/// One step of the request sequencer: sends a request for the step's kind of frame.
+/// One step of the request sequencer: sends a request for the step's kind of frame. Failure: that of
+/// `serial::frame_send`; the step counts as done.
 void poll(i16 channel);
 
 /// The watchdog fired: no complete frame for `link_timeout`. It fires again as long as the silence lasts.

@@ -17,8 +17,8 @@ inline bool event_file_failed = false; ///< a write has failed: no more lines in
 /// Reads the folder and builds the path, when the event file is enabled.
 void event_file_init();
 
-/// Appends "##;" and the text as one line. The first failure is told in a message box and ends the event file
-/// for this run.
+/// Appends "##;" and the text as one line; the disk is waited for as `output_file` tells. The first failure
+/// is told in a message box, which waits as `message_box` tells, and ends the event file for this run.
 void event_line(std::string_view text);
 
 } // namespace tyxo

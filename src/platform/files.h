@@ -31,6 +31,7 @@ class output_file {
     output_file& operator=(const output_file&) = delete;
 
     /// Opens the place's file, and creates it when there is none; a file that was open before is closed.
+    /// Failure: it cannot be opened. It counts as open nevertheless, and later lines try again.
     void open(file_place place);
     /// Writes the text and CR LF. Failure: no file is open, the system does not take the line, or more lines
     /// wait for the disk than memory is kept for.
@@ -48,10 +49,11 @@ class output_file {
     bool open_ = false;
 };
 
-/// True if there is such a file, readable or not.
+/// True if there is such a file, readable or not. Waits as long as the disk takes.
 [[nodiscard]] bool file_exists(std::string_view path);
 
 /// The whole file, or nothing when it cannot be read. Of a file that is being replaced it is the new content.
+/// Waits as long as the disk takes.
 [[nodiscard]] std::optional<std::string> read_file(std::string_view path);
 
 /// Puts `content` in the place of the file in one step: whatever happens, the file holds its old or its new

@@ -7,8 +7,8 @@
 namespace tyxo {
 
 /// Prints the chart as its print settings say: title lines, then the visible curves with axes and legend over
-/// `rows`, with the chart's X span. The operator chooses a printer or a PDF file; a print that cannot be done
-/// ends with a message box.
+/// `rows`, with the chart's X span. The operator chooses a printer or a PDF file and is waited for, while
+/// measuring goes on; a print that cannot be done ends with a message box.
 void print_chart(const iStripChartX& chart, const strip_window& rows);
 
 } // namespace tyxo

@@ -18,10 +18,11 @@ inline constexpr std::string_view program_version = "Version 2.10_4";
 /// folder already. Where folders cannot be locked at all, the debug output says so.
 [[nodiscard]] std::optional<std::string> folder_holder();
 
-/// Ends the process at once; nothing is closed or saved first.
+/// Ends the process from where it stands: no window is asked, nothing is destroyed. What was sent and written
+/// before gets a second to leave the ports and a second to come to the disk.
 void end_program(int exit_code);
 
-/// Lets the event loop handle what waits, once.
+/// Lets the event loop handle what waits, once. Handlers run inside; a failure of theirs does not come out.
 void do_events();
 
 /// Lets the event loop run until something has happened in it, or for `milliseconds`; uses no processor time

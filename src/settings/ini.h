@@ -10,11 +10,12 @@ namespace tyxo::Ini {
 
 inline constexpr std::size_t value_limit = 69; ///< characters of a value that a read gives
 
-/// The key's value, cut to its first `value_limit` characters; empty when key or file are missing.
+/// The key's value, cut to its first `value_limit` characters; empty when key or file are missing, or the
+/// file cannot be read. Waits as long as the disk takes.
 [[nodiscard]] std::string ini_read(std::string_view key);
 
 /// Writes one key at once; file, section and key come into being as needed. A failed write is not noticed,
-/// and leaves the file as it was.
+/// and leaves the file as it was. Waits as long as the disk takes to read, and 10 ms at most to write.
 void ini_write(std::string_view key, std::string_view value);
 
 /// While it lives, the keys that are written are kept together; its end puts them into the file as one

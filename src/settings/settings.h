@@ -25,16 +25,17 @@ struct settings_rec {
     i16 eventfile_ena = 0;      ///< 1 enables the event file for this run
     i16 eventfile_ena_edit = 0; ///< what the setup dialog changes and the next start reads
     std::string evtpath;        ///< folder of the event file, with its closing separator
-    std::string IPAdr;          ///< plant controller
-    i16 IPport = 0;
-    i16 IPsend = 0;
-    i32 REGBase = 0;   ///< first register of the automatic image
-    i16 REGNumber = 0; ///< registers of the manual access
+    std::string IPAdr;          ///< plant controller: host name or address
+    i16 IPport = 0;             ///< its TCP port
+    i16 IPsend = 0;             ///< read, used by nothing
+    // Limits of the registers are the dialog's; those that the file holds are not checked.
+    i32 REGBase = 0;   ///< first register of the automatic image, at most 62300
+    i16 REGNumber = 0; ///< registers of the manual access, at most 123
     u8 IPAutoC = 0;    ///< 1 connects at start-up
-    u8 IPenaTRS = 0;   ///< sends the measured values
-    i16 IPpolar = 0;   ///< sends the cylinder blocks
-    i16 IPsysstat = 0; ///< sends the status block
-    i32 Sendbase = 0;  ///< first register of the manual access
+    u8 IPenaTRS = 0;   ///< 1 sends the measured values
+    i16 IPpolar = 0;   ///< 1 sends the cylinder blocks
+    i16 IPsysstat = 0; ///< 1 sends the status block
+    i32 Sendbase = 0;  ///< first register of the manual access, at most 65410
     u8 REGView = 0;    ///< 1 shows the register boxes of the Modbus dialog
     u8 IPRefresh = 0;  ///< 0, 1, 2: send tick of 600, 450, 300 ms
 };
@@ -78,7 +79,8 @@ void load(const channel_key& row, i16 channel);
 [[nodiscard]] std::span<const channel_key> channel_keys();
 [[nodiscard]] std::span<const global_key> last_keys();
 
-/// Writes the keys that the setup dialog edits; those of a removed channel keep their old values.
+/// Writes the keys that the setup dialog edits, as one change; those of a removed channel keep their old
+/// values. Waits as `ini_write` does, once for all keys.
 void var_save();
 
 /// A channel's key: "location 2".

@@ -110,7 +110,8 @@ void show_parameters(sensor_tab& tab, const channel_rec& rec);
 /// Fills the first tab and sets what can be changed on it. Goes on past what fails.
 void setup_frame_commport();
 
-/// Takes the first tab over into the program's values and stores them.
+/// Takes the first tab over into the program's values and stores them. Waits as `Ini::var_save` does; a file
+/// that cannot be written is not noticed.
 void save_parameter();
 
 /// Sends the parameter write frame with what the channel's tab shows, then stores. No button runs it.
