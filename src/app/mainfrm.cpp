@@ -26,7 +26,8 @@ namespace {
 using sensor::channels;
 using sensor::max_sensors;
 
-/// Narrower or lower screens get a warning; the text of the warning speaks of other limits on purpose.
+/// Narrower or lower screens get a warning. Looks like a mistake and stays: the warning's text speaks of
+/// other limits (Screen.TheWarningHasItsTextTitleIconAndButtons).
 constexpr i16 least_screen_w = 1272;
 constexpr i16 least_screen_h = 937;
 
@@ -49,7 +50,9 @@ bool end_if_granted() {
     if (sensor::measure_running) {
         if (FrmAbort.asking) return false; // it asks about something else, and nobody has answered
         if (!calls.stop_lock("Stops all channels and ends the program")) {
-            TCP_disconnect(); // the gateway stays disconnected although the program goes on; it is required
+            // Looks like a mistake and stays: the program goes on, the gateway does not
+            // (LockedClose.TheGatewayDoesNotComeBackByItself).
+            TCP_disconnect();
             return false;
         }
     }

@@ -32,7 +32,9 @@ void frmpwd_CmdOK_click() {
                     box_icon::critical);
         return;
     }
-    Ini::ini_write("passwd", frmpwd.newpasswd.Text); // the stop lock keeps the old one until the restart
+    // Looks like a mistake and stays: the stop lock keeps the old one until the program starts anew
+    // (StopLock.AChangedPasswordIsValidOnlyAfterTheRestart).
+    Ini::ini_write("passwd", frmpwd.newpasswd.Text);
     frmpwd_CmdCancel_click();
 }
 

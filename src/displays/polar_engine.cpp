@@ -53,7 +53,8 @@ void hide_missing_cylinders(i32 cylinders) {
 }
 
 void put_first_label(const canvas& surface, const channel_rec& rec) {
-    // The angle is that of 359 degrees, which puts the label about one unit beside the top; it stays so.
+    // Looks like a mistake and stays: the angle is that of 359 degrees, which puts the label about one unit
+    // beside the top (DetailedDisplay.SixCylindersOfAFourStrokeEngineAreSixthsOfTheCircle).
     constexpr double angle = 359 * polar::per_degree;
     constexpr double radius = 64;
     put_cylinder(frmdetailedpic.Lblzyl[0], polar::turned_point(surface, radius, angle).x,
@@ -74,8 +75,8 @@ void draw_spokes(canvas& surface, const channel_rec& rec) {
         sum += four_strokes(rec) ? entry * 360 / 720 : entry; // one engine cycle is a full circle
         const double angle = sum * polar::per_degree;
         const auto degree = round_even<i32>(sum);
-        // The height of a spoke's end is that of the exact angle, its X that of the whole degree; it stays
-        // so.
+        // Looks like a mistake and stays: the height of a spoke's end is that of the exact angle, its X that
+        // of the whole degree (DetailedEngine.LabelsLieAtTheExactAngleSpokesInPartAtTheWholeDegree).
         at(ends, degree).y = polar::turned_point(surface, spoke_radius, angle).y;
         at(position, place) = degree;
         const double radius = stands_nearer(rec, place) ? near_label_radius : label_radius;

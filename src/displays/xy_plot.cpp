@@ -16,7 +16,8 @@ namespace {
 
 using sensor::channel_at;
 
-// Both are a hair short of the real angles; this stays. Sample 255 lies at the angle of sample 0.
+// Looks like a mistake and stays: both are a hair short of the real angles, and sample 255 lies at the angle
+// of sample 0 (Curves.AreDrawnClockwiseFromTheTopAroundTheirMean).
 constexpr double sample_angle = 0.024639215686274512; // 2 x 3.1415 / 255
 constexpr double top = 3.1415 / 2;
 
@@ -58,7 +59,8 @@ void show_curve(i16 channel, std::size_t curve) {
     if (curve < curves.size()) curves[curve].Visible = true;
 }
 
-/// A channel that came into use after the start has a plot without curves: it stays empty.
+/// Looks like a mistake and stays: a channel that came into use after the start has a plot without curves,
+/// which remains empty (Curves.OfAChannelThatCameIntoUseAfterTheStartAreServedWithoutADrawing).
 void add_point(i16 channel, std::size_t curve, const plot_point& point) {
     auto& curves = at(panels.XYplot, channel).curves;
     if (curve < curves.size()) curves[curve].points.push_back(point);
@@ -106,7 +108,9 @@ template <class Run> void process(i16 channel, const curve_kind& kind, Run& run)
     const double mean = sum / curve_samples;
     if (!(mean > 0)) return;
 
-    double radius = 0; // a statement that fails leaves the value of the sample before
+    // Looks like a mistake and stays: a statement that fails leaves the value of the sample before
+    // (ThermoFailures.OfASampleSkipItsRadiusAndReportTheLastFailureAtTheEnd).
+    double radius = 0;
     plot_point point;
     for (i32 index = 0; index < curve_samples; ++index) {
         const double angle = top - index * sample_angle;
@@ -137,7 +141,8 @@ plot_curve reference_circle() {
     plot_curve circle{"zero", rgb(255, 255, 255), true, {}};
     for (i32 index = 0; index < curve_samples; ++index) {
         const double angle = index * sample_angle;
-        // Only y is rounded; the slightly stepped circle stays.
+        // Looks like a mistake and stays: only y is rounded, the circle is slightly stepped
+        // (XYPlot.RoundsOnlyYOfTheReferenceCircle).
         circle.points.push_back({mean_radius * std::cos(angle),
                                  static_cast<double>(round_even<i32>(mean_radius * std::sin(angle)))});
     }

@@ -28,8 +28,9 @@ bool socket_connected() {
     return Winsock_A.State() == socket_state::connected;
 }
 
-/// The limit is a time of day, as is required: behind midnight, or when the clock is set back meanwhile, it
-/// is not reached. The clock that never jumps then ends the wait: what the operator asks for waits with it.
+/// Looks like a mistake and stays: the limit is a time of day, which is not reached behind midnight, or when
+/// the clock is set back meanwhile (ConnectionTime.OverMidnightNoHalfSecondEndsIt). The clock that never
+/// jumps ends the wait then: what the operator asks for waits with it.
 void wait_for_connection() {
     const float limit = static_cast<float>(seconds_of_day()) + patience;
     const std::int64_t longest = running_ms() + longest_wait;
@@ -42,6 +43,8 @@ bool connection_in_use() {
     return socket_connected() && tcp.tcp_connected;
 }
 
+/// Looks like a mistake and stays: the count of failures goes on behind a success
+/// (Connection.ASuccessBehindTwoFailuresLeavesTheCountAndTheNextFailureLocks).
 void connection_made() {
     tcp.tcp_connected = true;
     show_tcp_status("Connected", status_colour::green);
@@ -93,7 +96,8 @@ void run_cycle() {
         tcp.tcp_step = step.skip;
         return;
     }
-    TCP_connect(idle_command); // without effect, as it is required
+    // Looks like a mistake and stays: a call without effect (Connection.AnyCommandBut1DoesNothingInAnyState).
+    TCP_connect(idle_command);
     if (!tcp.tcp_connected) return;
     const auto why = attempt([] { TCP_send(tcp.tcp_channel, tcp.tcp_block); });
     if (why)

@@ -58,7 +58,9 @@ void save_address() {
     const std::string& address = FrmSetupTCP.Txt_IPadr;
     Ini::ini_write("IPAdr", address);
     settings.IPAdr = address;
-    Winsock_A.Close(); // without an automatic connection it stays closed, while `tcp_connected` stays too
+    // Looks like a mistake and stays: without an automatic connection the socket is closed from here on,
+    // while `tcp_connected` is what it was (SaveTcp.LeavesTheStateOfTheConnectionAsItWas).
+    Winsock_A.Close();
     Winsock_A.RemoteHost(address);
 }
 
@@ -66,7 +68,8 @@ void save_port() {
     std::string& box = FrmSetupTCP.Txt_IPport;
     limit(box, greatest_port);
     Ini::ini_write("IPPort", box);
-    // The setting holds 32767 at most, though the box allows more: the save ends here then, as is required.
+    // Looks like a mistake and stays: the box allows 65535, the setting 32767. In between the save ends here
+    // (SaveTcp.APortAbove32767OverflowsBehindItsStoring).
     settings.IPport = round_even<i16>(leading_number(box));
 }
 

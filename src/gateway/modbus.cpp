@@ -25,7 +25,8 @@ char byte(i32 value) {
     return static_cast<char>(narrow<u8>(value));
 }
 
-/// A register's two bytes, the high one first. Below -32768 only the low 15 bits survive, as it is required.
+/// A register's two bytes, the high one first. Looks like a mistake and stays: below -32768 only the low 15
+/// bits survive (ModbusWrite.EncodesARegisterAsItsTable).
 void append_register(std::string& frame, i32 value) {
     if (value >= 0) {
         frame += byte(value / 256);
@@ -85,8 +86,9 @@ void close_transaction() {
     Timer1.Enabled(false);
 }
 
-/// Shows the registers of an answer. Whether it is the answer of a read is not looked at: an exception's code
-/// counts as the number of bytes, as it is required.
+/// Shows the registers of an answer. Looks like a mistake and stays: whether it is the answer of a read is
+/// not looked at, an exception's code counts as the number of bytes
+/// (ModbusAnswer.AnExceptionToAReadIsTakenByItsCode).
 void take_registers() {
     auto box = FrmSetupTCP.Text4.begin();
     const i32 last = modbus.mb_rx[9] + 9;
@@ -97,7 +99,8 @@ void take_registers() {
     close_transaction();
 }
 
-/// Any other function, an exception too, leaves the transaction open until it times out.
+/// Looks like a mistake and stays: any other function, an exception too, leaves the transaction open until it
+/// times out (ModbusAnswer.WithAnotherFunctionToAWriteIsReportedAndTimesOut).
 void take_confirmation() {
     if (modbus.mb_rx[8] != write_registers) {
         show_tcp_status("Error writting registers feedback", status_colour::red);
@@ -128,6 +131,8 @@ void FC16MB_write(i32 address, i16 count) {
 }
 
 void FC3MB_read(i32 address, i16 count) {
+    // Looks like a mistake and stays: unlike a write it goes out behind a time-out too
+    // (ModbusWrite.AReadReturnsAtOnceAndIsSentThoughWritesAreGivenUp).
     modbus.mb_tx = read_frame(address, count);
     send({reinterpret_cast<const char*>(modbus.mb_tx.data()), modbus.mb_tx.size()}, true);
     modbus.mb_read_pending = true;
@@ -148,8 +153,9 @@ void WaitForWinsock() {
 }
 
 void Winsock_A_DataArrival(i32 bytesTotal) {
-    // An arrival is taken to be a whole answer; one in pieces counts as several. What an earlier answer left
-    // behind the bytes of this one is looked at too.
+    // Looks like a mistake and stays: an arrival is taken to be a whole answer, one in pieces counts as
+    // several (ModbusAnswer.ByteByByteTimesOutAtFirst), and what an earlier answer left behind the bytes of
+    // this one is looked at too (ModbusAnswer.ThatIsShorterThanItsCountShowsWhatEarlierOnesLeft).
     for (i32 index = 1; index <= bytesTotal; ++index)
         at(modbus.mb_rx, index) = Winsock_A.GetData();
     if (modbus.mb_read_active) take_registers();

@@ -113,7 +113,9 @@ void TCP_send(i16 channel, i16 block) {
         if (row.block == block) writer.add(row);
     }
     const i32 address = block_address(channel, first->offset);
-    settings.REGNumber = writer.length(); // replaces the operator's number, but not in the settings file
+    // Looks like a mistake and stays: the operator's number is replaced, but not in the settings file
+    // (RegisterImage.ShowsTheBlockSentLastAndLeavesTheOtherBoxes).
+    settings.REGNumber = writer.length();
     FrmSetupTCP.Txt_sendbase = plain(address);
     FrmSetupTCP.Txt_regnumber = plain(settings.REGNumber);
     FC16MB_write(address, settings.REGNumber);

@@ -15,13 +15,17 @@ std::array<i32, cylinder_max> cylinders_by_firing_place(const channel_rec& rec) 
     std::array<i32, cylinder_max> numbers{};
     const bool in_line = rec.cylconf == arrangement::in_line;
     const bool v_type = rec.cylconf == arrangement::v_type;
-    const bool banks = rec.firingorder[0] > 100; // the first entry decides for all
+    // Looks like a mistake and stays: the first entry decides for all
+    // (CylinderValues.TheFirstEntryDecidesWhetherAVEngineHasBanks).
+    const bool banks = rec.firingorder[0] > 100;
     for (i32 place = 0; place < rec.numzyl; ++place) {
         const i32 entry = at(rec.firingorder, place);
         if (in_line) {
             numbers[place] = entry;
         } else if (v_type && !banks) {
-            numbers[place] = entry - 1; // every cylinder takes the place of the next one; it stays
+            // Looks like a mistake and stays: every cylinder takes the place of the next one
+            // (CylinderValues.AVEngineWithPlainNumbersIsShiftedByOneCylinder).
+            numbers[place] = entry - 1;
         } else if (v_type && entry > 100 && entry < 200) {
             numbers[place] = (entry - 101) * 2 + 1;
         } else if (v_type && entry > 200) {
@@ -36,7 +40,8 @@ template <class Value> i32 window_mean(i32 index, i32 half_width, const Value& v
     if (index < 0 || index >= curve_samples) failures::subscript();
     const i32 first = index - half_width;
     const i32 last = index + half_width;
-    // At its lower end the curve wraps, at its upper end one sample stands for all; it stays.
+    // Looks like a mistake and stays: at its lower end the curve wraps, at its upper end one sample stands
+    // for all (CylinderValues.TheWindowWrapsAtTheLowerEndAndIsOneSampleAtTheUpperEnd).
     if (first >= 0 && last >= curve_samples) return value(index);
     std::int64_t sum = 0;
     for (i32 sample = first; sample <= last; ++sample)
@@ -122,7 +127,9 @@ i32 window_thermosignal(const sensor::curve& curve, i32 index, i32 half_width, c
 void write_speeds(const channel_rec& rec, const crank_angles& angles, const sensor::curve& curve,
                   i32 half_width, const outputs& out) {
     const double step = step_time(rec);
-    std::array<i32, cylinder_max> speed_100{}; // a cylinder above the limit keeps 0; it stays
+    // Looks like a mistake and stays: a cylinder above the limit keeps 0, and its difference is minus the
+    // mean (ModbusCalc.ACylinderAbove4000ShowsTheNegativeMeanAsItsDifference).
+    std::array<i32, cylinder_max> speed_100{};
     for (i32 cylinder = 0; cylinder < rec.numzyl; ++cylinder) {
         const i32 index = curve_index(rec, at(angles, cylinder));
         const double speed = window_speed(curve, index, half_width, step);

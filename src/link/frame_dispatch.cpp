@@ -80,7 +80,9 @@ void decode_curve_block(const frame_fields& frame, i16 channel, const curve_kind
     if (block < 1 || block > last_block) return;
     i16& counter = kind.block_last[channel];
     if (block != counter + 1) {
-        debug_output("blocknummerfehler thermospannung"); // the same words for both kinds; they stay
+        // Looks like a mistake and stays: the same words for both kinds
+        // (curve_blocks.first_block_must_be_number_1).
+        debug_output("blocknummerfehler thermospannung");
         counter = 0;
         return;
     }
@@ -98,7 +100,9 @@ void decode_curve_block(const frame_fields& frame, i16 channel, const curve_kind
         counter = static_cast<i16>(block);
         return;
     }
-    (calls.*kind.process)(channel); // a failure in there leaves the counter at 3: the next curve is refused
+    // Looks like a mistake and stays: a failure in there leaves the counter at 3, and the next curve is
+    // refused (curve_blocks.a_failing_process_leaves_the_counter_at_3_and_costs_the_next_curve).
+    (calls.*kind.process)(channel);
     counter = 0;
     calls.log_record(channel, kind.record_kind);
 }
@@ -153,7 +157,9 @@ void frame_dispatch(std::string_view received, i16 channel) {
         debug_output("LRC Error");
         return;
     }
-    indicators.StatusBar.clear(); // takes away a "not connected" of any channel
+    // Looks like a mistake and stays: takes away a "not connected" of any channel
+    // (supervision.a_good_frame_of_another_channel_empties_the_status_bar).
+    indicators.StatusBar.clear();
 
     const frame_fields frame(trimmed);
     switch (function_code(frame)) {

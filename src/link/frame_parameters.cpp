@@ -58,7 +58,9 @@ void scale_speed_gauge(const channel_rec& rec, iAngularGaugeX& gauge) {
     if (rec.ratedspeed > least) gauge.SectionEnd[0] = rec.ratedspeed;
     if (rec.overspeed > least) {
         gauge.SectionEnd[1] = rec.overspeed;
-        gauge.PositionMax = rec.overspeed * 1.1; // overwritten at once by the band; it stays
+        // Looks like a mistake and stays: the band overwrites this at once
+        // (gauge_of.the_overspeed_limit_has_its_end_and_ticks).
+        gauge.PositionMax = rec.overspeed * 1.1;
     }
     const gauge_band& band = band_of(gauge_bands, rec.overspeed);
     gauge.PositionMax = band.end;

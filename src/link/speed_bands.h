@@ -1,6 +1,10 @@
 #pragma once
 // What follows from an Evaluator's overspeed limit: the scale of the speed gauge, and the scale of the speed
-// line in the strip chart and in the log. The two tables have different limits on purpose.
+// line in the strip chart and in the log.
+//
+// Looks like a mistake and stays: the two tables have different limits
+// (gauge_of.the_overspeed_limit_has_its_end_and_ticks,
+// speed_line_of.the_overspeed_limit_has_its_scale_and_unit).
 
 #include "basics/types.h"
 
@@ -13,8 +17,8 @@ namespace tyxo {
 inline constexpr i32 no_limit = std::numeric_limits<i32>::max();
 
 struct gauge_band {
-    i32 below; ///< the band holds overspeeds under this limit
-    double end;
+    i32 below;  ///< rpm; the band holds overspeeds under this limit
+    double end; ///< rpm
     i32 major_ticks;
 };
 
@@ -28,7 +32,7 @@ inline constexpr std::array<gauge_band, 6> gauge_bands{{
 }};
 
 struct speed_band {
-    i32 below;
+    i32 below;              ///< rpm, likewise
     i32 divisor;            ///< of the speed in the strip chart
     std::string_view title; ///< of the speed line in the strip chart
     double scale;           ///< the same factor in the log

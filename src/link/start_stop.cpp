@@ -100,8 +100,8 @@ void stop_log() {
 }
 
 void stop_log_ch(i16 channel) {
-    // A channel whose port did not open is still marked as running here, so the display tick goes on; it
-    // stays.
+    // Looks like a mistake and stays: a channel whose port did not open is still marked as running here, so
+    // the display tick goes on (start_stop.a_busy_port_of_a_single_start_leaves_the_display_tick_on).
     if (!any_running()) funct::chart_timer_stop();
     stop_one(channel);
 }

@@ -32,7 +32,8 @@ std::string name_digits(const local_time& moment) {
     return digits;
 }
 
-/// Gives every channel in use a new file when the period has changed, also a channel that is not logging.
+/// Gives every channel in use a new file when the period has changed. Looks like a mistake and stays: also a
+/// channel that is not logging gets one (LogPeriod.AllChannelsInUseRotateAlsoThoseThatDoNotLog).
 void check_period() {
     std::string stamp = period_stamp(local_now());
     if (stamp == log_period) return;
@@ -96,7 +97,8 @@ void createlog(i16 channel) {
                                  .no_folder = "createlog : Path exists",
                                  .header = log_header(channel)});
     });
-    // In the first file of a measurement this line is lost, as `log_state` follows only afterwards; it stays.
+    // Looks like a mistake and stays: in the first file of a measurement this line is lost, as `log_state`
+    // follows only afterwards (LogLifecycle.AFileBeginsWithItsHeaderAndWithoutACommentOfTheStart).
     log_comment(channel, "Log Started");
 }
 

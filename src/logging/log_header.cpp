@@ -116,7 +116,9 @@ class header_writer {
 
     static void append_cylinder(std::string& list, i32 value) {
         const auto cylinder = bank_and_cylinder(value);
-        if (cylinder) list += ' ' + *cylinder; // of some values there is no entry at all; it stays
+        // Looks like a mistake and stays: 100 and 200 have no entry at all, so that the list is shorter
+        // (LogHeader.CylindersOneHundredAndTwoHundredHaveNoEntryInTheGoldenFile).
+        if (cylinder) list += ' ' + *cylinder;
     }
 
     static void append_angle(std::string& list, i32 value) {

@@ -128,7 +128,8 @@ void refresh_para() {
     setup_frame_commport();
     for (i16 channel = used; channel < channel_count; ++channel)
         close_sensor_tab(channel);
-    // The scroll bar does not follow: it stands at 1 when the dialog opens. It stays.
+    // Looks like a mistake and stays: the scroll bar does not follow, it stands at 1 when the dialog opens
+    // (SetupOpen.FromNoSensorToFourAsManyRowsAndTabsAreInUse).
     frmSetup.Text_num_sensors = plain(used);
 }
 
@@ -137,7 +138,8 @@ void setup_frame_commport() {
     frmSetup.Opt_event = option_of(settings.eventfile_ena_edit);
     frmSetup.Opt_diffmode = option_of(settings.speedbar_mode);
     const i16 used = frmSetup.num_sensors_edit;
-    // Without a list of ports the rows keep what they hold, and "OK" stores that: it stays.
+    // Looks like a mistake and stays: without a list of ports the rows keep what they hold, and "OK" stores
+    // that (SetupSave.WithoutAListOfPortsKeepsThePortsAndOverwritesNamesAndPathsWithTheEmptyBoxes).
     if (serial::serial_ports) {
         for (i16 row = 0; row < used; ++row)
             show_row(row, *serial::serial_ports);

@@ -9,7 +9,8 @@ namespace tyxo {
 void save_parameter() {
     sensor::max_sensors = frmSetup.num_sensors_edit;
     sensor::comport = frmSetup.comport_edit;
-    // All four rows: a row that is not in use may hold nothing but its empty boxes, and they count; it stays.
+    // Looks like a mistake and stays: all four rows count, also one that is not in use and may hold nothing
+    // but its empty boxes (SetupSave.RaisingTheNumberAgainWithOkStoresWhatTheRowsShow).
     for (i16 row = 0; row < channel_count; ++row) {
         channel_rec& rec = sensor::channels[row];
         rec.location = frmSetup.Text_sensor_loc[row].Text;
