@@ -34,6 +34,7 @@ CHECKS = {check.__name__: check for check in (
     texts.texts_end_in_a_line_end,
     texts.texts_have_plain_line_ends,
     names.paths_in_documents_exist,
+    names.tests_that_hold_a_line_exist,
 )}
 
 

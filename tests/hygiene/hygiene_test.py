@@ -26,6 +26,7 @@ SOUND = {
     "src/basics/a.cpp": '#include "basics/a.h"\n',
     "src/link/b.h": ABOUT + '#include "basics/a.h"\n',
     "src/link/b.cpp": '#include "link/b.h"\n',
+    "tests/link/b_test.cpp": "TEST_P(b, holds) {}\nTEST(b,\n     holds_too) {}\n",
     "src/app/c_view.h": ABOUT + '#include <QWidget>\n#include "link/b.h"\n',
     "src/app/c_view.cpp": '#include "app/c_view.h"\n',
     "src/platform/desktop/d.cpp": '#include <QTimer>\n#include <unistd.h>\n#include "basics/a.h"\n',
@@ -167,8 +168,8 @@ class HygieneTest(unittest.TestCase):
         self.expect("floors_are_drawn_as_they_are", "docs/architecture.md: ")
 
     def test_a_path_that_does_not_exist(self):
-        for words in ("src/link/gone.cpp", "tests/settings/golden/*.xlg", "src/*/deep/b.h", "link/gone",
-                      "python3 tools/gone.py -v", "docs/gone/"):
+        for words in ("src/link/gone.cpp", "tests/settings/golden/*.xlg", "src/*/deep/b.h", "src/li*.h",
+                      "link/gone", "python3 tools/gone.py -v", "docs/gone/"):
             with self.subTest(words):
                 self.write("README.md", f"A line.\nLook at `{words}`.\n")
                 self.write("docs/page.md", "Sound.\n")
@@ -184,6 +185,30 @@ class HygieneTest(unittest.TestCase):
             with self.subTest(words):
                 self.write("docs/page.md", f"Look at `{words}`.\nNot meant: src/link/gone.cpp\n")
                 self.expect("paths_in_documents_exist")
+
+    def test_a_remark_with_a_test_that_does_not_exist(self):
+        for remark in ("// Looks like a mistake and stays: so (b.gone)\n",
+                       "int x; ///< Looks like a mistake and stays: so (b.gone).\n",
+                       "/// Text. Looks like a mistake and stays: so\n/// (b.holds,\n/// b.gone) and so.\n"):
+            with self.subTest(remark):
+                self.append("src/link/b.cpp", remark)
+                self.expect("tests_that_hold_a_line_exist", "src/link/b.cpp:2: there is no test b.gone")
+
+    def test_a_remark_in_other_words(self):
+        for remark in ("// Looks like a mistake, and stays: so\n", "int x; // It looks like a mistake\n"):
+            with self.subTest(remark):
+                self.append("src/link/b.cpp", remark)
+                self.expect("tests_that_hold_a_line_exist", "src/link/b.cpp:2: write ")
+
+    def test_remarks_that_are_right(self):
+        for remark in ("// Looks like a mistake and stays: so (b.holds)\n",
+                       "// Looks like a mistake and stays: so (really)\n// (b.holds,\n// b.holds_too).\n",
+                       "// Looks like a mistake and stays: so\n\n// (b.gone)\n",
+                       "// Looks like a mistake and stays: so\nint x; // (b.gone)\n",
+                       "// No remark (b.gone).\n"):
+            with self.subTest(remark):
+                self.append("src/link/b.cpp", remark)
+                self.expect("tests_that_hold_a_line_exist")
 
     def test_forbidden_words(self):
         for words in ("TO" "DO: later", "// FIX" "ME", "XX" "X", "HA" "CK", "GTEST_" "SKIP()", "Q" "SKIP(1)",
@@ -228,7 +253,7 @@ class HygieneTest(unittest.TestCase):
         self.write("src/displays/x.cpp", "\n" * (FOLDER_LINES["src/displays"] - 1))
         self.write("src/displays/picture.svg", "\n" * 400)
         self.expect("folders_are_small")
-        self.write("src/displays/sub/y.h", ABOUT)
+        self.write("src/displays/sub/y.h", "#pragma once\n")
         self.expect("folders_are_small", "src/displays: ")
 
     def test_a_long_line(self):
