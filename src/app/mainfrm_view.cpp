@@ -96,7 +96,8 @@ void mainfrm_view::make_menu() {
     QMenu* const file = add_menu("file", "&File");
     connect(add_entry(file, "prt", "&Print"), &QAction::triggered, this, on_command(prt_click));
     file->addSeparator()->setObjectName("null");
-    Quit = add_entry(file, "Quit", "E&xit");
+    QAction* const Quit = add_entry(file, "Quit", "E&xit");
+    bind(Quit, indicators.Quit);
     connect(Quit, &QAction::triggered, this, &QWidget::close, asked_later);
 
     QMenu* const setup = add_menu("Setup_menue", "&Setup");
@@ -110,7 +111,8 @@ void mainfrm_view::make_menu() {
             on_command(setup_tcp_click));
 
     QMenu* const start = add_menu("start", "&Start/Stop Log");
-    startstop = add_entry(start, "startstop", {});
+    QAction* const startstop = add_entry(start, "startstop", {});
+    bind(startstop, indicators.startstop);
     connect(startstop, &QAction::triggered, this, on_command(mainfrm::startstop_click), asked_later);
     start->addSeparator()->setObjectName("null1");
     for (i16 channel = 0; channel < channel_count; ++channel) {
@@ -118,7 +120,7 @@ void mainfrm_view::make_menu() {
         entry->setObjectName(element("start_channel", channel));
         connect(entry, &QAction::triggered, this,
                 on_command([channel] { mainfrm::start_channel_click(channel); }), asked_later);
-        start_channel[static_cast<std::size_t>(channel)] = entry;
+        bind(entry, indicators.start_channel[static_cast<std::size_t>(channel)]);
     }
     QAction* const about = menuBar()->addAction("&About");
     about->setObjectName("about");
@@ -141,6 +143,7 @@ void mainfrm_view::make_client() {
         panel->make_zoom_button(client);
     Text_status = new text_status_view(client);
     Text_status->setObjectName("Text_status");
+    bind(Text_status, indicators.Text_status);
     connect(Text_status, &text_status_view::enlarged, this, on_view_command(Text_status_dblclick));
     make_resolution(client);
     Lbl_TY_logger = new click_label(client);
@@ -178,6 +181,7 @@ void mainfrm_view::make_resolution(QWidget* client) {
         caption->setObjectName(element("Lbl_opt_res", column));
         caption->setFocusPolicy(Qt::NoFocus); // the keyboard has the circle
         connect(caption, &click_label::clicked, opt_res[index], &QRadioButton::click);
+        bind(caption, charts.Lbl_opt_res[index]);
         Lbl_opt_res[index] = caption;
         if (index > 0) row->addSpacerItem(new QSpacerItem(pair_gap, 0, QSizePolicy::MinimumExpanding));
         row->addWidget(opt_res[index]);
@@ -199,24 +203,14 @@ void mainfrm_view::make_tab_order() {
         setTabOrder(stops[index - 1], stops[index]);
 }
 
-void mainfrm_view::show_menu() {
-    show_entry(*startstop, indicators.startstop);
-    show_entry(*Quit, indicators.Quit);
-    for (std::size_t channel = 0; channel < start_channel.size(); ++channel) {
-        show_entry(*start_channel[channel], indicators.start_channel[channel]);
-    }
-}
-
 void mainfrm_view::show_state() {
     setWindowTitle(qt_text(main_form.Caption));
-    show_menu();
+    show_bound();
     for (panel_view* panel : panels_)
         panel->show_state();
-    Text_status->show_control(indicators.Text_status);
     status_panel_->setText(qt_text(indicators.StatusBar));
-    status_panel_->setVisible(!indicators.StatusBar.empty()); // a reader would stop at an empty text
+    show_on(*status_panel_, !indicators.StatusBar.empty()); // a reader would stop at an empty text
     for (std::size_t index = 0; index < opt_res.size(); ++index) {
-        show_label(*Lbl_opt_res[index], charts.Lbl_opt_res[index]);
         show_name(*opt_res[index], Lbl_opt_res[index]->text());
         opt_res[index]->setChecked(index == charts.opt_res);
     }

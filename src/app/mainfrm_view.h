@@ -4,6 +4,7 @@
 #include "app/windows_view.h"
 #include "basics/types.h"
 #include "displays/layout.h"
+#include "widgets/state_view.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -25,14 +26,14 @@ class text_status_view;
 
 /// Shows the state of the core: after every handler, at most 50 times a second. It passes commands on and
 /// changes nothing by itself.
-class mainfrm_view : public QMainWindow {
+class mainfrm_view : public QMainWindow, public state_view {
     Q_OBJECT
 
   public:
     mainfrm_view();
 
     /// Shows what has changed; runs by itself some milliseconds after a handler.
-    void show_state();
+    void show_state() override;
 
     /// The desktop session is about to end; see `query_end_session`. False keeps the session.
     bool end_session(const std::function<bool()>& may_ask);
@@ -48,14 +49,10 @@ class mainfrm_view : public QMainWindow {
     void make_client();
     void make_resolution(QWidget* client);
     void make_tab_order();
-    void show_menu();
     void open_on_screen();
     [[nodiscard]] print_room measured_print() const;
     void place();
 
-    QAction* startstop = nullptr;
-    QAction* Quit = nullptr;
-    std::array<QAction*, channel_count> start_channel{};
     std::array<panel_view*, channel_count> panels_{};
     text_status_view* Text_status = nullptr;
     QGroupBox* frame_resolution = nullptr;

@@ -22,7 +22,8 @@ constexpr int key_side = 40;
 
 } // namespace
 
-frmabort_view::frmabort_view(QWidget* parent) : modal_dialog(parent, "FrmAbort", FrmAbort_unload) {
+frmabort_view::frmabort_view(QWidget* parent)
+    : modal_dialog(parent, "FrmAbort", FrmAbort.form, FrmAbort_unload) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(margin, margin, margin, margin);
     rows->setSpacing(gap);
@@ -37,8 +38,8 @@ frmabort_view::frmabort_view(QWidget* parent) : modal_dialog(parent, "FrmAbort",
     buttons->setSpacing(gap);
     rows->addLayout(buttons);
     buttons->addStretch();
-    CmdStop = add_button("CmdStop", CmdStop_click, false, *buttons);
-    CmdContinue = add_button("CmdContinue", CmdContinue_click, false, *buttons);
+    CmdStop = add_button("CmdStop", FrmAbort.CmdStop, CmdStop_click, false, *buttons);
+    CmdContinue = add_button("CmdContinue", FrmAbort.CmdContinue, CmdContinue_click, false, *buttons);
     for (QPushButton* const button : {CmdStop, CmdContinue}) // a dialog makes one of those its default
         button->setAutoDefault(false);
     rows->setSizeConstraint(QLayout::SetFixedSize);
@@ -49,9 +50,9 @@ void frmabort_view::make_question(QBoxLayout& place) {
     auto* const question = new QVBoxLayout;
     place.addLayout(question, 1);
     question->addStretch();
-    Lbl_what = add_label("Lbl_what", *question);
+    QLabel* const Lbl_what = add_label("Lbl_what", FrmAbort.Lbl_what, *question);
     Lbl_what->setFont(headline_font(font(), 1.1));
-    Label1 = add_label("Label1", *question);
+    Label1 = add_label("Label1", FrmAbort.Label1, *question);
     auto* const line = new QHBoxLayout;
     question->addLayout(line);
     question->addStretch();
@@ -63,6 +64,7 @@ void frmabort_view::make_question(QBoxLayout& place) {
         TextPassword_change(text);
         show_state(); // at once: the next key belongs to the button if the password is right
     });
+    bind(TextPassword, FrmAbort.TextPassword);
     Label1->setBuddy(TextPassword);
     line->addWidget(TextPassword, 1);
 }
@@ -81,20 +83,16 @@ void frmabort_view::come_to_front() {
     TextPassword->setFocus();
     if (parentWidget()->isMinimized())
         parentWidget()->setWindowState(parentWidget()->windowState() & ~Qt::WindowMinimized);
-    show_form(FrmAbort.form);
+    show_form();
     raise();
     activateWindow();
 }
 
 void frmabort_view::show_state() {
-    show_label(*Lbl_what, FrmAbort.Lbl_what);
-    show_label(*Label1, FrmAbort.Label1);
+    show_bound();
     show_name(*TextPassword, Label1->text());
-    TextPassword->show_text(FrmAbort.TextPassword.Text);
-    show_button(*CmdStop, FrmAbort.CmdStop);
-    show_button(*CmdContinue, FrmAbort.CmdContinue);
-    if (FrmAbort.form.Visible && !isVisible()) come_to_front();
-    show_form(FrmAbort.form);
+    if (opens()) come_to_front();
+    show_form();
     if (std::exchange(CmdStop_focused_, FrmAbort.CmdStop_focused) != FrmAbort.CmdStop_focused)
         CmdStop->setFocus();
 }

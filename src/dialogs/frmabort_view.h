@@ -14,8 +14,7 @@ class frmabort_view : public modal_dialog {
   public:
     explicit frmabort_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -24,7 +23,6 @@ class frmabort_view : public modal_dialog {
     void make_question(QBoxLayout& place);
     void come_to_front();
 
-    QLabel* Lbl_what = nullptr;
     QLabel* Label1 = nullptr;
     edit_box* TextPassword = nullptr;
     QPushButton* CmdStop = nullptr;

@@ -55,7 +55,7 @@ class alert_plate : public QLabel {
     }
 
     void show_control(const Label& control) {
-        show_label(*this, control);
+        show_on(static_cast<QLabel&>(*this), control);
         QPalette colours = palette();
         colours.setColor(QPalette::WindowText, qt_colour(control.ForeColor));
         colours.setColor(QPalette::Window,
@@ -107,13 +107,15 @@ frmalert_view::frmalert_view()
     make_lines(*rows);
     CmdAck = new confirm_button(this);
     CmdAck->setObjectName("CmdAck");
+    CmdAck->setAccessibleName(tr("Confirm the main alarm"));
+    bind(CmdAck, FrmAlert.CmdAck);
     CmdAck->setMinimumWidth(button_width);
     CmdAck->setDefault(true);
     connect(CmdAck, &QPushButton::clicked, this, desktop::on_view_command(FrmAlert_CmdAck_click));
     rows->addWidget(CmdAck, 0, Qt::AlignHCenter);
     rows->setSizeConstraint(QLayout::SetFixedSize);
-    show_phase();
-    show_lines();
+    show_ground();
+    show_bound();
     ensurePolished();
     fit_screen();
     winId(); // made now, so that the first alarm finds its window ready
@@ -150,17 +152,21 @@ void frmalert_view::make_headline(QBoxLayout& rows) {
     row->setSpacing(gap);
     words->setSpacing(gap);
     rows.addLayout(row);
-    const auto picture = [&](const char* name, const char* drawing, const QString& meaning) {
+    const auto picture = [&](const char* name, const char* drawing, const QString& meaning,
+                             const bool& visible) {
         auto* const image = new picture_view(this, name, drawing, picture_side);
         image->setAccessibleName(meaning);
         image->setFixedSize(picture_side, picture_side);
         keep_place(*image);
+        bind(image, visible);
         return image;
     };
-    Image1 = picture("Image1", "alarm_bell", tr("Alarm bell"));
-    Image2 = picture("Image2", "alarm_engine", tr("Engine in danger"));
+    auto* const Image1 = picture("Image1", "alarm_bell", tr("Alarm bell"), FrmAlert.Image1_visible);
+    auto* const Image2 = picture("Image2", "alarm_engine", tr("Engine in danger"), FrmAlert.Image2_visible);
     Lbl_attention = new alert_plate(this, "Lbl_attention");
     Lbl_relay = new alert_plate(this, "Lbl_relay");
+    bind(Lbl_attention, FrmAlert.Lbl_attention);
+    bind(Lbl_relay, FrmAlert.Lbl_relay);
     for (alert_plate* label : {Lbl_attention, Lbl_relay}) {
         label->setAlignment(Qt::AlignCenter);
         words->addWidget(label);
@@ -179,28 +185,17 @@ void frmalert_view::make_lines(QBoxLayout& rows) {
         const auto at = static_cast<std::size_t>(index);
         lbl_inst[at] = new alert_plate(this, element("lbl_inst", index));
         lbl_inst1[at] = new alert_plate(this, element("lbl_inst1", index));
+        bind(lbl_inst[at], FrmAlert.lbl_inst[at]);
+        bind(lbl_inst1[at], FrmAlert.lbl_inst1[at]);
         grid->addWidget(lbl_inst[at], index, 0);
         grid->addWidget(lbl_inst1[at], index, 1);
     }
 }
 
-void frmalert_view::show_phase() {
-    Lbl_attention->show_control(FrmAlert.Lbl_attention);
-    Lbl_relay->show_control(FrmAlert.Lbl_relay);
+void frmalert_view::show_ground() {
     QPalette colours = palette();
     colours.setColor(QPalette::Window, qt_colour(FrmAlert.BackColor));
     if (colours != palette()) setPalette(colours);
-    Image1->setVisible(FrmAlert.Image1_visible);
-    Image2->setVisible(FrmAlert.Image2_visible);
-}
-
-void frmalert_view::show_lines() {
-    for (std::size_t index = 0; index < lbl_inst.size(); ++index) {
-        lbl_inst[index]->show_control(FrmAlert.lbl_inst[index]);
-        lbl_inst1[index]->show_control(FrmAlert.lbl_inst1[index]);
-    }
-    show_button(*CmdAck, FrmAlert.CmdAck);
-    show_name(*CmdAck, tr("Confirm the main alarm"));
 }
 
 /// Heard wherever the keyboard is: it may stay with somebody who types.
@@ -226,8 +221,8 @@ void frmalert_view::show_state() {
     }
     const QString caption = qt_text(FrmAlert.form.Caption);
     if (windowTitle() != caption) setWindowTitle(caption);
-    show_phase();
-    show_lines();
+    show_ground();
+    show_bound();
     if (!isVisible()) {
         appear();
     } else if (FrmAlert.BackColor == alert_colour::red) {

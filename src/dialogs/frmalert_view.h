@@ -2,6 +2,7 @@
 // The alarm alert on the screen.
 
 #include "widgets/spoken.h"
+#include "widgets/state_view.h"
 
 #include <QDialog>
 #include <QElapsedTimer>
@@ -17,21 +18,19 @@ class QWindow;
 namespace tyxo {
 
 class alert_plate;
-class picture_view;
 
 /// A window that belongs to no other, so that no dialog locks it, and that stays in front of all. It takes
 /// the keyboard only when nobody types: a half-typed password goes on, and the alert gets the keyboard when
 /// the dialog has closed or the operator has left the window that he typed in. Some window systems give the
 /// keyboard to whatever is new or in front; the alert then gives it back, and hands on what was typed
 /// meanwhile. The mouse confirms at any time.
-class frmalert_view : public QDialog, public spoken_control {
+class frmalert_view : public QDialog, public state_view, public spoken_control {
     Q_OBJECT
 
   public:
     frmalert_view();
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
     void reject() override;
 
@@ -46,8 +45,7 @@ class frmalert_view : public QDialog, public spoken_control {
     void make_lines(QBoxLayout& rows);
     void fit_screen();
     void set_letters(double share);
-    void show_phase();
-    void show_lines();
+    void show_ground();
     void say_new_lines();
     void appear();
     void keep_in_front();
@@ -63,8 +61,6 @@ class frmalert_view : public QDialog, public spoken_control {
     alert_plate* Lbl_relay = nullptr;
     std::array<alert_plate*, 4> lbl_inst{};
     std::array<alert_plate*, 4> lbl_inst1{};
-    picture_view* Image1 = nullptr;
-    picture_view* Image2 = nullptr;
     QPushButton* CmdAck = nullptr;
     announcer* announcer_;
     std::array<QString, 4> said_; // the lines that were announced

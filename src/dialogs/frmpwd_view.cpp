@@ -18,30 +18,32 @@ constexpr int box_width = 220; // px, at least
 
 } // namespace
 
-frmpwd_view::frmpwd_view(QWidget* parent) : modal_dialog(parent, "frmpwd", frmpwd_CmdCancel_click) {
+frmpwd_view::frmpwd_view(QWidget* parent)
+    : modal_dialog(parent, "frmpwd", frmpwd.form, frmpwd_CmdCancel_click) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(margin, margin, margin, margin);
     rows->setSpacing(gap);
-    Frame1 = add_frame("Frame1", *rows);
+    Frame1 = add_frame("Frame1", frmpwd.Frame1, *rows);
     auto* const grid = new QGridLayout(Frame1);
     grid->setContentsMargins(margin, margin, margin, margin);
     grid->setHorizontalSpacing(margin);
     grid->setVerticalSpacing(gap);
-    oldpasswd = add_box("oldpasswd", tr("Enter old password"), oldpasswd_change, *grid);
-    newpasswd = add_box("newpasswd", tr("Enter new password"), newpasswd_change, *grid);
-    newpasswd2 = add_box("newpasswd2", tr("Confirm new password"), newpasswd2_change, *grid);
+    oldpasswd = add_box("oldpasswd", tr("Enter old password"), frmpwd.oldpasswd, oldpasswd_change, *grid);
+    add_box("newpasswd", tr("Enter new password"), frmpwd.newpasswd, newpasswd_change, *grid);
+    add_box("newpasswd2", tr("Confirm new password"), frmpwd.newpasswd2, newpasswd2_change, *grid);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(gap);
     rows->addLayout(buttons);
     buttons->addStretch();
-    CmdOK = add_button("CmdOK", frmpwd_CmdOK_click, true, *buttons);
-    CmdCancel = add_button("CmdCancel", frmpwd_CmdCancel_click, false, *buttons);
+    add_button("CmdOK", frmpwd.CmdOK, frmpwd_CmdOK_click, true, *buttons);
+    add_button("CmdCancel", frmpwd.CmdCancel, frmpwd_CmdCancel_click, false, *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-edit_box* frmpwd_view::add_box(const char* name, const QString& label, void (*change)(std::string_view),
-                               QGridLayout& grid) {
+edit_box* frmpwd_view::add_box(const char* name, const QString& label, const TextBox& state,
+                               void (*change)(std::string_view), QGridLayout& grid) {
     auto* const box = new edit_box(Frame1, name, change);
+    bind(box, state);
     box->setMinimumWidth(box_width);
     box->setAccessibleName(label);
     auto* const beside = new QLabel(label, Frame1);
@@ -53,14 +55,9 @@ edit_box* frmpwd_view::add_box(const char* name, const QString& label, void (*ch
 }
 
 void frmpwd_view::show_state() {
-    show_frame(*Frame1, frmpwd.Frame1);
-    oldpasswd->show_text(frmpwd.oldpasswd.Text);
-    newpasswd->show_text(frmpwd.newpasswd.Text);
-    newpasswd2->show_text(frmpwd.newpasswd2.Text);
-    show_button(*CmdOK, frmpwd.CmdOK);
-    show_button(*CmdCancel, frmpwd.CmdCancel);
-    if (frmpwd.form.Visible && !isVisible()) oldpasswd->setFocus();
-    show_form(frmpwd.form);
+    show_bound();
+    if (opens()) oldpasswd->setFocus();
+    show_form();
 }
 
 } // namespace tyxo

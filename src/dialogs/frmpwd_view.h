@@ -17,19 +17,14 @@ class frmpwd_view : public modal_dialog {
   public:
     explicit frmpwd_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   private:
-    edit_box* add_box(const char* name, const QString& label, void (*change)(std::string_view),
-                      QGridLayout& grid);
+    edit_box* add_box(const char* name, const QString& label, const TextBox& state,
+                      void (*change)(std::string_view), QGridLayout& grid);
 
     QGroupBox* Frame1 = nullptr;
     edit_box* oldpasswd = nullptr;
-    edit_box* newpasswd = nullptr;
-    edit_box* newpasswd2 = nullptr;
-    QPushButton* CmdOK = nullptr;
-    QPushButton* CmdCancel = nullptr;
 };
 
 } // namespace tyxo

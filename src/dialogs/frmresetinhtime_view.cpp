@@ -22,31 +22,27 @@ QString channel_title(i16 channel) {
 } // namespace
 
 frmresetinhtime_view::frmresetinhtime_view(QWidget* parent)
-    : modal_dialog(parent, "FrmResetInhTime", FrmResetInhTime_CmdCancel_click) {
+    : modal_dialog(parent, "FrmResetInhTime", FrmResetInhTime.form, FrmResetInhTime_CmdCancel_click) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(margin, margin, margin, gap);
     rows->setSpacing(gap);
-    Label1 = add_label("Label1", *rows);
+    QLabel* const Label1 = add_label("Label1", FrmResetInhTime.Label1, *rows);
     channel_ = add_label("Lbl_channel", *rows);
     for (QLabel* label : {Label1, channel_})
         label->setAlignment(Qt::AlignCenter);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(gap);
     rows->addLayout(buttons);
-    CmdDo = add_button("CmdDo", CmdDo_click, true, *buttons);
-    CmdCancel = add_button("CmdCancel", FrmResetInhTime_CmdCancel_click, false, *buttons);
+    CmdDo = add_button("CmdDo", FrmResetInhTime.CmdDo, CmdDo_click, true, *buttons);
+    add_button("CmdCancel", FrmResetInhTime.CmdCancel, FrmResetInhTime_CmdCancel_click, false, *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void frmresetinhtime_view::show_state() {
-    const frmresetinhtime_form& dialog = FrmResetInhTime;
-    show_label(*Label1, dialog.Label1);
-    show_button(*CmdDo, dialog.CmdDo);
-    show_button(*CmdCancel, dialog.CmdCancel);
-    const bool opens = dialog.form.Visible && !isVisible();
-    if (opens) channel_->setText(channel_title(sensor::inhibit_reset_channel));
-    show_form(dialog.form);
-    if (opens) CmdDo->setFocus();
+    const bool opened = opens();
+    if (opened) channel_->setText(channel_title(sensor::inhibit_reset_channel));
+    modal_dialog::show_state();
+    if (opened) CmdDo->setFocus();
 }
 
 } // namespace tyxo

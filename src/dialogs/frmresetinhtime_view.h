@@ -11,14 +11,11 @@ class frmresetinhtime_view : public modal_dialog {
   public:
     explicit frmresetinhtime_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   private:
-    QLabel* Label1;
     QLabel* channel_; ///< which Evaluator it concerns
     QPushButton* CmdDo;
-    QPushButton* CmdCancel;
 };
 
 } // namespace tyxo

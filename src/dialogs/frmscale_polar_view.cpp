@@ -37,15 +37,19 @@ void add_options(option_array& options, QGroupBox& place, const Frame& frame, QB
 } // namespace
 
 frmscale_polar_view::frmscale_polar_view(QWidget* parent)
-    : modal_dialog(parent, "frmscale_polar", frmscale_polar_unload),
+    : modal_dialog(parent, "frmscale_polar", frmscale_polar.form, frmscale_polar_unload),
       Opt_scale(this, "Opt_scale", Opt_scale_click), Opt_scale_t(this, "Opt_scale_t", Opt_scale_t_click),
       Opt_refr(this, "Opt_refr", Opt_refr_click), Opt_logtime(this, "Opt_logtime", Opt_logtime_click) {
     auto* const rows = new QVBoxLayout(this);
-    Frame1 = add_frame("Frame1", *rows);
+    QGroupBox* const Frame1 = add_frame("Frame1", frmscale_polar.Frame1, *rows);
     auto* const outer = new QVBoxLayout(Frame1);
     outer->setSpacing(frame_gap);
     make_scales(*outer);
     make_times(*outer);
+    bind(&Opt_scale, frmscale_polar.Opt_scale);
+    bind(&Opt_scale_t, frmscale_polar.Opt_scale_t);
+    bind(&Opt_refr, frmscale_polar.Opt_refr);
+    bind(&Opt_logtime, frmscale_polar.Opt_logtime);
     locked_ = add_label("Lbl_locked", *rows);
     locked_->setText(tr("The values are locked. Stop all channels first."));
     make_buttons(*rows);
@@ -56,8 +60,8 @@ void frmscale_polar_view::make_scales(QVBoxLayout& outer) {
     auto* const row = new QHBoxLayout;
     row->setSpacing(frame_gap);
     outer.addLayout(row);
-    Frame_scale_a = add_frame("Frame_scale_a", *row);
-    Frame_scale_t = add_frame("Frame_scale_t", *row);
+    QGroupBox* const Frame_scale_a = add_frame("Frame_scale_a", frmscale_polar.Frame_scale_a, *row);
+    QGroupBox* const Frame_scale_t = add_frame("Frame_scale_t", frmscale_polar.Frame_scale_t, *row);
     for (QGroupBox* frame : {Frame_scale_a, Frame_scale_t})
         frame->setMinimumWidth(scale_frame_width);
     add_scale_options(Opt_scale, *Frame_scale_a, frmscale_polar.Frame_scale_a);
@@ -85,10 +89,10 @@ void frmscale_polar_view::add_scale_options(option_array& options, QGroupBox& pl
 }
 
 void frmscale_polar_view::make_times(QVBoxLayout& outer) {
-    Frame_refresh = add_frame("Frame_refresh", outer);
+    QGroupBox* const Frame_refresh = add_frame("Frame_refresh", frmscale_polar.Frame_refresh, outer);
     auto* const refresh = new QHBoxLayout(Frame_refresh);
     add_options(Opt_refr, *Frame_refresh, frmscale_polar.Frame_refresh, *refresh, refresh_choices);
-    Frame_logtime = add_frame("Frame_logtime", outer);
+    QGroupBox* const Frame_logtime = add_frame("Frame_logtime", frmscale_polar.Frame_logtime, outer);
     auto* const log_period = new QHBoxLayout(Frame_logtime);
     add_options(Opt_logtime, *Frame_logtime, frmscale_polar.Frame_logtime, *log_period, log_period_choices);
 }
@@ -96,26 +100,14 @@ void frmscale_polar_view::make_times(QVBoxLayout& outer) {
 void frmscale_polar_view::make_buttons(QVBoxLayout& outer) {
     auto* const row = new QHBoxLayout;
     outer.addLayout(row);
-    cmd_default = add_button("cmd_default", cmd_default_click, false, *row);
+    add_button("cmd_default", frmscale_polar.cmd_default, cmd_default_click, false, *row);
     row->addStretch();
-    Cmd_ok = add_button("Cmd_ok", frmscale_polar_Cmd_ok_click, true, *row);
+    add_button("Cmd_ok", frmscale_polar.Cmd_ok, frmscale_polar_Cmd_ok_click, true, *row);
 }
 
 void frmscale_polar_view::show_state() {
-    const frmscale_polar_form& dialog = frmscale_polar;
-    show_frame(*Frame1, dialog.Frame1);
-    show_frame(*Frame_scale_a, dialog.Frame_scale_a);
-    show_frame(*Frame_scale_t, dialog.Frame_scale_t);
-    show_frame(*Frame_refresh, dialog.Frame_refresh);
-    show_frame(*Frame_logtime, dialog.Frame_logtime);
-    Opt_scale.show_selected(dialog.Opt_scale);
-    Opt_scale_t.show_selected(dialog.Opt_scale_t);
-    Opt_refr.show_selected(dialog.Opt_refr);
-    Opt_logtime.show_selected(dialog.Opt_logtime);
-    show_button(*cmd_default, dialog.cmd_default);
-    show_button(*Cmd_ok, dialog.Cmd_ok);
-    locked_->setVisible(!dialog.Frame_scale_a.Enabled);
-    show_form(dialog.form);
+    show_on(*locked_, !frmscale_polar.Frame_scale_a.Enabled);
+    modal_dialog::show_state();
 }
 
 } // namespace tyxo

@@ -16,8 +16,7 @@ class frmscale_polar_view : public modal_dialog {
   public:
     explicit frmscale_polar_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   private:
     void make_scales(QVBoxLayout& outer);
@@ -25,19 +24,12 @@ class frmscale_polar_view : public modal_dialog {
     void make_buttons(QVBoxLayout& outer);
     void add_scale_options(option_array& options, QGroupBox& place, const Frame& frame);
 
-    QGroupBox* Frame1 = nullptr;
-    QGroupBox* Frame_scale_a = nullptr;
-    QGroupBox* Frame_scale_t = nullptr;
-    QGroupBox* Frame_refresh = nullptr;
-    QGroupBox* Frame_logtime = nullptr;
     option_array Opt_scale;
     option_array Opt_scale_t;
     option_array Opt_refr;
     option_array Opt_logtime;
     std::vector<QLabel*> Lbl_scale; // of both scales, one after the other
     QLabel* locked_ = nullptr;
-    QPushButton* cmd_default = nullptr;
-    QPushButton* Cmd_ok = nullptr;
 };
 
 } // namespace tyxo

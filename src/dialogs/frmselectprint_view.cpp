@@ -29,17 +29,18 @@ void emphasise(QLabel& label) {
 } // namespace
 
 frmselectprint_view::frmselectprint_view(QWidget* parent)
-    : modal_dialog(parent, "frmselectprint", cmd_cancel_click), optPrint(this, "optPrint", optPrint_click) {
+    : modal_dialog(parent, "frmselectprint", frmselectprint.form, cmd_cancel_click),
+      optPrint(this, "optPrint", optPrint_click) {
     auto* const rows = new QVBoxLayout(this);
-    Lblprintheader = add_label("Lblprintheader", *rows);
-    emphasise(*Lblprintheader);
+    emphasise(*add_label("Lblprintheader", frmselectprint.Lblprintheader, *rows));
     rows->addSpacing(gap);
-    Frmprint = add_frame("Frmprint", *rows);
+    QGroupBox* const Frmprint = add_frame("Frmprint", frmselectprint.Frmprint, *rows);
     Frmprint->setMinimumWidth(least_width);
     auto* const options = new QVBoxLayout(Frmprint);
     for (std::size_t index = 0; index < frmselectprint.optPrint.size(); ++index)
         options->addWidget(optPrint.add(Frmprint));
-    LblPrint = add_label("LblPrint", *rows);
+    bind(&optPrint, frmselectprint.selected);
+    add_label("LblPrint", frmselectprint.LblPrint, *rows);
     rows->addSpacing(gap);
     auto* const buttons = new QHBoxLayout;
     rows->addLayout(buttons);
@@ -48,25 +49,18 @@ frmselectprint_view::frmselectprint_view(QWidget* parent)
         hide(); // the printer's own dialog opens before this command has ended
         frmselectprint_Cmd_ok_click();
     };
-    Cmd_ok = add_button("Cmd_ok", print, true, *buttons);
-    cmd_cancel = add_button("cmd_cancel", cmd_cancel_click, false, *buttons);
+    add_button("Cmd_ok", frmselectprint.Cmd_ok, print, true, *buttons);
+    add_button("cmd_cancel", frmselectprint.cmd_cancel, cmd_cancel_click, false, *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void frmselectprint_view::show_state() {
-    const frmselectprint_form& dialog = frmselectprint;
-    show_label(*Lblprintheader, dialog.Lblprintheader);
-    show_frame(*Frmprint, dialog.Frmprint);
-    for (std::size_t index = 0; index < dialog.optPrint.size(); ++index) {
-        Command option = dialog.optPrint[index];
+    for (std::size_t index = 0; index < frmselectprint.optPrint.size(); ++index) {
+        Command option = frmselectprint.optPrint[index];
         double_ampersands(option.Caption);
-        show_button(*optPrint[index], option);
+        show_on(*optPrint[index], option);
     }
-    optPrint.show_selected(dialog.selected);
-    show_label(*LblPrint, dialog.LblPrint);
-    show_button(*Cmd_ok, dialog.Cmd_ok);
-    show_button(*cmd_cancel, dialog.cmd_cancel);
-    show_form(dialog.form);
+    modal_dialog::show_state();
 }
 
 } // namespace tyxo

@@ -11,16 +11,10 @@ class frmselectprint_view : public modal_dialog {
   public:
     explicit frmselectprint_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   private:
-    QLabel* Lblprintheader = nullptr;
-    QGroupBox* Frmprint = nullptr;
     option_array optPrint;
-    QLabel* LblPrint = nullptr;
-    QPushButton* Cmd_ok = nullptr;
-    QPushButton* cmd_cancel = nullptr;
 };
 
 } // namespace tyxo

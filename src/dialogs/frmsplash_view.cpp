@@ -26,9 +26,9 @@ bool is_modifier(int key) {
 } // namespace
 
 frmsplash_view::frmsplash_view(QWidget* parent)
-    : modal_dialog(parent, "frmSplash", frmSplash_unload, desktop::source::view) {
+    : modal_dialog(parent, "frmSplash", frmSplash.form, frmSplash_unload, desktop::source::view) {
     auto* const rows = new QVBoxLayout(this);
-    Frame1 = add_frame("Frame1", *rows);
+    Frame1 = add_frame("Frame1", frmSplash.Frame1, *rows);
     auto* const row = new QHBoxLayout(Frame1);
     row->setContentsMargins(margin, margin, margin, margin);
     row->setSpacing(gap);
@@ -38,10 +38,10 @@ frmsplash_view::frmsplash_view(QWidget* parent)
     auto* const texts = new QVBoxLayout;
     row->addLayout(texts);
     texts->addStretch();
-    lblProductName = add_label("lblProductName", *texts);
-    lblVersion = add_label("lblVersion", *texts);
+    QLabel* const lblProductName = add_label("lblProductName", frmSplash.lblProductName, *texts);
+    add_label("lblVersion", frmSplash.lblVersion, *texts);
     texts->addSpacing(gap / 2);
-    lbllogo = add_label("lbllogo", *texts);
+    add_label("lbllogo", frmSplash.lbllogo, *texts);
     texts->addStretch();
     lblProductName->setFont(headline_font(lblProductName->font(), product_name_size));
     setAccessibleDescription(tr("Any key or a click closes this window"));
@@ -56,15 +56,6 @@ void frmsplash_view::keyPressEvent(QKeyEvent* event) {
 
 void frmsplash_view::mouseReleaseEvent(QMouseEvent* event) {
     if (Frame1->geometry().contains(event->position().toPoint())) reject();
-}
-
-void frmsplash_view::show_state() {
-    const frmsplash_form& window = frmSplash;
-    show_frame(*Frame1, window.Frame1);
-    show_label(*lblVersion, window.lblVersion);
-    show_label(*lblProductName, window.lblProductName);
-    show_label(*lbllogo, window.lbllogo);
-    show_form(window.form);
 }
 
 } // namespace tyxo

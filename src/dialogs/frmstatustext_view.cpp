@@ -17,7 +17,7 @@ constexpr QSize usual_size(900, 600);
 } // namespace
 
 frmstatustext_view::frmstatustext_view(QWidget* parent)
-    : modal_dialog(parent, "frmstatustext", Cmdclose_click, desktop::source::view),
+    : modal_dialog(parent, "frmstatustext", frmstatustext.form, Cmdclose_click, desktop::source::view),
       Text_status(new QPlainTextEdit(this)) {
     auto* const rows = new QVBoxLayout(this);
     Text_status->setObjectName("Text_status");
@@ -30,8 +30,8 @@ frmstatustext_view::frmstatustext_view(QWidget* parent)
     auto* const buttons = new QHBoxLayout;
     rows->addLayout(buttons);
     buttons->addStretch();
-    Cmdrefresh = add_button("Cmdrefresh", Cmdrefresh_click, false, *buttons);
-    Cmdclose = add_button("Cmdclose", Cmdclose_click, true, *buttons);
+    add_button("Cmdrefresh", frmstatustext.Cmdrefresh, Cmdrefresh_click, false, *buttons);
+    add_button("Cmdclose", frmstatustext.Cmdclose, Cmdclose_click, true, *buttons);
     setSizeGripEnabled(true);
     resize(usual_size);
 }
@@ -45,12 +45,10 @@ void frmstatustext_view::show_text() {
 
 void frmstatustext_view::show_state() {
     const frmstatustext_form& window = frmstatustext;
-    show_button(*Cmdrefresh, window.Cmdrefresh);
-    show_button(*Cmdclose, window.Cmdclose);
-    const bool opens = window.form.Visible && !isVisible();
-    show_form(window.form);
-    if (opens) Text_status->setFocus();
-    if (opens || (window.form.Visible && window.Text_status.Text != shown_)) show_text();
+    const bool opened = opens();
+    modal_dialog::show_state();
+    if (opened) Text_status->setFocus();
+    if (opened || (window.form.Visible && window.Text_status.Text != shown_)) show_text();
 }
 
 } // namespace tyxo

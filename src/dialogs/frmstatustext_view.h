@@ -15,16 +15,13 @@ class frmstatustext_view : public modal_dialog {
   public:
     explicit frmstatustext_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   private:
     /// Shows the copy from its last line on.
     void show_text();
 
     QPlainTextEdit* Text_status;
-    QPushButton* Cmdrefresh;
-    QPushButton* Cmdclose;
     std::string shown_; // what the box is filled with
 };
 

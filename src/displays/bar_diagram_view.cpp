@@ -56,24 +56,36 @@ bar_diagram_view::bar_diagram_view(bar_form& form, const char* name, QWidget* pa
     : QWidget(parent, Qt::Window), form_(form), plot_(new bar_plot_view(this)) {
     setObjectName(name);
     plot_->setObjectName(&form == &frmbarpic ? "iPlotX_angle" : "iPlotX_thermo");
+    bind(plot_, form.plot);
     for (std::size_t index = 0; index < Lbl_bar.size(); ++index) {
-        Lbl_bar[index] = make_label(element("Lbl_bar", static_cast<int>(index)));
+        Lbl_bar[index] = make_label(element("Lbl_bar", static_cast<int>(index)), form.Lbl_bar[index]);
         Lbl_bar[index]->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     }
-    Lbl_zyl = make_label("Lbl_zyl");
+    Lbl_zyl = make_label("Lbl_zyl", form.Lbl_zyl);
     Lbl_zyl->setAlignment(Qt::AlignRight | Qt::AlignTop);
-    Lbl_mtyp1 = make_label("Lbl_mtyp1");
-    Lbl_mtyp2 = make_label("Lbl_mtyp2");
+    Lbl_mtyp1 = make_label("Lbl_mtyp1", form.Lbl_mtyp1);
+    Lbl_mtyp2 = make_label("Lbl_mtyp2", form.Lbl_mtyp2);
     const QSize usual(static_cast<int>(design::width), static_cast<int>(design::height));
     setMinimumSize(least_size.boundedTo(screen_room(*this)));
     resize(usual.expandedTo(least_size).boundedTo(screen_room(*this)));
 }
 
-QLabel* bar_diagram_view::make_label(const QString& name) {
+QLabel* bar_diagram_view::make_label(const QString& name, const Label& state) {
     auto* const label = new QLabel(this);
+    bind(label, state);
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
     return label;
+}
+
+/// Labels stand where their texts have room.
+bool bar_diagram_view::places_changed() {
+    const std::array<Label, 3> texts{form_.Lbl_zyl, form_.Lbl_mtyp1, form_.Lbl_mtyp2};
+    if (middles_ == form_.Lbl_bar_middle && bar_labels_ == form_.Lbl_bar && texts_ == texts) return false;
+    middles_ = form_.Lbl_bar_middle;
+    bar_labels_ = form_.Lbl_bar;
+    texts_ = texts;
+    return true;
 }
 
 void bar_diagram_view::show_state() {
@@ -82,19 +94,8 @@ void bar_diagram_view::show_state() {
         setWindowTitle(caption);
         setAccessibleName(caption);
     }
-    bool moved = middles_ != form_.Lbl_bar_middle;
-    middles_ = form_.Lbl_bar_middle;
-    const auto show = [&moved](QLabel& label, const Label& control) {
-        moved = moved || label.text() != qt_text(control.Caption);
-        show_label(label, control);
-    };
-    for (std::size_t index = 0; index < Lbl_bar.size(); ++index)
-        show(*Lbl_bar[index], form_.Lbl_bar[index]);
-    show(*Lbl_zyl, form_.Lbl_zyl);
-    show(*Lbl_mtyp1, form_.Lbl_mtyp1);
-    show(*Lbl_mtyp2, form_.Lbl_mtyp2);
-    if (moved) place();
-    plot_->show_control(form_.plot);
+    show_bound();
+    if (places_changed()) place();
 
     const bool to_front = isVisible() && shows_ != form_.shows;
     shows_ = form_.shows;

@@ -3,6 +3,7 @@
 
 #include "displays/bar_diagram.h"
 #include "widgets/spoken.h"
+#include "widgets/state_view.h"
 
 #include <QWidget>
 
@@ -15,14 +16,13 @@ namespace tyxo {
 class bar_plot_view;
 
 /// One window for each of the two forms. Its controls stand at the places of the design, scaled with it.
-class bar_diagram_view : public QWidget, public spoken_control {
+class bar_diagram_view : public QWidget, public state_view, public spoken_control {
     Q_OBJECT
 
   public:
     bar_diagram_view(bar_form& form, const char* name, QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
     [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Window; }
 
@@ -33,14 +33,17 @@ class bar_diagram_view : public QWidget, public spoken_control {
     void resizeEvent(QResizeEvent* event) override;
 
   private:
-    QLabel* make_label(const QString& name);
+    QLabel* make_label(const QString& name, const Label& state);
+    [[nodiscard]] bool places_changed();
     void place();
     void place_bar_labels(const QRect& axes, int pixels);
     void place_texts(int pixels);
 
     bar_form& form_;
-    unsigned shows_ = 0; ///< the last show of the core that was obeyed
-    std::array<double, cylinder_max> middles_{};
+    unsigned shows_ = 0;                         ///< the last show of the core that was obeyed
+    std::array<double, cylinder_max> middles_{}; // these three as shown
+    std::array<Label, cylinder_max> bar_labels_;
+    std::array<Label, 3> texts_;
     bar_plot_view* plot_;
     std::array<QLabel*, cylinder_max> Lbl_bar{};
     QLabel* Lbl_zyl;

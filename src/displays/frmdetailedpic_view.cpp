@@ -107,7 +107,8 @@ void frmdetailedpic_view::make_check_boxes() {
         connect(box, &QCheckBox::clicked, this, [&value](bool checked) {
             desktop::run_handler(desktop::source::view, [&value, checked] { value = checked ? 1 : 0; });
         });
-        boxes_.push_back({box, value});
+        bind(box, value);
+        boxes_.push_back(box);
         row->addWidget(box);
     };
     add("Chck_tsrel", tr("Thermosignal rel. to average"), rgb(255, 0, 0), frmdetailedpic.Chck_tsrel);
@@ -120,8 +121,8 @@ void frmdetailedpic_view::make_check_boxes() {
 void frmdetailedpic_view::resizeEvent(QResizeEvent* event) {
     QFont font = this->font();
     font.setPixelSize(std::clamp(width() / 95, 12, 24));
-    for (const diagram_box& one : boxes_)
-        one.box->setFont(font);
+    for (QCheckBox* box : boxes_)
+        box->setFont(font);
     QWidget::resizeEvent(event);
 }
 
@@ -194,8 +195,7 @@ void frmdetailedpic_view::show_state() {
     setWindowTitle(qt_text(window.form.Caption));
     if (isVisible() != window.form.Visible) setVisible(window.form.Visible);
     if (!window.form.Visible) return;
-    for (const diagram_box& one : boxes_)
-        one.box->setChecked(one.value == 1);
+    show_bound();
     if (labels_changed()) place_labels();
     surface_->show_state();
 }

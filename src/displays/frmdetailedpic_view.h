@@ -3,6 +3,7 @@
 
 #include "displays/frmdetailedpic.h"
 #include "widgets/spoken.h"
+#include "widgets/state_view.h"
 
 #include <QWidget>
 
@@ -17,14 +18,13 @@ class canvas_view;
 
 /// The surface with the labels on it, and below it the check boxes. It covers all other windows of the
 /// program until the operator closes it; measuring goes on.
-class frmdetailedpic_view : public QWidget, public spoken_control {
+class frmdetailedpic_view : public QWidget, public state_view, public spoken_control {
     Q_OBJECT
 
   public:
     explicit frmdetailedpic_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
     [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Window; }
 
@@ -41,11 +41,6 @@ class frmdetailedpic_view : public QWidget, public spoken_control {
         bool centred = false; ///< on its place, which is its upper left corner otherwise
     };
 
-    struct diagram_box {
-        QCheckBox* box;
-        i16& value;
-    };
-
     QLabel* make_label(const QString& name);
     void make_labels();
     void make_check_boxes();
@@ -60,7 +55,7 @@ class frmdetailedpic_view : public QWidget, public spoken_control {
     std::vector<placed_label> cylinders_;
     std::vector<placed_label> ends_;
     std::vector<canvas_label> shown_labels_;
-    std::vector<diagram_box> boxes_;
+    std::vector<QCheckBox*> boxes_;
 };
 
 } // namespace tyxo

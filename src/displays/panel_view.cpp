@@ -101,7 +101,9 @@ QLabel* panel_view::caption(const char* array, const QString& text, const rectan
 }
 
 panel_view::panel_view(i16 channel, QWidget* parent)
-    : QObject(parent), channel_(channel), Frame_sensor(make<QGroupBox>("Frame_sensor", parent)) {
+    : QObject(parent), channel_(channel), index_(static_cast<std::size_t>(channel)),
+      Frame_sensor(make<QGroupBox>("Frame_sensor", parent)) {
+    bind(Frame_sensor, panels.Frame_sensor[index_]);
     make_gauges();
     make_displays();
     make_lamps();
@@ -110,65 +112,87 @@ panel_view::panel_view(i16 channel, QWidget* parent)
 }
 
 void panel_view::make_gauges() {
-    drehzahl = instrument<angular_gauge_view>("drehzahl", {5, 15, 101, 101});
+    auto* const drehzahl = instrument<angular_gauge_view>("drehzahl", {5, 15, 101, 101});
+    bind(drehzahl, indicators.drehzahl[index_]);
     name(drehzahl, tr("Speed"));
-    dig_drehzahl = instrument<seven_segment_view>("dig_drehzahl", {32, 97, 48, 19});
+    auto* const dig_drehzahl = instrument<seven_segment_view>("dig_drehzahl", {32, 97, 48, 19});
+    bind(dig_drehzahl, indicators.dig_drehzahl[index_]);
     name(dig_drehzahl, tr("Speed in digits"));
     caption("lbl_rpm", "RPM", {82, 103, 28, 13}, 9);
     Gauge_thermo = instrument<linear_gauge_view>("Gauge_thermo", {112, 15, 50, 101});
+    bind(Gauge_thermo, panels.Gauge_thermo[index_]);
 }
 
 void panel_view::make_displays() {
     Label4 = instrument<click_label>("Label4", {166, 16, 84, 15});
+    bind(Label4, panels.Label4[index_]);
     connect(Label4, &click_label::clicked, this, on_view_command(Label4_click));
     Label4->setToolTip(tr("A click shows the other value"));
     digi_Thermo = instrument<analog_display_view>("digi_Thermo", {166, 32, 84, 26}, 16);
+    bind(digi_Thermo, indicators.digi_Thermo[index_]);
     caption("Lbl_tmv", "Thermovoltage", {166, 66, 92, 15});
-    t_mv = instrument<analog_display_view>("t_mv", {166, 82, 84, 26}, 16);
+    auto* const t_mv = instrument<analog_display_view>("t_mv", {166, 82, 84, 26}, 16);
+    bind(t_mv, indicators.t_mv[index_]);
     name(t_mv, tr("Thermovoltage"));
 }
 
 void panel_view::make_lamps() {
-    LED_Rdy = instrument<led_view>("LED_Rdy", {258, 15, 15, 15});
+    auto* const LED_Rdy = instrument<led_view>("LED_Rdy", {258, 15, 15, 15});
+    bind(LED_Rdy, indicators.LED_Rdy[index_]);
     caption("Label2", "System Ready", {277, 15, 116, 15});
     name(LED_Rdy, tr("System Ready"));
     LED_prealarm = instrument<led_view>("LED_prealarm", {258, 32, 15, 15});
+    bind(LED_prealarm, indicators.LED_prealarm[index_]);
     Lbl_alm1 = caption("Lbl_alm1", "", {277, 32, 116, 15});
+    bind(Lbl_alm1, indicators.Lbl_alm1[index_]);
     LED_Alarm = instrument<led_view>("LED_Alarm", {258, 49, 15, 15});
+    bind(LED_Alarm, indicators.LED_Alarm[index_]);
     lbl_alm2 = caption("lbl_alm2", "", {277, 49, 116, 15});
+    bind(lbl_alm2, indicators.lbl_alm2[index_]);
 
     // They stand in the place of the relays' names.
     Lbl_alminhibit = instrument<click_label>("Lbl_alminhibit", {277, 32, 116, 15});
+    bind(Lbl_alminhibit, indicators.Lbl_alminhibit[index_]);
     Lbl_alminhibit->setStyleSheet("color: #a00000; font-weight: bold");
     connect(Lbl_alminhibit, &click_label::clicked, this, &panel_view::inhibit_clicked);
     Lbl_alminhibit->setToolTip(tr("A click restarts the alarm inhibit time"));
-    Lbl_inhtime = caption("Lbl_inhtime", "", {277, 49, 116, 15});
+    auto* const Lbl_inhtime = caption("Lbl_inhtime", "", {277, 49, 116, 15});
+    bind(Lbl_inhtime, indicators.Lbl_inhtime[index_]);
 }
 
 void panel_view::make_levels() {
     caption("lbl_sens", "Alarm Level:", {258, 66, 110, 13});
-    Lbl_dc_percent = caption("Lbl_dc_percent", "", {258, 80, 54, 17});
+    auto* const Lbl_dc_percent = caption("Lbl_dc_percent", "", {258, 80, 54, 17});
+    bind(Lbl_dc_percent, panels.Lbl_dc_percent[index_]);
     Lbl_dc_percent->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    dig_sens = instrument<seven_segment_view>("dig_sens", {316, 80, 48, 17});
+    auto* const dig_sens = instrument<seven_segment_view>("dig_sens", {316, 80, 48, 17});
+    bind(dig_sens, panels.dig_sens[index_]);
     name(dig_sens, tr("DC alarm level"));
     caption("lbl_sens2", "DC", {368, 80, 24, 17});
-    lbl_aimplevel = caption("lbl_aimplevel", "", {258, 99, 54, 17});
+    auto* const lbl_aimplevel = caption("lbl_aimplevel", "", {258, 99, 54, 17});
+    bind(lbl_aimplevel, panels.lbl_aimplevel[index_]);
     lbl_aimplevel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    dig_sens2 = instrument<seven_segment_view>("dig_sens2", {316, 99, 48, 17});
+    auto* const dig_sens2 = instrument<seven_segment_view>("dig_sens2", {316, 99, 48, 17});
+    bind(dig_sens2, panels.dig_sens2[index_]);
     name(dig_sens2, tr("AC alarm level"));
     caption("lbl_sens1", "AC", {368, 99, 24, 17});
 }
 
 void panel_view::make_plot_side(QWidget* parent) {
     XYplot = make<xy_plot_view>("XYplot", parent);
+    bind(XYplot, panels.XYplot[index_]);
     connect(XYplot, &xy_plot_view::clicked, this, on_view_command(XYplot_click));
     Cmd_diagramm = make<wrapped_button>("Cmd_diagramm", parent);
+    bind(Cmd_diagramm, panels.Cmd_diagramm[index_]);
     Cmd_diagramm2 = make<wrapped_button>("Cmd_diagramm2", parent);
+    bind(Cmd_diagramm2, panels.Cmd_diagramm2[index_]);
     connect(Cmd_diagramm, &QPushButton::clicked, this, on_view_command(Cmd_diagramm_click));
     connect(Cmd_diagramm2, &QPushButton::clicked, this, on_view_command(Cmd_diagramm2_click));
     name(XYplot, tr("Polar scope"));
     Frame_message = make<QGroupBox>("Frame_message", parent);
+    bind(Frame_message, panels.Frame_message[index_]);
     Lbl_dama = make<QLabel>("Lbl_dama", Frame_message);
+    bind(Lbl_dama, panels.Lbl_dama[index_]);
     Lbl_dama->setWordWrap(true);
     Lbl_dama->setAlignment(Qt::AlignCenter);
 }
@@ -182,6 +206,7 @@ void panel_view::make_chart(QWidget* parent) {
 
 void panel_view::make_zoom_button(QWidget* parent) {
     cmd_zoom_xy = make<QPushButton>("cmd_zoom_xy", parent);
+    bind(cmd_zoom_xy, panels.cmd_zoom_xy[index_]);
     connect(cmd_zoom_xy, &QPushButton::clicked, this, on_view_command(cmd_zoom_xy_click));
 }
 
@@ -221,7 +246,7 @@ void panel_view::place(const quadrant_layout& layout) {
 }
 
 void panel_view::show_chart() {
-    const iStripChartX& control = charts.chart[static_cast<std::size_t>(channel_)];
+    const iStripChartX& control = charts.chart[index_];
     chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
     const print_room& print = charts.layout.print;
     const int end = print.zoom_width + title_gap;
@@ -239,31 +264,7 @@ void panel_view::show_chart() {
 }
 
 void panel_view::show_state() {
-    const auto index = static_cast<std::size_t>(channel_);
-    show_frame(*Frame_sensor, panels.Frame_sensor[index]);
-    drehzahl->show_control(indicators.drehzahl[index]);
-    dig_drehzahl->show_control(indicators.dig_drehzahl[index]);
-    Gauge_thermo->show_control(panels.Gauge_thermo[index]);
-    show_label(*Label4, panels.Label4[index]);
-    digi_Thermo->show_control(indicators.digi_Thermo[index]);
-    t_mv->show_control(indicators.t_mv[index]);
-    LED_Rdy->show_control(indicators.LED_Rdy[index]);
-    LED_prealarm->show_control(indicators.LED_prealarm[index]);
-    LED_Alarm->show_control(indicators.LED_Alarm[index]);
-    show_label(*Lbl_alm1, indicators.Lbl_alm1[index]);
-    show_label(*lbl_alm2, indicators.lbl_alm2[index]);
-    show_label(*Lbl_alminhibit, indicators.Lbl_alminhibit[index]);
-    show_label(*Lbl_inhtime, indicators.Lbl_inhtime[index]);
-    show_label(*Lbl_dc_percent, panels.Lbl_dc_percent[index]);
-    show_label(*lbl_aimplevel, panels.lbl_aimplevel[index]);
-    dig_sens->show_control(panels.dig_sens[index]);
-    dig_sens2->show_control(panels.dig_sens2[index]);
-    show_frame(*Frame_message, panels.Frame_message[index]);
-    show_label(*Lbl_dama, panels.Lbl_dama[index]);
-    XYplot->show_control(panels.XYplot[index]);
-    show_button(*Cmd_diagramm, panels.Cmd_diagramm[index]);
-    show_button(*Cmd_diagramm2, panels.Cmd_diagramm2[index]);
-    show_button(*cmd_zoom_xy, panels.cmd_zoom_xy[index]);
+    show_bound();
     show_chart();
     show_names();
     show_stops();

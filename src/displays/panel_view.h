@@ -3,6 +3,7 @@
 
 #include "basics/types.h"
 #include "displays/layout.h"
+#include "widgets/state_view.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -15,17 +16,15 @@
 namespace tyxo {
 
 class analog_display_view;
-class angular_gauge_view;
 class chart_view;
 class click_label;
 class led_view;
 class linear_gauge_view;
-class seven_segment_view;
 class xy_plot_view;
 
 /// Makes a channel's controls as children of `parent`, named after their control arrays, puts them in their
 /// places and shows what the core says they show.
-class panel_view : public QObject {
+class panel_view : public QObject, public state_view {
     Q_OBJECT
 
   public:
@@ -35,7 +34,7 @@ class panel_view : public QObject {
 
     /// The room that the letters of the zoom and diagram buttons need, in the font of the desktop.
     void measure(const QFont& letters, print_room& print) const;
-    void show_state();
+    void show_state() override;
 
     /// An enlarged chart lies over the instruments of its row, and under the zoom buttons: charts are made
     /// after all panels, buttons after all charts.
@@ -73,26 +72,18 @@ class panel_view : public QObject {
     void show_stops();
 
     i16 channel_;
+    std::size_t index_; ///< the same, for arrays
     QGroupBox* Frame_sensor;
     std::vector<placed> instruments_;
 
-    angular_gauge_view* drehzahl;
-    seven_segment_view* dig_drehzahl;
     linear_gauge_view* Gauge_thermo;
     click_label* Label4;
     analog_display_view* digi_Thermo;
-    analog_display_view* t_mv;
-    led_view* LED_Rdy;
     led_view* LED_prealarm;
     led_view* LED_Alarm;
     click_label* Lbl_alminhibit;
     QLabel* Lbl_alm1;
     QLabel* lbl_alm2;
-    QLabel* Lbl_inhtime;
-    QLabel* Lbl_dc_percent;
-    QLabel* lbl_aimplevel;
-    seven_segment_view* dig_sens;
-    seven_segment_view* dig_sens2;
     QGroupBox* Frame_message;
     QLabel* Lbl_dama;
     xy_plot_view* XYplot;

@@ -6,8 +6,8 @@
 #include "gateway/tcp_picture_view.h"
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/text.h"
+#include "widgets/edit_box.h"
 #include "widgets/screen_room.h"
-#include "widgets/show.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
@@ -66,7 +66,7 @@ void frmsetuptcp_view::make_menu() {
                                        void (*command)(), const bool& checked) {
         QAction* const item = add_item(menu, name, caption, command);
         item->setCheckable(true);
-        items_.push_back({item, checked});
+        bind(item, checked);
     };
     QMenu* const view = menuBar()->addMenu("View");
     view->setObjectName("TCP_view");
@@ -83,7 +83,7 @@ edit_box* frmsetuptcp_view::add_box(const char* name, const QString& label, void
                                     const std::string& text) {
     auto* const box = new edit_box(this, name, change);
     box->setAccessibleName(label);
-    boxes_.push_back({box, text});
+    bind(box, text);
     return box;
 }
 
@@ -101,6 +101,7 @@ QPushButton* frmsetuptcp_view::add_button(const char* name, const QString& capti
 void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
     IP_frame = new QGroupBox(this);
     IP_frame->setObjectName("IP_frame");
+    bind(IP_frame, FrmSetupTCP.IP_frame);
     place.addWidget(IP_frame);
     auto* const grid = new QGridLayout(IP_frame);
     grid->setHorizontalSpacing(label_gap);
@@ -131,7 +132,7 @@ void frmsetuptcp_view::make_options(QGridLayout& grid) {
         auto* const check = new QCheckBox(caption, IP_frame);
         check->setObjectName(name);
         connect(check, &QCheckBox::clicked, this, desktop::on_command(command));
-        checks_.push_back({check, value});
+        bind(check, value);
         grid.addWidget(check, row++, 3);
     };
     add("Check1", "Enable automatic TCP IP connection", Check1_click, FrmSetupTCP.Check1);
@@ -145,7 +146,8 @@ void frmsetuptcp_view::make_status(QBoxLayout& place) {
     place.addLayout(row);
     auto* const label = new QLabel("Status", this);
     row->addWidget(label);
-    Text5 = new status_line(this);
+    auto* const Text5 = new status_line(this);
+    bind(Text5, FrmSetupTCP.Text5);
     Text5->setObjectName("Text5");
     Text5->setAccessibleName(label->text());
     label->setBuddy(Text5);
@@ -157,6 +159,7 @@ void frmsetuptcp_view::make_status(QBoxLayout& place) {
 void frmsetuptcp_view::make_registers(QBoxLayout& place) {
     IP_Test_Frame = new QGroupBox(this);
     IP_Test_Frame->setObjectName("IP_Test_Frame");
+    bind(IP_Test_Frame, FrmSetupTCP.IP_Test_Frame);
     place.addWidget(IP_Test_Frame, 1);
     auto* const rows = new QVBoxLayout(IP_Test_Frame);
     auto* const commands = new QHBoxLayout;
@@ -187,7 +190,8 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
     area->setMinimumWidth(registers_->minimumSizeHint().width() +
                           area->verticalScrollBar()->sizeHint().width());
     rows->addWidget(area, 1);
-    Image_TCP = new tcp_picture(this);
+    auto* const Image_TCP = new tcp_picture(this);
+    bind(Image_TCP, FrmSetupTCP.Image_TCP_visible);
     Image_TCP->setObjectName("Image_TCP");
     Image_TCP->setAccessibleName(tr("The way of the data to the plant controller"));
     place.addWidget(Image_TCP, 1);
@@ -213,18 +217,8 @@ void frmsetuptcp_view::show_window() {
 
 void frmsetuptcp_view::show_state() {
     if (!FrmSetupTCP.form.Visible && !isVisible()) return; // filled when it is opened
-    show_frame(*IP_frame, FrmSetupTCP.IP_frame);
     const bool registers_shown = IP_Test_Frame->isVisibleTo(this);
-    show_frame(*IP_Test_Frame, FrmSetupTCP.IP_Test_Frame);
-    if (Image_TCP->isVisibleTo(this) != FrmSetupTCP.Image_TCP_visible)
-        Image_TCP->setVisible(FrmSetupTCP.Image_TCP_visible);
-    for (const auto& [box, text] : boxes_)
-        box->show_text(text);
-    for (const auto& [check, value] : checks_)
-        check->setChecked(value == 1);
-    for (const auto& [item, checked] : items_)
-        item->setChecked(checked);
-    Text5->show_status(FrmSetupTCP.Text5);
+    show_bound();
     registers_->show_state();
     if (!isVisible() || registers_shown != IP_Test_Frame->isVisibleTo(this)) grow();
     show_window();

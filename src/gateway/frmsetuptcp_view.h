@@ -1,14 +1,11 @@
 #pragma once
 // The gateway's window on the screen.
 
-#include "controls/controls.h"
+#include "widgets/state_view.h"
 
 #include <QMainWindow>
 
-#include <vector>
-
 class QBoxLayout;
-class QCheckBox;
 class QGridLayout;
 class QGroupBox;
 class QPushButton;
@@ -17,18 +14,15 @@ namespace tyxo {
 
 class edit_box;
 class register_boxes;
-class status_line;
-class tcp_picture;
 
 /// Not modal, beside the main window. Its close box shows the core's message and leaves it open.
-class frmsetuptcp_view : public QMainWindow {
+class frmsetuptcp_view : public QMainWindow, public state_view {
     Q_OBJECT
 
   public:
     explicit frmsetuptcp_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   protected:
     void closeEvent(QCloseEvent* event) override;
@@ -48,19 +42,9 @@ class frmsetuptcp_view : public QMainWindow {
     void grow();
     void show_window();
 
-    /// A control and what it shows.
-    template <class Widget, class Value> struct shown {
-        Widget* widget;
-        const Value& value;
-    };
-    std::vector<shown<edit_box, std::string>> boxes_;
-    std::vector<shown<QCheckBox, i16>> checks_;
-    std::vector<shown<QAction, bool>> items_;
     QGroupBox* IP_frame = nullptr;
     QGroupBox* IP_Test_Frame = nullptr;
-    status_line* Text5 = nullptr;
     register_boxes* registers_ = nullptr;
-    tcp_picture* Image_TCP = nullptr;
     i32 summoned_ = 0;
 };
 

@@ -1,7 +1,7 @@
 #include "gateway/register_boxes_view.h"
 
 #include "gateway/frmsetuptcp.h"
-#include "widgets/show.h"
+#include "widgets/edit_box.h"
 
 #include <QGridLayout>
 #include <QLabel>
@@ -47,14 +47,9 @@ register_boxes::register_boxes(QWidget* parent) : QWidget(parent) {
         box->setAlignment(Qt::AlignRight);
         box->setMinimumWidth(least_box_width);
         grid->addWidget(box, row, column);
-        Text4_.push_back(box);
+        bind(box, FrmSetupTCP.Text4[static_cast<std::size_t>(index)]);
     }
     grid->setRowStretch(grid->rowCount(), 1); // room to spare goes below the last row
-}
-
-void register_boxes::show_state() {
-    for (std::size_t index = 0; index < Text4_.size(); ++index)
-        Text4_[index]->show_text(FrmSetupTCP.Text4[index]);
 }
 
 } // namespace tyxo

@@ -10,7 +10,7 @@ status_line::status_line(QWidget* parent) : QLineEdit(parent) {
     setTextMargins(4, 1, 4, 1);
 }
 
-void status_line::show_status(const status_box& status) {
+void status_line::show_control(const status_box& status) {
     if (shown_ == status) return;
     shown_ = status;
     setText(qt_text(status.Text));

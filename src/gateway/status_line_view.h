@@ -14,7 +14,7 @@ class status_line : public QLineEdit {
   public:
     explicit status_line(QWidget* parent);
 
-    void show_status(const status_box& status);
+    void show_control(const status_box& status);
     [[nodiscard]] int BackColor() const { return shown_.BackColor; }
 
   private:

@@ -1,7 +1,5 @@
 #include "widgets/dialog.h"
 
-#include "widgets/show.h"
-
 #include <QBoxLayout>
 #include <QPushButton>
 #include <QRadioButton>
@@ -17,9 +15,9 @@ constexpr QRgb disabled_print = 0xFF686C70; ///< values that can only be looked 
 
 } // namespace
 
-modal_dialog::modal_dialog(QWidget* parent, const char* name, std::function<void()> close_command,
-                           desktop::source commands)
-    : QDialog(parent), close_command_(std::move(close_command)), commands_(commands) {
+modal_dialog::modal_dialog(QWidget* parent, const char* name, const Form& form,
+                           std::function<void()> close_command, desktop::source commands)
+    : QDialog(parent), form_(form), close_command_(std::move(close_command)), commands_(commands) {
     setObjectName(name);
     // Locks the main window and all windows that belong to it; the alert, which belongs to none, stays
     // usable.
@@ -31,20 +29,32 @@ void modal_dialog::reject() {
     desktop::run_handler(commands_, close_command_);
 }
 
-void modal_dialog::show_form(const Form& form) {
-    const QString caption = qt_text(form.Caption);
-    if (windowTitle() != caption) setWindowTitle(caption);
-    if (isVisible() != form.Visible) setVisible(form.Visible);
+void modal_dialog::show_state() {
+    show_bound();
+    show_form();
 }
 
-QGroupBox* modal_dialog::add_frame(const char* name, QBoxLayout& place) {
+void modal_dialog::show_form() {
+    const QString caption = qt_text(form_.Caption);
+    if (windowTitle() != caption) setWindowTitle(caption);
+    if (isVisible() != form_.Visible) setVisible(form_.Visible);
+}
+
+QGroupBox* modal_dialog::add_frame(const char* name, const Frame& state, QBoxLayout& place) {
     auto* const frame = new QGroupBox(this);
     frame->setObjectName(name);
+    bind(frame, state);
     place.addWidget(frame);
     return frame;
 }
 
-QLabel* modal_dialog::add_label(const QString& name, QBoxLayout& place) {
+QLabel* modal_dialog::add_label(const char* name, const Label& state, QBoxLayout& place) {
+    QLabel* const label = add_label(name, place);
+    bind(label, state);
+    return label;
+}
+
+QLabel* modal_dialog::add_label(const char* name, QBoxLayout& place) {
     auto* const label = new QLabel(this);
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText); // an operator's text is a text, whatever it looks like
@@ -52,10 +62,11 @@ QLabel* modal_dialog::add_label(const QString& name, QBoxLayout& place) {
     return label;
 }
 
-QPushButton* modal_dialog::add_button(const char* name, std::function<void()> command, bool is_default,
-                                      QBoxLayout& place) {
+QPushButton* modal_dialog::add_button(const char* name, const Command& state, std::function<void()> command,
+                                      bool is_default, QBoxLayout& place) {
     auto* const button = new QPushButton(this);
     button->setObjectName(name);
+    bind(button, state);
     button->setMinimumWidth(least_button_width);
     button->setAutoDefault(true);
     button->setDefault(is_default);
@@ -85,7 +96,7 @@ QRadioButton* option_array::operator[](std::size_t index) const {
     return static_cast<QRadioButton*>(group_.button(static_cast<int>(index)));
 }
 
-void option_array::show_selected(std::optional<std::size_t> selected) {
+void option_array::show_control(std::optional<std::size_t> selected) {
     group_.setExclusive(false); // else the selected one could not be deselected
     for (QAbstractButton* option : group_.buttons())
         option->setChecked(selected && group_.id(option) == static_cast<int>(*selected));

@@ -28,7 +28,12 @@ void edit_box::pass_on(QString text) {
                          });
 }
 
-void edit_box::show_text(const std::string& text) {
+void edit_box::show_control(const TextBox& control) {
+    show_control(control.Text);
+    setEnabled(control.Enabled);
+}
+
+void edit_box::show_control(const std::string& text) {
     if (passed_on_ > 0) return;
     if (shown_ == text && !isModified()) return;
     shown_ = text;

@@ -1,6 +1,7 @@
 #pragma once
 // A text box whose text belongs to the core: typing is passed on, and what the core puts there is shown.
 
+#include "controls/controls.h"
 #include "widgets/line_box.h"
 
 #include <functional>
@@ -17,7 +18,8 @@ class edit_box : public line_box {
 
     /// Shows the core's text if it is another than before. The cursor stays where it is while the box has the
     /// focus. Typing that the core has not taken yet is not undone.
-    void show_text(const std::string& text);
+    void show_control(const std::string& text);
+    void show_control(const TextBox& control);
 
   private:
     void pass_on(QString text);

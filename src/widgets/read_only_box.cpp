@@ -22,7 +22,7 @@ QSize read_only_box::sizeHint() const {
     return {minimumWidth(), line_box::sizeHint().height()};
 }
 
-void read_only_box::show_text(const std::string& text) {
+void read_only_box::show_control(const std::string& text) {
     const QString next = qt_text(text);
     if (next == this->text()) return;
     setText(next);

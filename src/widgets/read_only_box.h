@@ -14,7 +14,7 @@ class read_only_box : public line_box {
     read_only_box(QWidget* parent, const QString& name, const QString& spoken, int digits);
 
     /// Shows the front of the core's text.
-    void show_text(const std::string& text);
+    void show_control(const std::string& text);
 
     [[nodiscard]] QSize sizeHint() const override;
 };

@@ -1,5 +1,5 @@
 #pragma once
-// Plain control state onto Qt's own widgets; only what differs is touched.
+// `show_on(widget, state)`: plain state of the core onto a widget; only what differs is touched.
 
 #include "controls/controls.h"
 #include "platform/desktop/text.h"
@@ -24,25 +24,44 @@ inline void show_name(QWidget& widget, const QString& name) {
     if (widget.accessibleName() != name) widget.setAccessibleName(name);
 }
 
-inline void show_label(QLabel& label, const Label& control) {
+/// The system's own widgets know how to show their state.
+template <class Widget, class State>
+requires requires(Widget& widget, const State& state) {
+    widget.show_control(state);
+}
+void show_on(Widget& widget, const State& state) {
+    widget.show_control(state);
+}
+
+/// A widget that is there or not.
+inline void show_on(QWidget& widget, bool visible) {
+    if (widget.isVisibleTo(widget.parentWidget()) != visible) widget.setVisible(visible);
+}
+
+inline void show_on(QLabel& label, const Label& control) {
     const QString text = qt_text(control.Caption);
     if (label.text() != text) {
         label.setText(text);
         tell_full_text(label);
     }
-    if (label.isVisibleTo(label.parentWidget()) != control.Visible) label.setVisible(control.Visible);
+    show_on(label, control.Visible);
 }
 
-inline void show_button(QAbstractButton& button, const Command& control) {
+inline void show_on(QAbstractButton& button, const Command& control) {
     const QString text = qt_text(control.Caption);
     if (button.text() != text) button.setText(text);
-    if (button.isVisibleTo(button.parentWidget()) != control.Visible) button.setVisible(control.Visible);
+    show_on(button, control.Visible);
     button.setEnabled(control.Enabled);
 }
 
-inline void show_entry(QAction& entry, const Command& control) {
+inline void show_on(QAction& entry, const Command& control) {
     entry.setText(qt_text(control.Caption));
     entry.setEnabled(control.Enabled);
+}
+
+/// A menu entry with a check mark.
+inline void show_on(QAction& entry, bool checked) {
+    entry.setChecked(checked);
 }
 
 /// A text with its ampersands as letters, where Qt would take one for the mark of a mnemonic.
@@ -50,22 +69,27 @@ inline void show_entry(QAction& entry, const Command& control) {
     return text.replace('&', "&&");
 }
 
-inline void show_frame(QGroupBox& frame, const Frame& control) {
+inline void show_on(QGroupBox& frame, const Frame& control) {
     const QString title = without_mnemonic(qt_text(control.Caption));
     if (frame.title() != title) {
         frame.setTitle(title);
         frame.setAccessibleName(qt_text(control.Caption)); // else heard under the name of a frame around it
     }
-    if (frame.isVisibleTo(frame.parentWidget()) != control.Visible) frame.setVisible(control.Visible);
+    show_on(frame, control.Visible);
     frame.setEnabled(control.Enabled);
 }
 
-inline void show_check(QCheckBox& check, const CheckBox& control) {
+inline void show_on(QCheckBox& check, const CheckBox& control) {
     check.setChecked(control.Value != 0);
     check.setEnabled(control.Enabled);
 }
 
-inline void show_combo(QComboBox& combo, const ComboBox& control) {
+/// 1 is checked.
+inline void show_on(QCheckBox& check, i16 value) {
+    check.setChecked(value == 1);
+}
+
+inline void show_on(QComboBox& combo, const ComboBox& control) {
     QStringList list;
     for (const std::string& entry : control.List)
         list.append(qt_text(entry));
@@ -81,7 +105,7 @@ inline void show_combo(QComboBox& combo, const ComboBox& control) {
     combo.setEnabled(control.Enabled);
 }
 
-inline void show_scroll_bar(QScrollBar& bar, const ScrollBar& control) {
+inline void show_on(QScrollBar& bar, const ScrollBar& control) {
     const QSignalBlocker nobody_moved_it(bar);
     bar.setRange(control.Min, control.Max);
     bar.setValue(control.Value);

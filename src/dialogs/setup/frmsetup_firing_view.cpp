@@ -1,7 +1,6 @@
 #include "dialogs/setup/frmsetup_firing_view.h"
 
 #include "widgets/read_only_box.h"
-#include "widgets/show.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -37,7 +36,8 @@ int step_of(int key) {
 
 } // namespace
 
-firing_table::firing_table(QWidget* parent, const QString& name, const QString& title, const names& controls)
+firing_table::firing_table(QWidget* parent, const QString& name, const QString& title, const names& controls,
+                           const std::array<std::string, cylinder_max>& texts)
     : QGroupBox(title, parent) {
     setObjectName(name);
     setAccessibleName(title);
@@ -59,13 +59,9 @@ firing_table::firing_table(QWidget* parent, const QString& name, const QString& 
         box->installEventFilter(this);
         label->setBuddy(box);
         grid->addWidget(box, row + 1, column);
+        bind(box, texts[static_cast<std::size_t>(place)]);
         boxes_.push_back(box);
     }
-}
-
-void firing_table::show_texts(const std::array<std::string, cylinder_max>& texts) {
-    for (std::size_t place = 0; place < texts.size(); ++place)
-        boxes_[place]->show_text(texts[place]);
 }
 
 bool firing_table::eventFilter(QObject* box, QEvent* event) {

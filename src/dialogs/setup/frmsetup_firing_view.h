@@ -2,6 +2,7 @@
 // A table of the setup dialog with one value for each firing position: the firing order, the firing angles.
 
 #include "link/channel_rec.h"
+#include "widgets/state_view.h"
 
 #include <QGroupBox>
 
@@ -14,7 +15,7 @@ namespace tyxo {
 class read_only_box;
 
 /// For the keyboard the table is one stop; the arrow keys go from box to box.
-class firing_table : public QGroupBox {
+class firing_table : public QGroupBox, public state_view {
     Q_OBJECT
 
   public:
@@ -25,9 +26,8 @@ class firing_table : public QGroupBox {
         int first;
     };
 
-    firing_table(QWidget* parent, const QString& name, const QString& title, const names& controls);
-
-    void show_texts(const std::array<std::string, cylinder_max>& texts);
+    firing_table(QWidget* parent, const QString& name, const QString& title, const names& controls,
+                 const std::array<std::string, cylinder_max>& texts);
 
   protected:
     bool eventFilter(QObject* box, QEvent* event) override;

@@ -101,6 +101,9 @@ settings_page::settings_page(QWidget* parent)
     Lbl_locked->setObjectName("Lbl_locked");
     page->addWidget(Lbl_locked);
     frame_comport->setObjectName("frame_comport");
+    bind(frame_comport, frmSetup.frame_comport);
+    bind(&Opt_diffmode, frmSetup.Opt_diffmode);
+    bind(&Opt_event, frmSetup.Opt_event);
     page->addWidget(frame_comport);
     auto* const blocks = new QVBoxLayout(frame_comport);
     blocks->setSpacing(block_gap);
@@ -116,7 +119,7 @@ edit_box* settings_page::add_text(const QString& name, const QString& spoken, co
                                   std::function<void(std::string_view)> change) {
     auto* const box = new edit_box(this, name, std::move(change));
     box->setAccessibleName(spoken);
-    texts_.emplace_back(box, text);
+    bind(box, text);
     return box;
 }
 
@@ -126,7 +129,7 @@ QPushButton* settings_page::add_browse(const QString& name, const QString& spoke
     button->setObjectName(name);
     button->setAccessibleName(spoken);
     connect(button, &QPushButton::clicked, this, desktop::on_command(std::move(command)));
-    buttons_.emplace_back(button, control);
+    bind(button, control);
     return button;
 }
 
@@ -135,7 +138,7 @@ QCheckBox* settings_page::add_check(const QString& name, const CheckBox& control
     auto* const check = new QCheckBox(this);
     check->setObjectName(name);
     connect(check, &QCheckBox::clicked, this, desktop::on_command(std::move(command)));
-    checks_.emplace_back(check, control);
+    bind(check, control);
     return check;
 }
 
@@ -171,7 +174,7 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
                              [row, entry] { Select_com_click(row, static_cast<std::size_t>(entry)); });
     });
     wheel_->guard(*list);
-    lists_.emplace_back(list, frmSetup.Select_com[index]);
+    bind(list, frmSetup.Select_com[index]);
     grid.addWidget(list, line, port);
 
     for (const text_column& text : text_columns) {
@@ -204,11 +207,13 @@ void settings_page::make_count(QVBoxLayout& place) {
     const QString caption = "Number of connected sensors";
     QLabel* const label = add_caption(*frame_comport, caption);
     line->addWidget(label);
-    Text_num_sensors = new read_only_box(this, "Text_num_sensors", caption + " in digits", 2);
+    auto* const Text_num_sensors = new read_only_box(this, "Text_num_sensors", caption + " in digits", 2);
+    bind(Text_num_sensors, frmSetup.Text_num_sensors);
     Text_num_sensors->setFixedWidth(Text_num_sensors->minimumWidth());
     Text_num_sensors->setAlignment(Qt::AlignCenter);
     line->addWidget(Text_num_sensors);
-    scroll_max_commport = new focused_scroll_bar(Qt::Horizontal, this);
+    auto* const scroll_max_commport = new focused_scroll_bar(Qt::Horizontal, this);
+    bind(scroll_max_commport, frmSetup.scroll_max_commport);
     scroll_max_commport->setObjectName("scroll_max_commport");
     scroll_max_commport->setAccessibleName(caption);
     wheel_->guard(*scroll_max_commport);
@@ -239,8 +244,9 @@ void settings_page::make_diffmode(QVBoxLayout& place) {
 }
 
 void settings_page::make_events(QVBoxLayout& place) {
-    Frame_events = new QGroupBox(this);
+    auto* const Frame_events = new QGroupBox(this);
     Frame_events->setObjectName("Frame_events");
+    bind(Frame_events, frmSetup.Frame_events);
     place.addWidget(Frame_events);
     auto* const line = new QHBoxLayout(Frame_events);
     line->setSpacing(column_gap);
@@ -281,25 +287,10 @@ void settings_page::make_chart_boxes(QVBoxLayout& place) {
 }
 
 void settings_page::show_state() {
-    show_frame(*frame_comport, frmSetup.frame_comport);
-    show_frame(*Frame_events, frmSetup.Frame_events);
     XY_Chart->setTitle(qt_text(frmSetup.XY_Chart.Caption)); // its ampersand marks the mnemonic
     XY_Chart->setEnabled(frmSetup.XY_Chart.Enabled);
-    Lbl_locked->setVisible(!frmSetup.frame_comport.Enabled);
-    Opt_diffmode.show_selected(frmSetup.Opt_diffmode);
-    Opt_event.show_selected(frmSetup.Opt_event);
-    Text_num_sensors->show_text(frmSetup.Text_num_sensors);
-    show_scroll_bar(*scroll_max_commport, frmSetup.scroll_max_commport);
-    for (const auto& [list, control] : lists_)
-        show_combo(*list, control);
-    for (const auto& [box, control] : texts_) {
-        box->show_text(control.Text);
-        box->setEnabled(control.Enabled);
-    }
-    for (const auto& [button, control] : buttons_)
-        show_button(*button, control);
-    for (const auto& [check, control] : checks_)
-        show_check(*check, control);
+    show_on(*Lbl_locked, !frmSetup.frame_comport.Enabled);
+    show_bound();
 }
 
 } // namespace tyxo

@@ -6,28 +6,22 @@
 
 #include <QWidget>
 
-#include <utility>
-#include <vector>
-
 class QCheckBox;
-class QComboBox;
 class QGridLayout;
-class QScrollBar;
 class QVBoxLayout;
 
 namespace tyxo {
 
 class edit_box;
-class read_only_box;
 class wheel_filter;
 
-class settings_page : public QWidget {
+class settings_page : public QWidget, public state_view {
     Q_OBJECT
 
   public:
     explicit settings_page(QWidget* parent);
 
-    void show_state();
+    void show_state() override;
 
   private:
     void make_rows(QVBoxLayout& place);
@@ -44,18 +38,10 @@ class settings_page : public QWidget {
 
     wheel_filter* wheel_;
     QGroupBox* frame_comport;
-    QGroupBox* Frame_events = nullptr;
     QGroupBox* XY_Chart = nullptr;
     QLabel* Lbl_locked = nullptr;
     option_array Opt_diffmode;
     option_array Opt_event;
-    QScrollBar* scroll_max_commport = nullptr;
-    read_only_box* Text_num_sensors = nullptr;
-    // The other controls, each with what it shows.
-    std::vector<std::pair<QComboBox*, const ComboBox&>> lists_;
-    std::vector<std::pair<edit_box*, const TextBox&>> texts_;
-    std::vector<std::pair<QPushButton*, const Command&>> buttons_;
-    std::vector<std::pair<QCheckBox*, const CheckBox&>> checks_;
 };
 
 } // namespace tyxo

@@ -51,7 +51,8 @@ constexpr std::array<sensor_field, 6> ac_alarm{{
 } // namespace
 
 sensor_page::sensor_page(i16 channel, QWidget* parent)
-    : QWidget(parent), channel_(channel), Frame_sensor(new QGroupBox(this)) {
+    : QWidget(parent), channel_(channel), Frame_sensor(new QGroupBox(this)),
+      tab_(frmSetup.sensors[static_cast<std::size_t>(channel)]) {
     auto* const page = new QVBoxLayout(this);
     Frame_sensor->setObjectName(element("Frame_sensor", channel));
     page->addWidget(Frame_sensor);
@@ -78,10 +79,10 @@ sensor_page::sensor_page(i16 channel, QWidget* parent)
 
     const int first = channel * cylinder_max;
     Frame_exp = new firing_table(Frame_sensor, element("Frame_exp", channel), "Firing order",
-                                 {"Text_zundfolge", "lbl_zundfolge", first});
+                                 {"Text_zundfolge", "lbl_zundfolge", first}, tab_.Text_zundfolge);
     rows->addWidget(Frame_exp);
     frame_ignit = new firing_table(Frame_sensor, element("frame_ignit", channel), "Firing angle",
-                                   {"Text_zuendw", "lbl_zuendw", first});
+                                   {"Text_zuendw", "lbl_zuendw", first}, tab_.Text_zuendw);
     rows->addWidget(frame_ignit);
     rows->addStretch();
 }
@@ -89,7 +90,7 @@ sensor_page::sensor_page(i16 channel, QWidget* parent)
 read_only_box* sensor_page::make_box(const sensor_field& field) {
     auto* const box =
         new read_only_box(Frame_sensor, element(field.name, channel_), field.label, field.digits);
-    fields_.emplace_back(box, field.text);
+    bind(box, tab_.*field.text);
     return box;
 }
 
@@ -125,17 +126,16 @@ QGroupBox* sensor_page::make_group(const QString& title, const std::array<sensor
     return group;
 }
 
-void sensor_page::show_state(const sensor_tab& tab) {
-    if (shown_ == tab) return;
-    shown_ = tab;
-    const QString location = qt_text(tab.Frame_sensor.Caption);
+void sensor_page::show_state() {
+    if (shown_ == tab_) return;
+    shown_ = tab_;
+    const QString location = qt_text(tab_.Frame_sensor.Caption);
     Frame_sensor->setTitle(without_mnemonic(front_of(location, longest_title)));
     show_name(*Frame_sensor, location);
     Frame_sensor->setToolTip(location.size() > longest_title ? tool_tip(location) : QString());
-    for (const auto& [box, text] : fields_)
-        box->show_text(tab.*text);
-    Frame_exp->show_texts(tab.Text_zundfolge);
-    frame_ignit->show_texts(tab.Text_zuendw);
+    show_bound();
+    Frame_exp->show_state();
+    frame_ignit->show_state();
 }
 
 } // namespace tyxo

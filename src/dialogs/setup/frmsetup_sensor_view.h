@@ -2,14 +2,13 @@
 // The tab of one channel in the setup dialog: what its Evaluator reported, to be read only.
 
 #include "dialogs/setup/frmsetup.h"
+#include "widgets/state_view.h"
 
 #include <QWidget>
 
-#include <utility>
-#include <vector>
+#include <array>
 
 class QGridLayout;
-class QGroupBox;
 
 namespace tyxo {
 
@@ -25,13 +24,13 @@ struct sensor_field {
     const sensor_field* beside = nullptr; ///< a second box in the same line, without a label of its own
 };
 
-class sensor_page : public QWidget {
+class sensor_page : public QWidget, public state_view {
     Q_OBJECT
 
   public:
     sensor_page(i16 channel, QWidget* parent);
 
-    void show_state(const sensor_tab& tab);
+    void show_state() override;
 
   private:
     /// A group with its fields one below the other.
@@ -42,9 +41,9 @@ class sensor_page : public QWidget {
 
     i16 channel_;
     QGroupBox* Frame_sensor;
+    const sensor_tab& tab_;
     firing_table* Frame_exp;
     firing_table* frame_ignit;
-    std::vector<std::pair<read_only_box*, std::string sensor_tab::*>> fields_;
     sensor_tab shown_;
 };
 

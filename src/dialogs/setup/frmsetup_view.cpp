@@ -24,7 +24,8 @@ constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing 
 
 } // namespace
 
-frmsetup_view::frmsetup_view(QWidget* parent) : modal_dialog(parent, "frmSetup", frmSetup_cmd_cancel_click) {
+frmsetup_view::frmsetup_view(QWidget* parent)
+    : modal_dialog(parent, "frmSetup", frmSetup.form, frmSetup_cmd_cancel_click) {
     set_disabled_print(*this, disabled_print);
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
@@ -75,9 +76,9 @@ void frmsetup_view::make_buttons(QVBoxLayout& place) {
     auto* const line = new QHBoxLayout;
     place.addLayout(line);
     line->addStretch();
-    cmd_OK = add_button("cmd_OK", frmSetup_cmd_OK_click, true, *line);
-    cmd_cancel = add_button("cmd_cancel", frmSetup_cmd_cancel_click, false, *line);
-    cmd_Refresh = add_button("cmd_Refresh", cmd_Refresh_click, false, *line);
+    cmd_OK = add_button("cmd_OK", frmSetup.cmd_OK, frmSetup_cmd_OK_click, true, *line);
+    add_button("cmd_cancel", frmSetup.cmd_cancel, frmSetup_cmd_cancel_click, false, *line);
+    add_button("cmd_Refresh", frmSetup.cmd_Refresh, cmd_Refresh_click, false, *line);
 }
 
 void frmsetup_view::show_tabs() {
@@ -106,17 +107,16 @@ void frmsetup_view::show_tab_tips() {
 
 void frmsetup_view::show_state() {
     if (!frmSetup.form.Visible && !isVisible()) return; // filled when it is opened
-    const bool opens = !isVisible();
     settings_->show_state();
-    for (std::size_t channel = 0; channel < sensors_.size(); ++channel)
-        sensors_[channel]->show_state(frmSetup.sensors[channel]);
-    show_button(*cmd_OK, frmSetup.cmd_OK);
-    show_button(*cmd_cancel, frmSetup.cmd_cancel);
-    show_button(*cmd_Refresh, frmSetup.cmd_Refresh);
+    for (sensor_page* sensor : sensors_)
+        sensor->show_state();
+    show_bound();
     show_tabs();
-    if (opens) fit_screen();
-    if (opens) SSTab->tabBar()->setFocus(); // not where a key or the wheel changes something at once
-    show_form(frmSetup.form);
+    if (opens()) {
+        fit_screen();
+        SSTab->tabBar()->setFocus(); // not where a key or the wheel changes something at once
+    }
+    show_form();
     show_tab_tips();
 }
 

@@ -21,8 +21,7 @@ class frmsetup_view : public modal_dialog {
   public:
     explicit frmsetup_view(QWidget* parent);
 
-    /// Shows, hides and fills the window as the core says.
-    void show_state();
+    void show_state() override;
 
   private:
     void make_tabs(QVBoxLayout& place);
@@ -37,8 +36,6 @@ class frmsetup_view : public modal_dialog {
     std::array<sensor_page*, channel_count> sensors_{};
     std::vector<QWidget*> pages_; // of the tabs
     QPushButton* cmd_OK = nullptr;
-    QPushButton* cmd_cancel = nullptr;
-    QPushButton* cmd_Refresh = nullptr;
 };
 
 } // namespace tyxo

@@ -32,10 +32,10 @@ class full_text_test : public QObject {
         const std::string location = "<b>two</b> & <img src=x> engines";
         const QString told = "<p>&lt;b&gt;two&lt;/b&gt; &amp; &lt;img src=x&gt; engines</p>";
         auto* const edited = box<edit_box>(QString("edited"), [](std::string_view) {});
-        edited->show_text(location);
+        edited->show_control(location);
         QCOMPARE(tip_of(edited), told);
         auto* const read = box<read_only_box>(QString("read"), QString("read"), 2);
-        read->show_text(location);
+        read->show_control(location);
         QCOMPARE(tip_of(read), told);
         QCOMPARE(tip_of(label(location)), told);
     }
@@ -51,7 +51,7 @@ class full_text_test : public QObject {
 
     void the_room_of_the_moment_counts() {
         auto* const edited = box<edit_box>(QString("edited"), [](std::string_view) {});
-        edited->show_text("a text that is too long for its box");
+        edited->show_control("a text that is too long for its box");
         QLabel* const written = label("a text that is too long for its label");
         for (QWidget* const widget : {static_cast<QWidget*>(edited), static_cast<QWidget*>(written)}) {
             widget->resize(600, 30);
@@ -66,7 +66,7 @@ class full_text_test : public QObject {
     void a_label_keeps_a_tool_tip_of_its_own() {
         QLabel* const written = label("short");
         written->setToolTip("Click here");
-        show_label(*written, {.Caption = "another text that is too long for its label"});
+        show_on(*written, {.Caption = "another text that is too long for its label"});
         QCOMPARE(written->toolTip(), QString("Click here"));
         QCOMPARE(tip_of(written), QString("Click here"));
     }
@@ -97,7 +97,7 @@ class full_text_test : public QObject {
         auto* const made = new QLabel(window_.get());
         made->setTextFormat(Qt::PlainText);
         made->setGeometry(0, 40, 50, 30);
-        show_label(*made, {.Caption = text});
+        show_on(*made, {.Caption = text});
         made->show();
         return made;
     }
