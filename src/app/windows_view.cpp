@@ -15,37 +15,44 @@
 #include "displays/frmdetailedpic_view.h"
 #include "gateway/frmsetuptcp_view.h"
 
+#include <utility>
+
 namespace tyxo {
 
-secondary_windows::secondary_windows(QWidget* parent)
-    : frmdetailedpic_(new frmdetailedpic_view(parent)),
-      frmbarpic_(new bar_diagram_view(frmbarpic, "frmbarpic", parent)),
-      Frmbarpic2_(new bar_diagram_view(Frmbarpic2, "Frmbarpic2", parent)),
-      frmscale_polar_(new frmscale_polar_view(parent)), frmselectprint_(new frmselectprint_view(parent)),
-      FrmSetupTCP_(new frmsetuptcp_view(parent)), frmSetup_(new frmsetup_view(parent)),
-      frmbrowse_(new frmbrowse_view(frmSetup_)), frmpwd_(new frmpwd_view(parent)),
-      FrmAbort_(new frmabort_view(parent)), FrmResetInhTime_(new frmresetinhtime_view(parent)),
-      frmstatustext_(new frmstatustext_view(parent)), Frmlog_(new frmlog_view(parent)),
-      frmSplash_(new frmsplash_view(parent)), FrmAlert_(std::make_unique<frmalert_view>()) {}
+template <class Window, class... Arguments> Window* secondary_windows::add(Arguments&&... arguments) {
+    auto window = std::make_unique<Window>(std::forward<Arguments>(arguments)...);
+    Window* const made = window.get();
+    windows_.push_back(std::move(window));
+    return made;
+}
 
-secondary_windows::~secondary_windows() = default;
+secondary_windows::secondary_windows(QWidget* parent) {
+    add<frmdetailedpic_view>(parent);
+    add<bar_diagram_view>(frmbarpic, "frmbarpic", parent);
+    add<bar_diagram_view>(Frmbarpic2, "Frmbarpic2", parent);
+    add<frmscale_polar_view>(parent);
+    add<frmselectprint_view>(parent);
+    add<frmsetuptcp_view>(parent);
+    QWidget* const setup = add<frmsetup_view>(parent);
+    add<frmbrowse_view>(setup);
+    add<frmpwd_view>(parent);
+    add<frmabort_view>(parent);
+    add<frmresetinhtime_view>(parent);
+    add<frmstatustext_view>(parent);
+    add<frmlog_view>(parent);
+    add<frmsplash_view>(parent);
+    add<frmalert_view>();
+}
+
+/// The last one first: the folder browser before the dialog that it stands in front of.
+secondary_windows::~secondary_windows() {
+    while (!windows_.empty())
+        windows_.pop_back();
+}
 
 void secondary_windows::show_state() {
-    frmdetailedpic_->show_state();
-    frmbarpic_->show_state();
-    Frmbarpic2_->show_state();
-    frmscale_polar_->show_state();
-    frmselectprint_->show_state();
-    FrmSetupTCP_->show_state();
-    frmSetup_->show_state();
-    frmbrowse_->show_state();
-    frmpwd_->show_state();
-    FrmAbort_->show_state();
-    FrmResetInhTime_->show_state();
-    frmstatustext_->show_state();
-    Frmlog_->show_state();
-    frmSplash_->show_state();
-    FrmAlert_->show_state();
+    for (const auto& window : windows_)
+        window->show_state();
 }
 
 } // namespace tyxo

@@ -81,7 +81,7 @@ class folder_window : public QFileDialog {
 
 } // namespace
 
-frmbrowse_view::frmbrowse_view(QWidget* parent) : QObject(parent), parent_(parent) {}
+frmbrowse_view::frmbrowse_view(QWidget* parent) : parent_(parent) {}
 
 void frmbrowse_view::show_state() {
     if (frmbrowse.form.Visible == !window_.isNull()) return;
