@@ -54,7 +54,7 @@ void hide_missing_cylinders(i32 cylinders) {
 
 void put_first_label(const canvas& surface, const channel_rec& rec) {
     // Looks like a mistake and stays: the angle is that of 359 degrees, which puts the label about one unit
-    // beside the top (DetailedDisplay.SixCylindersOfAFourStrokeEngineAreSixthsOfTheCircle).
+    // beside the top (DetailedLabels.SixCylindersOfAFourStrokeEngineAreSixthsOfTheCircle).
     constexpr double angle = 359 * polar::per_degree;
     constexpr double radius = 64;
     put_cylinder(frmdetailedpic.Lblzyl[0], polar::turned_point(surface, radius, angle).x,

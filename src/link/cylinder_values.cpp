@@ -16,7 +16,7 @@ std::array<i32, cylinder_max> cylinders_by_firing_place(const channel_rec& rec) 
     const bool in_line = rec.cylconf == arrangement::in_line;
     const bool v_type = rec.cylconf == arrangement::v_type;
     // Looks like a mistake and stays: the first entry decides for all
-    // (CylinderValues.TheFirstEntryDecidesWhetherAVEngineHasBanks).
+    // (CylinderPlaces.TheFirstEntryDecidesWhetherAVEngineHasBanks).
     const bool banks = rec.firingorder[0] > 100;
     for (i32 place = 0; place < rec.numzyl; ++place) {
         const i32 entry = at(rec.firingorder, place);
@@ -24,7 +24,7 @@ std::array<i32, cylinder_max> cylinders_by_firing_place(const channel_rec& rec) 
             numbers[place] = entry;
         } else if (v_type && !banks) {
             // Looks like a mistake and stays: every cylinder takes the place of the next one
-            // (CylinderValues.AVEngineWithPlainNumbersIsShiftedByOneCylinder).
+            // (CylinderPlaces.AVEngineWithPlainNumbersIsShiftedByOneCylinder).
             numbers[place] = entry - 1;
         } else if (v_type && entry > 100 && entry < 200) {
             numbers[place] = (entry - 101) * 2 + 1;

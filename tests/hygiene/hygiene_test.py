@@ -26,7 +26,7 @@ SOUND = {
     "src/basics/a.cpp": '#include "basics/a.h"\n',
     "src/link/b.h": ABOUT + '#include "basics/a.h"\n',
     "src/link/b.cpp": '#include "link/b.h"\n',
-    "tests/link/b_test.cpp": "TEST_P(b, holds) {}\nTEST(b,\n     holds_too) {}\n",
+    "tests/link/b_test.cpp": "// What b does.\n\nTEST_P(b, holds) {}\nTEST(b,\n     holds_too) {}\n",
     "src/app/c_view.h": ABOUT + '#include <QWidget>\n#include "link/b.h"\n',
     "src/app/c_view.cpp": '#include "app/c_view.h"\n',
     "src/platform/desktop/d.cpp": '#include <QTimer>\n#include <unistd.h>\n#include "basics/a.h"\n',
