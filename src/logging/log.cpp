@@ -4,6 +4,7 @@
 #include "basics/number_text.h"
 #include "link/channel_rec.h"
 #include "link/indicators.h"
+#include "logging/log_columns.h"
 #include "logging/log_header.h"
 #include "platform/clock.h"
 #include "platform/files.h"
@@ -47,26 +48,10 @@ void check_period() {
 /// The line being composed; it keeps its memory from one line to the next.
 std::string line;
 
-void print_values(i16 channel, std::string_view tag, const std::string& time,
-                  const std::array<i32, curve_samples + 1>& data) {
-    line.assign("<").append(tag).append("> ").append(time).append(" ");
-    for (std::size_t sample = 0; sample < curve_samples; ++sample) {
-        append_plain(line, data[sample]);
-        line += ' ';
-    }
-    line.append(" </").append(tag).append(">");
-    log_files[channel].print(line);
-}
-
-void print_measured_values(i16 channel, const std::string& time) {
-    const channel_rec& rec = channels[channel];
-    line.assign("<REC1> ").append(time).append(" ");
-    for (const i32 value :
-         {rec.tsignal, rec.speed, round_even<i32>(rec.tvoltage), rec.teff_dc, rec.teff_ac}) {
-        append_plain(line, value);
-        line += ' ';
-    }
-    line += "</REC1>";
+void print_record(i16 channel, const log_record_kind& kind, const std::string& time) {
+    line.assign("<").append(kind.tag).append("> ");
+    append_values(line, kind, channels[channel], time);
+    line.append(kind.gap).append("</").append(kind.tag).append(">");
     log_files[channel].print(line);
 }
 
@@ -107,19 +92,9 @@ void log_record(i16 channel, std::string_view kind) {
     if (rec.log_state != log_states::open) return;
     const std::string time = time_text(local_now());
     check_period();
-    switch (round_even<i32>(leading_number(kind))) {
-    case 1:
-        print_measured_values(channel, time);
-        break;
-    case 3:
-        print_values(channel, "REC2", time, rec.thermo_data);
-        break;
-    case 4:
-        print_values(channel, "REC3", time, rec.angacc_data);
-        break;
-    default:
-        break;
-    }
+    const i32 frame = round_even<i32>(leading_number(kind));
+    for (const log_record_kind& row : log_record_kinds())
+        if (row.frame == frame) print_record(channel, row, time);
 }
 
 void log_comment(i16 channel, std::string_view text) {

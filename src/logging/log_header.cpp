@@ -5,6 +5,7 @@
 #include "displays/chart.h"
 #include "link/channel_rec.h"
 #include "link/engine_texts.h"
+#include "logging/log_columns.h"
 #include "platform/clock.h"
 #include "settings/settings.h"
 
@@ -134,45 +135,37 @@ class header_writer {
         line("        <" + std::string(tag) + ">" + content + " </" + std::string(tag) + ">");
     }
 
-    /// One of the value types; a type without a scale has no colour either.
-    void entry_type(text type, text name, text unit, text scale = {}, text color = {}) {
+    void entry_type(const log_column& column) {
+        const std::string unit = text_of(column.unit, rec_);
+        const std::string scale = text_of(column.scale, rec_);
         const auto nested = [this](text tag, text value) {
             line("            <" + std::string(tag) + ">" + std::string(value) + "</" + std::string(tag) +
                  ">");
         };
-        line("        <" + std::string(type) + ">");
-        nested("NAME", name);
+        line("        <" + std::string(column.type) + ">");
+        nested("NAME", column.name);
         nested("UNIT", unit);
         if (!scale.empty()) nested("SCALE", scale);
-        if (!color.empty()) nested("COLOR", color);
-        line("        </" + std::string(type) + ">");
+        if (!column.color.empty()) nested("COLOR", column.color);
+        line("        </" + std::string(column.type) + ">");
     }
 
     void entry_types() {
         line("    <ENTRYTYPES>");
-        entry_type("T1", "Time", "HH:MM:SS");
-        entry_type("T2", "Tsignal", "  % alarm", "1", "255");
-        entry_type("T3", "Speed", rec_.speed_unit, signed_form(rec_.speed_scale), "16711680");
-        entry_type("T4", "Angular Signal", "", signed_form(sensor::scale_polar_t), "255");
-        entry_type("T5", "Angular Acceleration", "", signed_form(sensor::scale_polar_a), "16711680");
-        entry_type("T6", "Tvoltage", "  mV x50", ".5", "65280");
-        entry_type("T7", "Teff DC", "  %alarm", "1", "16711935");
-        entry_type("T8", "Teff AC", "  %alarm", "1", "16777215");
+        for (const log_column& column : log_columns())
+            entry_type(column);
         line("    </ENTRYTYPES>");
-    }
-
-    static std::string polar_columns(text type) {
-        std::string columns;
-        for (i32 sample = 0; sample < curve_samples; ++sample)
-            columns.append(type).append(" ");
-        return columns;
     }
 
     void structure() {
         line("    <STRUCTURE>");
-        line("        <REC1><LINEAR> T1 T2 T3 T6 T7 T8 </LINEAR></REC1>");
-        line("        <REC2><POLAR> T1 " + polar_columns("T4") + "</POLAR></REC2>");
-        line("        <REC3><POLAR> T1 " + polar_columns("T5") + "</POLAR></REC3>");
+        for (const log_record_kind& kind : log_record_kinds()) {
+            std::string types;
+            append_types(types, kind);
+            const std::string tag(kind.tag);
+            const std::string form(kind.form);
+            line("        <" + tag + "><" + form + "> " + types + "</" + form + "></" + tag + ">");
+        }
         line("    </STRUCTURE>");
     }
 
