@@ -12,7 +12,7 @@
 
 namespace tyxo {
 
-inline constexpr std::size_t strip_curves = 6;
+inline constexpr std::size_t strip_curves = 6;     ///< in the order of the charts' table of curves
 inline constexpr std::size_t strip_buckets = 2000; ///< per window
 inline constexpr float no_value = std::numeric_limits<float>::quiet_NaN();
 
@@ -31,7 +31,13 @@ inline constexpr std::int64_t longest_join = 3000;
 /// One row of a chart.
 struct strip_row {
     std::int64_t time = 0; ///< ms of `running_ms`; never before that of the row before
-    std::array<float, strip_curves> values{no_value, no_value, no_value, no_value, no_value, no_value};
+    std::array<float, strip_curves> values = no_values();
+
+    [[nodiscard]] static constexpr std::array<float, strip_curves> no_values() {
+        std::array<float, strip_curves> none{};
+        none.fill(no_value);
+        return none;
+    }
 };
 
 /// A point of a curve as it is drawn; `no_value` breaks the line.

@@ -6,26 +6,44 @@
 #include "platform/clock.h"
 #include "settings/settings.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace tyxo {
 
 namespace {
 
+float speed_line(const channel_rec& rec) {
+    if (!rec.param_valid) return no_value;
+    return static_cast<float>(static_cast<double>(rec.speed) / band_of(speed_bands, rec.overspeed).divisor);
+}
+
+/// Without parameters the curve keeps its title.
+std::string_view speed_title(const channel_rec& rec) {
+    return rec.param_valid ? band_of(speed_bands, rec.overspeed).title : std::string_view();
+}
+
 struct curve_row {
     std::string_view title;
     colour color;
     i16 settings_rec::*hidden_by; ///< 0 hides the curve; none when it always shows
+    float (*value)(const channel_rec&);
+    std::string_view (*new_title)(const channel_rec&) = nullptr; ///< asked with each row; none to keep it
 };
 
-constexpr std::array<curve_row, 6> curve_rows{{
-    {"Tsig %DCA", rgb(255, 0, 0), &settings_rec::xy_tha},
-    {"RPM /10", rgb(0, 0, 255), nullptr},
-    {"TAlm 100%", rgb(255, 128, 0), nullptr},
-    {"TmV x50", rgb(0, 192, 0), &settings_rec::xy_tmv},
-    {"Teff %DCA", rgb(192, 0, 192), &settings_rec::xy_theff},
-    {"Teff %ACA", rgb(255, 255, 255), &settings_rec::xy_theff_AC},
-}};
+constexpr auto curve_rows = std::to_array<curve_row>({
+    {"Tsig %DCA", rgb(255, 0, 0), &settings_rec::xy_tha,
+     [](const channel_rec& rec) { return static_cast<float>(rec.tsignal); }},
+    {"RPM /10", rgb(0, 0, 255), nullptr, speed_line, speed_title},
+    {"TAlm 100%", rgb(255, 128, 0), nullptr, [](const channel_rec&) { return 100.0F; }},
+    {"TmV x50", rgb(0, 192, 0), &settings_rec::xy_tmv,
+     [](const channel_rec& rec) { return static_cast<float>(rec.tvoltage / 2.0); }},
+    {"Teff %DCA", rgb(192, 0, 192), &settings_rec::xy_theff,
+     [](const channel_rec& rec) { return static_cast<float>(rec.teff_dc); }},
+    {"Teff %ACA", rgb(255, 255, 255), &settings_rec::xy_theff_AC,
+     [](const channel_rec& rec) { return static_cast<float>(rec.teff_ac); }},
+});
+static_assert(curve_rows.size() == strip_curves);
 
 constexpr i16 longest_freeze = 10; // minutes
 constexpr double ms_per_day = 86'400'000;
@@ -55,6 +73,16 @@ void reduce(i16 channel) {
     if (channel >= 2) chart.Left = half;
     chart.Width = half - 4;
     chart.Height = small_height();
+}
+
+/// A channel that came into use after the start has a chart without curves.
+void name_curves(iStripChartX& chart, const channel_rec& rec) {
+    for (std::size_t curve = 0; curve < chart.curves.size(); ++curve) {
+        const auto new_title = curve_rows[curve].new_title;
+        if (new_title == nullptr) continue;
+        const std::string_view title = new_title(rec);
+        if (!title.empty()) chart.curves[curve].Title = title;
+    }
 }
 
 void thaw(i16 channel) {
@@ -95,17 +123,9 @@ void add_chart_row(i16 channel) {
     const channel_rec& rec = sensor::channels[channel];
     strip_row row;
     row.time = running_ms();
-    row.values[0] = static_cast<float>(rec.tsignal);
-    if (rec.param_valid) {
-        const speed_band& band = band_of(speed_bands, rec.overspeed);
-        row.values[1] = static_cast<float>(static_cast<double>(rec.speed) / band.divisor);
-        // A channel that came into use after the start has a chart without curves.
-        if (chart.curves.size() > 1) chart.curves[1].Title = band.title;
-    }
-    row.values[2] = 100;
-    row.values[3] = static_cast<float>(rec.tvoltage / 2.0);
-    row.values[4] = static_cast<float>(rec.teff_dc);
-    row.values[5] = static_cast<float>(rec.teff_ac);
+    std::ranges::transform(curve_rows, row.values.begin(),
+                           [&rec](const curve_row& curve) { return curve.value(rec); });
+    name_curves(chart, rec);
     charts.last_row[channel] = charts.rows[channel].append(row);
 }
 

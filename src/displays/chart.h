@@ -82,7 +82,7 @@ void place_charts(const window_layout& layout);
 /// The rows that the chart shows: those of its time window, or those of the moment when it was frozen.
 [[nodiscard]] const strip_window& shown_rows(i16 channel);
 
-/// Sets up the chart of a channel in use: six curves, Y from 0 to 150.
+/// Sets up the chart of a channel in use: its curves, Y from 0 to 150.
 void setup_chart(i16 channel);
 
 /// Hides the curves whose keys in the settings are 0, on the charts of all channels in use, and shows the
