@@ -107,7 +107,15 @@ void decode_curve_block(const frame_fields& frame, i16 channel, const curve_kind
     calls.log_record(channel, kind.record_kind);
 }
 
-void decode_write_answer(const frame_fields& frame) {
+void decode_thermo(const frame_fields& frame, i16 channel) {
+    decode_curve_block(frame, channel, thermo_curve);
+}
+
+void decode_angacc(const frame_fields& frame, i16 channel) {
+    decode_curve_block(frame, channel, angacc_curve);
+}
+
+void decode_write_answer(const frame_fields& frame, i16 /*channel*/) {
     debug_output(frame.hex(4, 2) == 1 ? "write parameter OK" : "write parameter Not OK");
 }
 
@@ -137,6 +145,22 @@ void decode_status(const frame_fields& frame, i16 channel) {
     status_update(channel);
 }
 
+struct frame_type {
+    i32 code;
+    void (*decode)(const frame_fields&, i16 channel);
+};
+
+/// Frames of other codes are left alone.
+constexpr std::array<frame_type, 7> frame_types{{
+    {0, decode_identification},
+    {1, decode_measured_values},
+    {3, decode_thermo},
+    {4, decode_angacc},
+    {6, decode_parameters},
+    {7, decode_write_answer},
+    {8, decode_status},
+}};
+
 /// The two characters of the code as a decimal number; digits count until the first other character.
 i32 function_code(const frame_fields& frame) {
     i32 code = 0;
@@ -162,24 +186,9 @@ void frame_dispatch(std::string_view received, i16 channel) {
     indicators.StatusBar.clear();
 
     const frame_fields frame(trimmed);
-    switch (function_code(frame)) {
-    case 0:
-        return decode_identification(frame, channel);
-    case 1:
-        return decode_measured_values(frame, channel);
-    case 3:
-        return decode_curve_block(frame, channel, thermo_curve);
-    case 4:
-        return decode_curve_block(frame, channel, angacc_curve);
-    case 6:
-        return decode_parameters(frame, channel);
-    case 7:
-        return decode_write_answer(frame);
-    case 8:
-        return decode_status(frame, channel);
-    default:
-        return;
-    }
+    const i32 code = function_code(frame);
+    for (const frame_type& type : frame_types)
+        if (type.code == code) return type.decode(frame, channel);
 }
 
 } // namespace tyxo::sensor
