@@ -38,9 +38,9 @@ namespace {
 using desktop::on_command;
 using desktop::on_view_command;
 
-constexpr QRgb disabled_print = 0xFF5C6166; // the panels of missing channels
-constexpr QSize least_size(960, 600);       // where the screen is smaller than the design
-constexpr int title_bar = 30;               // px, that a window manager adds
+constexpr QRgb main_disabled_print = 0xFF5C6166; // the panels of missing channels
+constexpr QSize least_main_size(960, 600);       // where the screen is smaller than the design
+constexpr int title_bar = 30;                    // px, that a window manager adds
 constexpr int label_rim = 8;
 constexpr int show_delay = 20; // ms: changes of this time are shown together
 
@@ -48,15 +48,11 @@ constexpr int show_delay = 20; // ms: changes of this time are shown together
 /// the choice.
 constexpr Qt::ConnectionType asked_later = Qt::QueuedConnection;
 
-QRect on_screen(const rectangle& place) {
-    return {place.left, place.top, place.width, place.height};
-}
-
 } // namespace
 
 mainfrm_view::mainfrm_view() : windows_(this) {
     setObjectName("mainfrm");
-    set_disabled_print(*this, disabled_print);
+    set_disabled_print(*this, main_disabled_print);
     QGuiApplication::setWindowIcon(program_icon());
     make_menu();
     make_client();
@@ -76,7 +72,7 @@ void mainfrm_view::open_on_screen() {
     const QSize design(design_client_width, design_client_height + menuBar()->sizeHint().height());
     const QSize room = screen()->availableSize() - QSize(0, title_bar);
     const bool fits = design.boundedTo(room) == design;
-    setMinimumSize(fits ? design : least_size.boundedTo(room));
+    setMinimumSize(fits ? design : least_main_size.boundedTo(room));
     resize(design.boundedTo(room));
     if (!fits) setWindowState(windowState() | Qt::WindowMaximized);
 }

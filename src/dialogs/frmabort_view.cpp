@@ -15,8 +15,6 @@ namespace tyxo {
 
 namespace {
 
-constexpr int margin = 20;
-constexpr int gap = 16;
 constexpr int hand_side = 88; // px
 constexpr int key_side = 40;
 
@@ -25,17 +23,17 @@ constexpr int key_side = 40;
 frmabort_view::frmabort_view(QWidget* parent)
     : modal_dialog(parent, "FrmAbort", FrmAbort.form, FrmAbort_unload) {
     auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(margin, margin, margin, margin);
-    rows->setSpacing(gap);
+    rows->setContentsMargins(dialog_margin, dialog_margin, dialog_margin, dialog_margin);
+    rows->setSpacing(dialog_gap);
     auto* const upper = new QHBoxLayout;
-    upper->setSpacing(margin);
+    upper->setSpacing(dialog_margin);
     rows->addLayout(upper);
     auto* const hand = new picture_view(this, "Image1", "stop_hand", hand_side);
     hand->setAccessibleName(tr("Raised hand"));
     upper->addWidget(hand, 0, Qt::AlignCenter);
     make_question(*upper);
     auto* const buttons = new QHBoxLayout;
-    buttons->setSpacing(gap);
+    buttons->setSpacing(dialog_gap);
     rows->addLayout(buttons);
     buttons->addStretch();
     CmdStop = add_button("CmdStop", FrmAbort.CmdStop, CmdStop_click, false, *buttons);

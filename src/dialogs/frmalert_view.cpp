@@ -22,8 +22,7 @@ namespace tyxo {
 
 namespace {
 
-constexpr int picture_side = 150;
-constexpr int gap = 16;
+constexpr int alert_picture_side = 150;
 constexpr double corner = 8;
 constexpr int from_top = 40; // pixels from the screen's upper edge: most dialogs stay in sight below
 constexpr int button_width = 220;
@@ -50,7 +49,7 @@ class alert_plate : public QLabel {
     alert_plate(QWidget* parent, const QString& name) : QLabel(parent) {
         setObjectName(name);
         setTextFormat(Qt::PlainText); // an ampersand in a location is a letter
-        setMargin(gap / 2);
+        setMargin(dialog_gap / 2);
         keep_place(*this);
     }
 
@@ -101,8 +100,8 @@ frmalert_view::frmalert_view()
     setObjectName("FrmAlert");
     setWindowTitle(qt_text(FrmAlert.form.Caption)); // has its name from the start
     auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(2 * gap, 2 * gap, 2 * gap, 2 * gap);
-    rows->setSpacing(gap);
+    rows->setContentsMargins(2 * dialog_gap, 2 * dialog_gap, 2 * dialog_gap, 2 * dialog_gap);
+    rows->setSpacing(dialog_gap);
     make_headline(*rows);
     make_lines(*rows);
     CmdAck = new confirm_button(this);
@@ -138,7 +137,7 @@ void frmalert_view::set_letters(double share) {
     Lbl_relay->setFont(headline_font(font(), 2 * share));
     CmdAck->setFont(headline_font(font(), 1.5 * share));
     const QFont letters = headline_font(font(), 1.3 * share);
-    const int widest = QFontMetrics(letters).horizontalAdvance(longest_line) + 2 * gap;
+    const int widest = QFontMetrics(letters).horizontalAdvance(longest_line) + 2 * dialog_gap;
     for (std::size_t index = 0; index < lbl_inst.size(); ++index) {
         lbl_inst[index]->setFont(letters);
         lbl_inst1[index]->setFont(letters);
@@ -149,14 +148,14 @@ void frmalert_view::set_letters(double share) {
 void frmalert_view::make_headline(QBoxLayout& rows) {
     auto* const row = new QHBoxLayout;
     auto* const words = new QVBoxLayout;
-    row->setSpacing(gap);
-    words->setSpacing(gap);
+    row->setSpacing(dialog_gap);
+    words->setSpacing(dialog_gap);
     rows.addLayout(row);
     const auto picture = [&](const char* name, const char* drawing, const QString& meaning,
                              const bool& visible) {
-        auto* const image = new picture_view(this, name, drawing, picture_side);
+        auto* const image = new picture_view(this, name, drawing, alert_picture_side);
         image->setAccessibleName(meaning);
-        image->setFixedSize(picture_side, picture_side);
+        image->setFixedSize(alert_picture_side, alert_picture_side);
         keep_place(*image);
         bind(image, visible);
         return image;
@@ -178,7 +177,7 @@ void frmalert_view::make_headline(QBoxLayout& rows) {
 
 void frmalert_view::make_lines(QBoxLayout& rows) {
     auto* const grid = new QGridLayout;
-    grid->setSpacing(gap / 2);
+    grid->setSpacing(dialog_gap / 2);
     grid->setColumnStretch(1, 1);
     rows.addLayout(grid);
     for (int index = 0; index < channel_count; ++index) {

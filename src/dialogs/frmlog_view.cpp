@@ -12,9 +12,7 @@ namespace tyxo {
 
 namespace {
 
-constexpr int margin = 20;
-constexpr int gap = 20;
-constexpr int picture_side = 128;
+constexpr int log_picture_side = 128;
 constexpr double headline_size = 1.35; ///< of the usual text
 
 } // namespace
@@ -22,20 +20,20 @@ constexpr double headline_size = 1.35; ///< of the usual text
 frmlog_view::frmlog_view(QWidget* parent)
     : modal_dialog(parent, "Frmlog", Frmlog.form, Frmlog_Cmd_ok_click, desktop::source::view) {
     auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(margin, margin, margin, margin);
-    rows->setSpacing(gap);
+    rows->setContentsMargins(dialog_margin, dialog_margin, dialog_margin, dialog_margin);
+    rows->setSpacing(dialog_margin);
     QLabel* const headline = add_label("headline", Frmlog.headline, *rows);
     headline->setAlignment(Qt::AlignCenter);
     headline->setFont(headline_font(headline->font(), headline_size));
 
     auto* const middle = new QHBoxLayout;
-    middle->setSpacing(gap);
+    middle->setSpacing(dialog_margin);
     rows->addLayout(middle);
-    auto* const picture = new picture_view(this, "Image1", "tyxo", picture_side);
+    auto* const picture = new picture_view(this, "Image1", "tyxo", log_picture_side);
     picture->setAccessibleName(tr("Picture of the Tyxo Data Logger"));
     middle->addWidget(picture);
     auto* const pairs = new QGridLayout;
-    pairs->setHorizontalSpacing(gap);
+    pairs->setHorizontalSpacing(dialog_margin);
     pairs->setColumnStretch(1, 1);
     middle->addLayout(pairs);
     add_pair("Type:", "Lbllogtype", Frmlog.Lbllogtype, *pairs);

@@ -12,8 +12,8 @@ namespace tyxo {
 
 namespace {
 
-constexpr int margin = 16;
-constexpr int gap = 12;
+constexpr int password_margin = 16;
+constexpr int password_gap = 12;
 constexpr int box_width = 220; // px, at least
 
 } // namespace
@@ -21,18 +21,18 @@ constexpr int box_width = 220; // px, at least
 frmpwd_view::frmpwd_view(QWidget* parent)
     : modal_dialog(parent, "frmpwd", frmpwd.form, frmpwd_CmdCancel_click) {
     auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(margin, margin, margin, margin);
-    rows->setSpacing(gap);
+    rows->setContentsMargins(password_margin, password_margin, password_margin, password_margin);
+    rows->setSpacing(password_gap);
     Frame1 = add_frame("Frame1", frmpwd.Frame1, *rows);
     auto* const grid = new QGridLayout(Frame1);
-    grid->setContentsMargins(margin, margin, margin, margin);
-    grid->setHorizontalSpacing(margin);
-    grid->setVerticalSpacing(gap);
+    grid->setContentsMargins(password_margin, password_margin, password_margin, password_margin);
+    grid->setHorizontalSpacing(password_margin);
+    grid->setVerticalSpacing(password_gap);
     oldpasswd = add_box("oldpasswd", tr("Enter old password"), frmpwd.oldpasswd, oldpasswd_change, *grid);
     add_box("newpasswd", tr("Enter new password"), frmpwd.newpasswd, newpasswd_change, *grid);
     add_box("newpasswd2", tr("Confirm new password"), frmpwd.newpasswd2, newpasswd2_change, *grid);
     auto* const buttons = new QHBoxLayout;
-    buttons->setSpacing(gap);
+    buttons->setSpacing(password_gap);
     rows->addLayout(buttons);
     buttons->addStretch();
     add_button("CmdOK", frmpwd.CmdOK, frmpwd_CmdOK_click, true, *buttons);

@@ -11,9 +11,6 @@ namespace tyxo {
 
 namespace {
 
-constexpr int margin = 20;
-constexpr int gap = 16;
-
 /// "2: Port engine", as the channel's frame in the main window is called.
 QString channel_title(i16 channel) {
     return QString("%1: %2").arg(channel + 1).arg(qt_text(at(sensor::channels, channel).location));
@@ -24,14 +21,14 @@ QString channel_title(i16 channel) {
 frmresetinhtime_view::frmresetinhtime_view(QWidget* parent)
     : modal_dialog(parent, "FrmResetInhTime", FrmResetInhTime.form, FrmResetInhTime_CmdCancel_click) {
     auto* const rows = new QVBoxLayout(this);
-    rows->setContentsMargins(margin, margin, margin, gap);
-    rows->setSpacing(gap);
+    rows->setContentsMargins(dialog_margin, dialog_margin, dialog_margin, dialog_gap);
+    rows->setSpacing(dialog_gap);
     QLabel* const Label1 = add_label("Label1", FrmResetInhTime.Label1, *rows);
     channel_ = add_label("Lbl_channel", *rows);
     for (QLabel* label : {Label1, channel_})
         label->setAlignment(Qt::AlignCenter);
     auto* const buttons = new QHBoxLayout;
-    buttons->setSpacing(gap);
+    buttons->setSpacing(dialog_gap);
     rows->addLayout(buttons);
     CmdDo = add_button("CmdDo", FrmResetInhTime.CmdDo, CmdDo_click, true, *buttons);
     add_button("CmdCancel", FrmResetInhTime.CmdCancel, FrmResetInhTime_CmdCancel_click, false, *buttons);

@@ -15,7 +15,7 @@ namespace {
 
 constexpr int frame_gap = 12;
 constexpr int scale_frame_width = 190; // the same for both, with room for either title
-constexpr int option_gap = 6;
+constexpr int scale_option_gap = 6;
 constexpr int scale_rows = 4; // the eight scales stand in two columns
 
 /// Names an option for those who hear it and do not see the frame around it.
@@ -70,7 +70,7 @@ void frmscale_polar_view::make_scales(QVBoxLayout& outer) {
 
 void frmscale_polar_view::add_scale_options(option_array& options, QGroupBox& place, const Frame& frame) {
     auto* const grid = new QGridLayout(&place);
-    grid->setHorizontalSpacing(option_gap);
+    grid->setHorizontalSpacing(scale_option_gap);
     for (std::size_t index = 0; index < scale_choices.size(); ++index) {
         const int row = static_cast<int>(index) % scale_rows;
         const int column = static_cast<int>(index) / scale_rows * 2;

@@ -11,7 +11,7 @@ namespace tyxo {
 
 namespace {
 
-constexpr int gap = 6;
+constexpr int print_gap = 6;
 constexpr int least_width = 320; // so that the dialog keeps its size from one choice to the next
 
 /// An ampersand in a location is a letter, no mnemonic.
@@ -33,7 +33,7 @@ frmselectprint_view::frmselectprint_view(QWidget* parent)
       optPrint(this, "optPrint", optPrint_click) {
     auto* const rows = new QVBoxLayout(this);
     emphasise(*add_label("Lblprintheader", frmselectprint.Lblprintheader, *rows));
-    rows->addSpacing(gap);
+    rows->addSpacing(print_gap);
     QGroupBox* const Frmprint = add_frame("Frmprint", frmselectprint.Frmprint, *rows);
     Frmprint->setMinimumWidth(least_width);
     auto* const options = new QVBoxLayout(Frmprint);
@@ -41,7 +41,7 @@ frmselectprint_view::frmselectprint_view(QWidget* parent)
         options->addWidget(optPrint.add(Frmprint));
     bind(&optPrint, frmselectprint.selected);
     add_label("LblPrint", frmselectprint.LblPrint, *rows);
-    rows->addSpacing(gap);
+    rows->addSpacing(print_gap);
     auto* const buttons = new QHBoxLayout;
     rows->addLayout(buttons);
     buttons->addStretch();

@@ -12,9 +12,9 @@ namespace tyxo {
 
 namespace {
 
-constexpr int margin = 24;
-constexpr int gap = 28;
-constexpr int picture_side = 144;
+constexpr int splash_margin = 24;
+constexpr int splash_gap = 28;
+constexpr int splash_picture_side = 144;
 constexpr double product_name_size = 1.8; ///< of the usual text
 
 /// Held down on the way to another key, to another window perhaps.
@@ -30,9 +30,9 @@ frmsplash_view::frmsplash_view(QWidget* parent)
     auto* const rows = new QVBoxLayout(this);
     Frame1 = add_frame("Frame1", frmSplash.Frame1, *rows);
     auto* const row = new QHBoxLayout(Frame1);
-    row->setContentsMargins(margin, margin, margin, margin);
-    row->setSpacing(gap);
-    auto* const picture = new picture_view(Frame1, "Image1", "tyxo", picture_side);
+    row->setContentsMargins(splash_margin, splash_margin, splash_margin, splash_margin);
+    row->setSpacing(splash_gap);
+    auto* const picture = new picture_view(Frame1, "Image1", "tyxo", splash_picture_side);
     picture->setAccessibleName(tr("Picture of the Tyxo Data Logger"));
     row->addWidget(picture);
     auto* const texts = new QVBoxLayout;
@@ -40,7 +40,7 @@ frmsplash_view::frmsplash_view(QWidget* parent)
     texts->addStretch();
     QLabel* const lblProductName = add_label("lblProductName", frmSplash.lblProductName, *texts);
     add_label("lblVersion", frmSplash.lblVersion, *texts);
-    texts->addSpacing(gap / 2);
+    texts->addSpacing(splash_gap / 2);
     add_label("lbllogo", frmSplash.lbllogo, *texts);
     texts->addStretch();
     lblProductName->setFont(headline_font(lblProductName->font(), product_name_size));

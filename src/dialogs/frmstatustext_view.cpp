@@ -12,7 +12,7 @@ namespace tyxo {
 
 namespace {
 
-constexpr QSize usual_size(900, 600);
+constexpr QSize usual_status_size(900, 600);
 
 } // namespace
 
@@ -33,7 +33,7 @@ frmstatustext_view::frmstatustext_view(QWidget* parent)
     add_button("Cmdrefresh", frmstatustext.Cmdrefresh, Cmdrefresh_click, false, *buttons);
     add_button("Cmdclose", frmstatustext.Cmdclose, Cmdclose_click, true, *buttons);
     setSizeGripEnabled(true);
-    resize(usual_size);
+    resize(usual_status_size);
 }
 
 void frmstatustext_view::show_text() {

@@ -27,7 +27,7 @@ constexpr double label_height = 20;
 constexpr double text_height = 12;
 constexpr QSize least_size(800, 500); // where the screen has room for it
 constexpr double least_scale = 0.8;
-constexpr double greatest_text_scale = 2.5;
+constexpr double greatest_bar_text_scale = 2.5;
 constexpr int least_pixels = 6;
 
 /// The greatest size of at most `pixels` in which the text is no wider than the room.
@@ -109,7 +109,7 @@ void bar_diagram_view::show_state() {
 void bar_diagram_view::place() {
     const double across = width() / design::width;
     const double down = height() / design::height;
-    const double scale = std::clamp(std::min(across, down), least_scale, greatest_text_scale);
+    const double scale = std::clamp(std::min(across, down), least_scale, greatest_bar_text_scale);
     const int pixels = static_cast<int>(text_height * scale);
     const int left = qRound(design::axis_left * across);
     const int right = qRound((design::axis_left + design::axis_width) * across);

@@ -23,15 +23,15 @@ namespace {
 // right for every other. The room beside it is for curves and for the end of "720 deg.".
 constexpr canvas_view::design surface_design{316, 185, 10, 4};
 
-constexpr QSize usual_size(1240, 760);
-constexpr QSize least_size(1000, 620); // where the screen has room for it
+constexpr QSize usual_detailed_size(1240, 760);
+constexpr QSize least_detailed_size(1000, 620); // where the screen has room for it
 
 // The legend with the least room to the next one.
 constexpr const char* widest_legend = "Angular acceleration rel. to average value";
 constexpr double widest_legend_room = 61;
 
-constexpr double label_height = 4.2; // units; V engines have labels 5 units above each other
-constexpr int smallest_label = 6;    // pixels
+constexpr double surface_label_height = 4.2; // units; V engines have labels 5 units above each other
+constexpr int smallest_label = 6;            // pixels
 
 QIcon line_icon(colour value) {
     QPixmap picture(22, 8);
@@ -64,8 +64,8 @@ frmdetailedpic_view::frmdetailedpic_view(QWidget* parent) : QWidget(parent, Qt::
     column->addWidget(surface_, 1);
     make_labels();
     make_check_boxes();
-    setMinimumSize(least_size.boundedTo(screen_room(*this)));
-    resize(usual_size.boundedTo(screen_room(*this)));
+    setMinimumSize(least_detailed_size.boundedTo(screen_room(*this)));
+    resize(usual_detailed_size.boundedTo(screen_room(*this)));
 }
 
 QLabel* frmdetailedpic_view::make_label(const QString& name) {
@@ -169,7 +169,7 @@ bool frmdetailedpic_view::overlap(const QFont& font) const {
 }
 
 QFont frmdetailedpic_view::label_font() const {
-    QFont font = print_font(*surface_, label_height * surface_->unit());
+    QFont font = print_font(*surface_, surface_label_height * surface_->unit());
     while (font.pixelSize() > smallest_label && overlap(font))
         font.setPixelSize(font.pixelSize() - 1);
     return font;

@@ -32,10 +32,6 @@ constexpr rectangle design_inside{5, 15, 389, 101};
 constexpr int inside_gap = 2; // between the lines and the instruments
 constexpr double greatest_text_scale = 1.5;
 
-QRect on_screen(const rectangle& place) {
-    return {place.left, place.top, place.width, place.height};
-}
-
 // The captions of the buttons that need the most room.
 constexpr const char* widest_zoom = "Enlarge XY graph";
 constexpr const char* widest_word = "Thermosignal";
@@ -70,6 +66,10 @@ void set_text_size(QWidget* widget, double pixels) {
 }
 
 } // namespace
+
+QRect on_screen(const rectangle& place) {
+    return {place.left, place.top, place.width, place.height};
+}
 
 template <class Widget> Widget* panel_view::make(const char* array, QWidget* parent) {
     auto* const widget = new Widget(parent);

@@ -22,6 +22,8 @@ class led_view;
 class linear_gauge_view;
 class xy_plot_view;
 
+[[nodiscard]] QRect on_screen(const rectangle& place);
+
 /// Makes a channel's controls as children of `parent`, named after their control arrays, puts them in their
 /// places and shows what the core says they show.
 class panel_view : public QObject, public state_view {

@@ -26,19 +26,20 @@ namespace tyxo {
 
 namespace {
 
-constexpr QSize usual_size(1000, 680);
-constexpr int column_gap = 24;
-constexpr int label_gap = 12;
+constexpr QSize usual_gateway_size(1000, 680);
+constexpr int group_column_gap = 24;
+constexpr int group_label_gap = 12;
 constexpr int least_button_width = 130;
 constexpr int number_width = 80;
-constexpr int address_width = 160;          // at least: any number, four of them with their points
-constexpr QRgb disabled_print = 0xFF4A5056; // the values of the automatic transmission are there to be read
+constexpr int address_width = 160; // at least: any number, four of them with their points
+constexpr QRgb gateway_disabled_print =
+    0xFF4A5056; // the values of the automatic transmission are there to be read
 
 } // namespace
 
 frmsetuptcp_view::frmsetuptcp_view(QWidget* parent) : QMainWindow(parent) {
     setObjectName("FrmSetupTCP");
-    set_disabled_print(*this, disabled_print);
+    set_disabled_print(*this, gateway_disabled_print);
     make_menu();
     auto* const client = new QWidget(this);
     setCentralWidget(new scroll_page(client));
@@ -50,7 +51,7 @@ frmsetuptcp_view::frmsetuptcp_view(QWidget* parent) : QMainWindow(parent) {
     rows->addLayout(end);
     end->addStretch();
     add_button("Cmd_close", "close", Cmd_close_click, *end);
-    resize(usual_size.boundedTo(screen_room(*this)));
+    resize(usual_gateway_size.boundedTo(screen_room(*this)));
 }
 
 QAction* frmsetuptcp_view::add_item(QMenu* menu, const char* name, const QString& caption,
@@ -104,8 +105,8 @@ void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
     bind(IP_frame, FrmSetupTCP.IP_frame);
     place.addWidget(IP_frame);
     auto* const grid = new QGridLayout(IP_frame);
-    grid->setHorizontalSpacing(label_gap);
-    grid->setColumnMinimumWidth(2, column_gap);
+    grid->setHorizontalSpacing(group_label_gap);
+    grid->setColumnMinimumWidth(2, group_column_gap);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
     auto add = [&, row = 0](edit_box* box) mutable {
@@ -171,7 +172,7 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
         box->setAlignment(Qt::AlignRight);
         commands->addWidget(label);
         commands->addWidget(box);
-        commands->addSpacing(label_gap);
+        commands->addSpacing(group_label_gap);
     };
     add(add_box("Txt_sendbase", "Start register", Txt_sendbase_change, FrmSetupTCP.Txt_sendbase));
     add(add_box("Txt_regnumber", "number max.123", Txt_regnumber_change, FrmSetupTCP.Txt_regnumber));

@@ -26,8 +26,6 @@ constexpr double needle_length = 0.80;
 constexpr double needle_tail = 0.18;
 constexpr double needle_width = 0.09;
 constexpr double hub_radius = 0.115;
-
-constexpr int least_label_pixels = 8;
 constexpr double most_label_shrink = 0.78;
 
 QPointF on_circle(double angle, double radius) {

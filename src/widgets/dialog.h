@@ -21,6 +21,9 @@ class QRadioButton;
 
 namespace tyxo {
 
+inline constexpr int dialog_margin = 20;
+inline constexpr int dialog_gap = 16; ///< between what stands in it
+
 /// A dialog in front of all windows. It never closes by itself: Escape and the window's own close button run
 /// the command that was given, and the form then says that the dialog is closed.
 class modal_dialog : public QDialog, public state_view {

@@ -19,12 +19,10 @@ constexpr double bar_width = 10;
 constexpr double tick_gap = 1;
 constexpr double tick_length = 4;
 constexpr double label_gap = 2;
-constexpr double label_height = 10;
+constexpr double bar_label_height = 10;
 constexpr double most_pointer = 14;
 constexpr double pointer_overlap = 3; ///< of the tip and the bar
 constexpr double max_pointer_share = 0.7;
-
-constexpr int least_label_pixels = 8;
 
 } // namespace
 
@@ -70,7 +68,7 @@ QRectF linear_gauge_view::bar() const {
     const double ratio = devicePixelRatioF();
     const double pointer_room = std::max(pointer_length() - pointer_overlap * unit(), 0.0);
     const double right = (width() + design_width * unit()) / 2 - margin * unit() - pointer_room;
-    const double top = snapped((margin + label_height / 2) * unit(), ratio);
+    const double top = snapped((margin + bar_label_height / 2) * unit(), ratio);
     const double left = snapped(right - bar_width * unit(), ratio);
     return {left, top, snapped(right, ratio) - left, std::max(height() - 2 * top, 0.0)};
 }
@@ -149,7 +147,8 @@ void linear_gauge_view::paint_tick_labels(QPainter& painter, const std::vector<t
         const QString text = QString::fromStdString(tick_text(tick.value, distance));
         if (text.size() > widest.size()) widest = text;
     }
-    const QFont font = fitted_font(*this, widest, {room, label_height * unit()}, label_height * unit());
+    const QFont font =
+        fitted_font(*this, widest, {room, bar_label_height * unit()}, bar_label_height * unit());
     if (font.pixelSize() < least_label_pixels) return;
 
     const QFontMetricsF metrics(font);

@@ -43,6 +43,9 @@ inline constexpr QRgb focus = 0xFF1C4F9C;
 /// The same for what lies under the marks: drawn less far, so that they stay legible.
 [[nodiscard]] QColor shaded_ground(const QColor& color, const QWidget& widget);
 
+/// Smaller labels of a gauge cannot be read.
+inline constexpr int least_label_pixels = 8;
+
 /// The nearest boundary between two device pixels, for edges that must be crisp.
 [[nodiscard]] double snapped(double length, double device_pixel_ratio);
 

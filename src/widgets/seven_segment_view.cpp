@@ -10,7 +10,7 @@ namespace tyxo {
 
 namespace {
 
-constexpr double margin_of_height = 0.10;
+constexpr double digits_margin_of_height = 0.10;
 constexpr double digit_of_pitch = 0.71;  ///< the rest of a place is for the point
 constexpr double narrowest_pitch = 0.55; ///< of the digit's height; below that the digits get smaller
 constexpr double thickness_of_height = 0.14;
@@ -121,7 +121,8 @@ void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF glass = paint_glass(painter, *this);
     const double ratio = devicePixelRatioF();
-    const double margin = snapped(std::min(margin_of_height * glass.height(), glass.width() / 6), ratio);
+    const double margin =
+        snapped(std::min(digits_margin_of_height * glass.height(), glass.width() / 6), ratio);
     const QRectF room = glass.adjusted(margin, margin, -margin, -margin);
     if (room.width() <= 0 || room.height() <= 0) return;
 

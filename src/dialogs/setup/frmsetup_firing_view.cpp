@@ -14,8 +14,8 @@ namespace {
 
 constexpr int table_columns = 12;
 constexpr int box_digits = 4; // "A12", "720"
-constexpr int column_gap = 8;
-constexpr int label_gap = 2;
+constexpr int firing_column_gap = 8;
+constexpr int firing_label_gap = 2;
 constexpr int row_gap = 8;
 
 /// How far an arrow key goes in a table that is read row by row; 0 for another key.
@@ -42,8 +42,8 @@ firing_table::firing_table(QWidget* parent, const QString& name, const QString& 
     setObjectName(name);
     setAccessibleName(title);
     auto* const grid = new QGridLayout(this);
-    grid->setHorizontalSpacing(column_gap);
-    grid->setVerticalSpacing(label_gap);
+    grid->setHorizontalSpacing(firing_column_gap);
+    grid->setVerticalSpacing(firing_label_gap);
     grid->setRowMinimumHeight(2, row_gap);
     for (int place = 0; place < cylinder_max; ++place) {
         const int row = place / table_columns * 3; // a label, its box, a gap

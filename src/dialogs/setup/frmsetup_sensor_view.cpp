@@ -13,7 +13,7 @@ namespace tyxo {
 namespace {
 
 constexpr int group_gap = 10;
-constexpr int label_gap = 8;
+constexpr int sensor_label_gap = 8;
 constexpr int longest_title = 60; // letters of a location, a tool tip has the rest
 
 using tab = sensor_tab;
@@ -63,7 +63,7 @@ sensor_page::sensor_page(i16 channel, QWidget* parent)
     evaluator->setAccessibleName(
         evaluator->title()); // else a frame is heard under the name of the one around it
     auto* const line = new QGridLayout(evaluator);
-    line->setHorizontalSpacing(label_gap);
+    line->setHorizontalSpacing(sensor_label_gap);
     for (int place = 0; place < static_cast<int>(identity.size()); ++place) {
         add_field(identity[static_cast<std::size_t>(place)], *line, 0, 2 * place);
         line->setColumnStretch(2 * place + 1, 1);
@@ -104,7 +104,7 @@ void sensor_page::add_field(const sensor_field& field, QGridLayout& grid, int ro
         return;
     }
     auto* const line = new QHBoxLayout;
-    line->setSpacing(label_gap / 2);
+    line->setSpacing(sensor_label_gap / 2);
     line->addWidget(box);
     line->addWidget(make_box(*field.beside));
     grid.addLayout(line, row, column + 1);
@@ -115,7 +115,7 @@ QGroupBox* sensor_page::make_group(const QString& title, const std::array<sensor
     auto* const group = new QGroupBox(title, Frame_sensor);
     group->setAccessibleName(title);
     auto* const grid = new QGridLayout(group);
-    grid->setHorizontalSpacing(label_gap);
+    grid->setHorizontalSpacing(sensor_label_gap);
     grid->setColumnStretch(1, 1);
     int row = 0;
     for (const sensor_field& field : fields) {

@@ -17,16 +17,16 @@ namespace tyxo {
 
 namespace {
 
-constexpr QSize usual_size(1140, 690);      // and more with a large font
-constexpr int page_rim = 40;                // px, around a page
-constexpr QRgb disabled_print = 0xFF4A5056; // locked settings are there to be read
-constexpr QRgb disabled_tab = 0xFF666A6E;   // lighter: these tabs have nothing to read
+constexpr QSize usual_setup_size(1140, 690);      // and more with a large font
+constexpr int page_rim = 40;                      // px, around a page
+constexpr QRgb setup_disabled_print = 0xFF4A5056; // locked settings are there to be read
+constexpr QRgb disabled_tab = 0xFF666A6E;         // lighter: these tabs have nothing to read
 
 } // namespace
 
 frmsetup_view::frmsetup_view(QWidget* parent)
     : modal_dialog(parent, "frmSetup", frmSetup.form, frmSetup_cmd_cancel_click) {
-    set_disabled_print(*this, disabled_print);
+    set_disabled_print(*this, setup_disabled_print);
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
     make_buttons(*rows);
@@ -41,7 +41,7 @@ void frmsetup_view::fit_screen() {
     QSize wanted;
     for (const QWidget* page : pages_)
         wanted = wanted.expandedTo(page->minimumSizeHint() + around);
-    resize(size().expandedTo(usual_size).expandedTo(wanted).boundedTo(screen_room(*this)));
+    resize(size().expandedTo(usual_setup_size).expandedTo(wanted).boundedTo(screen_room(*this)));
 }
 
 void frmsetup_view::make_tabs(QVBoxLayout& place) {

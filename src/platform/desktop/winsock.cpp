@@ -29,9 +29,9 @@ namespace {
 constexpr i32 greatest_port = 65535;
 
 // A peer that sends without end is slowed down to this by TCP itself: what is not read fills its window.
-constexpr qint64 receive_buffer = 16384; // bytes
-constexpr int burst = 16;                // data events that may follow each other at once,
-constexpr int burst_time = 250;          // and the ms in which there may be no more of them
+constexpr qint64 socket_receive_buffer = 16384; // bytes
+constexpr int burst = 16;                       // data events that may follow each other at once,
+constexpr int burst_time = 250;                 // and the ms in which there may be no more of them
 
 constexpr qint64 send_limit = 65536; // bytes that wait at most while the peer takes none
 
@@ -77,7 +77,7 @@ struct Winsock::connection {
     void open() {
         socket = std::make_unique<QTcpSocket>();
         socket->setProxy(QNetworkProxy::NoProxy);
-        socket->setReadBufferSize(receive_buffer);
+        socket->setReadBufferSize(socket_receive_buffer);
         const auto on = [this](auto signal, auto action) {
             QObject::connect(socket.get(), signal, socket.get(), action);
         };

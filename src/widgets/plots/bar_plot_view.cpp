@@ -14,7 +14,7 @@ namespace {
 const QColor axes_background(255, 255, 255);
 const QColor grid_color(222, 222, 222);
 constexpr double share_of_width = 0.76; // leaves a gap between the cylinders
-constexpr double most_ticks = 60;
+constexpr double most_bar_ticks = 60;
 constexpr int outward_ticks = 4;
 constexpr double mark_share = 0.025; // of the axis, from its end to a mark
 constexpr double mark_pixels = 9;
@@ -28,7 +28,7 @@ QCPRange range_of(const bar_axis& axis) {
 
 QSharedPointer<QCPAxisTicker> ticker_of(const bar_axis& axis) {
     const double ticks = range_of(axis).size() / axis.Increment;
-    if (!(axis.Increment > 0) || !(ticks <= most_ticks)) return QSharedPointer<QCPAxisTicker>::create();
+    if (!(axis.Increment > 0) || !(ticks <= most_bar_ticks)) return QSharedPointer<QCPAxisTicker>::create();
     const auto fixed = QSharedPointer<QCPAxisTickerFixed>::create();
     fixed->setTickStep(axis.Increment);
     return fixed;

@@ -56,7 +56,7 @@ constexpr int curve_width = 2;
 constexpr double paper_curve_width = 1.2;
 constexpr int paper_columns = 3840; // finer than the rows are kept
 constexpr double ms_per_day = 86'400'000;
-constexpr int most_ticks = 50;
+constexpr int most_strip_ticks = 50;
 constexpr double farthest = 1000; // heights of the scale that a value is drawn away from it
 
 // A chart without curves stands back.
@@ -224,7 +224,7 @@ void strip_plot::set_y_scale() {
     const double high = valid ? shown_.YAxisMax : 100;
     plot_.yAxis->setRange(low, high);
     value_ticks_->clear();
-    const int parts = std::clamp(shown_.YAxisTickMajorCount, 2, most_ticks) - 1;
+    const int parts = std::clamp(shown_.YAxisTickMajorCount, 2, most_strip_ticks) - 1;
     for (int tick = 0; tick <= parts; ++tick) {
         const double value = low + (high - low) * tick / parts;
         value_ticks_->major.push_back(value);
@@ -296,7 +296,7 @@ void strip_plot::set_time_ticks() {
     const std::string widest = formatted(shown_.XAxisDateTimeFormatString, {2000, 10, 20, 20, 50, 50});
     const double label = metrics.horizontalAdvance(qt_text(widest));
     // One more than wanted, as the next round step takes some away.
-    const int parts = std::clamp(shown_.XAxisTickMajorCount, 1, most_ticks) + 1;
+    const int parts = std::clamp(shown_.XAxisTickMajorCount, 1, most_strip_ticks) + 1;
     const double distance = std::max(label + label_space, static_cast<double>(graph_width()) / parts);
     time_axis axis;
     axis.to = newest_;
@@ -322,7 +322,7 @@ void strip_plot::set_time_ticks() {
 /// No row, no time: a grid without labels.
 void strip_plot::set_even_ticks() {
     time_ticks_->clear();
-    const int parts = std::clamp(shown_.XAxisTickMajorCount, 2, most_ticks) - 1;
+    const int parts = std::clamp(shown_.XAxisTickMajorCount, 2, most_strip_ticks) - 1;
     for (int tick = 0; tick <= parts; ++tick) {
         time_ticks_->major.push_back(-span_ * tick / parts);
         time_ticks_->labels.push_back(QString());

@@ -24,8 +24,8 @@ constexpr QRgb scope_cross = 0xFFA4A7AA;
 
 constexpr double frame = 2;
 constexpr double pen_share = 0.0125; ///< of the side
-constexpr double thinnest_pen = 1.25;
-constexpr double thickest_pen = 3;
+constexpr double thinnest_curve = 1.25;
+constexpr double thickest_curve = 3;
 
 /// Shorter steps than this, in pixels, are not seen.
 constexpr double least_step = 0.5;
@@ -150,7 +150,7 @@ void xy_plot_view::paint_curve(QPainter& painter, const plot_curve& curve) const
     painter.save();
     painter.setClipRect(area());
     // Single short lines with square ends paint several times faster than one joined line.
-    const double pen = std::clamp(pen_share * square().width(), thinnest_pen, thickest_pen);
+    const double pen = std::clamp(pen_share * square().width(), thinnest_curve, thickest_curve);
     painter.setPen(QPen(shaded(qt_colour(curve.Color), *this), pen, Qt::SolidLine, Qt::SquareCap));
     QPointF begin; // where the next line begins, if it goes on from `end_of_last`
     std::optional<plot_point> end_of_last;
