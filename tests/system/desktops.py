@@ -7,12 +7,12 @@ import statistics
 import subprocess
 import time
 
-from harness import Display, wait_for
+from harness import Display, SessionBus, undone_by, wait_for
 
 MANAGERS = {
     "openbox": ["openbox"],
     "icewm": ["icewm"],
-    "xfwm4": ["dbus-run-session", "xfwm4"],  # which keeps its settings on a bus
+    "xfwm4": ["xfwm4"],
 }
 ALL_PLANES = ctypes.c_ulong(-1)
 Z_PIXMAP = 2
@@ -28,8 +28,14 @@ class Desktop(Display):
         super().__init__(size)
         self.environment |= {"HOME": self.runtime, "PULSE_SERVER": "unix:no-sound-server"}
         self.wayland = name == "weston"
-        command = self.compositor() if self.wayland else MANAGERS[name]
-        self.manager = subprocess.Popen(command, env=self.environment, stdout=subprocess.DEVNULL,
+        # This one keeps its settings on a bus, which is not the program's.
+        self.bus = SessionBus(self.environment) if name == "xfwm4" else None
+        with undone_by(self.stop):
+            self.start_manager(self.compositor() if self.wayland else MANAGERS[name])
+
+    def start_manager(self, command):
+        bus = {"DBUS_SESSION_BUS_ADDRESS": self.bus.address} if self.bus else {}
+        self.manager = subprocess.Popen(command, env=self.environment | bus, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
         if self.wayland:
             wait_for((pathlib.Path(self.runtime) / "wayland").exists, what="the compositor")
@@ -42,6 +48,11 @@ class Desktop(Display):
             self.environment |= {"QT_QPA_PLATFORM": "wayland", "WAYLAND_DISPLAY": "wayland"}
         else:
             wait_for(lambda: self.tool("wmctrl", "-m"), what="the window manager")
+
+    def stop(self):
+        super().stop()
+        if self.bus:
+            self.bus.stop()
 
     def compositor(self):
         width, height = self.SIZE.split("x")

@@ -1,5 +1,7 @@
 """What the system tests share: a virtual display, pseudo-terminals as serial lines, and the real program."""
 
+import contextlib
+import faulthandler
 import itertools
 import os
 import pathlib
@@ -17,6 +19,10 @@ import unittest
 
 PROGRAM = os.environ["TYXO"]
 DEAF = 0.8  # s: an alert that has just got the keyboard takes no key
+
+# A suite that hangs tells where, before it is ended from outside.
+if "SUITE_SECONDS" in os.environ:
+    faulthandler.dump_traceback_later(float(os.environ["SUITE_SECONDS"]), exit=True)
 
 
 def frame(body):
@@ -40,6 +46,31 @@ def wait_for(condition, seconds=10.0, what="the condition"):
         if time.monotonic() > end:
             raise AssertionError(f"waited {seconds} s in vain for {what}")
         time.sleep(0.02)
+
+
+@contextlib.contextmanager
+def undone_by(undo):
+    """Undoes what was begun if the rest of it fails."""
+    try:
+        yield
+    except BaseException:
+        undo()
+        raise
+
+
+class SessionBus:
+    """A message bus of its own; who is started by it ends with it."""
+
+    def __init__(self, environment):
+        self.process = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
+                                        env=environment, stdout=subprocess.PIPE, text=True,
+                                        stderr=subprocess.DEVNULL)
+        self.address = self.process.stdout.readline().strip()
+
+    def stop(self):
+        self.process.terminate()
+        self.process.wait()
+        self.process.stdout.close()
 
 
 class Display:
@@ -66,7 +97,8 @@ class Display:
             ready = pathlib.Path(self.runtime) / "ready"
             self.manager = subprocess.Popen(["openbox", "--startup", f"touch {ready}"], env=self.environment,
                                             stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-            wait_for(ready.exists, what="the window manager")
+            with undone_by(self.stop):
+                wait_for(ready.exists, what="the window manager")
 
     def stop(self):
         for process in filter(None, [self.manager, self.process]):

@@ -3,10 +3,9 @@
 import contextlib
 import importlib
 import os
-import subprocess
 import time
 
-from harness import wait_for
+from harness import SessionBus, undone_by, wait_for
 
 # Everything that the program tells by itself and that a reader may say aloud.
 TOLD = ["object:property-change:accessible-name", "object:property-change:accessible-description",
@@ -19,10 +18,12 @@ class ScreenReader:
     made once in a process, before the display's first program."""
 
     def __init__(self, display):
-        self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
-                                    env=display.environment, stdout=subprocess.PIPE, text=True,
-                                    stderr=subprocess.DEVNULL)
-        address = self.bus.stdout.readline().strip()
+        self.bus = SessionBus(display.environment)
+        with undone_by(self.stop):
+            self._listen(display)
+
+    def _listen(self, display):
+        address = self.bus.address
         display.environment |= {"DBUS_SESSION_BUS_ADDRESS": address, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         os.environ |= {"DISPLAY": display.name, "DBUS_SESSION_BUS_ADDRESS": address,
                        "XDG_RUNTIME_DIR": display.runtime}
@@ -34,9 +35,7 @@ class ScreenReader:
         self.atspi.Registry.registerEventListener(self._hear, *TOLD)
 
     def stop(self):
-        self.bus.terminate()
-        self.bus.wait()
-        self.bus.stdout.close()
+        self.bus.stop()
 
     def _hear(self, event):
         # A window that was closed meanwhile answers nothing more.

@@ -2,7 +2,8 @@
 
 import unittest
 
-from harness import Display, PlantTest, curve, measured_values, parameter_frame, status, wait_for
+from harness import (Display, PlantTest, curve, measured_values, parameter_frame, status, undone_by,
+                     wait_for)
 from screen_reader import ScreenReader
 
 CHANNELS = 4
@@ -20,7 +21,8 @@ class ForTheEar(PlantTest):
     @classmethod
     def setUpClass(cls):
         cls.display = Display(window_manager=True)
-        cls.reader = ScreenReader(cls.display)
+        with undone_by(cls.display.stop):
+            cls.reader = ScreenReader(cls.display)
 
     @classmethod
     def tearDownClass(cls):
