@@ -37,14 +37,14 @@ constexpr std::array<pair_of_texts, 27> upper_controls{{
     {0x9E, "\u017E"}, {0x9F, "\u0178"},
 }};
 
-TEST(ansi, lower_half_is_the_same_in_both) {
+TEST(Ansi, LowerHalfIsTheSameInBoth) {
     for (int byte = 0; byte < 0x80; ++byte) {
         EXPECT_EQ(utf8_from_ansi(one(byte)), one(byte)) << byte;
         EXPECT_EQ(ansi_from_utf8(one(byte)), one(byte)) << byte;
     }
 }
 
-TEST(ansi, latin_letters_are_two_bytes_of_utf8) {
+TEST(Ansi, LatinLettersAreTwoBytesOfUtf8) {
     for (int byte = 0xA0; byte < 0x100; ++byte) {
         const std::string utf8 = one(0xC0 + byte / 64) + one(0x80 + byte % 64);
         EXPECT_EQ(utf8_from_ansi(one(byte)), utf8) << byte;
@@ -52,19 +52,19 @@ TEST(ansi, latin_letters_are_two_bytes_of_utf8) {
     }
 }
 
-TEST(ansi, upper_controls_have_their_characters) {
+TEST(Ansi, UpperControlsHaveTheirCharacters) {
     for (const pair_of_texts& row : upper_controls) {
         EXPECT_EQ(utf8_from_ansi(one(row.ansi)), row.utf8) << int{row.ansi};
         EXPECT_EQ(ansi_from_utf8(row.utf8), one(row.ansi)) << int{row.ansi};
     }
 }
 
-TEST(ansi, five_bytes_have_no_character) {
+TEST(Ansi, FiveBytesHaveNoCharacter) {
     for (const unsigned char byte : bytes_without_a_character)
         EXPECT_EQ(utf8_from_ansi(one(byte)), "\uFFFD") << int{byte};
 }
 
-TEST(ansi, every_byte_with_a_character_survives_the_way_there_and_back) {
+TEST(Ansi, EveryByteWithACharacterSurvivesTheWayThereAndBack) {
     std::set<std::string> characters;
     for (int byte = 0; byte < 256; ++byte) {
         const std::string utf8 = utf8_from_ansi(one(byte));
@@ -75,13 +75,13 @@ TEST(ansi, every_byte_with_a_character_survives_the_way_there_and_back) {
     EXPECT_EQ(characters.size(), 256 - bytes_without_a_character.size());
 }
 
-TEST(ansi, a_whole_text_keeps_its_order) {
+TEST(Ansi, AWholeTextKeepsItsOrder) {
     const std::string ansi = "M\xFChle 1 \x80 ok";
     EXPECT_EQ(utf8_from_ansi(ansi), "M\u00FChle 1 \u20AC ok");
     EXPECT_EQ(ansi_from_utf8(utf8_from_ansi(ansi)), ansi);
 }
 
-TEST(ansi, other_characters_become_a_question_mark) {
+TEST(Ansi, OtherCharactersBecomeAQuestionMark) {
     EXPECT_EQ(ansi_from_utf8("\uFFFD"), "?");
     EXPECT_EQ(ansi_from_utf8("a\u0416b"), "a?b");
     EXPECT_EQ(ansi_from_utf8("\u65E5\u672C"), "??");
@@ -89,7 +89,7 @@ TEST(ansi, other_characters_become_a_question_mark) {
     EXPECT_EQ(ansi_from_utf8("\u0080\u009F"), "??");
 }
 
-TEST(ansi, broken_utf8_leaves_its_neighbours_alone) {
+TEST(Ansi, BrokenUtf8LeavesItsNeighboursAlone) {
     EXPECT_EQ(ansi_from_utf8("a\xC3"), "a?");
     for (const std::string broken : {"\x80", "\xC3", "\xE2\x82", "\xF0\x9F\x98"}) {
         const std::string ansi = ansi_from_utf8("a" + broken + "z");

@@ -7,19 +7,19 @@
 namespace tyxo {
 namespace {
 
-TEST(clock_texts, date_is_month_day_year) {
+TEST(ClockTexts, DateIsMonthDayYear) {
     EXPECT_EQ(date_text({2026, 7, 2, 13, 5, 9}), "07-02-2026");
     EXPECT_EQ(date_text({1999, 12, 31, 0, 0, 0}), "12-31-1999");
     EXPECT_EQ(date_text({987, 1, 1, 0, 0, 0}), "01-01-0987");
 }
 
-TEST(clock_texts, time_has_two_digits_each) {
+TEST(ClockTexts, TimeHasTwoDigitsEach) {
     EXPECT_EQ(time_text({2026, 7, 2, 13, 5, 9}), "13:05:09");
     EXPECT_EQ(time_text({2026, 7, 2, 0, 0, 0}), "00:00:00");
     EXPECT_EQ(time_text({2026, 7, 2, 23, 59, 59}), "23:59:59");
 }
 
-TEST(clock_texts, time_appends_behind_what_is_there) {
+TEST(ClockTexts, TimeAppendsBehindWhatIsThere) {
     std::string text = "at ";
     append_time(text, {2026, 7, 2, 1, 2, 3});
     EXPECT_EQ(text, "at 01:02:03");

@@ -22,20 +22,20 @@ std::string description(void (*fail)()) {
     return "no failure";
 }
 
-TEST(failures, carry_their_descriptions) {
+TEST(Failures, CarryTheirDescriptions) {
     EXPECT_EQ(description(failures::overflow), "Overflow");
     EXPECT_EQ(description(failures::division_by_zero), "Division by zero");
     EXPECT_EQ(description(failures::subscript), "Subscript out of range");
     EXPECT_EQ(description(failures::type_mismatch), "Type mismatch");
 }
 
-TEST(attempt, without_a_failure_has_no_description) {
+TEST(Attempt, WithoutAFailureHasNoDescription) {
     int done = 0;
     EXPECT_EQ(attempt([&] { ++done; }, [&] { ++done; }), std::nullopt);
     EXPECT_EQ(done, 2);
 }
 
-TEST(attempt, goes_on_past_a_failed_step_in_order) {
+TEST(Attempt, GoesOnPastAFailedStepInOrder) {
     std::vector<int> done;
     const auto last =
         attempt([&] { done.push_back(1); }, [] { failures::overflow(); }, [&] { done.push_back(3); });
@@ -43,12 +43,12 @@ TEST(attempt, goes_on_past_a_failed_step_in_order) {
     EXPECT_EQ(last, "Overflow");
 }
 
-TEST(attempt, tells_the_last_of_several_failures) {
+TEST(Attempt, TellsTheLastOfSeveralFailures) {
     const auto last = attempt([] { failures::overflow(); }, [] { failures::subscript(); }, [] {});
     EXPECT_EQ(last, "Subscript out of range");
 }
 
-TEST(attempt, gives_up_the_rest_of_the_failed_step_only) {
+TEST(Attempt, GivesUpTheRestOfTheFailedStepOnly) {
     int done = 0;
     attempt(
         [&] {
@@ -60,18 +60,18 @@ TEST(attempt, gives_up_the_rest_of_the_failed_step_only) {
     EXPECT_EQ(done, 11);
 }
 
-TEST(attempt, lets_other_exceptions_through) {
+TEST(Attempt, LetsOtherExceptionsThrough) {
     EXPECT_THROW(attempt([] { throw std::logic_error("a defect"); }), std::logic_error);
 }
 
-TEST(subscript, gives_the_element_that_exists) {
+TEST(Subscript, GivesTheElementThatExists) {
     std::array<int, 3> items{10, 11, 12};
     at(items, 2) = 22;
     EXPECT_EQ(at(std::as_const(items), 0), 10);
     EXPECT_EQ(items[2], 22);
 }
 
-TEST(subscript, outside_the_array_is_a_failure) {
+TEST(Subscript, OutsideTheArrayIsAFailure) {
     std::array<int, 3> items{};
     EXPECT_THROW((void)at(items, -1), failure);
     EXPECT_THROW((void)at(items, 3), failure);

@@ -13,7 +13,7 @@
 namespace tyxo {
 namespace {
 
-TEST(plain_form, has_neither_blank_nor_padding) {
+TEST(PlainForm, HasNeitherBlankNorPadding) {
     EXPECT_EQ(plain(0), "0");
     EXPECT_EQ(plain(255), "255");
     EXPECT_EQ(plain(-3), "-3");
@@ -21,13 +21,13 @@ TEST(plain_form, has_neither_blank_nor_padding) {
     EXPECT_EQ(plain(std::numeric_limits<i32>::max()), "2147483647");
 }
 
-TEST(plain_form, appends_behind_what_is_there) {
+TEST(PlainForm, AppendsBehindWhatIsThere) {
     std::string text = "a";
     append_plain(text, -12);
     EXPECT_EQ(text, "a-12");
 }
 
-TEST(padded_form, fills_with_zeros_from_the_left) {
+TEST(PaddedForm, FillsWithZerosFromTheLeft) {
     EXPECT_EQ(padded(7, 2), "07");
     EXPECT_EQ(padded(0, 4), "0000");
     EXPECT_EQ(padded(12, 2), "12");
@@ -42,14 +42,14 @@ struct signed_case {
     const char* text;
 };
 
-class signed_number : public testing::TestWithParam<signed_case> {};
+class SignedNumber : public testing::TestWithParam<signed_case> {};
 
-TEST_P(signed_number, has_its_text) {
+TEST_P(SignedNumber, HasItsText) {
     EXPECT_EQ(signed_form(GetParam().value), GetParam().text);
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    table, signed_number,
+    table, SignedNumber,
     testing::Values(signed_case{0, " 0"}, signed_case{-0.0, " 0"}, signed_case{1, " 1"},
                     signed_case{150, " 150"}, signed_case{-150, "-150"}, signed_case{.1, " .1"},
                     signed_case{-.1, "-.1"}, signed_case{-2.5, "-2.5"}, signed_case{.2, " .2"},
@@ -59,7 +59,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return "row_" + std::to_string(info.index); });
 
 INSTANTIATE_TEST_SUITE_P(
-    exponent, signed_number,
+    exponent, SignedNumber,
     testing::Values(signed_case{1.0 / 720, " 1.38888888888889E-03"},
                     signed_case{1.0 / 96, " 1.04166666666667E-02"},
                     signed_case{1.0 / 24, " 4.16666666666667E-02"},
@@ -71,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
                     signed_case{5e-324, " 4.94065645841247E-324"}, signed_case{1e300, " 1E+300"}),
     [](const auto& info) { return "row_" + std::to_string(info.index); });
 
-TEST(plain_number_form, is_the_signed_form_without_blank_and_with_a_zero) {
+TEST(PlainNumberForm, IsTheSignedFormWithoutBlankAndWithAZero) {
     const std::pair<double, const char*> rows[] = {{0, "0"},
                                                    {-0.0, "0"},
                                                    {150, "150"},
@@ -87,13 +87,13 @@ TEST(plain_number_form, is_the_signed_form_without_blank_and_with_a_zero) {
     EXPECT_THROW((void)plain_number(std::numeric_limits<double>::infinity()), failure);
 }
 
-TEST(signed_number_failure, infinity_and_nan_overflow) {
+TEST(SignedNumberFailure, InfinityAndNanOverflow) {
     EXPECT_THROW((void)signed_form(std::numeric_limits<double>::infinity()), failure);
     EXPECT_THROW((void)signed_form(-std::numeric_limits<double>::infinity()), failure);
     EXPECT_THROW((void)signed_form(std::numeric_limits<double>::quiet_NaN()), failure);
 }
 
-TEST(signed_number_round_trip, reads_back_within_fifteen_digits) {
+TEST(SignedNumberRoundTrip, ReadsBackWithinFifteenDigits) {
     for (const double value : {1.0 / 720, 1.0 / 96, 1.0 / 24, 1.0, .04, 123456.789, -0.000123, 8.25e18}) {
         EXPECT_NEAR(leading_number(signed_form(value)), value, std::abs(value) * 1e-14);
     }
@@ -104,13 +104,13 @@ struct reading_case {
     double value;
 };
 
-class leading_number_of : public testing::TestWithParam<reading_case> {};
+class LeadingNumberOf : public testing::TestWithParam<reading_case> {};
 
-TEST_P(leading_number_of, reads_as_its_number) {
+TEST_P(LeadingNumberOf, ReadsAsItsNumber) {
     EXPECT_DOUBLE_EQ(leading_number(GetParam().text), GetParam().value) << '"' << GetParam().text << '"';
 }
 
-INSTANTIATE_TEST_SUITE_P(numbers, leading_number_of,
+INSTANTIATE_TEST_SUITE_P(numbers, LeadingNumberOf,
                          testing::Values(reading_case{"500", 500}, reading_case{" 500", 500},
                                          reading_case{"  \t 7", 7}, reading_case{"-3", -3},
                                          reading_case{"+3", 3}, reading_case{" +.25", .25},
@@ -120,7 +120,7 @@ INSTANTIATE_TEST_SUITE_P(numbers, leading_number_of,
                                          reading_case{"007", 7}),
                          [](const auto& info) { return "row_" + std::to_string(info.index); });
 
-INSTANTIATE_TEST_SUITE_P(rests, leading_number_of,
+INSTANTIATE_TEST_SUITE_P(rests, LeadingNumberOf,
                          testing::Values(reading_case{"12abc", 12}, reading_case{"3;4", 3},
                                          reading_case{"1,5", 1}, reading_case{"1.2.3", 1.2},
                                          reading_case{"5e", 5}, reading_case{"5e+", 5},
@@ -128,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(rests, leading_number_of,
                                          reading_case{"7-2", 7}),
                          [](const auto& info) { return "row_" + std::to_string(info.index); });
 
-INSTANTIATE_TEST_SUITE_P(no_number, leading_number_of,
+INSTANTIATE_TEST_SUITE_P(no_number, LeadingNumberOf,
                          testing::Values(reading_case{"", 0}, reading_case{"   ", 0}, reading_case{"abc", 0},
                                          reading_case{"inf", 0}, reading_case{"nan", 0},
                                          reading_case{"-inf", 0}, reading_case{"-", 0}, reading_case{"+", 0},
@@ -137,19 +137,19 @@ INSTANTIATE_TEST_SUITE_P(no_number, leading_number_of,
                                          reading_case{"e5", 0}, reading_case{"a1", 0}),
                          [](const auto& info) { return "row_" + std::to_string(info.index); });
 
-TEST(leading_number_range, beyond_a_double_overflows) {
+TEST(LeadingNumberRange, BeyondADoubleOverflows) {
     EXPECT_THROW((void)leading_number("1e999"), failure);
     EXPECT_THROW((void)leading_number("-1e999"), failure);
     EXPECT_THROW((void)leading_number(std::string(400, '9')), failure);
     EXPECT_DOUBLE_EQ(leading_number("1e308"), 1e308);
 }
 
-TEST(leading_number_range, too_small_for_a_double_is_zero) {
+TEST(LeadingNumberRange, TooSmallForADoubleIsZero) {
     EXPECT_EQ(leading_number("1e-999"), 0);
     EXPECT_EQ(leading_number("0." + std::string(400, '0') + "1"), 0);
 }
 
-TEST(leading_number_range, many_digits_with_a_small_exponent_still_overflow) {
+TEST(LeadingNumberRange, ManyDigitsWithASmallExponentStillOverflow) {
     EXPECT_THROW((void)leading_number(std::string(400, '9') + "e-2"), failure);
 }
 

@@ -10,7 +10,7 @@
 namespace tyxo {
 namespace {
 
-TEST(text_box, starts_empty) {
+TEST(TextBox, StartsEmpty) {
     const text_box box;
     EXPECT_EQ(box.text(), "");
     EXPECT_EQ(box.size(), 0U);
@@ -19,7 +19,7 @@ TEST(text_box, starts_empty) {
     EXPECT_EQ(box.caret(), 0U);
 }
 
-TEST(text_box, appends_at_its_end) {
+TEST(TextBox, AppendsAtItsEnd) {
     text_box box;
     box.append("one\r\n");
     box.append("");
@@ -29,7 +29,7 @@ TEST(text_box, appends_at_its_end) {
     EXPECT_EQ(box.appended(), 10U);
 }
 
-TEST(text_box, keeps_its_last_characters) {
+TEST(TextBox, KeepsItsLastCharacters) {
     text_box box;
     box.append("0123456789");
     box.keep_last(3);
@@ -46,7 +46,7 @@ TEST(text_box, keeps_its_last_characters) {
     EXPECT_EQ(box.dropped(), 13U);
 }
 
-TEST(text_box, that_is_not_longer_is_not_cut) {
+TEST(TextBox, ThatIsNotLongerIsNotCut) {
     text_box box;
     box.append("12345");
     box.keep_last(5);
@@ -55,7 +55,7 @@ TEST(text_box, that_is_not_longer_is_not_cut) {
     EXPECT_EQ(box.dropped(), 0U);
 }
 
-TEST(text_box, caret_counts_all_characters_ever_appended) {
+TEST(TextBox, CaretCountsAllCharactersEverAppended) {
     text_box box;
     box.append("12345");
     EXPECT_EQ(box.caret(), 0U);
@@ -68,7 +68,7 @@ TEST(text_box, caret_counts_all_characters_ever_appended) {
     EXPECT_EQ(box.caret(), 8U);
 }
 
-TEST(text_box, cut_again_and_again_holds_the_same_text_as_one_long_text) {
+TEST(TextBox, CutAgainAndAgainHoldsTheSameTextAsOneLongText) {
     text_box box;
     std::string all;
     for (int line = 0; line < 3000; ++line) {
@@ -82,7 +82,7 @@ TEST(text_box, cut_again_and_again_holds_the_same_text_as_one_long_text) {
     }
 }
 
-TEST(text_box, full_of_60000_characters_moves_its_text_only_now_and_then) {
+TEST(TextBox, FullOf60000CharactersMovesItsTextOnlyNowAndThen) {
     constexpr std::size_t limit = 60000;
     text_box box;
     box.append(std::string(limit, 'x'));

@@ -30,36 +30,36 @@ strokes drawn(const corners& curve, i32 thickness = 1, const curve_area& on = ar
     return painter.strokes(curve, on, thickness);
 }
 
-TEST(curve_strokes, a_level_line_is_one_stroke) {
+TEST(CurveStrokes, ALevelLineIsOneStroke) {
     EXPECT_EQ(drawn({{40, 50.5}, {90, 50.5}, {139.9, 50.5}}), (strokes{{40, 50, 100, 1}}));
     EXPECT_EQ(drawn({{50, 50.2}, {60.5, 50.2}}), (strokes{{50, 50, 11, 1}}));
 }
 
-TEST(curve_strokes, a_thick_line_has_its_middle_where_a_thin_one_is) {
+TEST(CurveStrokes, AThickLineHasItsMiddleWhereAThinOneIs) {
     EXPECT_EQ(drawn({{50, 50}, {60.5, 50}}, 2), (strokes{{50, 49, 12, 2}}));
     EXPECT_EQ(drawn({{50, 50.5}, {60.5, 50.5}}, 3), (strokes{{50, 49, 13, 3}}));
 }
 
-TEST(curve_strokes, a_spike_within_a_column_is_seen_whole) {
+TEST(CurveStrokes, ASpikeWithinAColumnIsSeenWhole) {
     EXPECT_EQ(drawn({{50.1, 80.5}, {50.4, 30.5}, {50.7, 90.5}}), (strokes{{50, 30, 1, 61}}));
 }
 
-TEST(curve_strokes, a_slope_goes_down_a_step_a_column) {
+TEST(CurveStrokes, ASlopeGoesDownAStepAColumn) {
     EXPECT_EQ(drawn({{50, 60}, {52, 80}}), (strokes{{50, 60, 1, 11}, {51, 70, 1, 11}, {52, 80, 1, 1}}));
 }
 
-TEST(curve_strokes, a_corner_alone_is_a_dot) {
+TEST(CurveStrokes, ACornerAloneIsADot) {
     EXPECT_EQ(drawn({{50.5, 60.5}}), (strokes{{50, 60, 1, 1}}));
     EXPECT_EQ(drawn({{50, 60}, {50, broken}, {60.5, 70.5}}, 2), (strokes{{50, 59, 2, 2}, {60, 70, 2, 2}}));
 }
 
-TEST(curve_strokes, a_break_is_left_out) {
+TEST(CurveStrokes, ABreakIsLeftOut) {
     EXPECT_EQ(drawn({{50, 60.5}, {55.5, 60.5}, {57, broken}, {60, 60.5}, {65.5, 60.5}}),
               (strokes{{50, 60, 6, 1}, {60, 60, 6, 1}}));
     EXPECT_EQ(drawn({{broken, 1}, {50, broken}, {broken, broken}}), strokes{});
 }
 
-TEST(curve_strokes, what_is_beside_the_area_is_cut_off_and_what_crosses_its_edge_comes_in) {
+TEST(CurveStrokes, WhatIsBesideTheAreaIsCutOffAndWhatCrossesItsEdgeComesIn) {
     EXPECT_EQ(drawn({{0, 60}, {39.9, 60}}), strokes{});
     EXPECT_EQ(drawn({{140, 60}, {300, 60}}), strokes{});
     EXPECT_EQ(drawn({{0, 60.5}, {300, 60.5}}), (strokes{{40, 60, 100, 1}}));
@@ -68,7 +68,7 @@ TEST(curve_strokes, what_is_beside_the_area_is_cut_off_and_what_crosses_its_edge
     EXPECT_EQ(slope.front(), (curve_stroke{40, 60, 1, 2}));
 }
 
-TEST(curve_strokes, what_is_above_or_below_ends_just_outside) {
+TEST(CurveStrokes, WhatIsAboveOrBelowEndsJustOutside) {
     for (const curve_stroke& stroke :
          drawn({{50, -1e300}, {60, 1e300}, {70, infinite}, {80, -infinite}}, 3)) {
         EXPECT_GE(stroke.top, 0);
@@ -79,7 +79,7 @@ TEST(curve_strokes, what_is_above_or_below_ends_just_outside) {
     EXPECT_LT(above[0].top + above[0].height, area.top);
 }
 
-TEST(curve_strokes, odd_areas_and_corners_are_answered) {
+TEST(CurveStrokes, OddAreasAndCornersAreAnswered) {
     EXPECT_EQ(drawn({{50, 60}}, 0), strokes{});
     EXPECT_EQ(drawn({{50, 60}}, 1, {40, 40, 0, 100}), strokes{});
     EXPECT_EQ(drawn({{50, 60}}, 1, {60, 40, 0, 100}), strokes{});
@@ -88,7 +88,7 @@ TEST(curve_strokes, odd_areas_and_corners_are_answered) {
     drawn({{-infinite, 60}, {infinite, 70}, {-1e300, 1}, {1e300, 2}, {60, 3}, {50, 4}});
 }
 
-TEST(curve_strokes, cover_what_a_fine_pen_covers) {
+TEST(CurveStrokes, CoverWhatAFinePenCovers) {
     std::mt19937 chance(11);
     std::uniform_real_distribution<double> step(0, 4);
     std::uniform_real_distribution<double> height(0, 140);

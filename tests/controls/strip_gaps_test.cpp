@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::int64_t two_minutes = strip_spans[0];
 
-TEST(strip_gaps, rows_without_a_value_break_the_line) {
+TEST(StripGaps, RowsWithoutAValueBreakTheLine) {
     strip_window window(two_minutes);
     for (int row = 0; row < 30; ++row)
         window.append(row_at(1000 * row, row >= 10 && row < 20 ? no_value : 4.0F));
@@ -26,14 +26,14 @@ TEST(strip_gaps, rows_without_a_value_break_the_line) {
     EXPECT_EQ(points[4], (strip_point{29000, 4}));
 }
 
-TEST(strip_gaps, a_single_row_without_a_value_breaks_the_line) {
+TEST(StripGaps, ASingleRowWithoutAValueBreaksTheLine) {
     strip_window window(two_minutes);
     for (int row = 0; row < 30; ++row)
         window.append(row_at(1000 * row, row == 15 ? no_value : static_cast<float>(row)));
     EXPECT_EQ(gaps(points_of(window)), 1);
 }
 
-TEST(strip_gaps, curves_have_their_own_values_and_gaps) {
+TEST(StripGaps, CurvesHaveTheirOwnValuesAndGaps) {
     strip_window window(two_minutes);
     for (int row = 0; row < 10; ++row) {
         strip_row values;
@@ -50,7 +50,7 @@ TEST(strip_gaps, curves_have_their_own_values_and_gaps) {
     EXPECT_THROW(window.points(strip_curves, 600, points), failure);
 }
 
-TEST(strip_gaps, a_stopped_channel_leaves_a_gap) {
+TEST(StripGaps, AStoppedChannelLeavesAGap) {
     for (const std::int64_t pause : {longest_join, longest_join + 1, std::int64_t{30'000}}) {
         strip_window window(two_minutes);
         window.append(row_at(1000, 1));
@@ -61,7 +61,7 @@ TEST(strip_gaps, a_stopped_channel_leaves_a_gap) {
     }
 }
 
-TEST(strip_gaps, a_channel_that_measures_has_no_gap_in_any_window) {
+TEST(StripGaps, AChannelThatMeasuresHasNoGapInAnyWindow) {
     strip_history history;
     for (int row = 0; row <= 90'000; ++row)
         history.append(row_at(1000 * row, static_cast<float>(row % 100)));

@@ -16,7 +16,7 @@ namespace {
 constexpr std::int64_t two_minutes = strip_spans[0];
 constexpr std::int64_t day = strip_spans[3];
 
-TEST(strip_history, is_empty_at_first) {
+TEST(StripHistory, IsEmptyAtFirst) {
     const strip_window window;
     EXPECT_EQ(window.rows(), 0);
     EXPECT_EQ(window.newest(), 0);
@@ -25,7 +25,7 @@ TEST(strip_history, is_empty_at_first) {
     EXPECT_TRUE(points.empty());
 }
 
-TEST(strip_history, rows_are_numbered_from_0) {
+TEST(StripHistory, RowsAreNumberedFrom0) {
     strip_history history;
     for (i32 row = 0; row < 5; ++row)
         EXPECT_EQ(history.append(row_at(row * 100, 1)), row);
@@ -37,13 +37,13 @@ TEST(strip_history, rows_are_numbered_from_0) {
     EXPECT_EQ(history.append(row_at(0, 1)), 0);
 }
 
-TEST(strip_history, the_number_of_rows_never_overflows) {
+TEST(StripHistory, TheNumberOfRowsNeverOverflows) {
     EXPECT_EQ(one_more_row(0), 1);
     EXPECT_EQ(one_more_row(std::numeric_limits<i32>::max() - 1), std::numeric_limits<i32>::max());
     EXPECT_EQ(one_more_row(std::numeric_limits<i32>::max()), 1);
 }
 
-TEST(strip_history, a_window_is_the_shortest_that_holds_the_span) {
+TEST(StripHistory, AWindowIsTheShortestThatHoldsTheSpan) {
     const strip_history history;
     EXPECT_EQ(history.window(0).span(), 120'000);
     EXPECT_EQ(history.window(120'000).span(), 120'000);
@@ -54,7 +54,7 @@ TEST(strip_history, a_window_is_the_shortest_that_holds_the_span) {
     EXPECT_EQ(history.window(std::numeric_limits<std::int64_t>::max()).span(), 86'400'000);
 }
 
-TEST(strip_history, the_ring_holds_the_window_and_the_row_before_it) {
+TEST(StripHistory, TheRingHoldsTheWindowAndTheRowBeforeIt) {
     for (const std::int64_t span : strip_spans) {
         const std::int64_t held =
             strip_window(span).bucket_length() * static_cast<std::int64_t>(strip_buckets - 1);
@@ -63,7 +63,7 @@ TEST(strip_history, the_ring_holds_the_window_and_the_row_before_it) {
     }
 }
 
-TEST(strip_history, each_row_is_a_point_while_a_column_has_room) {
+TEST(StripHistory, EachRowIsAPointWhileAColumnHasRoom) {
     strip_window window(two_minutes);
     line expected;
     for (int row = 0; row < 50; ++row) {
@@ -74,7 +74,7 @@ TEST(strip_history, each_row_is_a_point_while_a_column_has_room) {
     EXPECT_EQ(points_of(window), expected);
 }
 
-TEST(strip_history, a_curve_of_one_value_is_a_line_of_two_points) {
+TEST(StripHistory, ACurveOfOneValueIsALineOfTwoPoints) {
     for (const float value : {0.0F, 100.0F, -5.0F, 65535.0F}) {
         strip_window window(two_minutes);
         for (int row = 0; row <= 1200; ++row)
@@ -83,13 +83,13 @@ TEST(strip_history, a_curve_of_one_value_is_a_line_of_two_points) {
     }
 }
 
-TEST(strip_history, a_single_row_is_a_single_point) {
+TEST(StripHistory, ASingleRowIsASinglePoint) {
     strip_window window(day);
     window.append(row_at(77, 3));
     EXPECT_EQ(points_of(window), (line{{77, 3}}));
 }
 
-TEST(strip_history, rows_of_the_same_moment_all_count) {
+TEST(StripHistory, RowsOfTheSameMomentAllCount) {
     strip_window window(two_minutes);
     for (const float value : {5.0F, 9.0F, 1.0F, 6.0F})
         window.append(row_at(1000, value));
@@ -97,7 +97,7 @@ TEST(strip_history, rows_of_the_same_moment_all_count) {
     EXPECT_EQ(points_of(window), (line{{1000, 5}, {1000, 9}, {1000, 1}, {1000, 6}}));
 }
 
-TEST(strip_history, the_extremes_of_a_bucket_stand_in_the_order_of_the_shorter_way) {
+TEST(StripHistory, TheExtremesOfABucketStandInTheOrderOfTheShorterWay) {
     const auto bucket = [](std::initializer_list<float> values) {
         strip_window window(two_minutes);
         for (const float value : values)
@@ -115,7 +115,7 @@ TEST(strip_history, the_extremes_of_a_bucket_stand_in_the_order_of_the_shorter_w
     EXPECT_EQ(bucket({5, 6, 7, 8}), (std::vector<float>{5, 8}));
 }
 
-TEST(strip_history, a_row_that_is_older_than_the_last_counts_as_of_its_time) {
+TEST(StripHistory, ARowThatIsOlderThanTheLastCountsAsOfItsTime) {
     strip_window window(two_minutes);
     window.append(row_at(5000, 1));
     window.append(row_at(4000, 2));
@@ -123,7 +123,7 @@ TEST(strip_history, a_row_that_is_older_than_the_last_counts_as_of_its_time) {
     EXPECT_EQ(points_of(window), (line{{5000, 1}, {5000, 2}}));
 }
 
-TEST(strip_history, a_spike_is_seen_in_every_window) {
+TEST(StripHistory, ASpikeIsSeenInEveryWindow) {
     strip_history history;
     for (int row = 0; row <= 36'000; ++row)
         history.append(row_at(100 * row, row == 35'500 ? 140.0F : 20.0F));
@@ -137,7 +137,7 @@ TEST(strip_history, a_spike_is_seen_in_every_window) {
     }
 }
 
-TEST(strip_history, forgotten_rows_never_come_back) {
+TEST(StripHistory, ForgottenRowsNeverComeBack) {
     for (const std::int64_t span : strip_spans) {
         for (const std::int64_t pause :
              {span + span / 10, 2 * span, strip_window(span).bucket_length() * 2000,
@@ -152,7 +152,7 @@ TEST(strip_history, forgotten_rows_never_come_back) {
     }
 }
 
-TEST(strip_history, the_line_comes_in_from_the_left_edge) {
+TEST(StripHistory, TheLineComesInFromTheLeftEdge) {
     for (const std::int64_t span : strip_spans) {
         for (const std::int64_t step : {std::int64_t{100}, std::int64_t{1000}, longest_join - 1}) {
             strip_window window(span);
@@ -170,14 +170,14 @@ TEST(strip_history, the_line_comes_in_from_the_left_edge) {
     }
 }
 
-TEST(strip_history, time_0_parts_buckets_like_any_other_time) {
+TEST(StripHistory, Time0PartsBucketsLikeAnyOtherTime) {
     strip_window window(two_minutes);
     for (const auto& [time, value] : {std::pair{-40, 1.0F}, std::pair{10, 3.0F}, std::pair{40, 2.0F}})
         window.append(row_at(time, value));
     EXPECT_EQ(points_of(window, 3840), (line{{-40, 1}, {10, 3}, {40, 2}}));
 }
 
-TEST(strip_history, a_copy_keeps_what_it_had) {
+TEST(StripHistory, ACopyKeepsWhatItHad) {
     strip_window window(two_minutes);
     for (int row = 0; row < 100; ++row)
         window.append(row_at(100 * row, static_cast<float>(row)));
@@ -191,7 +191,7 @@ TEST(strip_history, a_copy_keeps_what_it_had) {
     EXPECT_NE(points_of(window), before);
 }
 
-TEST(strip_history, a_picture_that_moves_on_keeps_its_points) {
+TEST(StripHistory, APictureThatMovesOnKeepsItsPoints) {
     strip_window window(two_minutes);
     std::mt19937 chance(3);
     line before;
@@ -208,7 +208,7 @@ TEST(strip_history, a_picture_that_moves_on_keeps_its_points) {
     }
 }
 
-TEST(strip_history, values_without_bounds_are_kept) {
+TEST(StripHistory, ValuesWithoutBoundsAreKept) {
     strip_window window(two_minutes);
     constexpr float infinite = std::numeric_limits<float>::infinity();
     window.append(row_at(0, infinite));
@@ -217,7 +217,7 @@ TEST(strip_history, values_without_bounds_are_kept) {
     EXPECT_EQ(points_of(window), (line{{0, infinite}, {1000, -infinite}, {2000, 3.4e38F}}));
 }
 
-TEST(strip_history, odd_widths_are_answered) {
+TEST(StripHistory, OddWidthsAreAnswered) {
     both model(two_minutes);
     for (int row = 0; row < 3000; ++row)
         model.append(100 * row, static_cast<float>(row % 150));
@@ -228,7 +228,7 @@ TEST(strip_history, odd_widths_are_answered) {
         model.check(columns);
 }
 
-TEST(strip_history, negative_times_are_times) {
+TEST(StripHistory, NegativeTimesAreTimes) {
     both model(two_minutes);
     for (int row = -2000; row < 500; ++row)
         model.append(100 * row, static_cast<float>(row % 37));
@@ -236,7 +236,7 @@ TEST(strip_history, negative_times_are_times) {
     model.check(1);
 }
 
-TEST(strip_history, zeros_and_full_scale_in_turn_keep_both) {
+TEST(StripHistory, ZerosAndFullScaleInTurnKeepBoth) {
     for (const std::int64_t span : strip_spans) {
         both model(span);
         for (int row = 0; row < 20'000; ++row)
@@ -246,7 +246,7 @@ TEST(strip_history, zeros_and_full_scale_in_turn_keep_both) {
     }
 }
 
-TEST(strip_history, tells_what_all_rows_would_tell) {
+TEST(StripHistory, TellsWhatAllRowsWouldTell) {
     for (unsigned seed = 1; seed <= 120; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
         std::mt19937 chance(seed);
@@ -269,7 +269,7 @@ TEST(strip_history, tells_what_all_rows_would_tell) {
     }
 }
 
-TEST(strip_history, thirty_days_of_rows_cost_no_more_memory_and_show_the_same) {
+TEST(StripHistory, ThirtyDaysOfRowsCostNoMoreMemoryAndShowTheSame) {
     strip_history history;
     constexpr int month = 30 * 24 * 36'000;
     constexpr std::int64_t last = 100LL * (month - 1);

@@ -65,7 +65,7 @@ std::vector<std::string> texts(const time_ticks& ticks) {
 
 using text_list = std::vector<std::string>;
 
-TEST(time_axis, the_texts_have_day_and_month_unpadded_and_the_clock_with_two_digits) {
+TEST(TimeAxis, TheTextsHaveDayAndMonthUnpaddedAndTheClockWithTwoDigits) {
     constexpr std::string_view format = "d/m hh:nn:ss";
     EXPECT_EQ(formatted(format, {2026, 7, 2, 3, 5, 9}), "2/7 03:05:09");
     EXPECT_EQ(formatted(format, {2026, 12, 31, 23, 59, 58}), "31/12 23:59:58");
@@ -79,7 +79,7 @@ struct step_row {
     std::int64_t step;
 };
 
-TEST(time_axis, the_step_is_the_least_round_one_that_leaves_room) {
+TEST(TimeAxis, TheStepIsTheLeastRoundOneThatLeavesRoom) {
     constexpr step_row rows[] = {
         {0, second},
         {1, second},
@@ -106,7 +106,7 @@ TEST(time_axis, the_step_is_the_least_round_one_that_leaves_room) {
         EXPECT_EQ(label_step(row.least), row.step) << row.least;
 }
 
-TEST(time_axis, labels_stand_at_round_times_with_minor_ticks_between) {
+TEST(TimeAxis, LabelsStandAtRoundTimesWithMinorTicksBetween) {
     const zone here(utc, july_2nd);
     const time_ticks ticks = ticks_of({5 * second, 125 * second, 25 * second, 3}, here.clock());
     EXPECT_EQ(texts(ticks), (text_list{"2/7 02:00:30", "2/7 02:01:00", "2/7 02:01:30", "2/7 02:02:00"}));
@@ -117,13 +117,13 @@ TEST(time_axis, labels_stand_at_round_times_with_minor_ticks_between) {
     EXPECT_EQ(ticks.minor, minor);
 }
 
-TEST(time_axis, both_ends_of_the_range_can_bear_a_label) {
+TEST(TimeAxis, BothEndsOfTheRangeCanBearALabel) {
     const zone here(utc, july_2nd);
     EXPECT_EQ(texts(ticks_of({0, 20 * second, 10 * second}, here.clock())).size(), 3U);
     EXPECT_EQ(texts(ticks_of({1, 20 * second - 1, 10 * second}, here.clock())).size(), 1U);
 }
 
-TEST(time_axis, labels_move_with_the_curve_and_never_jump_or_touch) {
+TEST(TimeAxis, LabelsMoveWithTheCurveAndNeverJumpOrTouch) {
     const zone here(berlin, july_2nd, 317);
     for (const std::int64_t span : {2 * minute, 15 * minute, hour, day}) {
         const std::int64_t least = span / 6;
@@ -142,14 +142,14 @@ TEST(time_axis, labels_move_with_the_curve_and_never_jump_or_touch) {
     }
 }
 
-TEST(time_axis, a_half_hour_zone_has_its_labels_at_its_own_round_times) {
+TEST(TimeAxis, AHalfHourZoneHasItsLabelsAtItsOwnRoundTimes) {
     const zone here(kolkata, july_2nd);
     EXPECT_EQ(texts(ticks_of({0, 4 * hour, hour}, here.clock())),
               (text_list{"2/7 08:00:00", "2/7 09:00:00", "2/7 10:00:00", "2/7 11:00:00"}));
     EXPECT_EQ(ticks_of({0, 4 * hour, hour}, here.clock()).labels[0].time, 30 * minute);
 }
 
-TEST(time_axis, the_second_begins_where_the_clock_shows_a_new_one) {
+TEST(TimeAxis, TheSecondBeginsWhereTheClockShowsANewOne) {
     for (const std::int64_t phase : {0, 1, 499, 500, 999}) {
         const zone here(utc, july_2nd, phase);
         const time_ticks ticks = ticks_of({0, minute, 10 * second}, here.clock());
@@ -159,7 +159,7 @@ TEST(time_axis, the_second_begins_where_the_clock_shows_a_new_one) {
     }
 }
 
-TEST(time_axis, after_an_hour_is_left_out_labels_stand_at_round_times_of_the_new_time) {
+TEST(TimeAxis, AfterAnHourIsLeftOutLabelsStandAtRoundTimesOfTheNewTime) {
     const zone here(berlin, spring);
     EXPECT_EQ(texts(ticks_of({-90 * minute, 90 * minute, 30 * minute}, here.clock())),
               (text_list{"29/3 00:30:00", "29/3 01:00:00", "29/3 01:30:00", "29/3 03:00:00", "29/3 03:30:00",
@@ -172,7 +172,7 @@ TEST(time_axis, after_an_hour_is_left_out_labels_stand_at_round_times_of_the_new
     EXPECT_EQ(texts(ticks_of({-hour, 8 * hour, 4 * hour}, here.clock())), (text_list{"29/3 08:00:00"}));
 }
 
-TEST(time_axis, an_hour_that_comes_twice_has_its_labels_twice) {
+TEST(TimeAxis, AnHourThatComesTwiceHasItsLabelsTwice) {
     const zone here(berlin, autumn);
     const time_ticks ticks = ticks_of({-hour, 2 * hour, 30 * minute, 1}, here.clock());
     EXPECT_EQ(texts(ticks), (text_list{"25/10 02:00:00", "25/10 02:30:00", "25/10 02:00:00", "25/10 02:30:00",
@@ -184,14 +184,14 @@ TEST(time_axis, an_hour_that_comes_twice_has_its_labels_twice) {
               (text_list{"25/10 00:00:00", "25/10 04:00:00", "25/10 08:00:00"}));
 }
 
-TEST(time_axis, daylight_saving_of_half_an_hour) {
+TEST(TimeAxis, DaylightSavingOfHalfAnHour) {
     const zone here(lord_howe, 1775314800); // 2026-04-04 15:00:00 UTC: 02:00 becomes 01:30
     EXPECT_EQ(texts(ticks_of({-50 * minute, 50 * minute, 15 * minute}, here.clock())),
               (text_list{"5/4 01:15:00", "5/4 01:30:00", "5/4 01:45:00", "5/4 01:30:00", "5/4 01:45:00",
                          "5/4 02:00:00", "5/4 02:15:00"}));
 }
 
-TEST(time_axis, midnight_and_new_year_are_round_times) {
+TEST(TimeAxis, MidnightAndNewYearAreRoundTimes) {
     const zone here(utc, 1798761600); // 2027-01-01 00:00:00 UTC
     EXPECT_EQ(
         texts(ticks_of({-12 * hour, 12 * hour, 5 * hour}, here.clock())),
@@ -200,13 +200,13 @@ TEST(time_axis, midnight_and_new_year_are_round_times) {
               (text_list{"1/1 00:00:00", "2/1 00:00:00"}));
 }
 
-TEST(time_axis, moments_before_the_beginning_of_time_are_moments) {
+TEST(TimeAxis, MomentsBeforeTheBeginningOfTimeAreMoments) {
     const zone here(utc, 0);
     EXPECT_EQ(texts(ticks_of({-3 * hour, 0, hour}, here.clock())),
               (text_list{"31/12 21:00:00", "31/12 22:00:00", "31/12 23:00:00", "1/1 00:00:00"}));
 }
 
-TEST(time_axis, odd_requests_are_answered_and_bounded) {
+TEST(TimeAxis, OddRequestsAreAnsweredAndBounded) {
     const zone here(utc, july_2nd);
     EXPECT_TRUE(ticks_of({1, 0, second}, here.clock()).labels.empty());
     EXPECT_EQ(ticks_of({0, 0, second}, here.clock()).labels.size(), 1U);
@@ -216,7 +216,7 @@ TEST(time_axis, odd_requests_are_answered_and_bounded) {
     EXPECT_LE(ticks_of({0, hour, 100 * day}, here.clock()).labels.size(), 1U);
 }
 
-TEST(time_axis, a_clock_that_lies_ends) {
+TEST(TimeAxis, AClockThatLiesEnds) {
     std::mt19937 chance(7);
     const local_clock mad = [&chance](std::int64_t) {
         const auto number = [&chance](int end) {

@@ -22,7 +22,7 @@ struct curve_kind {
     const char* record_call;
 };
 
-class curve_blocks : public link_world, public testing::WithParamInterface<curve_kind> {
+class CurveBlocks : public link_world, public testing::WithParamInterface<curve_kind> {
   protected:
     [[nodiscard]] const auto& data(i16 channel = 0) const { return record(channel).*GetParam().data; }
     [[nodiscard]] i16 block_last(i16 channel = 0) const { return (*GetParam().block_last)[channel]; }
@@ -40,7 +40,7 @@ class curve_blocks : public link_world, public testing::WithParamInterface<curve
     }
 };
 
-TEST_P(curve_blocks, four_in_order_make_a_curve_that_is_processed_and_then_recorded) {
+TEST_P(CurveBlocks, FourInOrderMakeACurveThatIsProcessedAndThenRecorded) {
     send({1, 2, 3});
     EXPECT_TRUE(said.empty());
     EXPECT_EQ(block_last(), 3);
@@ -51,12 +51,12 @@ TEST_P(curve_blocks, four_in_order_make_a_curve_that_is_processed_and_then_recor
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_P(curve_blocks, samples_keep_all_sixteen_bits) {
+TEST_P(CurveBlocks, SamplesKeepAllSixteenBits) {
     send({1, 2, 3, 4}, 65535 - 100);
     expect_curve_from(65535 - 100);
 }
 
-TEST_P(curve_blocks, blocks_1_2_4_then_1_2_3_4_process_the_curve_once) {
+TEST_P(CurveBlocks, Blocks124Then1234ProcessTheCurveOnce) {
     send({1, 2}, 1000);
     EXPECT_EQ(block_errors(), 0);
     send({4}, 1000);
@@ -70,7 +70,7 @@ TEST_P(curve_blocks, blocks_1_2_4_then_1_2_3_4_process_the_curve_once) {
     expect_curve_from(2000);
 }
 
-TEST_P(curve_blocks, a_repeated_block_starts_over_and_is_dropped_itself) {
+TEST_P(CurveBlocks, ARepeatedBlockStartsOverAndIsDroppedItself) {
     send({1, 1});
     EXPECT_EQ(block_last(), 0);
     send({2});
@@ -79,14 +79,14 @@ TEST_P(curve_blocks, a_repeated_block_starts_over_and_is_dropped_itself) {
     EXPECT_EQ(said, processed_once());
 }
 
-TEST_P(curve_blocks, first_block_must_be_number_1) {
+TEST_P(CurveBlocks, FirstBlockMustBeNumber1) {
     for (const i32 block : {2, 3, 4})
         send({block}, 500);
     EXPECT_EQ(block_errors(), 3);
     EXPECT_TRUE(std::ranges::all_of(data(), [](i32 sample) { return sample == 0; }));
 }
 
-TEST_P(curve_blocks, numbers_0_and_5_are_ignored_and_do_not_disturb_the_curve) {
+TEST_P(CurveBlocks, Numbers0And5AreIgnoredAndDoNotDisturbTheCurve) {
     send({1, 2});
     for (const i32 block : {0, 5, 6, 255}) {
         send({block}, 3000);
@@ -98,7 +98,7 @@ TEST_P(curve_blocks, numbers_0_and_5_are_ignored_and_do_not_disturb_the_curve) {
     expect_curve_from(0);
 }
 
-TEST_P(curve_blocks, frames_under_11_characters_are_ignored) {
+TEST_P(CurveBlocks, FramesUnder11CharactersAreIgnored) {
     send({1});
     for (std::size_t length = 7; length < 11; ++length)
         receive(frame_text(GetParam().code, length).str());
@@ -109,7 +109,7 @@ TEST_P(curve_blocks, frames_under_11_characters_are_ignored) {
     EXPECT_EQ(debug(), lines{"mscomm: Type mismatch"});
 }
 
-TEST_P(curve_blocks, a_block_that_breaks_off_keeps_the_samples_before_and_may_be_repeated) {
+TEST_P(CurveBlocks, ABlockThatBreaksOffKeepsTheSamplesBeforeAndMayBeRepeated) {
     send({1});
     receive(closed(curve_block(GetParam().code, 2, 7000).substr(0, 5 + 4 * 10)));
     EXPECT_EQ(data()[64], 7000);
@@ -121,7 +121,7 @@ TEST_P(curve_blocks, a_block_that_breaks_off_keeps_the_samples_before_and_may_be
     expect_curve_from(0);
 }
 
-TEST_P(curve_blocks, a_failing_process_leaves_the_counter_at_3_and_costs_the_next_curve) {
+TEST_P(CurveBlocks, AFailingProcessLeavesTheCounterAt3AndCostsTheNextCurve) {
     bool fails = true;
     int processed = 0;
     calls.*GetParam().process = [&](i16) {
@@ -142,7 +142,7 @@ TEST_P(curve_blocks, a_failing_process_leaves_the_counter_at_3_and_costs_the_nex
     EXPECT_EQ(said, lines{GetParam().record_call});
 }
 
-TEST_P(curve_blocks, the_counter_is_cleared_between_processing_and_recording) {
+TEST_P(CurveBlocks, TheCounterIsClearedBetweenProcessingAndRecording) {
     std::vector<i16> seen;
     calls.*GetParam().process = [&](i16) { seen.push_back(block_last()); };
     calls.log_record = [&](i16, std::string_view) { seen.push_back(block_last()); };
@@ -150,7 +150,7 @@ TEST_P(curve_blocks, the_counter_is_cleared_between_processing_and_recording) {
     EXPECT_EQ(seen, (std::vector<i16>{3, 0}));
 }
 
-TEST_P(curve_blocks, a_failing_record_does_not_disturb_the_next_curve) {
+TEST_P(CurveBlocks, AFailingRecordDoesNotDisturbTheNextCurve) {
     calls.log_record = [](i16, std::string_view) { throw failure("Disk full"); };
     send({1, 2, 3, 4});
     EXPECT_EQ(debug(), lines{"mscomm: Disk full"});
@@ -159,7 +159,7 @@ TEST_P(curve_blocks, a_failing_record_does_not_disturb_the_next_curve) {
     EXPECT_EQ(said, (lines{GetParam().process_call, GetParam().process_call}));
 }
 
-TEST_P(curve_blocks, channels_count_their_own_blocks) {
+TEST_P(CurveBlocks, ChannelsCountTheirOwnBlocks) {
     send({1, 2}, 0, 0);
     send({1}, 9000, 1);
     EXPECT_EQ(block_last(0), 2);
@@ -171,16 +171,16 @@ TEST_P(curve_blocks, channels_count_their_own_blocks) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    kinds, curve_blocks,
+    kinds, CurveBlocks,
     testing::Values(curve_kind{"thermo", "03", &channel_rec::thermo_data, &sensor::thermo_block_last,
                                &link_calls::process_thermo, "process_thermo 1", "log_record 1 3"},
                     curve_kind{"angacc", "04", &channel_rec::angacc_data, &sensor::angacc_block_last,
                                &link_calls::process_angacc, "process_angacc 1", "log_record 1 4"}),
     [](const auto& info) { return info.param.name; });
 
-class both_curves : public link_world {};
+class BothCurves : public link_world {};
 
-TEST_F(both_curves, may_interleave_freely) {
+TEST_F(BothCurves, MayInterleaveFreely) {
     for (const i32 block : {1, 2})
         dispatch(curve_block("03", block, 64 * block));
     dispatch(curve_block("04", 1, 5000));
@@ -192,7 +192,7 @@ TEST_F(both_curves, may_interleave_freely) {
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_F(both_curves, a_block_error_of_one_does_not_touch_the_other) {
+TEST_F(BothCurves, ABlockErrorOfOneDoesNotTouchTheOther) {
     dispatch(curve_block("03", 1, 0));
     dispatch(curve_block("04", 2, 0));
     EXPECT_EQ(sensor::thermo_block_last[0], 1);

@@ -9,21 +9,21 @@
 namespace tyxo::link_testing {
 namespace {
 
-class frame_codec : public link_world {
+class FrameCodec : public link_world {
   protected:
-    frame_codec() { open_port(0); }
+    FrameCodec() { open_port(0); }
 
     static void speed_is(i32 rpm) { EXPECT_EQ(record(0).speed, rpm); }
     static std::string speed_frame(i32 rpm) { return measured({.speed = 10 * rpm}); }
 };
 
-TEST_F(frame_codec, a_frame_in_one_event) {
+TEST_F(FrameCodec, AFrameInOneEvent) {
     receive(speed_frame(1500));
     speed_is(1500);
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_F(frame_codec, a_frame_split_over_events_at_any_place_is_one_frame) {
+TEST_F(FrameCodec, AFrameSplitOverEventsAtAnyPlaceIsOneFrame) {
     const std::string frame = speed_frame(1500);
     for (std::size_t cut = 1; cut < frame.size(); ++cut) {
         record(0).speed = 0;
@@ -36,74 +36,74 @@ TEST_F(frame_codec, a_frame_split_over_events_at_any_place_is_one_frame) {
     }
 }
 
-TEST_F(frame_codec, a_frame_byte_by_byte) {
+TEST_F(FrameCodec, AFrameByteByByte) {
     for (const char letter : speed_frame(900))
         receive(std::string(1, letter));
     speed_is(900);
     EXPECT_EQ(told("log_record"), lines{"1 1"});
 }
 
-TEST_F(frame_codec, several_frames_in_one_event_are_handled_in_order) {
+TEST_F(FrameCodec, SeveralFramesInOneEventAreHandledInOrder) {
     receive(speed_frame(1) + speed_frame(2) + status({.alarm = 0x20}) + speed_frame(3));
     speed_is(3);
     EXPECT_EQ(told("log_record").size(), 3U);
     EXPECT_TRUE(record(0).status_valid);
 }
 
-TEST_F(frame_codec, a_colon_inside_a_frame_starts_anew_without_a_message) {
+TEST_F(FrameCodec, AColonInsideAFrameStartsAnewWithoutAMessage) {
     receive(speed_frame(7).substr(0, 20) + speed_frame(8));
     speed_is(8);
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_F(frame_codec, a_frame_without_its_line_feed_is_lost_to_the_next) {
+TEST_F(FrameCodec, AFrameWithoutItsLineFeedIsLostToTheNext) {
     const std::string lost = speed_frame(7);
     receive(lost.substr(0, lost.size() - 1) + speed_frame(8));
     speed_is(8);
     EXPECT_EQ(told("log_record").size(), 1U);
 }
 
-TEST_F(frame_codec, a_colon_disarms_the_line_feed) {
+TEST_F(FrameCodec, AColonDisarmsTheLineFeed) {
     receive(":01\r:");
     receive("\n");
     EXPECT_TRUE(serial::rx_start_seen[0]);
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_F(frame_codec, a_line_feed_without_carriage_return_is_dropped) {
+TEST_F(FrameCodec, ALineFeedWithoutCarriageReturnIsDropped) {
     std::string frame = speed_frame(1200);
     frame.insert(10, "\n");
     receive(frame);
     speed_is(1200);
 }
 
-TEST_F(frame_codec, a_carriage_return_in_the_middle_is_not_stored) {
+TEST_F(FrameCodec, ACarriageReturnInTheMiddleIsNotStored) {
     std::string frame = speed_frame(1200);
     frame.insert(10, "\r");
     receive(frame);
     speed_is(1200);
 }
 
-TEST_F(frame_codec, characters_between_carriage_return_and_line_feed_are_stored) {
+TEST_F(FrameCodec, CharactersBetweenCarriageReturnAndLineFeedAreStored) {
     const std::string frame = speed_frame(1200);
     receive(frame.substr(0, frame.size() - 4) + '\r' + frame.substr(frame.size() - 4, 2) + '\n');
     speed_is(1200);
 }
 
-TEST_F(frame_codec, garbage_before_the_colon_is_dropped) {
+TEST_F(FrameCodec, GarbageBeforeTheColonIsDropped) {
     receive("01abc\r\n\xFF\x01" + speed_frame(1100));
     speed_is(1100);
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_F(frame_codec, without_a_colon_the_frame_stays_empty) {
+TEST_F(FrameCodec, WithoutAColonTheFrameStaysEmpty) {
     receive("no frame\r\nat all\r\n");
     EXPECT_EQ(serial::rx_frame[0], "");
     EXPECT_FALSE(serial::rx_start_seen[0]);
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_F(frame_codec, a_completed_frame_is_kept_with_its_line_end) {
+TEST_F(FrameCodec, ACompletedFrameIsKeptWithItsLineEnd) {
     receive(":00a0\r\nxx");
     EXPECT_EQ(serial::rx_frame[0], ":00a0\r\n");
     EXPECT_EQ(serial::rx_chunk[0], ":00a0\r\nxx");
@@ -111,7 +111,7 @@ TEST_F(frame_codec, a_completed_frame_is_kept_with_its_line_end) {
     EXPECT_FALSE(serial::rx_cr_seen[0]);
 }
 
-TEST_F(frame_codec, a_wrong_check_leaves_one_line_and_changes_nothing) {
+TEST_F(FrameCodec, AWrongCheckLeavesOneLineAndChangesNothing) {
     indicators.StatusBar = "Sensor 2 not connected";
     std::string frame = speed_frame(1200);
     frame[frame.size() - 3] ^= 1;
@@ -122,13 +122,13 @@ TEST_F(frame_codec, a_wrong_check_leaves_one_line_and_changes_nothing) {
     EXPECT_TRUE(said.empty());
 }
 
-TEST_F(frame_codec, an_upper_case_check_is_wrong) {
+TEST_F(FrameCodec, AnUpperCaseCheckIsWrong) {
     receive(":02A0\r\n");
     receive(":00A0\r\n");
     EXPECT_EQ(debug(), (lines{"LRC Error", "LRC Error"}));
 }
 
-TEST_F(frame_codec, a_code_that_nobody_handles_passes_the_check_and_is_ignored) {
+TEST_F(FrameCodec, ACodeThatNobodyHandlesPassesTheCheckAndIsIgnored) {
     indicators.StatusBar = "Sensor 2 not connected";
     receive(closed(":5512345678"));
     EXPECT_TRUE(debug().empty());
@@ -136,7 +136,7 @@ TEST_F(frame_codec, a_code_that_nobody_handles_passes_the_check_and_is_ignored) 
     EXPECT_EQ(indicators.StatusBar, "");
 }
 
-TEST_F(frame_codec, channels_do_not_mix_their_characters) {
+TEST_F(FrameCodec, ChannelsDoNotMixTheirCharacters) {
     const std::string frame = speed_frame(1500);
     receive(frame.substr(0, 11), 0);
     receive(frame.substr(0, 15), 3);
@@ -147,7 +147,7 @@ TEST_F(frame_codec, channels_do_not_mix_their_characters) {
     EXPECT_EQ(record(3).speed, 1500);
 }
 
-TEST_F(frame_codec, ten_megabytes_without_a_line_end_are_given_up_by_the_next_colon) {
+TEST_F(FrameCodec, TenMegabytesWithoutALineEndAreGivenUpByTheNextColon) {
     receive(":01");
     const std::string piece(std::size_t{1} << 20, '7');
     for (int count = 0; count < 10; ++count)
@@ -158,13 +158,13 @@ TEST_F(frame_codec, ten_megabytes_without_a_line_end_are_given_up_by_the_next_co
     EXPECT_TRUE(debug().empty());
 }
 
-TEST_F(frame_codec, a_failing_frame_does_not_take_the_rest_of_the_event) {
+TEST_F(FrameCodec, AFailingFrameDoesNotTakeTheRestOfTheEvent) {
     receive(closed(":01XXXX") + speed_frame(600));
     speed_is(600);
     EXPECT_EQ(debug(), lines{"mscomm: Type mismatch"});
 }
 
-TEST_F(frame_codec, several_failures_of_one_event_leave_one_line) {
+TEST_F(FrameCodec, SeveralFailuresOfOneEventLeaveOneLine) {
     receive(closed(":01XXXX") + closed(":01YYYY") + closed(":0612"));
     EXPECT_EQ(debug(), lines{"mscomm: Type mismatch"});
 }
@@ -207,7 +207,7 @@ class codec_model {
     std::ptrdiff_t wrong_checks_ = 0;
 };
 
-TEST_F(frame_codec, every_byte_in_every_state_goes_as_the_rules_say) {
+TEST_F(FrameCodec, EveryByteInEveryStateGoesAsTheRulesSay) {
     codec_model model;
     const auto take = [&](std::string_view bytes) {
         for (const char letter : bytes)
@@ -226,7 +226,7 @@ TEST_F(frame_codec, every_byte_in_every_state_goes_as_the_rules_say) {
     }
 }
 
-TEST_F(frame_codec, random_streams_go_as_the_rules_say) {
+TEST_F(FrameCodec, RandomStreamsGoAsTheRulesSay) {
     const std::string frequent = ":\r\n0a";
     for (unsigned seed = 1; seed <= 20; ++seed) {
         std::mt19937 random(seed);

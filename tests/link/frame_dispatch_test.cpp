@@ -8,14 +8,14 @@
 namespace tyxo::link_testing {
 namespace {
 
-class frame_dispatch : public link_world {
+class FrameDispatch : public link_world {
   protected:
     static std::string identification(std::string_view code) {
         return frame_text(code, 37).text(4, "AAAAAAABBBBBBBCCCCCCDDDDDDDDDD").str();
     }
 };
 
-TEST_F(frame_dispatch, without_a_colon_in_front_drops_the_frame_silently) {
+TEST_F(FrameDispatch, WithoutAColonInFrontDropsTheFrameSilently) {
     const std::string before = record_text(record(0));
     for (const char* frame : {"", "\r\n", "01", "0 1\r\n", " :00a0\r\n", "x00a0\r\n"})
         dispatch(frame);
@@ -24,14 +24,14 @@ TEST_F(frame_dispatch, without_a_colon_in_front_drops_the_frame_silently) {
     EXPECT_TRUE(said.empty());
 }
 
-TEST_F(frame_dispatch, looks_at_the_frame_up_to_its_first_line_end_only) {
+TEST_F(FrameDispatch, LooksAtTheFrameUpToItsFirstLineEndOnly) {
     dispatch(measured({.speed = 5000}) + "rest");
     EXPECT_EQ(record(0).speed, 500);
     dispatch(identification("00").insert(10, "\r\n"));
     EXPECT_EQ(debug(), lines{"LRC Error"});
 }
 
-TEST_F(frame_dispatch, a_right_check_empties_the_status_bar_a_wrong_one_does_not) {
+TEST_F(FrameDispatch, ARightCheckEmptiesTheStatusBarAWrongOneDoesNot) {
     indicators.StatusBar = "Sensor 3 not connected";
     dispatch(":0200\r\n");
     EXPECT_EQ(indicators.StatusBar, "Sensor 3 not connected");
@@ -40,12 +40,12 @@ TEST_F(frame_dispatch, a_right_check_empties_the_status_bar_a_wrong_one_does_not
     EXPECT_EQ(indicators.StatusBar, "");
 }
 
-TEST_F(frame_dispatch, a_channel_that_does_not_exist_is_a_failure) {
+TEST_F(FrameDispatch, AChannelThatDoesNotExistIsAFailure) {
     EXPECT_THROW(dispatch(measured({}), -1), failure);
     EXPECT_THROW(dispatch(measured({}), 4), failure);
 }
 
-TEST_F(frame_dispatch, every_channel_has_its_own_record) {
+TEST_F(FrameDispatch, EveryChannelHasItsOwnRecord) {
     for (i16 channel = 0; channel < channel_count; ++channel)
         dispatch(measured({.speed = 1000 * (channel + 1)}), channel);
     for (i16 channel = 0; channel < channel_count; ++channel)
@@ -53,7 +53,7 @@ TEST_F(frame_dispatch, every_channel_has_its_own_record) {
     EXPECT_EQ(told("log_record"), (lines{"1 1", "2 1", "3 1", "4 1"}));
 }
 
-TEST_F(frame_dispatch, identification_fills_four_texts) {
+TEST_F(FrameDispatch, IdentificationFillsFourTexts) {
     dispatch(identification("00"), 1);
     EXPECT_EQ(record(1).id_text1, "AAAAAAA");
     EXPECT_EQ(record(1).id_text2, "BBBBBBB");
@@ -62,7 +62,7 @@ TEST_F(frame_dispatch, identification_fills_four_texts) {
     EXPECT_TRUE(said.empty());
 }
 
-TEST_F(frame_dispatch, identification_that_ends_early_keeps_the_texts_before) {
+TEST_F(FrameDispatch, IdentificationThatEndsEarlyKeepsTheTextsBefore) {
     dispatch(identification("00"));
     const std::string short_frame = closed(":00aaaaaaabbbbbbbcccccc");
     EXPECT_THROW(dispatch(short_frame), failure);
@@ -70,14 +70,14 @@ TEST_F(frame_dispatch, identification_that_ends_early_keeps_the_texts_before) {
     EXPECT_EQ(record(0).id_text4, "DDDDDDDDDD");
 }
 
-class code_text_zero : public frame_dispatch, public testing::WithParamInterface<const char*> {};
+class CodeTextZero : public FrameDispatch, public testing::WithParamInterface<const char*> {};
 
-TEST_P(code_text_zero, counts_as_identification) {
+TEST_P(CodeTextZero, CountsAsIdentification) {
     dispatch(identification(GetParam()));
     EXPECT_EQ(record(0).id_text4, "DDDDDDDDDD");
 }
 
-INSTANTIATE_TEST_SUITE_P(texts, code_text_zero,
+INSTANTIATE_TEST_SUITE_P(texts, CodeTextZero,
                          testing::Values("00", "0A", "0 ", "A0", "AB", " 1", "-1", "+8", "0."),
                          [](const auto& info) { return "row_" + std::to_string(info.index); });
 
@@ -86,20 +86,20 @@ struct code_case {
     i32 speed;
 };
 
-class code_text_of_values : public frame_dispatch, public testing::WithParamInterface<code_case> {};
+class CodeTextOfValues : public FrameDispatch, public testing::WithParamInterface<code_case> {};
 
-TEST_P(code_text_of_values, is_decimal_up_to_the_first_other_character) {
+TEST_P(CodeTextOfValues, IsDecimalUpToTheFirstOtherCharacter) {
     dispatch(frame_text(GetParam().code, 15).text(4, "80001388").str());
     EXPECT_EQ(record(0).speed, GetParam().speed);
 }
 
-INSTANTIATE_TEST_SUITE_P(texts, code_text_of_values,
+INSTANTIATE_TEST_SUITE_P(texts, CodeTextOfValues,
                          testing::Values(code_case{"01", 500}, code_case{"1A", 500}, code_case{"1 ", 500},
                                          code_case{"9 ", 0}, code_case{"10", 0}, code_case{"11", 0},
                                          code_case{"81", 0}),
                          [](const auto& info) { return "row_" + std::to_string(info.index); });
 
-TEST_F(frame_dispatch, codes_without_a_meaning_are_ignored) {
+TEST_F(FrameDispatch, CodesWithoutAMeaningAreIgnored) {
     const std::string before = record_text(record(0));
     for (i32 code = 0; code < 100; ++code) {
         if (code <= 1 || code == 3 || code == 4 || (code >= 6 && code <= 8)) continue;
@@ -115,9 +115,9 @@ struct answer_case {
     const char* line;
 };
 
-class write_answer : public frame_dispatch, public testing::WithParamInterface<answer_case> {};
+class WriteAnswer : public FrameDispatch, public testing::WithParamInterface<answer_case> {};
 
-TEST_P(write_answer, goes_to_the_debug_output_only) {
+TEST_P(WriteAnswer, GoesToTheDebugOutputOnly) {
     const std::string before = record_text(record(0));
     dispatch(frame_text("07", 9).text(4, GetParam().result).str());
     EXPECT_EQ(debug(), lines{GetParam().line});
@@ -126,7 +126,7 @@ TEST_P(write_answer, goes_to_the_debug_output_only) {
     EXPECT_EQ(box(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(results, write_answer,
+INSTANTIATE_TEST_SUITE_P(results, WriteAnswer,
                          testing::Values(answer_case{"01", "write parameter OK"},
                                          answer_case{"00", "write parameter Not OK"},
                                          answer_case{"02", "write parameter Not OK"},
@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(results, write_answer,
                                          answer_case{"ff", "write parameter Not OK"}),
                          [](const auto& info) { return std::string("result_") + info.param.result; });
 
-TEST_F(frame_dispatch, short_status_makes_a_standard_evaluator_without_inhibit) {
+TEST_F(FrameDispatch, ShortStatusMakesAStandardEvaluatorWithoutInhibit) {
     record(0).eva_mode = 0;
     record(0).alminhibit_on = 1;
     record(0).alminhibit_left = 77;
@@ -151,7 +151,7 @@ TEST_F(frame_dispatch, short_status_makes_a_standard_evaluator_without_inhibit) 
     EXPECT_TRUE(indicators.LED_Rdy[0].Active);
 }
 
-TEST_F(frame_dispatch, long_status_fills_every_field) {
+TEST_F(FrameDispatch, LongStatusFillsEveryField) {
     dispatch(status(
         {.alarm = 0x0021, .error = 0x0018, .mode = 99, .inhibit_on = 1, .inhibit_left = 1234, .ext = 0xAB}));
     EXPECT_EQ(record(0).fwvers, "V2.10");
@@ -164,7 +164,7 @@ TEST_F(frame_dispatch, long_status_fills_every_field) {
     EXPECT_EQ(indicators.Lbl_inhtime[0].Caption, "1234");
 }
 
-TEST_F(frame_dispatch, status_that_breaks_off_does_not_reach_the_status_machine) {
+TEST_F(FrameDispatch, StatusThatBreaksOffDoesNotReachTheStatusMachine) {
     EXPECT_THROW(dispatch(status({.alarm = 0x8000, .mode = 5, .inhibit_on = 1}, 31)), failure);
     EXPECT_EQ(record(0).status_alarm, 0x8000);
     EXPECT_EQ(record(0).eva_mode, 5);
@@ -173,7 +173,7 @@ TEST_F(frame_dispatch, status_that_breaks_off_does_not_reach_the_status_machine)
     EXPECT_TRUE(said.empty());
 }
 
-TEST_F(frame_dispatch, status_without_its_words_is_not_valid) {
+TEST_F(FrameDispatch, StatusWithoutItsWordsIsNotValid) {
     EXPECT_THROW(dispatch(closed(":08V2.10800X0000")), failure);
     EXPECT_EQ(record(0).fwvers, "V2.10");
     EXPECT_FALSE(record(0).status_valid);

@@ -11,9 +11,9 @@
 namespace tyxo::link_testing {
 namespace {
 
-class frame_lengths : public link_world {
+class FrameLengths : public link_world {
   protected:
-    frame_lengths() {
+    FrameLengths() {
         open_port(0);
         start_anew();
     }
@@ -71,7 +71,7 @@ class frame_lengths : public link_world {
     i16 angacc_block_ = 0;
 };
 
-TEST_F(frame_lengths, every_code_and_length_stores_only_what_the_length_allows) {
+TEST_F(FrameLengths, EveryCodeAndLengthStoresOnlyWhatTheLengthAllows) {
     std::mt19937 random(815);
     for (i32 number = 0; number < 100; ++number) {
         const std::string code = padded(number, 2);
@@ -83,7 +83,7 @@ TEST_F(frame_lengths, every_code_and_length_stores_only_what_the_length_allows) 
     }
 }
 
-TEST_F(frame_lengths, every_length_of_a_curve_block) {
+TEST_F(FrameLengths, EveryLengthOfACurveBlock) {
     std::mt19937 random(816);
     for (const std::string code : {"03", "04"}) {
         for (std::size_t length = 5; length <= 300; ++length) {
@@ -94,14 +94,14 @@ TEST_F(frame_lengths, every_length_of_a_curve_block) {
     }
 }
 
-TEST_F(frame_lengths, a_frame_too_short_for_a_check_is_refused) {
+TEST_F(FrameLengths, AFrameTooShortForACheckIsRefused) {
     for (const char* frame : {":\r\n", ":0\r\n"})
         receive(frame);
     EXPECT_EQ(record_text(record(0)), record_text(expected_));
     EXPECT_TRUE(said.empty());
 }
 
-TEST_F(frame_lengths, a_frame_of_a_check_only_lacks_its_fields) {
+TEST_F(FrameLengths, AFrameOfACheckOnlyLacksItsFields) {
     receive(":00\r\n");
     EXPECT_EQ(debug(), lines{"mscomm: Type mismatch"});
     EXPECT_EQ(record(0).id_text1, "before");
@@ -112,9 +112,9 @@ struct damaged_frame {
     std::string frame;
 };
 
-class damaged : public frame_lengths, public testing::WithParamInterface<damaged_frame> {};
+class Damaged : public FrameLengths, public testing::WithParamInterface<damaged_frame> {};
 
-TEST_P(damaged, at_any_position_it_is_one_failure_and_keeps_what_came_before) {
+TEST_P(Damaged, AtAnyPositionItIsOneFailureAndKeepsWhatCameBefore) {
     const std::string whole = GetParam().frame;
     for (const char wrong : {'G', ' ', '-', '\0', '\xFF', '/', '@', '`', 'g'}) {
         for (std::size_t position = 4; position + 4 <= whole.size(); ++position) {
@@ -127,7 +127,7 @@ TEST_P(damaged, at_any_position_it_is_one_failure_and_keeps_what_came_before) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    frames, damaged,
+    frames, Damaged,
     testing::Values(damaged_frame{"identification", frame_text("00", 37).str()},
                     damaged_frame{"short_values", measured({.tsignal = 33000, .speed = 9000}, 15)},
                     damaged_frame{"long_values",

@@ -49,9 +49,9 @@ namespace {
 
 constexpr const char* log_file = "logs/Engine 1/20260702Qu_Engine 1.xlg";
 
-class heap_use : public testing::Test {
+class HeapUse : public testing::Test {
   protected:
-    heap_use() {
+    HeapUse() {
         simulation::fresh_world();
         simulation::world().folders.insert("logs");
         simulation::put_file("tyxo.ini", "[tyxo]\r\nlogpath 1=logs\\\r\nlocation 1=Engine 1\r\n");
@@ -66,7 +66,7 @@ class heap_use : public testing::Test {
         simulation::world().files[log_file].reserve(std::size_t{1} << 20);
         simulation::world().debug.reserve(1000);
     }
-    ~heap_use() override { simulation::fresh_world(); }
+    ~HeapUse() override { simulation::fresh_world(); }
 
     /// The allocations of receiving the pieces `count` times, after a first time that may take what it needs.
     static std::size_t allocations_of(const std::vector<std::string>& pieces, int count) {
@@ -91,7 +91,7 @@ class heap_use : public testing::Test {
     }
 };
 
-TEST_F(heap_use, the_counter_counts) {
+TEST_F(HeapUse, TheCounterCounts) {
     allocations = 0;
     counting = true;
     void* const bytes = ::operator new(10);
@@ -102,19 +102,19 @@ TEST_F(heap_use, the_counter_counts) {
     EXPECT_EQ(allocations, 2U);
 }
 
-TEST_F(heap_use, a_long_values_frame_with_its_log_line_allocates_nothing) {
+TEST_F(HeapUse, ALongValuesFrameWithItsLogLineAllocatesNothing) {
     const std::string frame = measured({.tsignal = 33768, .speed = 15000, .tvoltage = 33000, .teff_dc = 450});
     EXPECT_EQ(allocations_of({frame}, 1000), 0U);
     EXPECT_EQ(log_lines("<REC1> "), 1001U);
 }
 
-TEST_F(heap_use, a_values_frame_in_two_events_allocates_nothing) {
+TEST_F(HeapUse, AValuesFrameInTwoEventsAllocatesNothing) {
     const std::string frame = measured({.tsignal = 33768, .speed = 15000});
     EXPECT_EQ(allocations_of({frame.substr(0, 9), frame.substr(9)}, 100), 0U);
     EXPECT_EQ(log_lines("<REC1> "), 101U);
 }
 
-TEST_F(heap_use, curves_with_their_log_lines_allocate_nothing) {
+TEST_F(HeapUse, CurvesWithTheirLogLinesAllocateNothing) {
     // An engine with which the values per cylinder can be computed.
     sensor::zyl_speed_range = 1;
     sensor::channels[0].numzyl = 6;
@@ -130,7 +130,7 @@ TEST_F(heap_use, curves_with_their_log_lines_allocate_nothing) {
     EXPECT_EQ(log_lines("<REC3> "), 51U);
 }
 
-TEST_F(heap_use, a_status_frame_without_news_allocates_nothing) {
+TEST_F(HeapUse, AStatusFrameWithoutNewsAllocatesNothing) {
     EXPECT_EQ(allocations_of({status({.alarm = 0x0020})}, 100), 0U);
 }
 

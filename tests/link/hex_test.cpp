@@ -12,7 +12,7 @@ namespace {
 
 using link_testing::check_of;
 
-TEST(hex_fields, of_two_digits) {
+TEST(HexFields, OfTwoDigits) {
     EXPECT_EQ(hex2(0), "00");
     EXPECT_EQ(hex2(5), "05");
     EXPECT_EQ(hex2(15), "0F");
@@ -23,7 +23,7 @@ TEST(hex_fields, of_two_digits) {
     EXPECT_EQ(hex2(-1), "FFFF");
 }
 
-TEST(hex_fields, of_four_digits) {
+TEST(HexFields, OfFourDigits) {
     EXPECT_EQ(hex4(0), "0000");
     EXPECT_EQ(hex4(255), "00FF");
     EXPECT_EQ(hex4(43981), "ABCD");
@@ -33,7 +33,7 @@ TEST(hex_fields, of_four_digits) {
     EXPECT_EQ(hex4(-1), "FFFFFFFF");
 }
 
-TEST(hex_fields, read_as_unsigned_numbers_of_either_case) {
+TEST(HexFields, ReadAsUnsignedNumbersOfEitherCase) {
     EXPECT_EQ(hex_to_long("0"), 0);
     EXPECT_EQ(hex_to_long("FFFF"), 65535);
     EXPECT_EQ(hex_to_long("abCD"), 43981);
@@ -42,7 +42,7 @@ TEST(hex_fields, read_as_unsigned_numbers_of_either_case) {
     EXPECT_EQ(hex_to_long("7FFFFFFF"), 2147483647);
 }
 
-TEST(hex_fields, read_as_sixteen_bits) {
+TEST(HexFields, ReadAsSixteenBits) {
     EXPECT_EQ(hex_to_int("7FFF"), 32767);
     EXPECT_EQ(hex_to_int("8000"), -32768);
     EXPECT_EQ(hex_to_int("FFFF"), -1);
@@ -52,7 +52,7 @@ TEST(hex_fields, read_as_sixteen_bits) {
     EXPECT_THROW((void)hex_to_int(""), failure);
 }
 
-TEST(hex_fields, every_character_but_the_hexadecimal_digits_fails) {
+TEST(HexFields, EveryCharacterButTheHexadecimalDigitsFails) {
     for (int byte = 0; byte < 256; ++byte) {
         const char letter = static_cast<char>(byte);
         const std::string text{'1', letter};
@@ -64,18 +64,18 @@ TEST(hex_fields, every_character_but_the_hexadecimal_digits_fails) {
     }
 }
 
-TEST(hex_fields, empty_or_too_large_fails) {
+TEST(HexFields, EmptyOrTooLargeFails) {
     EXPECT_THROW((void)hex_to_long(""), failure);
     EXPECT_THROW((void)hex_to_long("80000000"), failure);
     EXPECT_THROW((void)hex_to_long(std::string(1000, 'F')), failure);
 }
 
-TEST(hex_fields, read_what_was_written) {
+TEST(HexFields, ReadWhatWasWritten) {
     for (i32 value = 0; value <= 0xFFFF; ++value)
         ASSERT_EQ(hex_to_long(hex4(value)), value);
 }
 
-TEST(frame_check, known_values) {
+TEST(FrameCheck, KnownValues) {
     EXPECT_EQ(frame_lrc(":00"), "a0");
     EXPECT_EQ(frame_lrc(":03"), "9d");
     EXPECT_EQ(frame_lrc(":04"), "9c");
@@ -84,26 +84,26 @@ TEST(frame_check, known_values) {
     EXPECT_EQ(frame_lrc(":8009"), "2f");
 }
 
-TEST(frame_check, has_a_leading_zero_and_wraps_to_zero) {
+TEST(FrameCheck, HasALeadingZeroAndWrapsToZero) {
     EXPECT_EQ(frame_lrc(":"), "00");
     EXPECT_EQ(frame_lrc(":\x7F\x81"), "00");
     EXPECT_EQ(frame_lrc(":\x7F\x80"), "01");
     EXPECT_EQ(frame_lrc(":\xFF\xFF"), "02");
 }
 
-TEST(frame_check, leaves_the_first_character_out) {
+TEST(FrameCheck, LeavesTheFirstCharacterOut) {
     EXPECT_EQ(frame_lrc("x06"), "9a");
     EXPECT_EQ(frame_lrc(""), "00");
 }
 
-TEST(frame_check, every_character_takes_part) {
+TEST(FrameCheck, EveryCharacterTakesPart) {
     for (int byte = 0; byte < 256; ++byte) {
         const std::string body = std::string(":A") + static_cast<char>(byte) + "Z";
         ASSERT_EQ(frame_lrc(body), check_of(body)) << byte;
     }
 }
 
-TEST(frame_check, accepts_lower_case_only) {
+TEST(FrameCheck, AcceptsLowerCaseOnly) {
     EXPECT_TRUE(frame_lrc_ok(":00a0\r\n"));
     EXPECT_FALSE(frame_lrc_ok(":00A0\r\n"));
     EXPECT_TRUE(frame_lrc_ok(":8009"
@@ -112,7 +112,7 @@ TEST(frame_check, accepts_lower_case_only) {
                               "2F\r\n"));
 }
 
-TEST(frame_check, refuses_every_single_changed_character) {
+TEST(FrameCheck, RefusesEverySingleChangedCharacter) {
     const std::string frame = link_testing::measured({});
     ASSERT_TRUE(frame_lrc_ok(frame));
     for (std::size_t index = 1; index < frame.size() - 2; ++index) {
@@ -122,13 +122,13 @@ TEST(frame_check, refuses_every_single_changed_character) {
     }
 }
 
-TEST(frame_check, refuses_frames_too_short_to_carry_one) {
+TEST(FrameCheck, RefusesFramesTooShortToCarryOne) {
     for (const char* frame : {"", ":", "\r\n", ":\r\n", ":0\r\n"})
         EXPECT_FALSE(frame_lrc_ok(frame)) << frame;
     EXPECT_TRUE(frame_lrc_ok(":00\r\n")); // no data at all: its check is 00
 }
 
-TEST(frame_trim, cuts_behind_the_first_line_end) {
+TEST(FrameTrim, CutsBehindTheFirstLineEnd) {
     EXPECT_EQ(frame_trim(":00a0\r\n"), ":00a0\r\n");
     EXPECT_EQ(frame_trim(":00a0\r\n:03\r\n"), ":00a0\r\n");
     EXPECT_EQ(frame_trim("\r\n:00a0\r\n"), "\r\n");

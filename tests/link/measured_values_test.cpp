@@ -6,9 +6,9 @@
 namespace tyxo::link_testing {
 namespace {
 
-class measured_values : public link_world {
+class MeasuredValues : public link_world {
   protected:
-    measured_values() {
+    MeasuredValues() {
         channel_rec& rec = record(0);
         rec.tsignal = rec.speed = rec.teff_dc = rec.teff_ac = rec.tstsig_state = -1;
         rec.tvoltage = -1;
@@ -24,14 +24,14 @@ class measured_values : public link_world {
 constexpr raw_values full{
     .tsignal = 33768, .speed = 15000, .test_signal = 0, .tvoltage = 33000, .teff_dc = 450, .teff_ac = 670};
 
-TEST_F(measured_values, every_field_of_the_full_frame) {
+TEST_F(MeasuredValues, EveryFieldOfTheFullFrame) {
     dispatch(measured(full));
     EXPECT_EQ(values(), (std::vector<double>{100, 1500, 232, 45, 67}));
     EXPECT_EQ(record(0).tstsig_state, 0);
     EXPECT_EQ(said, lines{"log_record 1 1"});
 }
 
-TEST_F(measured_values, a_frame_of_15_characters_has_signal_and_speed_only) {
+TEST_F(MeasuredValues, AFrameOf15CharactersHasSignalAndSpeedOnly) {
     record(0).tstsig_prev = 1;
     dispatch(measured(full, 15));
     EXPECT_EQ(values(), (std::vector<double>{100, 1500, -1, -1, -1}));
@@ -48,9 +48,9 @@ struct length_case {
     bool has_ac;
 };
 
-class measured_length_of : public measured_values, public testing::WithParamInterface<length_case> {};
+class MeasuredLengthOf : public MeasuredValues, public testing::WithParamInterface<length_case> {};
 
-TEST_P(measured_length_of, decides_which_fields_are_read) {
+TEST_P(MeasuredLengthOf, DecidesWhichFieldsAreRead) {
     const length_case& row = GetParam();
     dispatch(measured(full, row.length));
     EXPECT_EQ(record(0).tsignal, 100);
@@ -62,7 +62,7 @@ TEST_P(measured_length_of, decides_which_fields_are_read) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    lengths, measured_length_of,
+    lengths, MeasuredLengthOf,
     testing::Values(length_case{15, false, false, false, false}, length_case{16, false, false, false, false},
                     length_case{19, true, false, false, false}, length_case{20, true, false, false, false},
                     length_case{21, true, true, false, false}, length_case{24, true, true, false, false},
@@ -71,7 +71,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& info) { return "length_" + std::to_string(info.param.length); });
 
 // A field that begins above its threshold is read at its place, check digits included.
-TEST_F(measured_values, of_17_characters_takes_check_digits_into_the_test_signal) {
+TEST_F(MeasuredValues, Of17CharactersTakesCheckDigitsIntoTheTestSignal) {
     record(0).tstsig_visible = -1;
     const std::string frame = frame_text("01", 17).text(4, "80001388").str();
     dispatch(frame);
@@ -80,13 +80,13 @@ TEST_F(measured_values, of_17_characters_takes_check_digits_into_the_test_signal
     EXPECT_EQ(record(0).tsignal, 0);
 }
 
-TEST_F(measured_values, of_21_characters_takes_check_digits_into_the_voltage) {
+TEST_F(MeasuredValues, Of21CharactersTakesCheckDigitsIntoTheVoltage) {
     const std::string frame = frame_text("01", 21).text(4, "80001388").str();
     dispatch(frame);
     EXPECT_EQ(record(0).tvoltage, 32768 - std::stoi(frame.substr(15, 4), nullptr, 16));
 }
 
-TEST_F(measured_values, of_12_characters_store_the_signal_before_the_failure) {
+TEST_F(MeasuredValues, Of12CharactersStoreTheSignalBeforeTheFailure) {
     EXPECT_THROW(dispatch(closed(":0183E81")), failure);
     EXPECT_EQ(record(0).tsignal, 100);
     EXPECT_EQ(record(0).speed, -1);
@@ -98,9 +98,9 @@ struct rounding_case {
     i32 value;
 };
 
-class tsignal_of : public measured_values, public testing::WithParamInterface<rounding_case> {};
+class TsignalOf : public MeasuredValues, public testing::WithParamInterface<rounding_case> {};
 
-TEST_P(tsignal_of, is_a_tenth_of_the_distance_from_zero_rounded_to_even) {
+TEST_P(TsignalOf, IsATenthOfTheDistanceFromZeroRoundedToEven) {
     for (const std::size_t length : {std::size_t{15}, measured_length}) {
         record(0).tsignal = -1;
         dispatch(measured({.tsignal = GetParam().raw}, length));
@@ -108,7 +108,7 @@ TEST_P(tsignal_of, is_a_tenth_of_the_distance_from_zero_rounded_to_even) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(raw_values, tsignal_of,
+INSTANTIATE_TEST_SUITE_P(raw_values, TsignalOf,
                          testing::Values(rounding_case{32768, 0}, rounding_case{32763, 0},
                                          rounding_case{32773, 0}, rounding_case{32783, 2},
                                          rounding_case{32753, 2}, rounding_case{32793, 2},
@@ -118,9 +118,9 @@ INSTANTIATE_TEST_SUITE_P(raw_values, tsignal_of,
                                          rounding_case{33768, 100}, rounding_case{31768, 100}),
                          [](const auto& info) { return "raw_" + std::to_string(info.param.raw); });
 
-class tenth_of : public measured_values, public testing::WithParamInterface<rounding_case> {};
+class TenthOf : public MeasuredValues, public testing::WithParamInterface<rounding_case> {};
 
-TEST_P(tenth_of, speed_and_effective_values_are_rounded_to_even) {
+TEST_P(TenthOf, SpeedAndEffectiveValuesAreRoundedToEven) {
     const i32 raw = GetParam().raw;
     dispatch(measured({.speed = raw, .teff_dc = raw, .teff_ac = raw}));
     EXPECT_EQ(record(0).speed, GetParam().value);
@@ -130,7 +130,7 @@ TEST_P(tenth_of, speed_and_effective_values_are_rounded_to_even) {
     EXPECT_EQ(record(0).speed, GetParam().value);
 }
 
-INSTANTIATE_TEST_SUITE_P(raw_values, tenth_of,
+INSTANTIATE_TEST_SUITE_P(raw_values, TenthOf,
                          testing::Values(rounding_case{0, 0}, rounding_case{4, 0}, rounding_case{5, 0},
                                          rounding_case{6, 1}, rounding_case{15, 2}, rounding_case{25, 2},
                                          rounding_case{26, 3}, rounding_case{35, 4},
@@ -138,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(raw_values, tenth_of,
                                          rounding_case{65525, 6552}),
                          [](const auto& info) { return "raw_" + std::to_string(info.param.raw); });
 
-TEST_F(measured_values, voltage_is_the_distance_from_zero_undivided) {
+TEST_F(MeasuredValues, VoltageIsTheDistanceFromZeroUndivided) {
     for (const auto& [raw, value] :
          std::vector<rounding_case>{{32768, 0}, {32763, 5}, {32773, 5}, {0, 32768}, {65535, 32767}}) {
         dispatch(measured({.tvoltage = raw}));
@@ -146,13 +146,13 @@ TEST_F(measured_values, voltage_is_the_distance_from_zero_undivided) {
     }
 }
 
-TEST_F(measured_values, digits_of_either_case_count) {
+TEST_F(MeasuredValues, DigitsOfEitherCaseCount) {
     dispatch(frame_text("01", 15).text(4, "83e800fF").str());
     EXPECT_EQ(record(0).tsignal, 100);
     EXPECT_EQ(record(0).speed, 26);
 }
 
-TEST_F(measured_values, stand_still_during_a_test_signal_but_for_speed_and_effective_values) {
+TEST_F(MeasuredValues, StandStillDuringATestSignalButForSpeedAndEffectiveValues) {
     dispatch(measured(full));
     dispatch(measured({.tsignal = 40000,
                        .speed = 9000,
@@ -165,7 +165,7 @@ TEST_F(measured_values, stand_still_during_a_test_signal_but_for_speed_and_effec
     EXPECT_EQ(values(), (std::vector<double>{10, 800, 2, 0, 0}));
 }
 
-TEST_F(measured_values, follow_a_visible_test_signal) {
+TEST_F(MeasuredValues, FollowAVisibleTestSignal) {
     for (const number_flag visible : {number_flag{-1}, number_flag{1}}) {
         record(0).tstsig_visible = visible;
         dispatch(
@@ -176,7 +176,7 @@ TEST_F(measured_values, follow_a_visible_test_signal) {
     }
 }
 
-TEST_F(measured_values, each_change_of_the_test_signal_is_one_note) {
+TEST_F(MeasuredValues, EachChangeOfTheTestSignalIsOneNote) {
     for (const i32 state : {0, 1, 1, 2, 2, 0, 0, 2, 1})
         dispatch(measured({.test_signal = state}));
     EXPECT_EQ(told("log_note"), (lines{"1 Testsignal1 ON", "1 Testsignal2 ON", "1 Testsignal OFF",
@@ -184,7 +184,7 @@ TEST_F(measured_values, each_change_of_the_test_signal_is_one_note) {
     EXPECT_EQ(record(0).tstsig_prev, 1);
 }
 
-TEST_F(measured_values, an_unknown_test_signal_is_stored_and_not_announced) {
+TEST_F(MeasuredValues, AnUnknownTestSignalIsStoredAndNotAnnounced) {
     dispatch(measured({.test_signal = 1}));
     dispatch(measured({.test_signal = 3}));
     EXPECT_EQ(record(0).tstsig_state, 3);
@@ -196,7 +196,7 @@ TEST_F(measured_values, an_unknown_test_signal_is_stored_and_not_announced) {
     EXPECT_EQ(told("log_note").back(), "1 Testsignal OFF");
 }
 
-TEST_F(measured_values, the_note_comes_before_the_values_and_the_record_behind_them) {
+TEST_F(MeasuredValues, TheNoteComesBeforeTheValuesAndTheRecordBehindThem) {
     std::vector<i32> seen;
     calls.log_note = [&](i16 channel, std::string_view) { seen.push_back(record(channel).speed); };
     calls.log_record = [&](i16 channel, std::string_view) { seen.push_back(record(channel).speed); };
@@ -204,7 +204,7 @@ TEST_F(measured_values, the_note_comes_before_the_values_and_the_record_behind_t
     EXPECT_EQ(seen, (std::vector{-1, 700}));
 }
 
-TEST_F(measured_values, the_test_signal_is_announced_before_a_later_field_fails) {
+TEST_F(MeasuredValues, TheTestSignalIsAnnouncedBeforeALaterFieldFails) {
     std::string body = measured({.speed = 7000, .test_signal = 2});
     body.resize(body.size() - 4);
     body[8] = 'x';

@@ -8,9 +8,9 @@
 namespace tyxo::link_testing {
 namespace {
 
-class parameter_frame : public link_world {};
+class ParameterValues : public link_world {};
 
-TEST_F(parameter_frame, every_field_of_the_full_frame) {
+TEST_F(ParameterValues, EveryFieldOfTheFullFrame) {
     dispatch(parameters(0x0204), 2);
     const channel_rec& rec = record(2);
     EXPECT_EQ(rec.alarmlevel, 0x0101);
@@ -43,7 +43,7 @@ TEST_F(parameter_frame, every_field_of_the_full_frame) {
     EXPECT_TRUE(rec.param_valid && rec.tst_valid && rec.ext1_valid && rec.ext2_valid && rec.dcpercent_valid);
 }
 
-TEST_F(parameter_frame, firing_order_keeps_the_bank_in_its_number) {
+TEST_F(ParameterValues, FiringOrderKeepsTheBankInItsNumber) {
     const std::string order = std::string("05") + "69" + "CD" + "64" + "C8";
     std::string body = parameters(1500);
     body.resize(body.size() - 4);
@@ -61,9 +61,9 @@ struct form {
     bool tst, ext1, ext2, theff, inhibit, percent;
 };
 
-class parameter_form : public parameter_frame, public testing::WithParamInterface<form> {};
+class ParameterForm : public ParameterValues, public testing::WithParamInterface<form> {};
 
-TEST_P(parameter_form, has_the_groups_of_its_length_and_forgets_the_others) {
+TEST_P(ParameterForm, HasTheGroupsOfItsLengthAndForgetsTheOthers) {
     const form& expected = GetParam();
     dispatch(parameters(1500)); // all groups
     dispatch(parameters(1500, expected.length));
@@ -81,7 +81,7 @@ TEST_P(parameter_form, has_the_groups_of_its_length_and_forgets_the_others) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    lengths, parameter_form,
+    lengths, ParameterForm,
     testing::Values(
         form{183, false, false, false, false, false, false},
         form{185, false, false, false, false, false, false},
@@ -96,10 +96,10 @@ INSTANTIATE_TEST_SUITE_P(
         form{260, true, true, true, true, true, true}),
     [](const auto& info) { return "length_" + std::to_string(info.param.length); });
 
-class broken_form : public parameter_frame, public testing::WithParamInterface<std::size_t> {};
+class BrokenForm : public ParameterValues, public testing::WithParamInterface<std::size_t> {};
 
 // The threshold of a group lies below the length that holds the group: such frames break off in it.
-TEST_P(broken_form, that_ends_inside_a_group_leaves_the_flags_behind_it_as_they_were) {
+TEST_P(BrokenForm, ThatEndsInsideAGroupLeavesTheFlagsBehindItAsTheyWere) {
     dispatch(parameters(1500));
     dispatch(parameters(1600, 183));
     record(0).log_state = log_states::wanted;
@@ -119,7 +119,7 @@ TEST_P(broken_form, that_ends_inside_a_group_leaves_the_flags_behind_it_as_they_
     EXPECT_EQ(indicators.drehzahl[0].PositionMax, 4000);
 }
 
-INSTANTIATE_TEST_SUITE_P(lengths, broken_form,
+INSTANTIATE_TEST_SUITE_P(lengths, BrokenForm,
                          testing::Values(186, 188, 192, 200, 210, 221, 224, 231, 232, 237, 242, 248),
                          [](const auto& info) { return "length_" + std::to_string(info.param); });
 
@@ -129,9 +129,9 @@ struct gauge_case {
     i32 ticks;
 };
 
-class gauge_of : public parameter_frame, public testing::WithParamInterface<gauge_case> {};
+class GaugeOf : public ParameterValues, public testing::WithParamInterface<gauge_case> {};
 
-TEST_P(gauge_of, the_overspeed_limit_has_its_end_and_ticks) {
+TEST_P(GaugeOf, TheOverspeedLimitHasItsEndAndTicks) {
     dispatch(parameters(GetParam().overspeed), 1);
     EXPECT_EQ(indicators.drehzahl[1].PositionMax, GetParam().end);
     EXPECT_EQ(indicators.drehzahl[1].TickMajorCount, GetParam().ticks);
@@ -139,7 +139,7 @@ TEST_P(gauge_of, the_overspeed_limit_has_its_end_and_ticks) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    bands, gauge_of,
+    bands, GaugeOf,
     testing::Values(gauge_case{0, 120, 13}, gauge_case{10, 120, 13}, gauge_case{119, 120, 13},
                     gauge_case{120, 300, 11}, gauge_case{299, 300, 11}, gauge_case{300, 700, 8},
                     gauge_case{699, 700, 8}, gauge_case{700, 1400, 9}, gauge_case{1399, 1400, 9},
@@ -153,15 +153,15 @@ struct line_case {
     const char* unit;
 };
 
-class speed_line_of : public parameter_frame, public testing::WithParamInterface<line_case> {};
+class SpeedLineOf : public ParameterValues, public testing::WithParamInterface<line_case> {};
 
-TEST_P(speed_line_of, the_overspeed_limit_has_its_scale_and_unit) {
+TEST_P(SpeedLineOf, TheOverspeedLimitHasItsScaleAndUnit) {
     dispatch(parameters(GetParam().overspeed));
     EXPECT_EQ(record(0).speed_scale, GetParam().scale);
     EXPECT_EQ(record(0).speed_unit, GetParam().unit);
 }
 
-INSTANTIATE_TEST_SUITE_P(bands, speed_line_of,
+INSTANTIATE_TEST_SUITE_P(bands, SpeedLineOf,
                          testing::Values(line_case{0, 1.0, "RPM"}, line_case{119, 1.0, "RPM"},
                                          line_case{120, 0.2, "RPM /5"}, line_case{399, 0.2, "RPM /5"},
                                          line_case{400, 0.1, "RPM /10"}, line_case{1399, 0.1, "RPM /10"},
@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(bands, speed_line_of,
                              return "overspeed_" + std::to_string(info.param.overspeed);
                          });
 
-TEST_F(parameter_frame, sections_of_the_gauge_follow_limits_over_10_only) {
+TEST_F(ParameterValues, SectionsOfTheGaugeFollowLimitsOver10Only) {
     iAngularGaugeX& gauge = indicators.drehzahl[0];
     dispatch(parameters(11, parameter_length, 11));
     EXPECT_EQ(gauge.SectionEnd, (std::array<double, 2>{11, 11}));
@@ -184,13 +184,13 @@ TEST_F(parameter_frame, sections_of_the_gauge_follow_limits_over_10_only) {
     EXPECT_EQ(gauge.SectionEnd, (std::array<double, 2>{1200, 1500}));
 }
 
-TEST_F(parameter_frame, the_gauge_has_followed_when_a_later_field_fails) {
+TEST_F(ParameterValues, TheGaugeHasFollowedWhenALaterFieldFails) {
     EXPECT_THROW(dispatch(closed(parameters(2900, 40).substr(0, 25))), failure);
     EXPECT_EQ(indicators.drehzahl[0].PositionMax, 4000);
     EXPECT_EQ(record(0).speed_unit, "");
 }
 
-TEST_F(parameter_frame, begins_the_wanted_log_once_everything_is_stored) {
+TEST_F(ParameterValues, BeginsTheWantedLogOnceEverythingIsStored) {
     i16 state_seen = -1;
     bool valid_seen = true;
     std::string unit_seen;
@@ -208,14 +208,14 @@ TEST_F(parameter_frame, begins_the_wanted_log_once_everything_is_stored) {
     EXPECT_TRUE(record(1).param_valid);
 }
 
-TEST_F(parameter_frame, begins_one_log_only) {
+TEST_F(ParameterValues, BeginsOneLogOnly) {
     record(0).log_state = log_states::wanted;
     dispatch(parameters(1500));
     dispatch(parameters(1500));
     EXPECT_EQ(said, lines{"createlog 1"});
 }
 
-TEST_F(parameter_frame, begins_no_log_that_nobody_wants) {
+TEST_F(ParameterValues, BeginsNoLogThatNobodyWants) {
     record(0).log_state = log_states::none;
     dispatch(parameters(1500));
     EXPECT_EQ(record(0).log_state, log_states::none);
@@ -223,7 +223,7 @@ TEST_F(parameter_frame, begins_no_log_that_nobody_wants) {
     EXPECT_TRUE(record(0).param_valid);
 }
 
-TEST_F(parameter_frame, a_failing_log_leaves_it_wanted_and_the_parameters_not_valid) {
+TEST_F(ParameterValues, AFailingLogLeavesItWantedAndTheParametersNotValid) {
     record(0).log_state = log_states::wanted;
     calls.createlog = [](i16) { failures::overflow(); };
     receive(parameters(1500));

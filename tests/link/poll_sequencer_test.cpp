@@ -7,7 +7,7 @@
 namespace tyxo::link_testing {
 namespace {
 
-class poll_sequencer : public link_world {
+class PollSequencer : public link_world {
   protected:
     static std::string sent(i16 channel) {
         std::string text = simulation::sent(channel);
@@ -22,9 +22,9 @@ struct step {
     i16 next;
 };
 
-class poll_step_of : public poll_sequencer, public testing::WithParamInterface<step> {};
+class PollStepOf : public PollSequencer, public testing::WithParamInterface<step> {};
 
-TEST_P(poll_step_of, sends_its_request_and_goes_on) {
+TEST_P(PollStepOf, SendsItsRequestAndGoesOn) {
     open_port(1);
     sensor::poll_step = GetParam().now;
     sensor::poll(1);
@@ -32,7 +32,7 @@ TEST_P(poll_step_of, sends_its_request_and_goes_on) {
     EXPECT_EQ(sensor::poll_step, GetParam().next);
 }
 
-INSTANTIATE_TEST_SUITE_P(steps, poll_step_of,
+INSTANTIATE_TEST_SUITE_P(steps, PollStepOf,
                          testing::Values(step{0, ":00a0\r\n", 3}, step{1, "", 2}, step{2, "", 3},
                                          step{3, ":039d\r\n", 4}, step{4, ":049c\r\n", 6},
                                          step{6, ":069a\r\n", 8}, step{8, ":0898\r\n", 0}, step{5, "", 0},
@@ -41,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(steps, poll_step_of,
                              return "step_" + std::to_string(static_cast<std::uint16_t>(info.param.now));
                          });
 
-TEST_F(poll_sequencer, held_channel_is_skipped_and_the_step_stays) {
+TEST_F(PollSequencer, HeldChannelIsSkippedAndTheStepStays) {
     open_port(0);
     sensor::poll_hold[0] = true;
     sensor::poll_step = 3;
@@ -50,7 +50,7 @@ TEST_F(poll_sequencer, held_channel_is_skipped_and_the_step_stays) {
     EXPECT_EQ(sensor::poll_step, 3);
 }
 
-TEST_F(poll_sequencer, two_channels_take_turns_through_one_sequence) {
+TEST_F(PollSequencer, TwoChannelsTakeTurnsThroughOneSequence) {
     for (const i16 channel : {i16{0}, i16{1}}) {
         start_log_ch(channel);
         mainfrm::Timer_intervall[channel].Enabled(true); // what a polled link would switch on
@@ -64,7 +64,7 @@ TEST_F(poll_sequencer, two_channels_take_turns_through_one_sequence) {
     EXPECT_EQ(sent(1), "");
 }
 
-TEST_F(poll_sequencer, is_armed_with_the_display_period_and_never_enabled) {
+TEST_F(PollSequencer, IsArmedWithTheDisplayPeriodAndNeverEnabled) {
     EXPECT_EQ(mainfrm::Timer_intervall[0].Interval(), 0);
     sensor::upd_periode = 1000;
     mainfrm::Timer_intervall[0].Enabled(true);
@@ -74,13 +74,13 @@ TEST_F(poll_sequencer, is_armed_with_the_display_period_and_never_enabled) {
     EXPECT_EQ(mainfrm::Timer_intervall[1].Interval(), 0);
 }
 
-TEST_F(poll_sequencer, stopping_switches_it_off) {
+TEST_F(PollSequencer, StoppingSwitchesItOff) {
     mainfrm::Timer_intervall[2].Enabled(true);
     funct::poll_timer_stop(2);
     EXPECT_FALSE(mainfrm::Timer_intervall[2].Enabled());
 }
 
-TEST_F(poll_sequencer, no_request_reaches_the_line_while_channels_measure) {
+TEST_F(PollSequencer, NoRequestReachesTheLineWhileChannelsMeasure) {
     start_log();
     simulation::advance(60000);
     for (i16 channel = 0; channel < channel_count; ++channel) {

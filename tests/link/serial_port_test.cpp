@@ -11,16 +11,16 @@
 namespace tyxo::link_testing {
 namespace {
 
-class serial_port : public link_world {};
+class SerialPort : public link_world {};
 
 struct event_case {
     i32 event;
     const char* text; ///< empty: no line in the debug output
 };
 
-class port_event_of : public serial_port, public testing::WithParamInterface<event_case> {};
+class PortEventOf : public SerialPort, public testing::WithParamInterface<event_case> {};
 
-TEST_P(port_event_of, goes_to_the_debug_output_and_nowhere_else) {
+TEST_P(PortEventOf, GoesToTheDebugOutputAndNowhereElse) {
     open_port(0);
     receive(":01");
     record(0).connected = false;
@@ -36,7 +36,7 @@ TEST_P(port_event_of, goes_to_the_debug_output_and_nowhere_else) {
 constexpr const char* unknown = "Fehler oder Ereignis unbekannt";
 
 INSTANTIATE_TEST_SUITE_P(
-    events, port_event_of,
+    events, PortEventOf,
     testing::Values(event_case{1, ""}, event_case{3, ""}, event_case{4, ""}, event_case{5, ""},
                     event_case{6, ""}, event_case{7, ""}, event_case{1001, "Break empfangen"},
                     event_case{1007, "CD-Zeit\xFC"
@@ -57,14 +57,14 @@ INSTANTIATE_TEST_SUITE_P(
                     event_case{65536, unknown}),
     [](const auto& info) { return "event_" + std::to_string(static_cast<std::uint32_t>(info.param.event)); });
 
-TEST_F(serial_port, an_emptied_send_buffer_switches_rts_off) {
+TEST_F(SerialPort, AnEmptiedSendBufferSwitchesRtsOff) {
     open_port(2);
     serial::comm[2].RTSEnable(true);
     simulation::port_event(2, comm_event::send_buffer_low);
     EXPECT_FALSE(simulation::port(2).rts);
 }
 
-TEST_F(serial_port, other_events_leave_rts_and_waiting_bytes_alone) {
+TEST_F(SerialPort, OtherEventsLeaveRtsAndWaitingBytesAlone) {
     open_port(2);
     serial::comm[2].RTSEnable(true);
     for (const i32 event : {0, 3, 4, 5, 6, 7, 1001, 1003})
@@ -73,7 +73,7 @@ TEST_F(serial_port, other_events_leave_rts_and_waiting_bytes_alone) {
     EXPECT_EQ(serial::rx_chunk[2], "");
 }
 
-TEST_F(serial_port, a_read_that_fails_is_reported_and_the_next_one_goes_on) {
+TEST_F(SerialPort, AReadThatFailsIsReportedAndTheNextOneGoesOn) {
     open_port(0);
     simulation::world().ports[11].refuses_input = true;
     receive(":01");
@@ -84,7 +84,7 @@ TEST_F(serial_port, a_read_that_fails_is_reported_and_the_next_one_goes_on) {
     EXPECT_EQ(debug().size(), 1U);
 }
 
-TEST_F(serial_port, sends_a_frame_with_its_check_and_line_end) {
+TEST_F(SerialPort, SendsAFrameWithItsCheckAndLineEnd) {
     open_port(1);
     serial::frame_send(":00", 1);
     EXPECT_EQ(simulation::sent(1), ":00a0\r\n");
@@ -94,7 +94,7 @@ TEST_F(serial_port, sends_a_frame_with_its_check_and_line_end) {
     EXPECT_EQ(simulation::sent(0), "");
 }
 
-TEST_F(serial_port, sends_one_byte_per_character) {
+TEST_F(SerialPort, SendsOneBytePerCharacter) {
     open_port(0);
     std::string body = ":";
     for (int byte = 1; byte < 256; ++byte)
@@ -103,14 +103,14 @@ TEST_F(serial_port, sends_one_byte_per_character) {
     EXPECT_EQ(simulation::sent(0), closed(body));
 }
 
-TEST_F(serial_port, an_open_port_stays_open_after_sending) {
+TEST_F(SerialPort, AnOpenPortStaysOpenAfterSending) {
     open_port(0);
     serial::frame_send(":00", 0);
     EXPECT_TRUE(simulation::port(0).open);
     EXPECT_EQ(simulation::port(0).opened, 1);
 }
 
-TEST_F(serial_port, a_closed_port_is_open_for_the_time_of_the_frame) {
+TEST_F(SerialPort, AClosedPortIsOpenForTheTimeOfTheFrame) {
     serial::frame_send(":8009", 3);
     EXPECT_EQ(simulation::sent(3), ":80092f\r\n");
     EXPECT_FALSE(simulation::port(3).open);
@@ -128,7 +128,7 @@ void send_while_closing(i16 channel) {
         measured({.speed = 5000}) + status({.alarm = 0x2020});
 }
 
-TEST_F(serial_port, a_frame_sent_to_a_stopped_channel_does_not_bring_it_back_to_life) {
+TEST_F(SerialPort, AFrameSentToAStoppedChannelDoesNotBringItBackToLife) {
     start_log_ch(2);
     stop_log_ch(2);
     said.clear();
@@ -143,7 +143,7 @@ TEST_F(serial_port, a_frame_sent_to_a_stopped_channel_does_not_bring_it_back_to_
     EXPECT_EQ(said, lines{});
 }
 
-TEST_F(serial_port, nothing_is_decoded_while_a_port_closes) {
+TEST_F(SerialPort, NothingIsDecodedWhileAPortCloses) {
     for (const bool reopened : {false, true}) {
         open_port(1);
         send_while_closing(1);
@@ -159,7 +159,7 @@ TEST_F(serial_port, nothing_is_decoded_while_a_port_closes) {
     EXPECT_EQ(record(1).speed, 600);
 }
 
-TEST_F(serial_port, an_output_that_fails_is_raised_to_the_caller) {
+TEST_F(SerialPort, AnOutputThatFailsIsRaisedToTheCaller) {
     open_port(0);
     simulation::world().ports[11].refuses_output = true;
     EXPECT_THROW(serial::frame_send(":00", 0), failure);
@@ -168,7 +168,7 @@ TEST_F(serial_port, an_output_that_fails_is_raised_to_the_caller) {
     EXPECT_EQ(simulation::sent(0), "");
 }
 
-TEST_F(serial_port, a_port_opened_for_an_output_that_fails_is_closed_again) {
+TEST_F(SerialPort, APortOpenedForAnOutputThatFailsIsClosedAgain) {
     simulation::world().ports[11].refuses_output = true;
     EXPECT_THROW(serial::frame_send(":00", 0), failure);
     EXPECT_EQ(simulation::port(0).opened, 1);
@@ -179,19 +179,19 @@ TEST_F(serial_port, a_port_opened_for_an_output_that_fails_is_closed_again) {
     EXPECT_FALSE(simulation::port(0).open);
 }
 
-TEST_F(serial_port, a_port_that_does_not_open_for_sending_is_raised_to_the_caller) {
+TEST_F(SerialPort, APortThatDoesNotOpenForSendingIsRaisedToTheCaller) {
     simulation::world().ports[11].refuses_to_open = true;
     EXPECT_THROW(serial::frame_send(":00", 0), failure);
     EXPECT_EQ(debug(), lines{"TX: :00a0"});
     EXPECT_FALSE(simulation::port(0).open);
 }
 
-TEST_F(serial_port, sending_on_a_channel_that_does_not_exist_is_a_failure) {
+TEST_F(SerialPort, SendingOnAChannelThatDoesNotExistIsAFailure) {
     EXPECT_THROW(serial::frame_send(":00", -1), failure);
     EXPECT_THROW(serial::frame_send(":00", channel_count), failure);
 }
 
-TEST_F(serial_port, opens_with_the_settings_of_an_evaluator_line) {
+TEST_F(SerialPort, OpensWithTheSettingsOfAnEvaluatorLine) {
     EXPECT_FALSE(serial::port_open(2, 5));
     const simulation::port_settings& port = simulation::port(2);
     EXPECT_TRUE(port.open);
@@ -204,14 +204,14 @@ TEST_F(serial_port, opens_with_the_settings_of_an_evaluator_line) {
     EXPECT_EQ(port.handshaking, 0);
 }
 
-TEST_F(serial_port, an_open_port_is_closed_and_opened_anew) {
+TEST_F(SerialPort, AnOpenPortIsClosedAndOpenedAnew) {
     open_port(0);
     EXPECT_FALSE(serial::port_open(0, 9));
     EXPECT_EQ(simulation::port(0).opened, 2);
     EXPECT_EQ(simulation::port(0).number, 9);
 }
 
-TEST_F(serial_port, a_port_that_is_busy_says_so) {
+TEST_F(SerialPort, APortThatIsBusySaysSo) {
     simulation::world().ports[5].refuses_to_open = true;
     EXPECT_TRUE(serial::port_open(0, 5));
     EXPECT_FALSE(simulation::port(0).open);
@@ -219,12 +219,12 @@ TEST_F(serial_port, a_port_that_is_busy_says_so) {
     EXPECT_EQ(simulation::port(0).r_threshold, 1);
 }
 
-TEST_F(serial_port, a_step_that_fails_before_the_opening_counts_as_failure) {
+TEST_F(SerialPort, AStepThatFailsBeforeTheOpeningCountsAsFailure) {
     EXPECT_TRUE(serial::port_open(0, 0));
     EXPECT_TRUE(simulation::port(0).open);
 }
 
-TEST_F(serial_port, closes_what_is_open_only) {
+TEST_F(SerialPort, ClosesWhatIsOpenOnly) {
     open_port(0);
     serial::port_close(0);
     EXPECT_FALSE(simulation::port(0).open);

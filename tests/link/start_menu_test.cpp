@@ -8,7 +8,7 @@
 namespace tyxo::link_testing {
 namespace {
 
-class start_menu : public link_world {
+class StartMenu : public link_world {
   protected:
     /// The channels that run, by their numbers.
     static std::string running() {
@@ -38,7 +38,7 @@ class start_menu : public link_world {
     }
 };
 
-TEST_F(start_menu, without_sensors_both_entries_say_so) {
+TEST_F(StartMenu, WithoutSensorsBothEntriesSaySo) {
     sensor::max_sensors = 0;
     click_all();
     expect_no_sensor_box();
@@ -50,7 +50,7 @@ TEST_F(start_menu, without_sensors_both_entries_say_so) {
     expect_measuring(false);
 }
 
-TEST_F(start_menu, with_two_sensors_the_third_entry_says_so_and_the_first_two_work) {
+TEST_F(StartMenu, WithTwoSensorsTheThirdEntrySaysSoAndTheFirstTwoWork) {
     sensor::max_sensors = 2;
     click(2);
     expect_no_sensor_box();
@@ -63,7 +63,7 @@ TEST_F(start_menu, with_two_sensors_the_third_entry_says_so_and_the_first_two_wo
     EXPECT_TRUE(simulation::world().boxes.empty());
 }
 
-TEST_F(start_menu, all_channels_start_and_stop) {
+TEST_F(StartMenu, AllChannelsStartAndStop) {
     click_all();
     EXPECT_EQ(running(), "1234");
     expect_measuring(true);
@@ -76,7 +76,7 @@ TEST_F(start_menu, all_channels_start_and_stop) {
     EXPECT_EQ(running(), "1234");
 }
 
-TEST_F(start_menu, the_lock_can_refuse_the_stop_of_all) {
+TEST_F(StartMenu, TheLockCanRefuseTheStopOfAll) {
     click_all();
     lock_grants = false;
     click_all();
@@ -90,7 +90,7 @@ TEST_F(start_menu, the_lock_can_refuse_the_stop_of_all) {
     EXPECT_TRUE(indicators.Quit.Enabled);
 }
 
-TEST_F(start_menu, one_channel_starts_and_stops) {
+TEST_F(StartMenu, OneChannelStartsAndStops) {
     click(1);
     EXPECT_EQ(running(), "2");
     expect_measuring(true);
@@ -101,7 +101,7 @@ TEST_F(start_menu, one_channel_starts_and_stops) {
     EXPECT_FALSE(simulation::port(1).open);
 }
 
-TEST_F(start_menu, the_lock_is_told_what_will_stop) {
+TEST_F(StartMenu, TheLockIsToldWhatWillStop) {
     sensor::channels[1].location = "Engine 2";
     sensor::channels[2].location = "";
     lock_grants = false;
@@ -113,7 +113,7 @@ TEST_F(start_menu, the_lock_is_told_what_will_stop) {
               (lines{"Stops channel 2: Engine 2", "Stops channel 3", "Stops all channels"}));
 }
 
-TEST_F(start_menu, the_lock_can_refuse_the_stop_of_one) {
+TEST_F(StartMenu, TheLockCanRefuseTheStopOfOne) {
     click(1);
     lock_grants = false;
     click(1);
@@ -123,7 +123,7 @@ TEST_F(start_menu, the_lock_can_refuse_the_stop_of_one) {
     EXPECT_FALSE(indicators.Quit.Enabled);
 }
 
-TEST_F(start_menu, starting_asks_nobody) {
+TEST_F(StartMenu, StartingAsksNobody) {
     lock_grants = false;
     click(0);
     click(2);
@@ -132,7 +132,7 @@ TEST_F(start_menu, starting_asks_nobody) {
     EXPECT_TRUE(indicators.Quit.Enabled);
 }
 
-TEST_F(start_menu, the_measurement_ends_with_the_last_channel) {
+TEST_F(StartMenu, TheMeasurementEndsWithTheLastChannel) {
     click(0);
     click(3);
     click(0);
@@ -142,7 +142,7 @@ TEST_F(start_menu, the_measurement_ends_with_the_last_channel) {
     expect_measuring(false);
 }
 
-TEST_F(start_menu, channels_added_one_by_one_are_stopped_together) {
+TEST_F(StartMenu, ChannelsAddedOneByOneAreStoppedTogether) {
     click(0);
     click(1);
     click_all();
@@ -150,7 +150,7 @@ TEST_F(start_menu, channels_added_one_by_one_are_stopped_together) {
     expect_measuring(false);
 }
 
-TEST_F(start_menu, a_channel_left_out_can_join_later) {
+TEST_F(StartMenu, AChannelLeftOutCanJoinLater) {
     click_all();
     click(2);
     EXPECT_EQ(running(), "124");
@@ -159,7 +159,7 @@ TEST_F(start_menu, a_channel_left_out_can_join_later) {
     EXPECT_EQ(running(), "1234");
 }
 
-TEST_F(start_menu, a_busy_port_on_a_single_start_leaves_the_measurement_marked_as_running) {
+TEST_F(StartMenu, ABusyPortOnASingleStartLeavesTheMeasurementMarkedAsRunning) {
     make_busy(0);
     click(0);
     EXPECT_EQ(running(), "");
@@ -170,7 +170,7 @@ TEST_F(start_menu, a_busy_port_on_a_single_start_leaves_the_measurement_marked_a
     expect_measuring(false);
 }
 
-TEST_F(start_menu, a_busy_port_in_the_middle_of_a_start_of_all_keeps_the_first_channels) {
+TEST_F(StartMenu, ABusyPortInTheMiddleOfAStartOfAllKeepsTheFirstChannels) {
     sensor::max_sensors = 3;
     make_busy(1);
     click_all();
@@ -182,7 +182,7 @@ TEST_F(start_menu, a_busy_port_in_the_middle_of_a_start_of_all_keeps_the_first_c
     EXPECT_EQ(running(), "13");
 }
 
-TEST_F(start_menu, a_busy_first_port_marks_the_measurement_without_its_caption) {
+TEST_F(StartMenu, ABusyFirstPortMarksTheMeasurementWithoutItsCaption) {
     make_busy(0);
     click_all();
     EXPECT_EQ(running(), "");
@@ -193,7 +193,7 @@ TEST_F(start_menu, a_busy_first_port_marks_the_measurement_without_its_caption) 
     EXPECT_FALSE(sensor::measure_running);
 }
 
-TEST_F(start_menu, a_channel_counts_as_running_while_the_lock_asks) {
+TEST_F(StartMenu, AChannelCountsAsRunningWhileTheLockAsks) {
     click(0);
     bool marked = false;
     calls.stop_lock = [&](std::string_view) {

@@ -9,7 +9,7 @@
 namespace tyxo::link_testing {
 namespace {
 
-class start_stop : public link_world {
+class StartStop : public link_world {
   protected:
     static bool runs(i16 channel) {
         const bool marked = sensor::channel_running[channel];
@@ -51,13 +51,13 @@ class start_stop : public link_world {
     }
 };
 
-TEST_F(start_stop, before_any_start_nothing_runs) {
+TEST_F(StartStop, BeforeAnyStartNothingRuns) {
     EXPECT_EQ(running(), "");
     EXPECT_FALSE(chart_ticks());
     EXPECT_EQ(indicators.startstop.Caption, "Start all channels");
 }
 
-TEST_F(start_stop, starting_one_channel) {
+TEST_F(StartStop, StartingOneChannel) {
     start_log_ch(2);
     EXPECT_EQ(running(), "3");
     EXPECT_TRUE(chart_ticks());
@@ -73,7 +73,7 @@ TEST_F(start_stop, starting_one_channel) {
     EXPECT_TRUE(simulation::world().boxes.empty());
 }
 
-TEST_F(start_stop, stopping_one_channel) {
+TEST_F(StartStop, StoppingOneChannel) {
     start_log_ch(2);
     said.clear();
     indicators.Text_status = {};
@@ -87,7 +87,7 @@ TEST_F(start_stop, stopping_one_channel) {
     EXPECT_EQ(said, (lines{"close_log 3", event(2, "stopped")}));
 }
 
-TEST_F(start_stop, the_log_is_closed_after_the_port_and_while_the_channel_is_marked_as_running) {
+TEST_F(StartStop, TheLogIsClosedAfterThePortAndWhileTheChannelIsMarkedAsRunning) {
     start_log_ch(0);
     std::string seen;
     calls.close_log = [&](i16) {
@@ -99,7 +99,7 @@ TEST_F(start_stop, the_log_is_closed_after_the_port_and_while_the_channel_is_mar
     EXPECT_EQ(seen, "closed running unwatched");
 }
 
-TEST_F(start_stop, starting_all_channels_in_order) {
+TEST_F(StartStop, StartingAllChannelsInOrder) {
     sensor::max_sensors = 3;
     start_log();
     EXPECT_EQ(running(), "123");
@@ -110,7 +110,7 @@ TEST_F(start_stop, starting_all_channels_in_order) {
     EXPECT_EQ(record(3).log_state, log_states::none);
 }
 
-TEST_F(start_stop, stopping_all_channels_in_order) {
+TEST_F(StartStop, StoppingAllChannelsInOrder) {
     sensor::max_sensors = 2;
     start_log();
     said.clear();
@@ -121,7 +121,7 @@ TEST_F(start_stop, stopping_all_channels_in_order) {
     EXPECT_EQ(said, (lines{"close_log 1", event(0, "stopped"), "close_log 2", event(1, "stopped")}));
 }
 
-TEST_F(start_stop, stopping_all_tells_of_channels_that_did_not_run_too) {
+TEST_F(StartStop, StoppingAllTellsOfChannelsThatDidNotRunToo) {
     sensor::max_sensors = 2;
     start_log_ch(1);
     said.clear();
@@ -129,7 +129,7 @@ TEST_F(start_stop, stopping_all_tells_of_channels_that_did_not_run_too) {
     EXPECT_EQ(said, (lines{"close_log 1", event(0, "stopped"), "close_log 2", event(1, "stopped")}));
 }
 
-TEST_F(start_stop, a_busy_port_ends_the_start_of_all_at_its_channel) {
+TEST_F(StartStop, ABusyPortEndsTheStartOfAllAtItsChannel) {
     sensor::max_sensors = 3;
     make_busy(1);
     start_log();
@@ -146,7 +146,7 @@ TEST_F(start_stop, a_busy_port_ends_the_start_of_all_at_its_channel) {
     EXPECT_EQ(said, (lines{event(0, "started"), "close_log 2", event(1, "stopped")}));
 }
 
-TEST_F(start_stop, a_busy_first_port_leaves_the_caption_and_the_display_tick_as_they_are) {
+TEST_F(StartStop, ABusyFirstPortLeavesTheCaptionAndTheDisplayTickAsTheyAre) {
     make_busy(0);
     start_log();
     EXPECT_EQ(running(), "");
@@ -154,7 +154,7 @@ TEST_F(start_stop, a_busy_first_port_leaves_the_caption_and_the_display_tick_as_
     EXPECT_TRUE(chart_ticks());
 }
 
-TEST_F(start_stop, a_busy_port_of_a_single_start_leaves_the_display_tick_on) {
+TEST_F(StartStop, ABusyPortOfASingleStartLeavesTheDisplayTickOn) {
     make_busy(3);
     start_log_ch(3);
     EXPECT_EQ(running(), "");
@@ -164,7 +164,7 @@ TEST_F(start_stop, a_busy_port_of_a_single_start_leaves_the_display_tick_on) {
     EXPECT_EQ(box(), box_line(3, "stopped"));
 }
 
-TEST_F(start_stop, the_failed_channel_is_still_marked_as_running_while_its_box_is_up) {
+TEST_F(StartStop, TheFailedChannelIsStillMarkedAsRunningWhileItsBoxIsUp) {
     make_busy(0);
     bool marked = false;
     i16 state = -1;
@@ -177,7 +177,7 @@ TEST_F(start_stop, the_failed_channel_is_still_marked_as_running_while_its_box_i
     EXPECT_EQ(state, log_states::wanted);
 }
 
-TEST_F(start_stop, a_port_number_that_is_none_gets_the_same_words_and_leaves_no_port_open) {
+TEST_F(StartStop, APortNumberThatIsNoneGetsTheSameWordsAndLeavesNoPortOpen) {
     sensor::comport[1] = 0;
     start_log_ch(1);
     EXPECT_EQ(box_texts(), lines{"no Comport configurated for sensor nr. 2"});
@@ -185,7 +185,7 @@ TEST_F(start_stop, a_port_number_that_is_none_gets_the_same_words_and_leaves_no_
     EXPECT_EQ(running(), "");
 }
 
-TEST_F(start_stop, each_start_asks_for_a_new_log_with_the_next_parameters) {
+TEST_F(StartStop, EachStartAsksForANewLogWithTheNextParameters) {
     start_log_ch(0);
     receive(parameters(1500));
     EXPECT_EQ(record(0).log_state, log_states::open);
@@ -199,7 +199,7 @@ TEST_F(start_stop, each_start_asks_for_a_new_log_with_the_next_parameters) {
     EXPECT_EQ(told("createlog"), (lines{"1", "1"}));
 }
 
-TEST_F(start_stop, values_and_flags_stay_over_stop_and_start) {
+TEST_F(StartStop, ValuesAndFlagsStayOverStopAndStart) {
     start_log_ch(0);
     receive(parameters(1500) + measured({.tsignal = 33768, .speed = 9000}) + status({}));
     stop_log_ch(0);
@@ -210,14 +210,14 @@ TEST_F(start_stop, values_and_flags_stay_over_stop_and_start) {
     EXPECT_TRUE(record(0).param_valid && record(0).status_valid && record(0).connected);
 }
 
-TEST_F(start_stop, a_second_channel_leaves_the_running_display_tick_alone) {
+TEST_F(StartStop, ASecondChannelLeavesTheRunningDisplayTickAlone) {
     start_log_ch(0);
     sensor::upd_periode = 1000;
     start_log_ch(1);
     EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 250);
 }
 
-TEST_F(start_stop, the_display_tick_ends_with_the_last_channel) {
+TEST_F(StartStop, TheDisplayTickEndsWithTheLastChannel) {
     start_log_ch(0);
     start_log_ch(1);
     sensor::channel_running[0] = false;

@@ -45,7 +45,7 @@ bool holds(const watched& row, const raw_status& raw) {
     return ((row.source == word::error ? raw.error : raw.alarm) & row.mask) != 0;
 }
 
-class status_history : public link_world {
+class StatusHistory : public link_world {
   protected:
     /// The comments that the step from one status to the next must write.
     static lines comments_between(const raw_status& before, const raw_status& now) {
@@ -59,7 +59,7 @@ class status_history : public link_world {
     }
 };
 
-TEST_F(status_history, every_run_says_what_changed_and_nothing_else) {
+TEST_F(StatusHistory, EveryRunSaysWhatChangedAndNothingElse) {
     for (unsigned seed = 1; seed <= 10; ++seed) {
         std::mt19937 random(seed);
         raw_status before;
@@ -85,7 +85,7 @@ TEST_F(status_history, every_run_says_what_changed_and_nothing_else) {
     }
 }
 
-TEST_F(status_history, the_box_keeps_every_line_until_it_is_full_and_its_last_ones_then) {
+TEST_F(StatusHistory, TheBoxKeepsEveryLineUntilItIsFullAndItsLastOnesThen) {
     std::string all;
     for (int count = 0; count < 2000; ++count) {
         const bool on = count % 2 == 0;

@@ -14,7 +14,7 @@ constexpr i32 relay = 0x0080;
 constexpr i32 ac = 0x0008;
 constexpr i32 dc = 0x0002;
 
-class status_indicators : public link_world {
+class StatusIndicators : public link_world {
   protected:
     void take(const raw_status& raw, i16 channel = 0) {
         said.clear();
@@ -35,9 +35,9 @@ struct lamp_case {
     per_channel<iLedRoundX> indicator_controls::*lamps;
 };
 
-class status_lamp : public status_indicators, public testing::WithParamInterface<lamp_case> {};
+class StatusLamp : public StatusIndicators, public testing::WithParamInterface<lamp_case> {};
 
-TEST_P(status_lamp, follows_its_bit_at_every_run) {
+TEST_P(StatusLamp, FollowsItsBitAtEveryRun) {
     const auto active = [](i16 channel) { return (indicators.*GetParam().lamps)[channel].Active; };
     const i32 mask = GetParam().mask;
     for (const i32 word : {mask, mask, 0, 0, 0xFFFF & ~mask, 0xFFFF}) {
@@ -51,7 +51,7 @@ TEST_P(status_lamp, follows_its_bit_at_every_run) {
     EXPECT_TRUE(active(2));
 }
 
-INSTANTIATE_TEST_SUITE_P(bits, status_lamp,
+INSTANTIATE_TEST_SUITE_P(bits, StatusLamp,
                          testing::Values(lamp_case{0x0080, &indicator_controls::LED_Alarm},
                                          lamp_case{0x0040, &indicator_controls::LED_prealarm},
                                          lamp_case{0x0020, &indicator_controls::LED_Rdy}),
@@ -62,9 +62,9 @@ struct inhibit_case {
     bool inhibited;
 };
 
-class inhibit_labels : public status_indicators, public testing::WithParamInterface<inhibit_case> {};
+class InhibitLabels : public StatusIndicators, public testing::WithParamInterface<inhibit_case> {};
 
-TEST_P(inhibit_labels, take_the_place_of_the_alarm_labels_for_the_value_1) {
+TEST_P(InhibitLabels, TakeThePlaceOfTheAlarmLabelsForTheValue1) {
     for (const bool before : {false, true}) {
         take({.inhibit_on = before, .inhibit_left = 5}, 1);
         take({.inhibit_on = GetParam().value, .inhibit_left = 65000}, 1);
@@ -77,27 +77,27 @@ TEST_P(inhibit_labels, take_the_place_of_the_alarm_labels_for_the_value_1) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(values, inhibit_labels,
+INSTANTIATE_TEST_SUITE_P(values, InhibitLabels,
                          testing::Values(inhibit_case{0, false}, inhibit_case{1, true},
                                          inhibit_case{2, false}, inhibit_case{3, false},
                                          inhibit_case{0x0101, false}),
                          [](const auto& info) { return "value_" + std::to_string(info.param.value); });
 
-TEST_F(status_indicators, inhibit_time_counts_down_with_the_frames) {
+TEST_F(StatusIndicators, InhibitTimeCountsDownWithTheFrames) {
     for (const i32 left : {30, 29, 0}) {
         take({.inhibit_on = 1, .inhibit_left = left});
         EXPECT_EQ(indicators.Lbl_inhtime[0].Caption, std::to_string(left));
     }
 }
 
-TEST_F(status_indicators, a_short_status_frame_ends_the_inhibit_labels) {
+TEST_F(StatusIndicators, AShortStatusFrameEndsTheInhibitLabels) {
     take({.inhibit_on = 1, .inhibit_left = 30});
     dispatch(status({}, short_status_length));
     EXPECT_TRUE(indicators.Lbl_alm1[0].Visible);
     EXPECT_FALSE(indicators.Lbl_alminhibit[0].Visible);
 }
 
-TEST_F(status_indicators, alert_comes_once_per_closing_of_the_relay) {
+TEST_F(StatusIndicators, AlertComesOncePerClosingOfTheRelay) {
     take({.alarm = relay | ac});
     EXPECT_EQ(alert_calls(),
               (lines{"open_alert", "show_alert_line 1", "alert_text 1 Engine 1  Mainalarm AC"}));
@@ -114,30 +114,30 @@ TEST_F(status_indicators, alert_comes_once_per_closing_of_the_relay) {
               (lines{"open_alert", "show_alert_line 1", "alert_text 1 Engine 1  Mainalarm DC"}));
 }
 
-TEST_F(status_indicators, alert_that_was_closed_stays_closed_while_the_relay_holds) {
+TEST_F(StatusIndicators, AlertThatWasClosedStaysClosedWhileTheRelayHolds) {
     take({.alarm = relay | ac});
     sensor::alert_open = false;
     take({.alarm = relay | ac | dc});
     EXPECT_EQ(alert_calls(), lines{});
 }
 
-TEST_F(status_indicators, alert_with_both_alarms_ends_with_dc) {
+TEST_F(StatusIndicators, AlertWithBothAlarmsEndsWithDc) {
     take({.alarm = relay | ac | dc});
     EXPECT_EQ(told("alert_text").back(), "1 Engine 1  Mainalarm DC");
 }
 
-TEST_F(status_indicators, alert_without_ac_and_dc_keeps_its_last_text) {
+TEST_F(StatusIndicators, AlertWithoutAcAndDcKeepsItsLastText) {
     take({.alarm = relay | 0x8005});
     EXPECT_EQ(alert_calls(), (lines{"open_alert", "show_alert_line 1"}));
     EXPECT_TRUE(sensor::alert_latched[0]);
 }
 
-TEST_F(status_indicators, main_alarm_without_the_relay_raises_no_alert) {
+TEST_F(StatusIndicators, MainAlarmWithoutTheRelayRaisesNoAlert) {
     take({.alarm = 0xFFFF & ~relay});
     EXPECT_EQ(alert_calls(), lines{});
 }
 
-TEST_F(status_indicators, alert_names_the_first_25_characters_of_the_location) {
+TEST_F(StatusIndicators, AlertNamesTheFirst25CharactersOfTheLocation) {
     record(0).location = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
     take({.alarm = relay | ac});
     EXPECT_EQ(told("alert_text"), lines{"1 ABCDEFGHIJKLMNOPQRSTUVWXY  Mainalarm AC"});
@@ -149,7 +149,7 @@ TEST_F(status_indicators, alert_names_the_first_25_characters_of_the_location) {
     EXPECT_EQ(told("alert_text"), lines{"3   Mainalarm DC"});
 }
 
-TEST_F(status_indicators, four_relays_at_once_open_one_alert_with_four_lines) {
+TEST_F(StatusIndicators, FourRelaysAtOnceOpenOneAlertWithFourLines) {
     for (i16 channel = 0; channel < channel_count; ++channel)
         dispatch(status({.alarm = relay | ac}), channel);
     EXPECT_EQ(told("open_alert").size(), 1U);
@@ -157,7 +157,7 @@ TEST_F(status_indicators, four_relays_at_once_open_one_alert_with_four_lines) {
     EXPECT_EQ(told("alert_text").size(), 4U);
 }
 
-TEST_F(status_indicators, alert_comes_behind_the_messages_of_the_run) {
+TEST_F(StatusIndicators, AlertComesBehindTheMessagesOfTheRun) {
     take({.alarm = relay | dc | 0x4000, .inhibit_on = 1});
     const auto alert = std::ranges::find(said, "open_alert");
     const auto last_message = std::ranges::find(said, "log_comment 1 KVD Alarm Inhibit ON");
@@ -165,7 +165,7 @@ TEST_F(status_indicators, alert_comes_behind_the_messages_of_the_run) {
     EXPECT_NE(alert, said.end());
 }
 
-TEST_F(status_indicators, the_caret_goes_to_the_end_at_every_run) {
+TEST_F(StatusIndicators, TheCaretGoesToTheEndAtEveryRun) {
     indicators.Text_status.append("some text\r\n");
     take({});
     EXPECT_EQ(indicators.Text_status.caret(), indicators.Text_status.appended());
@@ -173,7 +173,7 @@ TEST_F(status_indicators, the_caret_goes_to_the_end_at_every_run) {
     EXPECT_EQ(indicators.Text_status.caret(), indicators.Text_status.appended());
 }
 
-TEST_F(status_indicators, a_text_of_60001_characters_is_cut_before_the_new_lines) {
+TEST_F(StatusIndicators, ATextOf60001CharactersIsCutBeforeTheNewLines) {
     indicators.Text_status.append('a' + std::string(60000, 'b'));
     take({.alarm = 0x2000});
     const std::string line = std::string(box_clock) + " KVD Engine 1 ## Overspeed Alarm ON\r\n";
@@ -183,14 +183,14 @@ TEST_F(status_indicators, a_text_of_60001_characters_is_cut_before_the_new_lines
     EXPECT_EQ(indicators.Text_status.dropped(), 1U + line.size());
 }
 
-TEST_F(status_indicators, a_text_of_60000_characters_is_not_cut) {
+TEST_F(StatusIndicators, ATextOf60000CharactersIsNotCut) {
     indicators.Text_status.append(std::string(60000, 'b'));
     take({});
     EXPECT_EQ(indicators.Text_status.size(), 60000U);
     EXPECT_EQ(indicators.Text_status.dropped(), 0U);
 }
 
-TEST_F(status_indicators, latches_stay_over_stop_and_start) {
+TEST_F(StatusIndicators, LatchesStayOverStopAndStart) {
     start_log_ch(0);
     receive(status({.alarm = 0x8000 | relay | ac}));
     stop_log_ch(0);

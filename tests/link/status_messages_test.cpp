@@ -85,7 +85,7 @@ std::vector<status_row> status_rows() {
     };
 }
 
-class status_messages : public link_world {
+class StatusMessages : public link_world {
   protected:
     /// What was written since the last call.
     struct written {
@@ -124,9 +124,9 @@ class status_messages : public link_world {
     }
 };
 
-class every_status_row : public status_messages, public testing::WithParamInterface<status_row> {};
+class EveryStatusRow : public StatusMessages, public testing::WithParamInterface<status_row> {};
 
-TEST_P(every_status_row, writes_its_texts_once_in_each_direction) {
+TEST_P(EveryStatusRow, WritesItsTextsOnceInEachDirection) {
     const status_row& row = GetParam();
     EXPECT_EQ(take({}), written{});
     EXPECT_EQ(take(row.set), wanted(row.on));
@@ -136,10 +136,10 @@ TEST_P(every_status_row, writes_its_texts_once_in_each_direction) {
     EXPECT_EQ(take(row.set), wanted(row.on));
 }
 
-INSTANTIATE_TEST_SUITE_P(rows, every_status_row, testing::ValuesIn(status_rows()),
+INSTANTIATE_TEST_SUITE_P(rows, EveryStatusRow, testing::ValuesIn(status_rows()),
                          [](const auto& info) { return info.param.name; });
 
-TEST_F(status_messages, prealarm_on_names_the_channel_number_in_the_event_file) {
+TEST_F(StatusMessages, PrealarmOnNamesTheChannelNumberInTheEventFile) {
     EXPECT_EQ(take({.alarm = 0x4000}), (written{std::string(box_clock) + " KVD Engine 1 ## Prealarm ON\r\n",
                                                 {"1 KVD Prealarm ON"},
                                                 {std::string(file_clock) + "KVD 1 Prealarm ON"}}));
@@ -147,13 +147,13 @@ TEST_F(status_messages, prealarm_on_names_the_channel_number_in_the_event_file) 
     EXPECT_EQ(take({}), wanted(engine(" ## Prealarm OFF", "KVD Prealarm OFF")));
 }
 
-TEST_F(status_messages, prealarm_on_of_a_location_that_begins_with_a_hash) {
+TEST_F(StatusMessages, PrealarmOnOfALocationThatBeginsWithAHash) {
     record(0).location = "# 7";
     EXPECT_EQ(take({.alarm = 0x4000}).events, lines{std::string(file_clock) + "KVD 1 Prealarm ON"});
     EXPECT_EQ(take({}).events, lines{std::string(file_clock) + "KVD # 7 ## Prealarm OFF"});
 }
 
-TEST_F(status_messages, not_connected_needs_all_of_its_bits_and_comes_before_the_test_signal) {
+TEST_F(StatusMessages, NotConnectedNeedsAllOfItsBitsAndComesBeforeTheTestSignal) {
     const written both = take({.error = 0x0063});
     EXPECT_EQ(both.box, std::string(box_clock) + " KVD Engine 1 ## Not connected\r\n" +
                             std::string(box_clock) + " KVD Engine 1 ## Test signal Error\r\n");
@@ -162,7 +162,7 @@ TEST_F(status_messages, not_connected_needs_all_of_its_bits_and_comes_before_the
                                   std::string(file_clock) + "KVD Engine 1 ## Test signal Error"}));
 }
 
-TEST_F(status_messages, three_of_the_four_bits_are_not_not_connected) {
+TEST_F(StatusMessages, ThreeOfTheFourBitsAreNotNotConnected) {
     EXPECT_EQ(take({.error = 0x0023}), wanted(engine(" ## Test signal Error", "KVD TESTSIGNAL Error")));
     EXPECT_EQ(take({.error = 0x0043}), written{});
     EXPECT_EQ(take({.error = 0x0061}), wanted(engine(" ## Test signal Error", "KVD TESTSIGNAL Error")));
@@ -173,16 +173,16 @@ TEST_F(status_messages, three_of_the_four_bits_are_not_not_connected) {
     EXPECT_FALSE(record(0).lat_not_connected);
 }
 
-TEST_F(status_messages, bits_without_a_row_write_nothing) {
+TEST_F(StatusMessages, BitsWithoutARowWriteNothing) {
     EXPECT_EQ(take({.alarm = 0x1E10, .error = 0x0F80, .mode = 1, .inhibit_left = 9, .ext = 0xFF}), written{});
 }
 
-TEST_F(status_messages, alarms_come_in_the_order_of_the_rows_not_of_the_bits) {
+TEST_F(StatusMessages, AlarmsComeInTheOrderOfTheRowsNotOfTheBits) {
     take({.alarm = 0x8000 | 0x2000 | 0x0002});
     EXPECT_EQ(box_events(), (lines{" ## Overspeed Alarm ON", " ## Main Alarm DC ON", " ## Main Alarm ON"}));
 }
 
-TEST_F(status_messages, everything_at_once_keeps_the_order_on_and_off) {
+TEST_F(StatusMessages, EverythingAtOnceKeepsTheOrderOnAndOff) {
     take({.alarm = 0xE10F, .error = 0xF07F, .inhibit_on = 1});
     EXPECT_EQ(box_events(),
               (lines{" ## Memory Overflow", " ## CRC Error", " ## Memory Timeout", " ## Memory Error",
@@ -199,7 +199,7 @@ TEST_F(status_messages, everything_at_once_keeps_the_order_on_and_off) {
                                    " ## Prealarm OFF", " ## Alarm Inhibit OFF"}));
 }
 
-TEST_F(status_messages, each_event_goes_to_the_box_then_the_log_then_the_event_file) {
+TEST_F(StatusMessages, EachEventGoesToTheBoxThenTheLogThenTheEventFile) {
     std::vector<std::pair<std::string, std::size_t>> order;
     const auto seen = [&](const char* what) {
         order.emplace_back(what, indicators.Text_status.text().size());
@@ -211,33 +211,33 @@ TEST_F(status_messages, each_event_goes_to_the_box_then_the_log_then_the_event_f
     EXPECT_EQ(order, (std::vector<std::pair<std::string, std::size_t>>{{"log", whole}, {"file", whole}}));
 }
 
-TEST_F(status_messages, box_and_event_file_read_the_clock_for_themselves) {
+TEST_F(StatusMessages, BoxAndEventFileReadTheClockForThemselves) {
     calls.log_comment = [](i16, std::string_view) { simulation::set_local({2026, 12, 31, 23, 59, 59}); };
     EXPECT_EQ(take({.alarm = 0x2000}).events,
               lines{"12-31-2026;23:59:59;KVD Engine 1 ## Overspeed Alarm ON"});
     EXPECT_EQ(box(), std::string(box_clock) + " KVD Engine 1 ## Overspeed Alarm ON\r\n");
 }
 
-TEST_F(status_messages, clock_texts_have_leading_zeros) {
+TEST_F(StatusMessages, ClockTextsHaveLeadingZeros) {
     simulation::set_local({2026, 1, 3, 4, 5, 6});
     const written line = take({.error = 0x4000});
     EXPECT_EQ(line.box, "01-03-2026 04:05:06 Evaluator Engine 1 ## CRC Error\r\n");
     EXPECT_EQ(line.events, lines{"01-03-2026;04:05:06;Evaluator Engine 1 CRC Error"});
 }
 
-class inhibit_value : public status_messages, public testing::WithParamInterface<i32> {};
+class InhibitValue : public StatusMessages, public testing::WithParamInterface<i32> {};
 
-TEST_P(inhibit_value, other_than_1_counts_as_off) {
+TEST_P(InhibitValue, OtherThan1CountsAsOff) {
     EXPECT_EQ(take({.inhibit_on = GetParam()}), written{});
     take({.inhibit_on = 1});
     EXPECT_EQ(take({.inhibit_on = GetParam()}),
               wanted(engine(" ## Alarm Inhibit OFF", "KVD Alarm Inhibit OFF")));
 }
 
-INSTANTIATE_TEST_SUITE_P(values, inhibit_value, testing::Values(0, 2, 3, 0x0101, 0xFFFF),
+INSTANTIATE_TEST_SUITE_P(values, InhibitValue, testing::Values(0, 2, 3, 0x0101, 0xFFFF),
                          [](const auto& info) { return "value_" + std::to_string(info.param); });
 
-TEST_F(status_messages, channels_have_their_own_latches) {
+TEST_F(StatusMessages, ChannelsHaveTheirOwnLatches) {
     dispatch(status({.alarm = 0x8000}), 0);
     dispatch(status({.alarm = 0x8000}), 1);
     EXPECT_EQ(told("log_comment"), (lines{"1 KVD Main ALARM ON", "2 KVD Main ALARM ON"}));
@@ -246,7 +246,7 @@ TEST_F(status_messages, channels_have_their_own_latches) {
     EXPECT_TRUE(record(0).lat_main_alarm);
 }
 
-TEST_F(status_messages, a_location_is_written_as_it_stands) {
+TEST_F(StatusMessages, ALocationIsWrittenAsItStands) {
     record(0).location = " a;b M\xFChle ";
     EXPECT_EQ(take({.alarm = 0x2000}).events,
               lines{std::string(file_clock) + "KVD  a;b M\xFChle  ## Overspeed Alarm ON"});

@@ -12,7 +12,7 @@
 namespace tyxo::link_testing {
 namespace {
 
-class supervision : public link_world {
+class Supervision : public link_world {
   protected:
     /// Starts the channels and forgets what was written about it.
     void start(std::initializer_list<i16> channels_to_start) {
@@ -52,7 +52,7 @@ class supervision : public link_world {
     }
 };
 
-TEST_F(supervision, fires_after_3000_ms_of_silence_and_not_before) {
+TEST_F(Supervision, FiresAfter3000MsOfSilenceAndNotBefore) {
     start({0});
     show_values(0);
     simulation::advance(2999);
@@ -64,7 +64,7 @@ TEST_F(supervision, fires_after_3000_ms_of_silence_and_not_before) {
     EXPECT_EQ(indicators.StatusBar, "Sensor 1 not connected");
 }
 
-TEST_F(supervision, nine_seconds_of_silence_fire_three_times_and_write_one_line) {
+TEST_F(Supervision, NineSecondsOfSilenceFireThreeTimesAndWriteOneLine) {
     start({0});
     for (const int firing : {1, 2, 3}) {
         show_values(0);
@@ -79,7 +79,7 @@ TEST_F(supervision, nine_seconds_of_silence_fire_three_times_and_write_one_line)
     EXPECT_EQ(told("event_line"), lines{"07-02-2026;13:05:12;Evaluator 1 not connected"});
 }
 
-TEST_F(supervision, the_steps_of_a_firing_keep_their_order) {
+TEST_F(Supervision, TheStepsOfAFiringKeepTheirOrder) {
     record(1).status_alarm = 0x00A0;
     show_values(1);
     std::vector<std::string> order;
@@ -97,7 +97,7 @@ TEST_F(supervision, the_steps_of_a_firing_keep_their_order) {
     EXPECT_TRUE(record(1).status_alarm == 0x00A0);
 }
 
-TEST_F(supervision, a_timeout_leaves_alarms_latched) {
+TEST_F(Supervision, ATimeoutLeavesAlarmsLatched) {
     start({0});
     receive(status({.alarm = 0x8000}));
     simulation::advance(3000);
@@ -107,7 +107,7 @@ TEST_F(supervision, a_timeout_leaves_alarms_latched) {
     EXPECT_EQ(std::ranges::count(said, "log_comment 1 KVD Main ALARM ON"), 0);
 }
 
-TEST_F(supervision, every_complete_frame_starts_the_3000_ms_anew) {
+TEST_F(Supervision, EveryCompleteFrameStartsThe3000MsAnew) {
     start({0});
     for (int count = 0; count < 5; ++count) {
         simulation::advance(2999);
@@ -118,7 +118,7 @@ TEST_F(supervision, every_complete_frame_starts_the_3000_ms_anew) {
     EXPECT_EQ(firings(0), 1);
 }
 
-TEST_F(supervision, frames_with_a_wrong_check_keep_the_link_alive_and_store_nothing) {
+TEST_F(Supervision, FramesWithAWrongCheckKeepTheLinkAliveAndStoreNothing) {
     start({0});
     for (int count = 0; count < 5; ++count) {
         simulation::advance(2000);
@@ -130,7 +130,7 @@ TEST_F(supervision, frames_with_a_wrong_check_keep_the_link_alive_and_store_noth
     EXPECT_EQ(debug().size(), 5U);
 }
 
-TEST_F(supervision, frames_that_all_fail_to_decode_keep_the_link_alive) {
+TEST_F(Supervision, FramesThatAllFailToDecodeKeepTheLinkAlive) {
     start({0});
     for (int count = 0; count < 5; ++count) {
         simulation::advance(2000);
@@ -145,7 +145,7 @@ TEST_F(supervision, frames_that_all_fail_to_decode_keep_the_link_alive) {
     EXPECT_EQ(firings(0), 1);
 }
 
-TEST_F(supervision, an_open_frame_does_not_keep_the_link_alive) {
+TEST_F(Supervision, AnOpenFrameDoesNotKeepTheLinkAlive) {
     start({0});
     simulation::advance(2000);
     receive(":01");
@@ -153,7 +153,7 @@ TEST_F(supervision, an_open_frame_does_not_keep_the_link_alive) {
     EXPECT_EQ(firings(0), 1);
 }
 
-TEST_F(supervision, bytes_after_a_timeout_announce_the_link_once) {
+TEST_F(Supervision, BytesAfterATimeoutAnnounceTheLinkOnce) {
     start({0});
     simulation::advance(3000);
     said.clear();
@@ -167,14 +167,14 @@ TEST_F(supervision, bytes_after_a_timeout_announce_the_link_once) {
     EXPECT_EQ(told("log_comment").size(), 1U);
 }
 
-TEST_F(supervision, a_link_that_answers_at_once_is_not_announced) {
+TEST_F(Supervision, ALinkThatAnswersAtOnceIsNotAnnounced) {
     start({0});
     receive(status({}));
     EXPECT_EQ(box(), "");
     EXPECT_TRUE(said.empty());
 }
 
-TEST_F(supervision, the_status_machine_runs_at_the_return) {
+TEST_F(Supervision, TheStatusMachineRunsAtTheReturn) {
     start({0});
     receive(status({.alarm = 0x0020}));
     simulation::advance(3000);
@@ -183,7 +183,7 @@ TEST_F(supervision, the_status_machine_runs_at_the_return) {
     EXPECT_TRUE(indicators.LED_Rdy[0].Active);
 }
 
-TEST_F(supervision, the_return_is_announced_behind_the_bytes_of_its_event) {
+TEST_F(Supervision, TheReturnIsAnnouncedBehindTheBytesOfItsEvent) {
     start({0});
     simulation::advance(3000);
     said.clear();
@@ -192,7 +192,7 @@ TEST_F(supervision, the_return_is_announced_behind_the_bytes_of_its_event) {
                            "event_line 07-02-2026;13:05:12;Evaluator 1 connected"}));
 }
 
-TEST_F(supervision, a_status_frame_as_first_sign_says_not_connected_once_more) {
+TEST_F(Supervision, AStatusFrameAsFirstSignSaysNotConnectedOnceMore) {
     start({0});
     simulation::advance(3000);
     said.clear();
@@ -202,7 +202,7 @@ TEST_F(supervision, a_status_frame_as_first_sign_says_not_connected_once_more) {
                                          "07-02-2026;13:05:12;Evaluator 1 connected"}));
 }
 
-TEST_F(supervision, the_return_is_announced_when_a_frame_fails) {
+TEST_F(Supervision, TheReturnIsAnnouncedWhenAFrameFails) {
     start({0});
     simulation::advance(3000);
     receive(closed(":01XXXX"));
@@ -210,7 +210,7 @@ TEST_F(supervision, the_return_is_announced_when_a_frame_fails) {
     EXPECT_EQ(debug(), lines{"mscomm: Type mismatch"});
 }
 
-TEST_F(supervision, the_return_is_announced_when_the_read_fails) {
+TEST_F(Supervision, TheReturnIsAnnouncedWhenTheReadFails) {
     start({0});
     simulation::advance(3000);
     simulation::world().ports[11].refuses_input = true;
@@ -219,7 +219,7 @@ TEST_F(supervision, the_return_is_announced_when_the_read_fails) {
     EXPECT_EQ(debug(), lines{"mscomm: Device unavailable"});
 }
 
-TEST_F(supervision, the_description_of_the_last_failure_is_reported) {
+TEST_F(Supervision, TheDescriptionOfTheLastFailureIsReported) {
     start({0});
     simulation::advance(3000);
     calls.event_line = [](std::string_view) { failures::overflow(); };
@@ -228,7 +228,7 @@ TEST_F(supervision, the_description_of_the_last_failure_is_reported) {
     EXPECT_TRUE(record(0).connected);
 }
 
-TEST_F(supervision, a_line_of_noise_says_connected_and_not_connected_in_turn) {
+TEST_F(Supervision, ALineOfNoiseSaysConnectedAndNotConnectedInTurn) {
     start({0});
     for (int count = 0; count < 70; ++count) {
         receive("noise");
@@ -239,7 +239,7 @@ TEST_F(supervision, a_line_of_noise_says_connected_and_not_connected_in_turn) {
     EXPECT_EQ(firings(0), 2);
 }
 
-TEST_F(supervision, a_good_frame_of_another_channel_empties_the_status_bar) {
+TEST_F(Supervision, AGoodFrameOfAnotherChannelEmptiesTheStatusBar) {
     start({0, 1});
     for (int round = 0; round < 3; ++round) {
         simulation::advance(1500);
@@ -256,7 +256,7 @@ TEST_F(supervision, a_good_frame_of_another_channel_empties_the_status_bar) {
     EXPECT_EQ(firings(1), 3);
 }
 
-TEST_F(supervision, a_stopped_channel_fires_no_watchdog) {
+TEST_F(Supervision, AStoppedChannelFiresNoWatchdog) {
     start({0, 1});
     simulation::advance(1000);
     stop_log_ch(0);
@@ -267,7 +267,7 @@ TEST_F(supervision, a_stopped_channel_fires_no_watchdog) {
     EXPECT_TRUE(record(0).connected);
 }
 
-TEST_F(supervision, a_lost_link_keeps_its_state_over_stop_and_start) {
+TEST_F(Supervision, ALostLinkKeepsItsStateOverStopAndStart) {
     start({0});
     simulation::advance(3000);
     stop_log_ch(0);
@@ -279,7 +279,7 @@ TEST_F(supervision, a_lost_link_keeps_its_state_over_stop_and_start) {
     EXPECT_EQ(told("log_comment"), lines{"1 Evaluator connected"});
 }
 
-TEST_F(supervision, channels_lose_their_links_for_themselves) {
+TEST_F(Supervision, ChannelsLoseTheirLinksForThemselves) {
     start({0, 1, 2, 3});
     simulation::advance(1000);
     receive(measured({}), 2);
@@ -292,7 +292,7 @@ TEST_F(supervision, channels_lose_their_links_for_themselves) {
     EXPECT_FALSE(record(2).connected);
 }
 
-TEST_F(supervision, a_channel_that_does_not_exist_is_a_failure) {
+TEST_F(Supervision, AChannelThatDoesNotExistIsAFailure) {
     for (const i16 channel : {i16{-1}, channel_count}) {
         EXPECT_THROW(sensor::link_timed_out(channel), failure);
         EXPECT_THROW(sensor::link_returned(channel), failure);
@@ -302,7 +302,7 @@ TEST_F(supervision, a_channel_that_does_not_exist_is_a_failure) {
     }
 }
 
-TEST_F(supervision, chart_timer_ticks_at_the_display_period) {
+TEST_F(Supervision, ChartTimerTicksAtTheDisplayPeriod) {
     sensor::upd_periode = 500;
     funct::chart_timer_start();
     EXPECT_TRUE(sensor::chart_timer_on);
@@ -313,7 +313,7 @@ TEST_F(supervision, chart_timer_ticks_at_the_display_period) {
     EXPECT_FALSE(mainfrm::Timer_chart_upd.Enabled());
 }
 
-TEST_F(supervision, watchdog_timer_has_its_3000_ms_and_leaves_the_others_alone) {
+TEST_F(Supervision, WatchdogTimerHasIts3000MsAndLeavesTheOthersAlone) {
     funct::timeout_timer_start(1);
     EXPECT_EQ(mainfrm::Timer_timeout[1].Interval(), 3000);
     EXPECT_TRUE(mainfrm::Timer_timeout[1].Enabled());

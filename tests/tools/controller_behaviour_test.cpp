@@ -10,7 +10,7 @@ namespace {
 
 const std::string right = bytes({0, 0, 0, 0, 0, 6, 1, 16, 0, 5, 0, 1});
 
-class controller_behaviour : public testing::Test {
+class ControllerBehaviour : public testing::Test {
   protected:
     std::vector<Piece> answer(Manner manner, int value = 0) {
         std::vector<Piece> pieces;
@@ -22,7 +22,7 @@ class controller_behaviour : public testing::Test {
     Outcome outcome = Outcome::refused;
 };
 
-TEST_F(controller_behaviour, normal_is_the_answer_at_once) {
+TEST_F(ControllerBehaviour, NormalIsTheAnswerAtOnce) {
     const auto pieces = answer(Manner::normal);
     ASSERT_EQ(pieces.size(), 1U);
     EXPECT_EQ(pieces[0].bytes, right);
@@ -30,20 +30,20 @@ TEST_F(controller_behaviour, normal_is_the_answer_at_once) {
     EXPECT_EQ(image[5], 77);
 }
 
-TEST_F(controller_behaviour, silent_writes_and_says_nothing) {
+TEST_F(ControllerBehaviour, SilentWritesAndSaysNothing) {
     EXPECT_TRUE(answer(Manner::silent).empty());
     EXPECT_EQ(image[5], 77);
     EXPECT_EQ(outcome, Outcome::written);
 }
 
-TEST_F(controller_behaviour, late_is_the_answer_after_its_milliseconds) {
+TEST_F(ControllerBehaviour, LateIsTheAnswerAfterItsMilliseconds) {
     const auto pieces = answer(Manner::late, 90);
     ASSERT_EQ(pieces.size(), 1U);
     EXPECT_EQ(pieces[0].bytes, right);
     EXPECT_DOUBLE_EQ(pieces[0].delay, 0.09);
 }
 
-TEST_F(controller_behaviour, exception_writes_nothing) {
+TEST_F(ControllerBehaviour, ExceptionWritesNothing) {
     const auto pieces = answer(Manner::exception, 4);
     ASSERT_EQ(pieces.size(), 1U);
     EXPECT_EQ(pieces[0].bytes, bytes({0, 0, 0, 0, 0, 3, 1, 144, 4}));
@@ -51,7 +51,7 @@ TEST_F(controller_behaviour, exception_writes_nothing) {
     EXPECT_EQ(outcome, Outcome::refused);
 }
 
-TEST_F(controller_behaviour, split_gives_two_pieces_with_a_gap) {
+TEST_F(ControllerBehaviour, SplitGivesTwoPiecesWithAGap) {
     const auto pieces = answer(Manner::split, 5);
     ASSERT_EQ(pieces.size(), 2U);
     EXPECT_EQ(pieces[0].bytes, right.substr(0, 5));
@@ -60,7 +60,7 @@ TEST_F(controller_behaviour, split_gives_two_pieces_with_a_gap) {
     EXPECT_GT(pieces[1].delay, 0);
 }
 
-TEST_F(controller_behaviour, split_behind_the_end_is_one_piece) {
+TEST_F(ControllerBehaviour, SplitBehindTheEndIsOnePiece) {
     for (const int first : {12, 13, 259}) {
         const auto pieces = answer(Manner::split, first);
         ASSERT_EQ(pieces.size(), 1U);
@@ -68,7 +68,7 @@ TEST_F(controller_behaviour, split_behind_the_end_is_one_piece) {
     }
 }
 
-TEST_F(controller_behaviour, bytewise_gives_every_byte_its_own_piece) {
+TEST_F(ControllerBehaviour, BytewiseGivesEveryByteItsOwnPiece) {
     const auto pieces = answer(Manner::bytewise);
     ASSERT_EQ(pieces.size(), right.size());
     std::string all;
@@ -80,20 +80,20 @@ TEST_F(controller_behaviour, bytewise_gives_every_byte_its_own_piece) {
     EXPECT_EQ(all, right);
 }
 
-TEST_F(controller_behaviour, too_much_begins_with_the_answer) {
+TEST_F(ControllerBehaviour, TooMuchBeginsWithTheAnswer) {
     const auto pieces = answer(Manner::too_much);
     ASSERT_EQ(pieces.size(), 1U);
     EXPECT_EQ(pieces[0].bytes, right + std::string(300 - right.size(), '\0'));
 }
 
-TEST_F(controller_behaviour, wrong_function_answers_a_write_as_a_read_and_the_other_way_round) {
+TEST_F(ControllerBehaviour, WrongFunctionAnswersAWriteAsAReadAndTheOtherWayRound) {
     EXPECT_EQ(answer(Manner::wrong_function).at(0).bytes[7], 3);
     std::vector<Piece> pieces;
     answer_to(read_frame(5, 1), image, {Manner::wrong_function, 0}, chance, pieces);
     EXPECT_EQ(pieces.at(0).bytes, bytes({0, 0, 0, 0, 0, 5, 1, 16, 2, 0, 77}));
 }
 
-TEST_F(controller_behaviour, garbage_has_the_size_of_the_answer) {
+TEST_F(ControllerBehaviour, GarbageHasTheSizeOfTheAnswer) {
     const auto pieces = answer(Manner::garbage);
     ASSERT_EQ(pieces.size(), 1U);
     EXPECT_EQ(pieces[0].bytes.size(), right.size());

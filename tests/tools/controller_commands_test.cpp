@@ -11,20 +11,20 @@
 namespace tyxo::controller_sim {
 namespace {
 
-class controller_commands : public testing::Test {
+class ControllerCommands : public testing::Test {
   protected:
     void give(const std::string& line) { carry_out(*parse_command(line), session); }
     std::vector<std::string> said;
     Session session{0, 1000, [this](const std::string& line) { said.push_back(line); }};
 };
 
-TEST_F(controller_commands, the_port_is_told_first) {
+TEST_F(ControllerCommands, ThePortIsToldFirst) {
     EXPECT_EQ(said.at(0), "listening on port " + std::to_string(session.server().port()));
     EXPECT_GE(session.server().port(), lowest_free_port);
     EXPECT_LE(session.server().port(), highest_free_port);
 }
 
-TEST_F(controller_commands, every_command_is_understood_and_told) {
+TEST_F(ControllerCommands, EveryCommandIsUnderstoodAndTold) {
     for (const char* line : {"normal", "silent", "late 90", "exception 4", "split 5", "bytewise", "too-much",
                              "wrong-function", "garbage", "close", "refuse", "normal", "quit"}) {
         give(std::string("  ") + line + " ");
@@ -33,7 +33,7 @@ TEST_F(controller_commands, every_command_is_understood_and_told) {
     EXPECT_TRUE(session.ended());
 }
 
-TEST_F(controller_commands, refuse_ends_listening_and_normal_begins_it_anew_on_the_same_port) {
+TEST_F(ControllerCommands, RefuseEndsListeningAndNormalBeginsItAnewOnTheSamePort) {
     const int port = session.server().port();
     give("refuse");
     EXPECT_FALSE(session.server().listening());
@@ -44,14 +44,14 @@ TEST_F(controller_commands, refuse_ends_listening_and_normal_begins_it_anew_on_t
     EXPECT_EQ(session.server().port(), port);
 }
 
-TEST_F(controller_commands, a_port_that_is_taken_meanwhile_is_told) {
+TEST_F(ControllerCommands, APortThatIsTakenMeanwhileIsTold) {
     give("refuse");
     const Server other(session.server().port(), {[](const Answer&) {}, [](const std::string&) {}});
     give("normal");
     EXPECT_TRUE(said.back().starts_with("error: normal: cannot listen on port ")) << said.back();
 }
 
-TEST_F(controller_commands, a_report_without_a_frame_has_zeros) {
+TEST_F(ControllerCommands, AReportWithoutAFrameHasZeros) {
     said.clear();
     give("report");
     const std::vector<std::string> expected = {
@@ -61,7 +61,7 @@ TEST_F(controller_commands, a_report_without_a_frame_has_zeros) {
     EXPECT_EQ(said, expected);
 }
 
-TEST_F(controller_commands, what_cannot_be_understood_is_refused_with_its_reason) {
+TEST_F(ControllerCommands, WhatCannotBeUnderstoodIsRefusedWithItsReason) {
     const std::pair<const char*, const char*> lines[] = {
         {"dance", "unknown command 'dance'"},
         {"late", "late: a number is missing"},
@@ -86,12 +86,12 @@ TEST_F(controller_commands, what_cannot_be_understood_is_refused_with_its_reason
     }
 }
 
-TEST_F(controller_commands, comments_and_empty_lines_are_nothing) {
+TEST_F(ControllerCommands, CommentsAndEmptyLinesAreNothing) {
     for (const char* line : {"", "  ", "# late 5", "\r"})
         EXPECT_FALSE(parse_command(line));
 }
 
-TEST_F(controller_commands, a_scenario_is_in_the_order_of_its_times) {
+TEST_F(ControllerCommands, AScenarioIsInTheOrderOfItsTimes) {
     std::istringstream text("at 5 silent\nat 2.5 late 7\n# nothing\nnormal\nat 5 normal\n");
     const auto commands = read_scenario(text);
     ASSERT_EQ(commands.size(), 4U);
@@ -104,7 +104,7 @@ TEST_F(controller_commands, a_scenario_is_in_the_order_of_its_times) {
     EXPECT_EQ(said.back(), "at 2.5 late 7");
 }
 
-TEST_F(controller_commands, a_mistake_in_a_scenario_has_its_line) {
+TEST_F(ControllerCommands, AMistakeInAScenarioHasItsLine) {
     std::istringstream text("normal\n\nlate\n");
     try {
         read_scenario(text);
@@ -114,13 +114,13 @@ TEST_F(controller_commands, a_mistake_in_a_scenario_has_its_line) {
     }
 }
 
-TEST_F(controller_commands, the_scenario_that_comes_with_it_is_sound) {
+TEST_F(ControllerCommands, TheScenarioThatComesWithItIsSound) {
     std::ifstream file(CONTROLLER_SCENARIOS "/bad-day.txt");
     ASSERT_TRUE(file);
     EXPECT_GT(read_scenario(file).size(), 5U);
 }
 
-TEST_F(controller_commands, the_help_names_every_command) {
+TEST_F(ControllerCommands, TheHelpNamesEveryCommand) {
     const std::string help = command_help();
     for (const char* name : {"normal", "silent", "late MS", "exception CODE", "split N", "bytewise",
                              "too-much", "wrong-function", "garbage", "close", "refuse", "report", "quit"})

@@ -10,13 +10,13 @@
 namespace tyxo::controller_sim {
 namespace {
 
-class controller_protocol : public testing::Test {
+class ControllerProtocol : public testing::Test {
   protected:
     std::string answer(const std::string& frame) { return serve(frame, image).bytes; }
     Image image = Image(registers);
 };
 
-TEST_F(controller_protocol, a_write_is_stored_and_echoes_address_and_count) {
+TEST_F(ControllerProtocol, AWriteIsStoredAndEchoesAddressAndCount) {
     const Answer result = serve(write_frame(1230, {1, 0xFFFF, 0x8000}), image);
     EXPECT_EQ(result.bytes, bytes({0, 0, 0, 0, 0, 6, 1, 16, 4, 206, 0, 3}));
     EXPECT_EQ(result.outcome, Outcome::written);
@@ -28,14 +28,14 @@ TEST_F(controller_protocol, a_write_is_stored_and_echoes_address_and_count) {
     EXPECT_EQ(image[1229] + image[1233], 0);
 }
 
-TEST_F(controller_protocol, a_read_answers_with_what_was_written) {
+TEST_F(ControllerProtocol, AReadAnswersWithWhatWasWritten) {
     serve(write_frame(65534, {0x1234, 0xABCD}), image);
     const Answer result = serve(read_frame(65534, 2), image);
     EXPECT_EQ(result.bytes, bytes({0, 0, 0, 0, 0, 7, 1, 3, 4, 0x12, 0x34, 0xAB, 0xCD}));
     EXPECT_EQ(result.outcome, Outcome::read);
 }
 
-TEST_F(controller_protocol, transaction_and_unit_identifiers_are_echoed) {
+TEST_F(ControllerProtocol, TransactionAndUnitIdentifiersAreEchoed) {
     std::string frame = read_frame(0, 1);
     frame[0] = 7;
     frame[1] = 9;
@@ -45,7 +45,7 @@ TEST_F(controller_protocol, transaction_and_unit_identifiers_are_echoed) {
     EXPECT_EQ(echoed[6], 17);
 }
 
-TEST_F(controller_protocol, the_largest_write_and_read_are_carried_out) {
+TEST_F(ControllerProtocol, TheLargestWriteAndReadAreCarriedOut) {
     std::vector<unsigned> values(123);
     for (unsigned i = 0; i < 123; ++i)
         values[i] = 1000 + i;
@@ -56,7 +56,7 @@ TEST_F(controller_protocol, the_largest_write_and_read_are_carried_out) {
     EXPECT_EQ(answer(read_frame(0, 125)).size(), 259U);
 }
 
-TEST_F(controller_protocol, what_cannot_be_done_is_refused_with_its_exception_and_changes_nothing) {
+TEST_F(ControllerProtocol, WhatCannotBeDoneIsRefusedWithItsExceptionAndChangesNothing) {
     std::string wrong_size = write_frame(0, {5, 6});
     wrong_size[12] = 3;
     struct Case {
@@ -86,7 +86,7 @@ TEST_F(controller_protocol, what_cannot_be_done_is_refused_with_its_exception_an
     EXPECT_EQ(image, Image(registers));
 }
 
-TEST_F(controller_protocol, a_frame_is_taken_when_its_last_byte_is_there) {
+TEST_F(ControllerProtocol, AFrameIsTakenWhenItsLastByteIsThere) {
     const std::string frame = write_frame(3, {4, 5});
     std::string stream;
     for (std::size_t i = 0; i + 1 < frame.size(); ++i) {
@@ -100,7 +100,7 @@ TEST_F(controller_protocol, a_frame_is_taken_when_its_last_byte_is_there) {
     EXPECT_EQ(stream, "\x01");
 }
 
-TEST_F(controller_protocol, a_stream_without_sense_is_broken) {
+TEST_F(ControllerProtocol, AStreamWithoutSenseIsBroken) {
     for (const auto& header :
          {bytes({0, 0, 0, 1, 0, 6}), bytes({0, 0, 0, 0, 0, 1}), bytes({0, 0, 0, 0, 0, 0}),
           bytes({0, 0, 0, 0, 0, 255}), bytes({0, 0, 0, 0, 255, 255})}) {
@@ -111,7 +111,7 @@ TEST_F(controller_protocol, a_stream_without_sense_is_broken) {
     EXPECT_EQ(take_frame(longest)->size(), longest_frame);
 }
 
-TEST_F(controller_protocol, random_frames_are_answered_or_refused_without_harm) {
+TEST_F(ControllerProtocol, RandomFramesAreAnsweredOrRefusedWithoutHarm) {
     std::mt19937 chance(2026);
     for (int round = 0; round < 20000; ++round) {
         std::string body(1 + chance() % 253, '\0');

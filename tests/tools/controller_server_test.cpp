@@ -39,7 +39,7 @@ struct Client {
     bool ended = false;
 };
 
-class controller_server : public testing::Test {
+class ControllerServer : public testing::Test {
   protected:
     /// Serves until something for the client has arrived, at most a second.
     std::string exchange(Client& client, const std::string& request) {
@@ -58,14 +58,14 @@ class controller_server : public testing::Test {
     const std::string right = bytes({0, 0, 0, 0, 0, 6, 1, 16, 0, 5, 0, 1});
 };
 
-TEST_F(controller_server, a_write_and_a_read_over_a_connection) {
+TEST_F(ControllerServer, AWriteAndAReadOverAConnection) {
     Client client(port());
     EXPECT_EQ(exchange(client, write_frame(5, {77})), right);
     EXPECT_EQ(exchange(client, read_frame(5, 1)), bytes({0, 0, 0, 0, 0, 5, 1, 3, 2, 0, 77}));
     EXPECT_EQ(said.back(), "connection 1 opened");
 }
 
-TEST_F(controller_server, frames_are_counted_by_block_and_channel) {
+TEST_F(ControllerServer, FramesAreCountedByBlockAndChannel) {
     Client client(port());
     exchange(client, write_frame(1000, std::vector<unsigned>(6, 1)));
     exchange(client, write_frame(1226, std::vector<unsigned>(3, 3)));
@@ -82,7 +82,7 @@ TEST_F(controller_server, frames_are_counted_by_block_and_channel) {
         EXPECT_NE(std::find(said.begin(), said.end(), line), said.end()) << line;
 }
 
-TEST_F(controller_server, a_request_in_single_bytes_and_two_in_one_piece_are_answered) {
+TEST_F(ControllerServer, ARequestInSingleBytesAndTwoInOnePieceAreAnswered) {
     Client client(port());
     const std::string frame = write_frame(5, {77});
     for (const char byte : frame.substr(0, frame.size() - 1))
@@ -93,7 +93,7 @@ TEST_F(controller_server, a_request_in_single_bytes_and_two_in_one_piece_are_ans
     EXPECT_EQ(both, right + right);
 }
 
-TEST_F(controller_server, a_late_answer_keeps_its_time) {
+TEST_F(ControllerServer, ALateAnswerKeepsItsTime) {
     using clock = std::chrono::steady_clock;
     session.server().behave({Manner::late, 60});
     Client client(port());
@@ -103,14 +103,14 @@ TEST_F(controller_server, a_late_answer_keeps_its_time) {
     EXPECT_LT(clock::now() - begin, std::chrono::milliseconds(500));
 }
 
-TEST_F(controller_server, a_split_answer_arrives_in_two_pieces) {
+TEST_F(ControllerServer, ASplitAnswerArrivesInTwoPieces) {
     session.server().behave({Manner::split, 5});
     Client client(port());
     EXPECT_EQ(exchange(client, write_frame(5, {77})), right.substr(0, 5));
     EXPECT_EQ(exchange(client, ""), right.substr(5));
 }
 
-TEST_F(controller_server, a_silent_server_keeps_the_connection) {
+TEST_F(ControllerServer, ASilentServerKeepsTheConnection) {
     session.server().behave({Manner::silent, 0});
     Client client(port());
     client.send(write_frame(5, {77}));
@@ -121,7 +121,7 @@ TEST_F(controller_server, a_silent_server_keeps_the_connection) {
     EXPECT_EQ(session.server().image()[5], 77);
 }
 
-TEST_F(controller_server, close_ends_every_connection_and_new_ones_come_in) {
+TEST_F(ControllerServer, CloseEndsEveryConnectionAndNewOnesComeIn) {
     Client one(port());
     Client other(port());
     session.server().serve(0.01);
@@ -134,7 +134,7 @@ TEST_F(controller_server, close_ends_every_connection_and_new_ones_come_in) {
     EXPECT_EQ(exchange(third, write_frame(5, {77})), right);
 }
 
-TEST_F(controller_server, a_closed_port_refuses_while_open_connections_go_on) {
+TEST_F(ControllerServer, AClosedPortRefusesWhileOpenConnectionsGoOn) {
     Client before(port());
     session.server().serve(0.01);
     session.server().stop_listening();
@@ -144,7 +144,7 @@ TEST_F(controller_server, a_closed_port_refuses_while_open_connections_go_on) {
     EXPECT_TRUE(Client(port()).connected);
 }
 
-TEST_F(controller_server, a_stream_without_sense_ends_its_connection_only) {
+TEST_F(ControllerServer, AStreamWithoutSenseEndsItsConnectionOnly) {
     Client good(port());
     Client bad(port());
     EXPECT_EQ(exchange(bad, bytes({0, 0, 0, 0, 255, 255, 1, 16})), "");
@@ -153,7 +153,7 @@ TEST_F(controller_server, a_stream_without_sense_ends_its_connection_only) {
     EXPECT_NE(std::find(said.begin(), said.end(), "connection 2 sent an impossible length"), said.end());
 }
 
-TEST_F(controller_server, random_bytes_on_many_connections_are_survived) {
+TEST_F(ControllerServer, RandomBytesOnManyConnectionsAreSurvived) {
     std::mt19937 chance(7);
     for (int round = 0; round < 300; ++round) {
         Client client(port());
@@ -172,7 +172,7 @@ TEST_F(controller_server, random_bytes_on_many_connections_are_survived) {
     EXPECT_EQ(exchange(client, write_frame(5, {77})), right);
 }
 
-TEST_F(controller_server, connections_beyond_the_limit_are_turned_away) {
+TEST_F(ControllerServer, ConnectionsBeyondTheLimitAreTurnedAway) {
     std::vector<std::unique_ptr<Client>> clients;
     for (std::size_t i = 0; i < most_connections + 5; ++i) {
         clients.push_back(std::make_unique<Client>(port()));
@@ -184,7 +184,7 @@ TEST_F(controller_server, connections_beyond_the_limit_are_turned_away) {
     EXPECT_EQ(exchange(*clients.front(), write_frame(5, {77})), right);
 }
 
-TEST_F(controller_server, a_client_that_never_reads_is_closed) {
+TEST_F(ControllerServer, AClientThatNeverReadsIsClosed) {
     Client client(port());
     std::string many;
     for (int i = 0; i < 300; ++i)
@@ -197,7 +197,7 @@ TEST_F(controller_server, a_client_that_never_reads_is_closed) {
     FAIL() << "it is served without end";
 }
 
-TEST_F(controller_server, a_client_that_reads_late_gets_every_byte) {
+TEST_F(ControllerServer, AClientThatReadsLateGetsEveryByte) {
     constexpr int requests = 2700; // 700 kB of answers, more than fits on the way at once
     Client client(port());
     exchange(client, write_frame(0, {0x1122, 0x3344, 0x5566}));
@@ -216,7 +216,7 @@ TEST_F(controller_server, a_client_that_reads_late_gets_every_byte) {
         ASSERT_EQ(all.compare(i * one.size(), one.size(), one), 0) << i;
 }
 
-TEST_F(controller_server, input_ends_a_wait) {
+TEST_F(ControllerServer, InputEndsAWait) {
     int ends[2];
     ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0);
     const Descriptor ours(ends[0]);
@@ -226,7 +226,7 @@ TEST_F(controller_server, input_ends_a_wait) {
     EXPECT_TRUE(session.server().serve(60, ours.number()));
 }
 
-TEST_F(controller_server, a_port_in_use_is_told) {
+TEST_F(ControllerServer, APortInUseIsTold) {
     EXPECT_THROW(Server(port(), {}), std::runtime_error);
 }
 

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t base = 1000;
 
-TEST(controller_words, every_block_of_every_channel_is_known) {
+TEST(ControllerWords, EveryBlockOfEveryChannelIsKnown) {
     for (std::size_t channel = 0; channel < channels; ++channel)
         for (std::size_t i = 0; i < blocks.size(); ++i) {
             const auto place = place_of(base + 110 * channel + blocks[i].offset, blocks[i].count, base);
@@ -23,7 +23,7 @@ TEST(controller_words, every_block_of_every_channel_is_known) {
     EXPECT_EQ(blocks[place_of(1226, 3, base)->block].code, 8);
 }
 
-TEST(controller_words, a_write_elsewhere_is_no_block) {
+TEST(ControllerWords, AWriteElsewhereIsNoBlock) {
     EXPECT_FALSE(place_of(999, 6, base));
     EXPECT_FALSE(place_of(1440, 6, base));
     EXPECT_FALSE(place_of(1009, 1, base));
@@ -31,7 +31,7 @@ TEST(controller_words, a_write_elsewhere_is_no_block) {
     EXPECT_FALSE(place_of(1006, 6, base));
 }
 
-TEST(controller_words, every_alarm_bit_has_its_words) {
+TEST(ControllerWords, EveryAlarmBitHasItsWords) {
     const std::pair<unsigned, const char*> words[] = {
         {0x0001, "Prealarm DC"},
         {0x0002, "Main Alarm DC"},
@@ -53,7 +53,7 @@ TEST(controller_words, every_alarm_bit_has_its_words) {
         EXPECT_EQ(alarm_words(status), text);
 }
 
-TEST(controller_words, every_error_bit_has_its_words) {
+TEST(ControllerWords, EveryErrorBitHasItsWords) {
     const std::pair<unsigned, const char*> words[] = {
         {0x0004, "INCA signal error"},
         {0x0008, "INCB signal error"},
@@ -95,7 +95,7 @@ Image example() {
     return image;
 }
 
-TEST(controller_words, a_channel_reads_as_an_engineer_would_say_it) {
+TEST(ControllerWords, AChannelReadsAsAnEngineerWouldSayIt) {
     const std::vector<std::string> expected = {
         "channel 2: thermosignal 41 %, speed 723 rpm, thermovoltage 12.34 mV, effective DC 38 %, "
         "effective AC 12 %",
@@ -107,7 +107,7 @@ TEST(controller_words, a_channel_reads_as_an_engineer_would_say_it) {
     EXPECT_EQ(channel_in_words(example(), base, 1, {1, 1, 1, 1}), expected);
 }
 
-TEST(controller_words, a_block_that_never_came_is_not_told) {
+TEST(ControllerWords, ABlockThatNeverCameIsNotTold) {
     const Image image = example();
     EXPECT_TRUE(channel_in_words(image, base, 1, {0, 0, 0, 0}).empty());
     for (std::size_t block = 0; block < blocks.size(); ++block) {
@@ -117,7 +117,7 @@ TEST(controller_words, a_block_that_never_came_is_not_told) {
     }
 }
 
-TEST(controller_words, numbers_without_sense_harm_nothing) {
+TEST(ControllerWords, NumbersWithoutSenseHarmNothing) {
     Image image(registers, 0xFFFF);
     const auto lines = channel_in_words(image, base, 0, {1, 1, 1, 1});
     ASSERT_EQ(lines.size(), 4U);

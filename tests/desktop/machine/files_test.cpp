@@ -13,16 +13,16 @@ namespace {
 using namespace tyxo;
 using namespace tyxo::real_files;
 
-class files : public in_a_folder {};
+class Files : public in_a_folder {};
 
-TEST_F(files, a_line_ends_in_cr_lf_and_is_with_the_system_at_once) {
+TEST_F(Files, ALineEndsInCrLfAndIsWithTheSystemAtOnce) {
     output_file file;
     file.open({.path = path("a.xlg")});
     file.print("one");
     EXPECT_EQ(content_now("a.xlg"), "one\r\n"); // the file is still open
 }
 
-TEST_F(files, a_new_file_begins_with_its_header_and_an_old_one_keeps_its_lines) {
+TEST_F(Files, ANewFileBeginsWithItsHeaderAndAnOldOneKeepsItsLines) {
     output_file file;
     file.open({.path = path("a"), .header = "header\r\n"});
     file.print("old");
@@ -31,7 +31,7 @@ TEST_F(files, a_new_file_begins_with_its_header_and_an_old_one_keeps_its_lines) 
     EXPECT_EQ(content("a"), "header\r\nold\r\nmore\r\n");
 }
 
-TEST_F(files, a_file_that_cannot_be_read_keeps_its_lines) {
+TEST_F(Files, AFileThatCannotBeReadKeepsItsLines) {
     std::ofstream(path("a")) << "old\r\n";
     fs::permissions(folder, fs::perms::all);
     fs::permissions(folder / "a", fs::perms{0222});
@@ -46,7 +46,7 @@ TEST_F(files, a_file_that_cannot_be_read_keeps_its_lines) {
     EXPECT_EQ(content("a"), "old\r\nmore\r\n");
 }
 
-TEST_F(files, a_torn_last_line_is_ended_before_the_first_new_one) {
+TEST_F(Files, ATornLastLineIsEndedBeforeTheFirstNewOne) {
     for (const std::string torn : {"<REC1> 13", "<REC1> 13\r", "x", "\n"}) {
         std::ofstream(path("a")) << torn;
         output_file file;
@@ -57,14 +57,14 @@ TEST_F(files, a_torn_last_line_is_ended_before_the_first_new_one) {
     }
 }
 
-TEST_F(files, a_link_to_no_file_yet_makes_that_file) {
+TEST_F(Files, ALinkToNoFileYetMakesThatFile) {
     fs::create_symlink(folder / "real", folder / "a");
     output_file file;
     file.open({.path = path("a"), .header = "header\r\n"});
     EXPECT_EQ(content("real"), "header\r\n");
 }
 
-TEST_F(files, a_file_that_was_moved_away_is_begun_anew_after_a_second) {
+TEST_F(Files, AFileThatWasMovedAwayIsBegunAnewAfterASecond) {
     output_file file;
     file.open({.path = path("logs/a"), .folder = path("logs"), .header = "header\r\n"});
     file.print("one");
@@ -75,7 +75,7 @@ TEST_F(files, a_file_that_was_moved_away_is_begun_anew_after_a_second) {
     EXPECT_EQ(content("logs/a"), "header\r\ntwo\r\n");
 }
 
-TEST_F(files, a_backslash_separates_folders) {
+TEST_F(Files, ABackslashSeparatesFolders) {
     make_folder(path("logs"));
     output_file file;
     file.open({.path = folder.string() + "\\logs\\a"});
@@ -83,13 +83,13 @@ TEST_F(files, a_backslash_separates_folders) {
     EXPECT_EQ(content("logs/a"), "x\r\n");
 }
 
-TEST_F(files, names_are_utf_8_on_the_disk_and_ansi_in_the_system) {
+TEST_F(Files, NamesAreUtf8OnTheDiskAndAnsiInTheSystem) {
     output_file file;
     file.open({.path = path("M\xFCller.xlg")});
     EXPECT_TRUE(fs::exists(folder / "M\xC3\xBCller.xlg"));
 }
 
-TEST_F(files, a_line_that_does_not_fit_leaves_no_piece_and_later_lines_fit_again) {
+TEST_F(Files, ALineThatDoesNotFitLeavesNoPieceAndLaterLinesFitAgain) {
     output_file file;
     file.open({.path = path("a")});
     file.print("12345678");
@@ -102,7 +102,7 @@ TEST_F(files, a_line_that_does_not_fit_leaves_no_piece_and_later_lines_fit_again
     EXPECT_EQ(content("a"), "12345678\r\nnext\r\n");
 }
 
-TEST_F(files, a_header_that_does_not_fit_leaves_no_piece_and_comes_before_the_first_line) {
+TEST_F(Files, AHeaderThatDoesNotFitLeavesNoPieceAndComesBeforeTheFirstLine) {
     output_file file;
     {
         const full_disk full(5);
@@ -114,7 +114,7 @@ TEST_F(files, a_header_that_does_not_fit_leaves_no_piece_and_comes_before_the_fi
     EXPECT_EQ(content("a"), "header\r\nnext\r\n");
 }
 
-TEST_F(files, a_device_without_space_is_a_failure_with_a_description) {
+TEST_F(Files, ADeviceWithoutSpaceIsAFailureWithADescription) {
     output_file file;
     file.open({.path = "/dev/full"});
     try {
@@ -125,7 +125,7 @@ TEST_F(files, a_device_without_space_is_a_failure_with_a_description) {
     }
 }
 
-TEST_F(files, a_missing_folder_is_a_failure) {
+TEST_F(Files, AMissingFolderIsAFailure) {
     output_file file;
     EXPECT_THROW(file.open({.path = path("missing/a")}), failure);
     EXPECT_THROW(file.print("x"), failure);
@@ -133,7 +133,7 @@ TEST_F(files, a_missing_folder_is_a_failure) {
     EXPECT_THROW(file.print("x"), failure);
 }
 
-TEST_F(files, make_folder_makes_one_level_and_fails_for_an_existing_one) {
+TEST_F(Files, MakeFolderMakesOneLevelAndFailsForAnExistingOne) {
     make_folder(path("one"));
     EXPECT_TRUE(fs::is_directory(folder / "one"));
     EXPECT_THROW(make_folder(path("one")), failure);
@@ -142,7 +142,7 @@ TEST_F(files, make_folder_makes_one_level_and_fails_for_an_existing_one) {
 
 /// A line that the writer was told is written is in the file, whole; a kernel may cut only the write that a
 /// kill comes into.
-TEST_F(files, a_killed_writer_loses_no_finished_line) {
+TEST_F(Files, AKilledWriterLosesNoFinishedLine) {
     int lines[2];
     ASSERT_EQ(::pipe(lines), 0);
     const pid_t writer = ::fork();

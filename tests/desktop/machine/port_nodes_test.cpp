@@ -19,7 +19,7 @@ using namespace tyxo;
 namespace fs = std::filesystem;
 
 /// A working directory of its own, with a folder of port links.
-class port_nodes : public testing::Test {
+class PortNodes : public testing::Test {
   protected:
     void SetUp() override {
         before = fs::current_path();
@@ -37,7 +37,7 @@ class port_nodes : public testing::Test {
     fs::path before;
 };
 
-TEST_F(port_nodes, kernel_nodes_have_their_numbers) {
+TEST_F(PortNodes, KernelNodesHaveTheirNumbers) {
     EXPECT_EQ(desktop::number_of_node("ttyS0"), 1);
     EXPECT_EQ(desktop::number_of_node("ttyS63"), 64);
     EXPECT_EQ(desktop::number_of_node("ttyUSB0"), 65);
@@ -45,7 +45,7 @@ TEST_F(port_nodes, kernel_nodes_have_their_numbers) {
     EXPECT_EQ(desktop::number_of_node("ttyACM0"), 129);
 }
 
-TEST_F(port_nodes, other_names_have_none) {
+TEST_F(PortNodes, OtherNamesHaveNone) {
     EXPECT_EQ(desktop::number_of_node("tty0"), std::nullopt);
     EXPECT_EQ(desktop::number_of_node("ttyS"), std::nullopt);
     EXPECT_EQ(desktop::number_of_node("ttyS1x"), std::nullopt);
@@ -53,7 +53,7 @@ TEST_F(port_nodes, other_names_have_none) {
     EXPECT_EQ(desktop::number_of_node("rfcomm0"), std::nullopt);
 }
 
-TEST_F(port_nodes, numbers_lead_back_to_their_nodes) {
+TEST_F(PortNodes, NumbersLeadBackToTheirNodes) {
     EXPECT_EQ(desktop::node_of_number(1), "/dev/ttyS0");
     EXPECT_EQ(desktop::node_of_number(64), "/dev/ttyS63");
     EXPECT_EQ(desktop::node_of_number(65), "/dev/ttyUSB0");
@@ -62,19 +62,19 @@ TEST_F(port_nodes, numbers_lead_back_to_their_nodes) {
     EXPECT_EQ(desktop::node_of_number(0), "");
 }
 
-TEST_F(port_nodes, the_link_in_the_working_directory_comes_first) {
+TEST_F(PortNodes, TheLinkInTheWorkingDirectoryComesFirst) {
     fs::create_symlink("/dev/null", "ports/COM1");
     EXPECT_EQ(desktop::path_of(1), "ports/COM1");
     EXPECT_EQ(desktop::device_of("ports/COM1"), "/dev/null");
 }
 
-TEST_F(port_nodes, a_link_to_a_device_that_is_gone_is_no_port) {
+TEST_F(PortNodes, ALinkToADeviceThatIsGoneIsNoPort) {
     fs::create_symlink("/dev/pts/no_such_node", "ports/COM300");
     EXPECT_EQ(desktop::path_of(300), std::nullopt);
     EXPECT_EQ(desktop::device_of("ports/COM300"), std::nullopt);
 }
 
-TEST_F(port_nodes, the_list_holds_the_links_and_no_dangling_one) {
+TEST_F(PortNodes, TheListHoldsTheLinksAndNoDanglingOne) {
     fs::create_symlink("/dev/null", "ports/COM301");
     fs::create_symlink("/dev/pts/no_such_node", "ports/COM302");
     fs::create_symlink("/dev/null", "ports/COMX");
@@ -93,7 +93,7 @@ TEST_F(port_nodes, the_list_holds_the_links_and_no_dangling_one) {
     EXPECT_EQ(listed("COM0"), 0);
 }
 
-TEST_F(port_nodes, a_missing_right_names_the_port_the_device_and_the_group) {
+TEST_F(PortNodes, AMissingRightNamesThePortTheDeviceAndTheGroup) {
     if (::geteuid() != 0) {
         EXPECT_NE(desktop::missing_right(7, "/etc/shadow")
                       ->find("COM7: no right to open /etc/shadow, join the group "),
@@ -116,17 +116,17 @@ TEST_F(port_nodes, a_missing_right_names_the_port_the_device_and_the_group) {
               "COM7: no right to open /etc/shadow, join the group shadow");
 }
 
-TEST_F(port_nodes, a_device_that_may_be_opened_has_no_obstacle) {
+TEST_F(PortNodes, ADeviceThatMayBeOpenedHasNoObstacle) {
     EXPECT_EQ(desktop::missing_right(7, "/dev/null"), std::nullopt);
 }
 
 /// A device of no other test, and its lock file as a port library writes it.
-class locked_port : public port_nodes {
+class LockedPort : public PortNodes {
   protected:
     void lock(pid_t holder) const { std::ofstream(file) << holder << "\nplant\nhost\n"; }
     void TearDown() override {
         fs::remove(file);
-        port_nodes::TearDown();
+        PortNodes::TearDown();
     }
     [[nodiscard]] std::string said() const {
         return desktop::lock_in_the_way(65, device).value_or("nothing");
@@ -137,17 +137,17 @@ class locked_port : public port_nodes {
     const std::string file = "/var/lock/LCK.." + name;
 };
 
-TEST_F(locked_port, without_a_lock_file_has_no_lock_in_its_way) {
+TEST_F(LockedPort, WithoutALockFileHasNoLockInItsWay) {
     EXPECT_EQ(said(), "nothing");
 }
 
-TEST_F(locked_port, names_the_process_that_uses_the_device) {
+TEST_F(LockedPort, NamesTheProcessThatUsesTheDevice) {
     lock(::getpid());
     EXPECT_EQ(said(), "COM65: " + device + " is in use by process " + std::to_string(::getpid()) +
                           ", lock file " + file);
 }
 
-TEST_F(locked_port, names_the_file_that_an_ended_process_left_and_who_may_delete_it) {
+TEST_F(LockedPort, NamesTheFileThatAnEndedProcessLeftAndWhoMayDeleteIt) {
     const pid_t ended = ::fork();
     if (ended == 0) ::_exit(0);
     ::waitpid(ended, nullptr, 0);
@@ -157,7 +157,7 @@ TEST_F(locked_port, names_the_file_that_an_ended_process_left_and_who_may_delete
                           ::getpwuid(::geteuid())->pw_name);
 }
 
-TEST_F(locked_port, names_a_lock_file_that_tells_no_process) {
+TEST_F(LockedPort, NamesALockFileThatTellsNoProcess) {
     std::ofstream(file) << "?";
     EXPECT_EQ(said(), "COM65: " + device + " is locked by the file " + file + ": delete it, it belongs to " +
                           ::getpwuid(::geteuid())->pw_name);

@@ -18,7 +18,7 @@ using namespace tyxo;
 using namespace tyxo::real_files;
 using desktop::replace_system_file;
 
-class replaced_file : public in_a_folder {};
+class ReplacedFile : public in_a_folder {};
 
 /// The result of a step in a process whose mounts nobody else sees.
 template <class Step> bool with_own_mounts(const Step& step) {
@@ -32,7 +32,7 @@ template <class Step> bool with_own_mounts(const Step& step) {
     return status == 0;
 }
 
-TEST_F(replaced_file, replace_keeps_the_mode_and_follows_a_link) {
+TEST_F(ReplacedFile, ReplaceKeepsTheModeAndFollowsALink) {
     std::ofstream(path("real.ini")) << "old";
     fs::permissions(folder / "real.ini", fs::perms::owner_read | fs::perms::owner_write);
     fs::create_symlink(folder / "real.ini", folder / "tyxo.ini");
@@ -42,7 +42,7 @@ TEST_F(replaced_file, replace_keeps_the_mode_and_follows_a_link) {
     EXPECT_EQ(fs::status(folder / "real.ini").permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
-TEST_F(replaced_file, replace_keeps_owner_and_group) {
+TEST_F(ReplacedFile, ReplaceKeepsOwnerAndGroup) {
     const bool root = ::geteuid() == 0; // nobody else may give files away
     const uid_t owner = root ? 65534 : ::geteuid();
     const gid_t group = root ? 12345 : ::getegid();
@@ -58,7 +58,7 @@ TEST_F(replaced_file, replace_keeps_owner_and_group) {
     EXPECT_EQ(content("tyxo.ini"), "new");
 }
 
-TEST_F(replaced_file, a_file_of_a_foreign_owner_or_in_a_locked_folder_is_written_in_place) {
+TEST_F(ReplacedFile, AFileOfAForeignOwnerOrInALockedFolderIsWrittenInPlace) {
     for (const auto folder_mode : {fs::perms{0777}, fs::perms{0555}}) {
         std::ofstream(path("tyxo.ini")) << "old content";
         fs::permissions(folder / "tyxo.ini", fs::perms{0666});
@@ -75,7 +75,7 @@ TEST_F(replaced_file, a_file_of_a_foreign_owner_or_in_a_locked_folder_is_written
     }
 }
 
-TEST_F(replaced_file, a_full_disk_leaves_a_file_that_is_written_in_place_as_it_was) {
+TEST_F(ReplacedFile, AFullDiskLeavesAFileThatIsWrittenInPlaceAsItWas) {
     std::ofstream(path("tyxo.ini")) << "old content";
     fs::permissions(folder / "tyxo.ini", fs::perms{0666});
     fs::permissions(folder, fs::perms{0555});
@@ -88,7 +88,7 @@ TEST_F(replaced_file, a_full_disk_leaves_a_file_that_is_written_in_place_as_it_w
     EXPECT_EQ(content("tyxo.ini"), "old content");
 }
 
-TEST_F(replaced_file, a_write_protected_file_is_left_alone_though_its_folder_may_be_written) {
+TEST_F(ReplacedFile, AWriteProtectedFileIsLeftAloneThoughItsFolderMayBeWritten) {
     std::ofstream(path("tyxo.ini")) << "old";
     const uid_t owner = ::geteuid() == 0 ? 65534 : ::geteuid();
     ASSERT_EQ(::chown(path("tyxo.ini").c_str(), owner, ::getegid()), 0);
@@ -100,7 +100,7 @@ TEST_F(replaced_file, a_write_protected_file_is_left_alone_though_its_folder_may
     EXPECT_EQ(files_in_folder(), 1);
 }
 
-TEST_F(replaced_file, a_file_that_is_a_mount_point_is_written_in_place) {
+TEST_F(ReplacedFile, AFileThatIsAMountPointIsWrittenInPlace) {
     std::ofstream(path("real.ini")) << "old";
     std::ofstream(path("tyxo.ini")) << "below";
     EXPECT_TRUE(with_own_mounts([this] {
@@ -111,7 +111,7 @@ TEST_F(replaced_file, a_file_that_is_a_mount_point_is_written_in_place) {
     EXPECT_EQ(files_in_folder(), 2);
 }
 
-TEST_F(replaced_file, temporary_files_of_others_are_no_obstacle_and_are_left_alone) {
+TEST_F(ReplacedFile, TemporaryFilesOfOthersAreNoObstacleAndAreLeftAlone) {
     const std::string own = "tyxo.ini." + std::to_string(::getpid());
     for (const std::string& stale : {std::string("tyxo.ini.new"), own + "-0", own + "-1"})
         std::ofstream(path(stale)) << "somebody's";
@@ -125,7 +125,7 @@ TEST_F(replaced_file, temporary_files_of_others_are_no_obstacle_and_are_left_alo
     EXPECT_EQ(files_in_folder(), 5);
 }
 
-TEST_F(replaced_file, replace_on_a_full_disk_leaves_the_old_file_alone) {
+TEST_F(ReplacedFile, ReplaceOnAFullDiskLeavesTheOldFileAlone) {
     std::ofstream(path("tyxo.ini")) << "old content";
     {
         const full_disk full(4);
@@ -135,7 +135,7 @@ TEST_F(replaced_file, replace_on_a_full_disk_leaves_the_old_file_alone) {
     EXPECT_EQ(files_in_folder(), 1);
 }
 
-TEST_F(replaced_file, a_kill_at_any_moment_leaves_the_old_or_the_new_file) {
+TEST_F(ReplacedFile, AKillAtAnyMomentLeavesTheOldOrTheNewFile) {
     const std::string first(20000, '1');
     const std::string second(30000, '2');
     ASSERT_TRUE(replace_system_file(path("tyxo.ini"), first));

@@ -75,7 +75,7 @@ clock_type::duration time_of(const std::function<void()>& step) {
     return clock_type::now() - begin;
 }
 
-class slow_disk : public in_a_folder {
+class SlowDisk : public in_a_folder {
   protected:
     void SetUp() override {
         in_a_folder::SetUp();
@@ -130,7 +130,7 @@ extern "C" ssize_t write(int handle, const void* bytes, std::size_t count) {
 
 namespace {
 
-TEST_F(slow_disk, an_event_line_is_on_a_fast_disk_when_the_call_returns) {
+TEST_F(SlowDisk, AnEventLineIsOnAFastDiskWhenTheCallReturns) {
     the_disk().takes = 2ms;
     int there = 0;
     for (int line = 0; line < 100; ++line) {
@@ -142,7 +142,7 @@ TEST_F(slow_disk, an_event_line_is_on_a_fast_disk_when_the_call_returns) {
     EXPECT_GT(there, 50); // not all: on a busy machine it may take longer than the call waits
 }
 
-TEST_F(slow_disk, headers_and_closings_reach_the_disk_at_once_and_lines_do_not) {
+TEST_F(SlowDisk, HeadersAndClosingsReachTheDiskAtOnceAndLinesDoNot) {
     file.open({.path = path("log"), .header = "header\r\n"});
     EXPECT_TRUE(the_disk().wait_for_syncs(1, 2s));
     EXPECT_TRUE(on_disk("log"));
@@ -153,7 +153,7 @@ TEST_F(slow_disk, headers_and_closings_reach_the_disk_at_once_and_lines_do_not) 
     EXPECT_TRUE(on_disk("log"));
 }
 
-TEST_F(slow_disk, a_log_line_is_on_the_disk_after_five_seconds) {
+TEST_F(SlowDisk, ALogLineIsOnTheDiskAfterFiveSeconds) {
     file.open({.path = path("log"), .header = "header\r\n"});
     const auto begin = clock_type::now();
     while (clock_type::now() - begin < 3s) { // later lines do not put it off
@@ -164,7 +164,7 @@ TEST_F(slow_disk, a_log_line_is_on_the_disk_after_five_seconds) {
     EXPECT_TRUE(on_disk("log"));
 }
 
-TEST_F(slow_disk, a_sync_that_hangs_holds_up_no_line_and_keeps_none_in_memory) {
+TEST_F(SlowDisk, ASyncThatHangsHoldsUpNoLineAndKeepsNoneInMemory) {
     file.open({.path = path("log"), .header = "header\r\n"});
     the_disk().hang(true);
     clock_type::duration longest{};
@@ -187,7 +187,7 @@ TEST_F(slow_disk, a_sync_that_hangs_holds_up_no_line_and_keeps_none_in_memory) {
     EXPECT_EQ(content("events"), written) << "the system has them, though the sync hangs";
 }
 
-TEST_F(slow_disk, opening_and_closing_a_file_whose_sync_hangs_takes_no_time) {
+TEST_F(SlowDisk, OpeningAndClosingAFileWhoseSyncHangsTakesNoTime) {
     file.open({.path = path("first"), .each_line = true});
     the_disk().hang(true);
     file.print("line");
@@ -205,7 +205,7 @@ TEST_F(slow_disk, opening_and_closing_a_file_whose_sync_hangs_takes_no_time) {
     EXPECT_TRUE(on_disk("second"));
 }
 
-TEST(step_thread, a_failure_is_thrown_to_who_waits_and_kept_for_who_does_not) {
+TEST(StepThread, AFailureIsThrownToWhoWaitsAndKeptForWhoDoesNot) {
     desktop::step_thread thread;
     EXPECT_THROW(thread.run([] { throw failure("x"); }, clock_type::now() + 10s), failure);
     EXPECT_FALSE(thread.failed_late());
@@ -219,7 +219,7 @@ TEST(step_thread, a_failure_is_thrown_to_who_waits_and_kept_for_who_does_not) {
     EXPECT_FALSE(thread.failed_late());
 }
 
-TEST_F(slow_disk, settings_are_read_as_they_were_written_though_the_disk_hangs) {
+TEST_F(SlowDisk, SettingsAreReadAsTheyWereWrittenThoughTheDiskHangs) {
     replace_file(path("tyxo.ini"), "first");
     EXPECT_EQ(content("tyxo.ini"), "first");
     the_disk().hang(true);
@@ -235,7 +235,7 @@ TEST_F(slow_disk, settings_are_read_as_they_were_written_though_the_disk_hangs) 
     EXPECT_EQ(content("tyxo.ini"), "by hand") << "once written, the file itself counts again";
 }
 
-TEST_F(slow_disk, the_end_waits_for_lines_and_syncs_for_a_bounded_time) {
+TEST_F(SlowDisk, TheEndWaitsForLinesAndSyncsForABoundedTime) {
     file.open({.path = path("log"), .header = "header\r\n"});
     file.print("line");
     EXPECT_FALSE(on_disk("log"));
