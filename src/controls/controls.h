@@ -90,8 +90,8 @@ struct iLedRoundX {
     bool operator==(const iLedRoundX&) const = default;
 };
 
-/// A needle on an arc of three coloured sections, which end at `SectionEnd1`, `SectionEnd2` and
-/// `PositionMax`.
+/// A needle on an arc of three coloured sections, which end at `SectionEnd`(0), `SectionEnd`(1) and
+/// `PositionMax`. All positions are in the unit of the value that is shown.
 struct iAngularGaugeX {
     double Position = 0;
     double PositionMin = 0;
@@ -108,7 +108,8 @@ struct iAngularGaugeX {
     bool operator==(const iAngularGaugeX&) const = default;
 };
 
-/// An upright bar with coloured sections, a pointer, and a second pointer at the highest position so far.
+/// An upright bar with coloured sections, a pointer, and a second pointer at the highest position so far. All
+/// positions are in the unit of the value that is shown.
 struct iLinearGaugeX {
     double Position = 0;
     double PositionMin = 0;

@@ -34,9 +34,9 @@ struct iStripChartX {
     std::string XAxisDateTimeFormatString;
     colour BackGroundColor = rgb(192, 192, 192);
     colour GridBackGroundColor = rgb(192, 192, 192);
-    i32 GridLineStyle = 2; ///< solid, dash, dot
-    double XAxisMin = 0;
-    double XAxisSpan = 1.0 / 720;
+    i32 GridLineStyle = 2;        ///< solid, dash, dot
+    double XAxisMin = 0;          ///< days
+    double XAxisSpan = 1.0 / 720; ///< days
     i32 XAxisTickMajorCount = 6;
     i32 XAxisTickMinorCount = 3;
     double YAxisMin = 0;

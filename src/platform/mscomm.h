@@ -29,9 +29,9 @@ class MSComm {
     MSComm& operator=(const MSComm&) = delete;
 
     [[nodiscard]] bool PortOpen() const;
-    /// Opens or closes. Closing waits until everything sent has left the machine, a second at most; a line
-    /// that does not take it in this time loses the rest. Whoever wants no events meanwhile switches them
-    /// off before.
+    /// Opens or closes. Opening does not wait. Closing waits until everything sent has left the machine, a
+    /// second at most; a line that does not take it in this time loses the rest. Whoever wants no events
+    /// meanwhile switches them off before.
     void PortOpen(bool open);
 
     /// The number of the port, above 0; it cannot change while the port is open.
@@ -47,9 +47,10 @@ class MSComm {
     void SThreshold(i32 bytes);    ///< 1: an event when the send buffer has emptied
     void Handshaking(i32 kind);    ///< 0: none
 
-    /// Sends the text, one byte per character.
+    /// Sends the text, one byte per character, without waiting for the line. Failure: the port is not open,
+    /// its device has vanished or does not take the text.
     void Output(std::string_view text);
-    /// Takes all received bytes; `chunk` keeps its capacity.
+    /// Takes all received bytes; `chunk` keeps its capacity. Failure: the port is not open.
     void Input(std::string& chunk);
 
     /// The event being handled; any other number than those of `comm_event` is a line state or an error.

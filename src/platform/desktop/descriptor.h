@@ -26,13 +26,15 @@ class descriptor {
 /// "." when the path names no folder.
 [[nodiscard]] std::string folder_of(const std::string& path);
 
+// These three take as long as the disk takes.
+
 /// Writes all of it; false when the system does not take it, and `written` tells how much it took.
 bool write_all(int handle, std::string_view content, std::size_t& written);
 
 /// The whole file, or nothing when it cannot be read.
 [[nodiscard]] std::optional<std::string> read_system_file(const std::string& path);
 
-/// Brings the folder's own entries to the disk.
+/// Brings the folder's own entries to the disk; a disk that refuses is not told.
 void sync_folder(const std::string& folder);
 
 /// Throws the failure that `errno` stands for.

@@ -9,7 +9,7 @@
 namespace tyxo::desktop {
 
 /// What tyxo::replace_file promises, waiting for the disk as long as it takes; `target` is the system's own
-/// path.
+/// path. False, with `errno` set: the file has its old content.
 bool replace_system_file(const std::string& target, std::string_view content);
 
 /// Waits until no replacement is under way; false when `until` comes first.
