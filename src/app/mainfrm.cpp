@@ -33,7 +33,7 @@ constexpr i16 least_screen_h = 937;
 
 void program_event(std::string_view text) {
     const local_time now = local_now();
-    event_line(date_text(now) + ';' + time_text(now) + ';' + std::string(text));
+    event_line(stamp_text(now, ';') + ';' + std::string(text));
 }
 
 void start_event() {

@@ -22,4 +22,14 @@ std::string time_text(const local_time& moment) {
     return text;
 }
 
+std::string stamp_text(const local_time& moment, char between) {
+    std::string text = date_text(moment) + between;
+    append_time(text, moment);
+    return text;
+}
+
+std::string date_digits(const local_time& moment) {
+    return padded(moment.year, 4) + padded(moment.month, 2) + padded(moment.day, 2);
+}
+
 } // namespace tyxo

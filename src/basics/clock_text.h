@@ -1,5 +1,5 @@
 #pragma once
-// A moment of local time, and its two texts.
+// A moment of local time, and its texts.
 
 #include "basics/types.h"
 
@@ -24,5 +24,11 @@ struct local_time {
 /// "13:05:09".
 [[nodiscard]] std::string time_text(const local_time& moment);
 void append_time(std::string& text, const local_time& moment);
+
+/// Date and time: "07-02-2026 13:05:09", with this character between them.
+[[nodiscard]] std::string stamp_text(const local_time& moment, char between);
+
+/// "20260702": the date for names and headers of logs.
+[[nodiscard]] std::string date_digits(const local_time& moment);
 
 } // namespace tyxo

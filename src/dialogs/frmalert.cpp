@@ -94,8 +94,7 @@ void FrmAlert_unload() {
     if (!FrmAlert.form.Loaded) return; // the second of two quick clicks
     FrmAlert = {};
     const local_time now = local_now();
-    indicators.Text_status.append(date_text(now) + ' ' + time_text(now) +
-                                  " Mainalarm confirmed by operator!\r\n");
+    indicators.Text_status.append(stamp_text(now, ' ') + " Mainalarm confirmed by operator!\r\n");
     indicators.Text_status.caret_to_end();
     timer_alert.Enabled(false);
     sensor::alert_open = false;

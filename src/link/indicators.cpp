@@ -8,11 +8,10 @@ namespace tyxo {
 
 void raise_event(i16 channel, const event_texts& texts) {
     const local_time shown = local_now();
-    indicators.Text_status.append(date_text(shown) + ' ' + time_text(shown) + std::string(texts.box) +
-                                  "\r\n");
+    indicators.Text_status.append(stamp_text(shown, ' ') + std::string(texts.box) + "\r\n");
     if (!texts.comment.empty()) calls.log_comment(channel, texts.comment);
     const local_time filed = local_now();
-    calls.event_line(date_text(filed) + ';' + time_text(filed) + ';' + std::string(texts.file));
+    calls.event_line(stamp_text(filed, ';') + ';' + std::string(texts.file));
 }
 
 std::string channel_number(i16 channel) {

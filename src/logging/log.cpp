@@ -28,7 +28,7 @@ std::string period_stamp(const local_time& moment) {
 }
 
 std::string name_digits(const local_time& moment) {
-    std::string digits = padded(moment.year, 4) + padded(moment.month, 2) + padded(moment.day, 2);
+    std::string digits = date_digits(moment);
     if (hourly()) append_padded(digits, moment.hour, 2);
     return digits;
 }

@@ -60,7 +60,7 @@ class header_writer {
         line("        <VERSION> MTyxo " + std::string(version) + "  " + std::string(version_date) +
              " </VERSION> ");
         line("        <LOGNAME> " + rec_.logname + " </LOGNAME> ");
-        entry("LOGDATE", padded(now.year, 4) + padded(now.month, 2) + padded(now.day, 2));
+        entry("LOGDATE", date_digits(now));
         if (settings.log_mode == 1) entry("LOGHOUR", padded(now.hour, 2));
         line("    </INFO>");
     }

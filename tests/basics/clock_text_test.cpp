@@ -25,5 +25,15 @@ TEST(ClockTexts, TimeAppendsBehindWhatIsThere) {
     EXPECT_EQ(text, "at 01:02:03");
 }
 
+TEST(clock_texts, stamp_is_date_and_time_with_a_character_between) {
+    EXPECT_EQ(stamp_text({2026, 7, 2, 13, 5, 9}, ' '), "07-02-2026 13:05:09");
+    EXPECT_EQ(stamp_text({2026, 7, 2, 1, 2, 3}, ';'), "07-02-2026;01:02:03");
+}
+
+TEST(clock_texts, date_digits_begin_with_the_year) {
+    EXPECT_EQ(date_digits({2026, 7, 2, 13, 5, 9}), "20260702");
+    EXPECT_EQ(date_digits({987, 12, 31, 0, 0, 0}), "09871231");
+}
+
 } // namespace
 } // namespace tyxo
