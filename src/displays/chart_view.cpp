@@ -3,9 +3,7 @@
 #include "widgets/paint_view.h"
 #include "widgets/show.h"
 
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMouseEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -21,7 +19,7 @@ constexpr QRgb quiet_title = 0xFF707070; // of a chart that has no curves
 } // namespace
 
 chart_view::chart_view(QWidget* parent)
-    : QCustomPlot(parent), plot_(*this, {.title_line = title_line_}), badge_(new QLabel(tr("FROZEN"), this)) {
+    : clickable(parent), plot_(*this, {.title_line = title_line_}), badge_(new QLabel(tr("FROZEN"), this)) {
     setInteractions({});
     setFocusPolicy(Qt::TabFocus);
     badge_->setObjectName("frozen_badge");
@@ -194,33 +192,10 @@ void chart_view::changeEvent(QEvent* event) {
     QCustomPlot::changeEvent(event);
 }
 
-void chart_view::mousePressEvent(QMouseEvent* event) {
-    pressed_ = event->button() == Qt::LeftButton;
-}
-
-void chart_view::mouseDoubleClickEvent(QMouseEvent* event) {
-    mousePressEvent(event);
-}
-
 void chart_view::mouseMoveEvent(QMouseEvent* /*event*/) {}
-
-void chart_view::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton) return;
-    const bool complete = pressed_ && rect().contains(event->position().toPoint());
-    pressed_ = false;
-    if (complete) emit clicked();
-}
 
 void chart_view::wheelEvent(QWheelEvent* event) {
     event->ignore();
-}
-
-void chart_view::keyPressEvent(QKeyEvent* event) {
-    if (clicks(*event)) {
-        emit clicked();
-    } else {
-        QCustomPlot::keyPressEvent(event);
-    }
 }
 
 } // namespace tyxo

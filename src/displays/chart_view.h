@@ -1,6 +1,7 @@
 #pragma once
 // A strip chart on the screen.
 
+#include "widgets/clickable.h"
 #include "widgets/plots/strip_plot.h"
 #include "widgets/spoken.h"
 
@@ -13,7 +14,7 @@ namespace tyxo {
 /// Keeps no rows, only the points of its picture. The title stands in the middle of a line of its own, whose
 /// ends are left free for the buttons of the panels. Beside the properties below it has those of each curve:
 /// `CurveTitle(0)`, `CurveColor(0)`, `CurveVisible(0)` and so on.
-class chart_view : public QCustomPlot, public spoken_control {
+class chart_view : public clickable<QCustomPlot>, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(QString Title READ title)
     Q_PROPERTY(double XAxisMin READ x_axis_min)
@@ -46,8 +47,6 @@ class chart_view : public QCustomPlot, public spoken_control {
     [[nodiscard]] QString spoken_text() const override;
 
   signals:
-    /// The left button was pressed and released inside, or the space bar or Return while the chart has the
-    /// focus; a double click is two clicks.
     void clicked();
 
   protected:
@@ -57,12 +56,9 @@ class chart_view : public QCustomPlot, public spoken_control {
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void click() override { emit clicked(); }
 
   private:
     /// Tells one picture of rows from another.
@@ -89,7 +85,6 @@ class chart_view : public QCustomPlot, public spoken_control {
     rows_mark shown_rows_;
     QImage picture_; ///< none when it is to be painted anew
     QRect laid_out_; ///< what the layout is made for
-    bool pressed_ = false;
 };
 
 } // namespace tyxo

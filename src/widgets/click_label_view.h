@@ -1,20 +1,19 @@
 #pragma once
-// A label that an operator can click: one left click, or the space bar or Return when it has the focus.
+// A label that an operator can click.
 
+#include "widgets/clickable.h"
 #include "widgets/paint_view.h"
 #include "widgets/spoken.h"
 
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMouseEvent>
 
 namespace tyxo {
 
-class click_label : public QLabel, public spoken_control {
+class click_label : public clickable<QLabel>, public spoken_control {
     Q_OBJECT
 
   public:
-    explicit click_label(QWidget* parent) : QLabel(parent) {
+    explicit click_label(QWidget* parent) : clickable(parent) {
         setCursor(Qt::PointingHandCursor);
         setFocusPolicy(Qt::TabFocus);
     }
@@ -31,16 +30,7 @@ class click_label : public QLabel, public spoken_control {
         QPainter painter(this);
         paint_focus_rim(painter, rect());
     }
-    void mouseReleaseEvent(QMouseEvent* event) override {
-        if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) emit clicked();
-    }
-    void keyPressEvent(QKeyEvent* event) override {
-        if (clicks(*event)) {
-            emit clicked();
-        } else {
-            QLabel::keyPressEvent(event);
-        }
-    }
+    void click() override { emit clicked(); }
 };
 
 } // namespace tyxo

@@ -1,7 +1,6 @@
 #include "widgets/paint_view.h"
 
 #include <QFontMetricsF>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QWidget>
 
@@ -43,10 +42,6 @@ void paint_focus_rim(QPainter& painter, const QRectF& place) {
     painter.setPen(QPen(QColor(ink::focus), pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(place.adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2));
-}
-
-bool clicks(const QKeyEvent& event) {
-    return event.key() == Qt::Key_Space || event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
 double snapped(double length, double device_pixel_ratio) {

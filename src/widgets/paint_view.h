@@ -62,9 +62,6 @@ QRectF paint_glass(QPainter& painter, const QWidget& widget);
 /// The rim of a control that has the keyboard's focus, inside of `place`.
 void paint_focus_rim(QPainter& painter, const QRectF& place);
 
-/// The key clicks a control that has the focus.
-[[nodiscard]] bool clicks(const QKeyEvent& event);
-
 /// Keeps the painted face of a control, sharp at the screen's pixel ratio. Faces beyond `greatest_side` are
 /// painted anew each time, to keep memory bounded.
 class face_cache {

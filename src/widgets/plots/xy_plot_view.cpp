@@ -4,8 +4,6 @@
 #include "widgets/show.h"
 
 #include <QEvent>
-#include <QKeyEvent>
-#include <QMouseEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -46,7 +44,7 @@ bool far_apart(const QPointF& one, const QPointF& other) {
 
 } // namespace
 
-xy_plot_view::xy_plot_view(QWidget* parent) : QWidget(parent) {
+xy_plot_view::xy_plot_view(QWidget* parent) : clickable(parent) {
     setAccessibleName(tr("Polar scope"));
     setToolTip(tr("Thermosignal red, angular acceleration blue.\nA click opens the Detailed Display."));
     setCursor(Qt::PointingHandCursor);
@@ -178,26 +176,8 @@ void xy_plot_view::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
 }
 
-void xy_plot_view::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) pressed_ = true;
-}
-
-void xy_plot_view::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || !pressed_) return;
-    pressed_ = false;
-    if (rect().contains(event->position().toPoint())) emit clicked();
-}
-
 void xy_plot_view::mouseDoubleClickEvent(QMouseEvent* event) {
     event->accept(); // its first half was the click
-}
-
-void xy_plot_view::keyPressEvent(QKeyEvent* event) {
-    if (clicks(*event)) {
-        emit clicked();
-    } else {
-        QWidget::keyPressEvent(event);
-    }
 }
 
 } // namespace tyxo

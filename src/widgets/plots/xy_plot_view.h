@@ -3,6 +3,7 @@
 // can be told apart.
 
 #include "controls/xy_plot.h"
+#include "widgets/clickable.h"
 #include "widgets/paint_view.h"
 #include "widgets/spoken.h"
 
@@ -17,7 +18,7 @@ namespace tyxo {
 ///
 /// Of each curve n it also tells `CurveTitle(n)`, `CurveVisible(n)`, `CurveColor(n)` and `CurvePoints(n)`,
 /// the number of points, as dynamic properties.
-class xy_plot_view : public QWidget, public spoken_control {
+class xy_plot_view : public clickable<QWidget>, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double XAxisMin READ x_axis_min)
     Q_PROPERTY(double XAxisSpan READ x_axis_span)
@@ -43,17 +44,15 @@ class xy_plot_view : public QWidget, public spoken_control {
     [[nodiscard]] QString spoken_text() const override;
 
   signals:
-    /// A left click, or the space bar or Return while the scope has the focus. A double click is one click.
+    /// Here a double click is one click.
     void clicked();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void click() override { emit clicked(); }
 
   private:
     [[nodiscard]] QRectF square() const;
@@ -65,7 +64,6 @@ class xy_plot_view : public QWidget, public spoken_control {
 
     iXYPlotX shown_;
     face_cache face_;
-    bool pressed_ = false;
 };
 
 } // namespace tyxo
