@@ -62,7 +62,7 @@ i32 small_height() {
 
 void enlarge(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
-    if (channel >= 2) chart.Left = 20;
+    if (!stands_left(channel)) chart.Left = 20;
     chart.Width = charts.layout.client_width - 25;
     chart.Height = small_height() + 125;
 }
@@ -70,7 +70,7 @@ void enlarge(i16 channel) {
 void reduce(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
     const i32 half = charts.layout.client_width / 2;
-    if (channel >= 2) chart.Left = half;
+    if (!stands_left(channel)) chart.Left = half;
     chart.Width = half - 4;
     chart.Height = small_height();
 }

@@ -61,7 +61,7 @@ void Timer_chartres_tick(i16 channel);
 
 /// The channel whose chart stands in the same row.
 [[nodiscard]] constexpr i16 row_neighbour(i16 channel) {
-    return static_cast<i16>(channel < 2 ? channel + 2 : channel - 2);
+    return static_cast<i16>(stands_left(channel) ? channel + 2 : channel - 2);
 }
 
 /// `cmd_zoom_xy`: gives the chart the whole width of its row and hides its neighbour, or takes that back.

@@ -54,7 +54,7 @@ quadrant_layout layout_quadrant(i16 channel, i32 left, i32 top, i32 width, i32 h
 
 rectangle zoom_button(const rectangle& chart, i16 channel, const print_room& print) {
     const i32 width = std::min(print.zoom_width, std::max(chart.width / 2 - 1, 1));
-    const i32 left = channel < 2 ? chart.left + 1 : chart.left + chart.width - width - 1;
+    const i32 left = stands_left(channel) ? chart.left + 1 : chart.left + chart.width - width - 1;
     return {left, chart.top + 1, width, print.zoom_height};
 }
 
@@ -71,7 +71,7 @@ window_layout layout_window(i32 client_width, i32 client_height, bool maximised,
     result.client_width = client_width;
     result.client_height = client_height;
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        const i32 left = channel < 2 ? 0 : half_width;
+        const i32 left = stands_left(channel) ? 0 : half_width;
         const i32 top = channel % 2 == 0 ? 0 : half_height;
         result.quadrants[static_cast<std::size_t>(channel)] =
             layout_quadrant(channel, left, top, half_width, half_height, maximised, print);

@@ -7,6 +7,11 @@
 
 namespace tyxo {
 
+/// Channels 0 and 1 stand in the left column, one below the other; 2 and 3 stand to the right of them.
+[[nodiscard]] constexpr bool stands_left(i16 channel) {
+    return channel < 2;
+}
+
 struct rectangle {
     i32 left = 0;
     i32 top = 0;

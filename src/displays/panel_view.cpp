@@ -67,10 +67,6 @@ void set_text_size(QWidget* widget, double pixels) {
 
 } // namespace
 
-QRect on_screen(const rectangle& place) {
-    return {place.left, place.top, place.width, place.height};
-}
-
 template <class Widget> Widget* panel_view::make(const char* array, QWidget* parent) {
     auto* const widget = new Widget(parent);
     widget->setObjectName(element(array, channel_));
@@ -251,8 +247,8 @@ void panel_view::show_chart() {
     const print_room& print = charts.layout.print;
     const int end = print.zoom_width + title_gap;
     const bool both = fills_row(channel_);
-    chart->set_title_room(print.zoom_height + 2, both || channel_ < 2 ? end : title_gap,
-                          both || channel_ >= 2 ? end : title_gap);
+    chart->set_title_room(print.zoom_height + 2, both || stands_left(channel_) ? end : title_gap,
+                          both || !stands_left(channel_) ? end : title_gap);
     row_cover_->setGeometry(on_screen(row_place(channel_)));
     row_cover_->setVisible(fills_row(channel_));
     cmd_zoom_xy->setGeometry(on_screen(zoom_button_place(channel_)));

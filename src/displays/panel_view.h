@@ -22,7 +22,9 @@ class led_view;
 class linear_gauge_view;
 class xy_plot_view;
 
-[[nodiscard]] QRect on_screen(const rectangle& place);
+[[nodiscard]] inline QRect on_screen(const rectangle& place) {
+    return {place.left, place.top, place.width, place.height};
+}
 
 /// Makes a channel's controls as children of `parent`, named after their control arrays, puts them in their
 /// places and shows what the core says they show.
