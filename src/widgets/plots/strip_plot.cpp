@@ -44,7 +44,6 @@ constexpr int least_left_margin = 40;
 constexpr int right_margin = 16;
 constexpr int least_bottom_margin = 22;
 constexpr int least_legend_line = 17;
-constexpr int widest_legend = 100'000; // an empty one would take no width and leave none to the axes
 
 // Letters grow with the chart.
 constexpr int least_pixels = 11;
@@ -81,7 +80,7 @@ bool usable(double low, double high) {
 } // namespace
 
 strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
-    : plot_(plot), look_(look), legend_(plot.legend), time_ticks_(new given_ticks),
+    : plot_(plot), look_(look), legend_(plot, look.paper ? 8 : 0), time_ticks_(new given_ticks),
       value_ticks_(new given_ticks) {
     plot.setNotAntialiasedElements(QCP::aeAll);
     plot.setNoAntialiasingOnDrag(true);
@@ -89,22 +88,9 @@ strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
 
     QCPAxisRect& area = *plot.axisRect();
     area.setAutoMargins(QCP::msNone);
-    area.insetLayout()->take(legend_);
     QCPLayoutGrid& page = *plot.plotLayout();
     page.setMargins({0, look.title_line, 0, 0});
     page.setRowSpacing(0);
-    page.insertRow(0);
-    auto* const legend_place = new QCPLayoutGrid; // keeps the ground of the legend as wide as the axes
-    legend_place_ = legend_place;
-    page.addElement(0, 0, legend_place);
-    legend_place->addElement(0, 0, legend_);
-    legend_->setLayer("legend");
-    legend_->setFillOrder(QCPLayoutGrid::foColumnsFirst);
-    legend_->setIconTextPadding(4);
-    legend_->setColumnSpacing(4);
-    legend_->setRowSpacing(0);
-    legend_->setMargins({look.paper ? 8 : 0, 0, 0, 0});
-    legend_->setBorderPen(Qt::NoPen);
 
     plot.xAxis->setTicker(time_ticks_);
     plot.yAxis->setTicker(value_ticks_);
@@ -173,7 +159,7 @@ void strip_plot::show(const iStripChartX& chart, const strip_window& rows) {
 void strip_plot::arrange() {
     set_fonts();
     pixel_ = span_ / graph_width();
-    set_legend();
+    legend_.arrange(graph_width(), legend_line());
     if (any_rows_) {
         set_time_ticks();
     } else {
@@ -187,7 +173,8 @@ void strip_plot::set_colours() {
     plot_.setBackground(QBrush(ground));
     plot_.axisRect()->setBackground(QBrush(qt_colour(shown_.GridBackGroundColor)));
     // Its samples of the curves need the ground that the curves have.
-    legend_->setBrush(look_.paper ? QBrush(qt_colour(shown_.GridBackGroundColor)) : QBrush(Qt::NoBrush));
+    legend_.set_colours(look_.paper ? QBrush(qt_colour(shown_.GridBackGroundColor)) : QBrush(Qt::NoBrush),
+                        qt_colour(shown_.LegendFontColor));
 
     const auto muted = [quiet](colour value) { return quiet ? QColor(quiet_print) : qt_colour(value); };
     const QColor grid = muted(shown_.AxisGridColor);
@@ -199,7 +186,6 @@ void strip_plot::set_colours() {
     }
     plot_.xAxis->setTickLabelColor(muted(shown_.XAxisLabelFontColor));
     plot_.yAxis->setTickLabelColor(muted(shown_.YAxisLabelFontColor));
-    legend_->setTextColor(qt_colour(shown_.LegendFontColor));
 }
 
 /// Letters, and the room for them.
@@ -210,12 +196,10 @@ void strip_plot::set_fonts() {
     const QFont font = label_font(plot_, pixels);
     plot_.xAxis->setTickLabelFont(font);
     plot_.yAxis->setTickLabelFont(font);
-    legend_->setFont(font);
-    legend_->setIconSize(16 * pixels / least_pixels, 8 * pixels / least_pixels);
-    legend_wrap_ = -1;
     plot_.axisRect()->setMargins(
         {left_margin(), 2, right_margin, least_bottom_margin * pixels / least_pixels});
-    legend_place_->setMargins({left_margin(), 0, right_margin, look_.paper ? legend_line() / 2 : 1});
+    legend_.set_letters(font, {16 * pixels / least_pixels, 8 * pixels / least_pixels},
+                        {left_margin(), 0, right_margin, look_.paper ? legend_line() / 2 : 1});
 }
 
 void strip_plot::set_y_scale() {
@@ -252,37 +236,7 @@ void strip_plot::set_curves() {
     // The first curve is the one to watch: it is drawn last, over the others.
     for (int index = plot_.graphCount() - 1; index >= 0; --index)
         plot_.graph(index)->setLayer("main");
-    legend_wrap_ = -1;
-}
-
-/// As many entries in a row as there is room for.
-void strip_plot::set_legend() {
-    std::vector<QCPGraph*> shown;
-    double widest = 0;
-    const QFontMetricsF metrics(legend_->font());
-    for (int index = 0; index < plot_.graphCount(); ++index) {
-        QCPGraph* const graph = plot_.graph(index);
-        if (!graph->visible()) continue;
-        shown.push_back(graph);
-        widest = std::max(widest, metrics.horizontalAdvance(graph->name()));
-    }
-    const int count = static_cast<int>(shown.size());
-    const int entry = static_cast<int>(widest) + legend_->iconSize().width() + legend_->iconTextPadding() +
-                      legend_->columnSpacing();
-    const int room = std::max(graph_width() / std::max(entry, 1), 1);
-    const int lines = count == 0 ? 0 : (count + room - 1) / room;
-    const int wrap = lines == 0 ? 0 : (count + lines - 1) / lines;
-    if (wrap == legend_wrap_) return;
-
-    legend_wrap_ = wrap;
-    legend_->clearItems();
-    legend_->simplify();
-    legend_->setWrap(wrap);
-    for (QCPGraph* const graph : shown)
-        graph->addToLegend(legend_);
-    legend_->setMinimumSize(0, lines * legend_line());
-    legend_->setMaximumSize(widest_legend, lines * legend_line());
-    legend_->setVisible(lines > 0);
+    legend_.renew();
 }
 
 double strip_plot::span_of(const strip_window& rows) const {

@@ -3,14 +3,13 @@
 
 #include "controls/strip_chart.h"
 #include "controls/strip_history.h"
+#include "widgets/plots/strip_legend.h"
 
 #include <QSharedPointer>
 #include <QVector>
 
 #include <vector>
 
-class QCPLayoutGrid;
-class QCPLegend;
 class QCustomPlot;
 
 namespace tyxo {
@@ -46,7 +45,6 @@ class strip_plot {
     void set_colours();
     void set_fonts();
     void set_curves();
-    void set_legend();
     void set_y_scale();
     void set_time_ticks();
     void set_even_ticks();
@@ -59,16 +57,14 @@ class strip_plot {
 
     QCustomPlot& plot_;
     strip_look look_;
-    QCPLegend* legend_;
-    QCPLayoutGrid* legend_place_ = nullptr;
+    strip_legend legend_;
     QSharedPointer<given_ticks> time_ticks_;
     QSharedPointer<given_ticks> value_ticks_;
     iStripChartX shown_;
     bool set_up_ = false;
     int set_pixels_ = 0; ///< the letters' size
-    int legend_wrap_ = 0;
-    double span_ = 1;  ///< ms
-    double pixel_ = 1; ///< ms
+    double span_ = 1;    ///< ms
+    double pixel_ = 1;   ///< ms
     bool any_rows_ = false;
     std::int64_t newest_ = 0;         ///< time of the newest row
     std::vector<strip_point> points_; // kept for its memory
