@@ -1,6 +1,7 @@
 #include "dialogs/frmalert_view.h"
 
 #include "dialogs/frmalert.h"
+#include "dialogs/frmalert_keyboard_view.h"
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/parent_window.h"
 #include "widgets/dialog.h"
@@ -10,13 +11,10 @@
 
 #include <QApplication>
 #include <QBoxLayout>
-#include <QKeyEvent>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 #include <QWindow>
-
-#include <utility>
 
 namespace tyxo {
 
@@ -26,7 +24,6 @@ constexpr int alert_picture_side = 150;
 constexpr double corner = 8;
 constexpr int from_top = 40; // pixels from the screen's upper edge: most dialogs stay in sight below
 constexpr int button_width = 220;
-constexpr int deaf_time = 700; // ms: what somebody was typing when the alert came is not meant for it
 constexpr QRgb dark_plate = 0xFF101010;
 constexpr QRgb light_plate = 0xFFFFFFFF;
 
@@ -118,8 +115,7 @@ frmalert_view::frmalert_view()
     ensurePolished();
     fit_screen();
     winId(); // made now, so that the first alarm finds its window ready
-    windowHandle()->installEventFilter(this);
-    connect(qApp, &QGuiApplication::focusWindowChanged, this, &frmalert_view::follow_keyboard);
+    keyboard_ = new alert_keyboard(*windowHandle(), this);
 }
 
 /// Letters of one size for all lines: as large as the screen has room for the longest.
@@ -212,7 +208,7 @@ void frmalert_view::say_new_lines() {
 }
 
 void frmalert_view::show_state() {
-    leave_locked_window();
+    keyboard_->leave_locked_window();
     if (!FrmAlert.form.Visible) {
         said_ = {};
         if (isVisible()) hide();
@@ -227,94 +223,38 @@ void frmalert_view::show_state() {
     } else if (FrmAlert.BackColor == alert_colour::red) {
         keep_in_front();
     }
-    if (wants_keyboard_ && !operator_types()) take_keyboard();
+    if (keyboard_->is_due()) take_keyboard();
     say_new_lines();
 }
 
 void frmalert_view::appear() {
-    wants_keyboard_ = true;
+    keyboard_->want();
     // What Qt::WA_ShowWithoutActivating says to a window that is made anew; this one is made once.
-    windowHandle()->setProperty("_q_showWithoutActivating", operator_types());
+    windowHandle()->setProperty("_q_showWithoutActivating", keyboard_->operator_types());
     CmdAck->setFocus();
     const QWidget* const main_window = dialog_parent();
     const QRect area = (main_window != nullptr ? main_window : this)->screen()->availableGeometry();
     adjustSize();
     move(area.left() + (area.width() - width()) / 2, area.top() + from_top);
     raise(); // before it is shown: some window managers give the keyboard to whatever asks to be in front
-    covered_ = false;
+    keyboard_->uncovered();
     show();
 }
 
 /// Where no window manager keeps it on top, a dialog that opened later covers it.
 void frmalert_view::keep_in_front() {
     if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
-    if (covered_ && QApplication::activePopupWidget() == nullptr) {
-        covered_ = false;
+    if (keyboard_->covered() && QApplication::activePopupWidget() == nullptr) {
+        keyboard_->uncovered();
         raise();
     }
 }
 
-void frmalert_view::follow_keyboard(QWindow* window) {
-    const bool from_alert = std::exchange(alert_had_it_, window == windowHandle());
-    if (window == windowHandle()) return;
-    if (window == nullptr && from_alert) return; // the alert has gone, and nobody has got the keyboard yet
-    owned_ = window != nullptr;
-    QWidget* const owner = owned_ ? QWidget::find(window->winId()) : nullptr;
-    if (owner != nullptr && owner != owner_) covered_ = true;
-    owner_ = owner;
-    leave_locked_window();
-}
-
-/// When the alert goes, some window managers give the keyboard to the main window, which loses all keys while
-/// a dialog locks it, and they may not hear the first request for another one.
-void frmalert_view::leave_locked_window() {
-    QWidget* const dialog = QApplication::activeModalWidget();
-    const QWindow* const owner = QGuiApplication::focusWindow();
-    if (dialog == nullptr || owner == nullptr || owner == windowHandle()) return;
-    if (QApplication::activePopupWidget() != nullptr) return; // the dialog's own list
-    if (owner != dialog->windowHandle()) dialog->activateWindow();
-}
-
-/// In a dialog, or in a text box of another window.
-bool frmalert_view::operator_types() const {
-    if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr)
-        return true;
-    if (owner_ == nullptr || !owner_->isVisible()) return false;
-    const QWidget* const box = owner_->focusWidget();
-    return box != nullptr && box->testAttribute(Qt::WA_InputMethodEnabled);
-}
-
-/// Where the keyboard belongs while the operator types; nowhere if it was with another program.
-QWidget* frmalert_view::typed_in() const {
-    if (!owned_) return nullptr;
-    QWidget* const dialog = QApplication::activeModalWidget();
-    return dialog != nullptr ? dialog : owner_.data();
-}
-
 void frmalert_view::take_keyboard() {
-    wants_keyboard_ = false;
-    has_keyboard_.start();
+    keyboard_->taken();
     raise();
     activateWindow();
     CmdAck->setFocus();
-}
-
-void frmalert_view::give_keyboard_back() {
-    wants_keyboard_ = true;
-    if (QWidget* const window = typed_in()) window->activateWindow();
-}
-
-/// True if the alert must not see a key. Not every window system lets a window give the keyboard back, and
-/// none does so at once: what reaches the alert meanwhile is handed on.
-bool frmalert_view::withhold(QKeyEvent& key) {
-    if (QApplication::activePopupWidget() != nullptr) return false; // the popup gets all keys anyway
-    if (operator_types()) {
-        if (const QWidget* const window = typed_in())
-            QCoreApplication::sendEvent(window->windowHandle(), &key);
-        return true;
-    }
-    if (wants_keyboard_ || has_keyboard_.elapsed() < deaf_time) return true;
-    return key.type() == QEvent::KeyPress && key.isAutoRepeat(); // still held down from before
 }
 
 void frmalert_view::reject() {
@@ -325,17 +265,7 @@ void frmalert_view::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
     desktop::run_handler(desktop::source::view, FrmAlert_activate);
-    if (operator_types()) {
-        give_keyboard_back();
-    } else {
-        has_keyboard_.start();
-    }
-}
-
-bool frmalert_view::eventFilter(QObject* watched, QEvent* event) {
-    const bool is_key = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
-    if (is_key && withhold(static_cast<QKeyEvent&>(*event))) return true;
-    return QDialog::eventFilter(watched, event);
+    keyboard_->arrived();
 }
 
 } // namespace tyxo

@@ -5,18 +5,15 @@
 #include "widgets/state_view.h"
 
 #include <QDialog>
-#include <QElapsedTimer>
-#include <QPointer>
 
 #include <array>
 
 class QBoxLayout;
-class QKeyEvent;
 class QPushButton;
-class QWindow;
 
 namespace tyxo {
 
+class alert_keyboard;
 class alert_plate;
 
 /// A window that belongs to no other, so that no dialog locks it, and that stays in front of all. It takes
@@ -38,7 +35,6 @@ class frmalert_view : public QDialog, public state_view, public spoken_control {
 
   protected:
     void changeEvent(QEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
     void make_headline(QBoxLayout& rows);
@@ -50,12 +46,6 @@ class frmalert_view : public QDialog, public state_view, public spoken_control {
     void appear();
     void keep_in_front();
     void take_keyboard();
-    void follow_keyboard(QWindow* owner);
-    void give_keyboard_back();
-    void leave_locked_window();
-    [[nodiscard]] QWidget* typed_in() const;
-    [[nodiscard]] bool operator_types() const;
-    bool withhold(QKeyEvent& key);
 
     alert_plate* Lbl_attention = nullptr;
     alert_plate* Lbl_relay = nullptr;
@@ -64,12 +54,7 @@ class frmalert_view : public QDialog, public state_view, public spoken_control {
     QPushButton* CmdAck = nullptr;
     announcer* announcer_;
     std::array<QString, 4> said_; // the lines that were announced
-    QPointer<QWidget> owner_;     // the window that had the keyboard before the alert, unless it is gone
-    bool owned_ = false;          // it was one of this program
-    bool alert_had_it_ = false;
-    bool covered_ = false; // another window may stand in front
-    bool wants_keyboard_ = false;
-    QElapsedTimer has_keyboard_; // since it has it by right
+    alert_keyboard* keyboard_ = nullptr;
 };
 
 } // namespace tyxo
