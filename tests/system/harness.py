@@ -19,6 +19,7 @@ import unittest
 
 PROGRAM = os.environ["TYXO"]
 DEAF = 0.8  # s: an alert that has just got the keyboard takes no key
+WITH_US = ["setpriv", "--pdeathsig", "TERM"]  # what is started so ends with the suite, however that ends
 
 # A suite that hangs tells where, before it is ended from outside.
 if "SUITE_SECONDS" in os.environ:
@@ -62,7 +63,7 @@ class SessionBus:
     """A message bus of its own; who is started by it ends with it."""
 
     def __init__(self, environment):
-        self.process = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
+        self.process = subprocess.Popen([*WITH_US, "dbus-daemon", "--session", "--nofork", "--print-address"],
                                         env=environment, stdout=subprocess.PIPE, text=True,
                                         stderr=subprocess.DEVNULL)
         self.address = self.process.stdout.readline().strip()
@@ -79,7 +80,7 @@ class Display:
     def __init__(self, size="1280x1024", window_manager=False):
         reading, writing = os.pipe()
         self.process = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp",
+            [*WITH_US, "Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp",
              "-noreset"],  # without it the server is away for a moment when its last client goes
             pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
