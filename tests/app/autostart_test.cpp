@@ -92,7 +92,7 @@ TEST(Autostart, BytesThatComeDuringABoxWaitForTheEndOfTheLoad) {
     bool taken = true;
     i32 speed_in_box = -1;
     world().during_box = [&] {
-        taken = receive(0, framed(parameter_body({})) + framed(measured_body({.speed = 777})));
+        taken = receive(0, closed(parameter_body({})) + closed(measured_body({.speed = 777})));
         speed_in_box = channels[0].speed;
         EXPECT_EQ(channels[0].log_state, log_states::wanted);
         EXPECT_TRUE(world().opened.empty() || world().opened.back() == events_path) << "no log yet";

@@ -98,8 +98,8 @@ TEST_F(LockedClose, FramesAreLoggedAndTheGatewaySendsWhileTheLockIsUp) {
     const auto before = logged(0).size();
     i32 ticks = 0;
     while_asked([&] { ticks = world().do_events_calls; }, 100);
-    after(2000, [] { receive(0, framed(measured_body())); });
-    after(4000, [] { receive(0, framed(measured_body())); });
+    after(2000, [] { receive(0, closed(measured_body())); });
+    after(4000, [] { receive(0, closed(measured_body())); });
     after(5000, [&] {
         EXPECT_TRUE(FrmAbort.form.Visible);
         EXPECT_EQ(logged(0).size(), before + 2);

@@ -49,7 +49,7 @@ TEST(Measuring, AStoppedChannelHearsNothing) {
     begin_with(1);
     start_logging(0);
     start_channel_click(0);
-    EXPECT_FALSE(receive(0, framed(measured_body({.speed = 99}))));
+    EXPECT_FALSE(receive(0, closed(measured_body({.speed = 99}))));
     EXPECT_EQ(channels[0].speed, 0);
     advance(10000);
     EXPECT_TRUE(channels[0].connected) << "its watchdog rests";

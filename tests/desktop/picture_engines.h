@@ -4,7 +4,7 @@
 #include "displays/xy_plot.h"
 #include "link/channel_rec.h"
 #include "link/frame_dispatch.h"
-#include "link/hex.h"
+#include "link/frames.h"
 
 #include "engine.h"
 
@@ -30,7 +30,7 @@ inline std::vector<engine> engines() {
 }
 
 inline void send(i16 channel, const std::string& body) {
-    sensor::frame_dispatch(body + funct::frame_lrc(body) + "\r\n", channel);
+    sensor::frame_dispatch(link_testing::closed(body), channel);
 }
 
 /// A channel that measures an engine: parameters, values, one curve of each kind.

@@ -29,7 +29,7 @@ TEST_F(SetupWrite, SendsWhatTheChannelsTabShowsAndStoresThen) {
     Text_sensor_loc_change(0, "Renamed");
     write_parameter(1);
     const std::string order = "010503060204000000000000000000000000000000000000";
-    EXPECT_EQ(sent(1), framed(":07010005DC06720006" + order + "004B"));
+    EXPECT_EQ(sent(1), closed(":07010005DC06720006" + order + "004B"));
     EXPECT_EQ(sent(1).size(), 75U);
     EXPECT_EQ(sent(0), "");
     EXPECT_EQ(channels[0].location, "Renamed");

@@ -1,5 +1,5 @@
 #pragma once
-// Frames as an Evaluator sends them, built without any help of the program.
+// The frames of a test's Evaluator, built without any help of the program.
 
 #include "basics/types.h"
 
@@ -85,20 +85,79 @@ inline std::string curve_block(std::string_view code, i32 block, i32 first) {
     return frame.str();
 }
 
+/// What a ":06" frame carries.
+struct parameter_values {
+    i32 alarmlevel = 320;
+    i32 prealarmlevel = 75;
+    i32 ratedspeed = 1500;
+    i32 overspeed = 1650;
+    i32 enginetype = 4;
+    i32 numzyl = 6;
+    i32 cylconf = 4;
+    std::array<i32, 24> firingorder{1, 5, 3, 6, 2, 4};
+    std::array<i32, 24> firingangle{0, 120, 120, 120, 120, 120};
+    i32 impoffset = 17;
+    i32 tsttime = 24;
+    i32 tstlen = 10;
+    i32 aimp_level_cur = 45;
+    i32 ialarmlevel1 = 110;
+    i32 ialarmlevel2 = 130;
+    i32 ialmrpm = 800;
+    std::string fwvers_ext = "V3.10-0042";
+    i32 ialarmdelay = 3;
+    i32 ialarmlen = 5;
+    i32 ialarmlevel = 90;
+    i32 theff_alm = 12;
+    i32 theff_cnt = 64;
+    i32 alminhibit_time = 300;
+    std::string evasnr = "SN004711";
+    i32 dcalarmpercent = 85;
+};
+
+inline std::string parameter_frame(const parameter_values& values, std::size_t length = parameter_length) {
+    frame_text frame("06", parameter_length);
+    frame.hex(4, 4, values.alarmlevel).hex(8, 4, values.prealarmlevel).hex(12, 4, values.ratedspeed);
+    frame.hex(16, 4, values.overspeed).hex(20, 4, values.enginetype).hex(24, 4, values.numzyl);
+    frame.hex(28, 4, values.cylconf);
+    for (std::size_t index = 0; index < 24; ++index) {
+        frame.hex(32 + 2 * index, 2, values.firingorder[index]);
+        frame.hex(80 + 4 * index, 4, values.firingangle[index]);
+    }
+    frame.hex(176, 4, values.impoffset).hex(180, 4, values.tsttime).hex(184, 4, values.tstlen);
+    frame.hex(188, 2, values.aimp_level_cur)
+        .hex(190, 4, values.ialarmlevel1)
+        .hex(194, 4, values.ialarmlevel2);
+    frame.hex(198, 4, values.ialmrpm).text(202, values.fwvers_ext);
+    frame.hex(212, 4, values.ialarmdelay).hex(216, 4, values.ialarmlen).hex(220, 4, values.ialarmlevel);
+    frame.hex(224, 4, values.theff_alm).hex(228, 4, values.theff_cnt).hex(232, 4, values.alminhibit_time);
+    frame.text(236, values.evasnr).hex(244, 4, values.dcalarmpercent);
+    return closed(frame.str().substr(0, length - 4));
+}
+
 /// A ":06" frame with every field another value, cut to `length`.
 inline std::string parameters(i32 overspeed, std::size_t length = parameter_length, i32 ratedspeed = 0x0203) {
-    frame_text frame("06", parameter_length);
-    frame.hex(4, 4, 0x0101).hex(8, 4, 0x0102).hex(12, 4, ratedspeed).hex(16, 4, overspeed);
-    frame.hex(20, 4, 4).hex(24, 4, 12).hex(28, 4, 2);
+    parameter_values values{0x0101, 0x0102, ratedspeed, overspeed, 4, 12, 2};
     for (i32 index = 0; index < 24; ++index) {
-        frame.hex(32 + 2 * static_cast<std::size_t>(index), 2, 101 + index);
-        frame.hex(80 + 4 * static_cast<std::size_t>(index), 4, 1000 + 30 * index);
+        values.firingorder[static_cast<std::size_t>(index)] = 101 + index;
+        values.firingangle[static_cast<std::size_t>(index)] = 1000 + 30 * index;
     }
-    frame.hex(176, 4, 0x0A01).hex(180, 4, 0x0A02).hex(184, 4, 0x0A03).hex(188, 2, 0xA4);
-    frame.hex(190, 4, 0x0A05).hex(194, 4, 0x0A06).hex(198, 4, 0x0A07).text(202, "V3.21 beta");
-    frame.hex(212, 4, 0x0A08).hex(216, 4, 0x0A09).hex(220, 4, 0x0A0A).hex(224, 4, 0x0A0B).hex(228, 4, 0x0A0C);
-    frame.hex(232, 4, 0x0A0D).text(236, "SN-00815").hex(244, 4, 0x0A0E);
-    return closed(frame.str().substr(0, length - 4));
+    values.impoffset = 0x0A01;
+    values.tsttime = 0x0A02;
+    values.tstlen = 0x0A03;
+    values.aimp_level_cur = 0xA4;
+    values.ialarmlevel1 = 0x0A05;
+    values.ialarmlevel2 = 0x0A06;
+    values.ialmrpm = 0x0A07;
+    values.fwvers_ext = "V3.21 beta";
+    values.ialarmdelay = 0x0A08;
+    values.ialarmlen = 0x0A09;
+    values.ialarmlevel = 0x0A0A;
+    values.theff_alm = 0x0A0B;
+    values.theff_cnt = 0x0A0C;
+    values.alminhibit_time = 0x0A0D;
+    values.evasnr = "SN-00815";
+    values.dcalarmpercent = 0x0A0E;
+    return parameter_frame(values, length);
 }
 
 /// What a ":08" frame carries.
@@ -109,11 +168,12 @@ struct raw_status {
     i32 inhibit_on = 0;
     i32 inhibit_left = 0;
     i32 ext = 0;
+    std::string_view fwvers = "V2.10";
 };
 
 inline std::string status(const raw_status& raw, std::size_t length = long_status_length) {
     frame_text frame("08", long_status_length);
-    frame.text(4, "V2.10").hex(9, 4, raw.alarm).hex(13, 4, raw.error).text(17, "zzzz");
+    frame.text(4, raw.fwvers).hex(9, 4, raw.alarm).hex(13, 4, raw.error).text(17, "zzzz");
     frame.hex(21, 2, raw.mode).hex(23, 4, raw.inhibit_on).hex(27, 4, raw.inhibit_left).hex(31, 2, raw.ext);
     return closed(frame.str().substr(0, length - 4));
 }

@@ -3,6 +3,7 @@
 #include "link/parameter_frame.h"
 
 #include "basics/failure.h"
+#include "link/frames.h"
 #include "link/hex.h"
 #include "link/link_world.h"
 
@@ -188,7 +189,7 @@ TEST_F(ParameterFrame, TheAnswerChangesNothingOfTheRecord) {
     record(1).numzyl = 8;
     EXPECT_EQ(frame().size(), 75U);
     for (const char* answer : {":0700", ":0701"}) {
-        receive(simulation::framed(answer), 1);
+        receive(link_testing::closed(answer), 1);
         EXPECT_EQ(record(1).alarmlevel, 320);
         EXPECT_EQ(record(1).ratedspeed, 750);
         EXPECT_EQ(record(1).numzyl, 8);

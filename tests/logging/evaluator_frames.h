@@ -1,20 +1,21 @@
 #pragma once
-// The frames of a test's Evaluator: bodies from ":" to the last data character.
+// What a test's Evaluator measures and tells, as bodies of frames: from ":" to the last data character.
 
-#include "basics/types.h"
+#include "link/frames.h"
 
-#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace tyxo::simulation {
 
-inline std::string hex_digits(i32 value, int width) {
-    std::string digits;
-    for (int place = width - 1; place >= 0; --place)
-        digits += "0123456789ABCDEF"[(value >> (4 * place)) & 15];
-    return digits;
+using link_testing::closed;
+using link_testing::hex_digits;
+using link_testing::parameter_values;
+
+/// Without its check and CR LF.
+inline std::string body_of(std::string_view frame) {
+    return std::string(frame.substr(0, frame.size() - 4));
 }
 
 /// How much of the parameter frame an Evaluator sends: each form has all of the forms in front of it.
@@ -28,57 +29,9 @@ enum class parameter_form : std::size_t {
     full = 247
 };
 
-struct parameter_values {
-    i32 alarmlevel = 320;
-    i32 prealarmlevel = 75;
-    i32 ratedspeed = 1500;
-    i32 overspeed = 1650;
-    i32 enginetype = 4;
-    i32 numzyl = 6;
-    i32 cylconf = 4;
-    std::array<i32, 24> firingorder{1, 5, 3, 6, 2, 4};
-    std::array<i32, 24> firingangle{0, 120, 120, 120, 120, 120};
-    i32 impoffset = 17;
-    i32 tsttime = 24;
-    i32 tstlen = 10;
-    i32 aimp_level_cur = 45;
-    i32 ialarmlevel1 = 110;
-    i32 ialarmlevel2 = 130;
-    i32 ialmrpm = 800;
-    std::string fwvers_ext = "V3.10-0042";
-    i32 ialarmdelay = 3;
-    i32 ialarmlen = 5;
-    i32 ialarmlevel = 90;
-    i32 theff_alm = 12;
-    i32 theff_cnt = 64;
-    i32 alminhibit_time = 300;
-    std::string evasnr = "SN004711";
-    i32 dcalarmpercent = 85;
-};
-
 inline std::string parameter_body(const parameter_values& values,
                                   parameter_form form = parameter_form::full) {
-    std::string body = ":06";
-    const auto put = [&body](i32 value, int width = 4) { body += hex_digits(value, width); };
-    for (const i32 value : {values.alarmlevel, values.prealarmlevel, values.ratedspeed, values.overspeed,
-                            values.enginetype, values.numzyl, values.cylconf})
-        put(value);
-    for (const i32 cylinder : values.firingorder)
-        put(cylinder, 2);
-    for (const i32 angle : values.firingangle)
-        put(angle);
-    for (const i32 value : {values.impoffset, values.tsttime, values.tstlen})
-        put(value);
-    put(values.aimp_level_cur, 2);
-    for (const i32 value : {values.ialarmlevel1, values.ialarmlevel2, values.ialmrpm})
-        put(value);
-    body += values.fwvers_ext;
-    for (const i32 value : {values.ialarmdelay, values.ialarmlen, values.ialarmlevel, values.theff_alm,
-                            values.theff_cnt, values.alminhibit_time})
-        put(value);
-    body += values.evasnr;
-    put(values.dcalarmpercent);
-    return body.substr(0, static_cast<std::size_t>(form));
+    return body_of(link_testing::parameter_frame(values)).substr(0, static_cast<std::size_t>(form));
 }
 
 struct measured_values {
@@ -91,18 +44,17 @@ struct measured_values {
 };
 
 inline std::string measured_body(const measured_values& values = {}) {
-    return ":01" + hex_digits(32768 + 10 * values.tsignal, 4) + hex_digits(10 * values.speed, 4) +
-           hex_digits(values.test_signal, 4) + hex_digits(32768 + values.tvoltage, 4) +
-           hex_digits(10 * values.teff_dc, 4) + hex_digits(10 * values.teff_ac, 4);
+    return body_of(link_testing::measured({.tsignal = 32768 + 10 * values.tsignal,
+                                           .speed = 10 * values.speed,
+                                           .test_signal = values.test_signal,
+                                           .tvoltage = 32768 + values.tvoltage,
+                                           .teff_dc = 10 * values.teff_dc,
+                                           .teff_ac = 10 * values.teff_ac}));
 }
 
 /// Block 1 to 4 of a curve whose sample i is `first` + i.
 inline std::string curve_body(std::string_view code, i32 block, i32 first) {
-    std::string body(code);
-    body += hex_digits(block, 2);
-    for (i32 sample = 0; sample < 64; ++sample)
-        body += hex_digits(first + 64 * (block - 1) + sample, 4);
-    return body;
+    return body_of(link_testing::curve_block(code.substr(1), block, first + 64 * (block - 1)));
 }
 
 struct status_values {
@@ -115,9 +67,12 @@ struct status_values {
 };
 
 inline std::string status_body(const status_values& values = {}) {
-    return ":08" + values.fwvers + hex_digits(values.alarm, 4) + hex_digits(values.error, 4) + "0000" +
-           hex_digits(values.eva_mode, 2) + hex_digits(values.inhibit_on, 4) +
-           hex_digits(values.inhibit_left, 4) + "00";
+    return body_of(link_testing::status({.alarm = values.alarm,
+                                         .error = values.error,
+                                         .mode = values.eva_mode,
+                                         .inhibit_on = values.inhibit_on,
+                                         .inhibit_left = values.inhibit_left,
+                                         .fwvers = values.fwvers}));
 }
 
 } // namespace tyxo::simulation

@@ -177,7 +177,7 @@ TEST_F(LogFailures, AWriteProtectedFileLosesEveryLine) {
 TEST_F(LogFailures, AFrameBehindALostRecordInTheSameEventIsStillTaken) {
     start_logging(0);
     world().unwritable.insert(log_path(0));
-    receive(0, framed(measured_body({.speed = 1})) + framed(measured_body({.speed = 2})));
+    receive(0, closed(measured_body({.speed = 1})) + closed(measured_body({.speed = 2})));
     EXPECT_EQ(channels[0].speed, 2);
 }
 

@@ -48,7 +48,7 @@ inline void start_on(std::string_view settings_text) {
 
 /// One frame from the channel's Evaluator.
 inline void feed(i16 channel, std::string_view body) {
-    receive(channel, framed(body));
+    receive(channel, closed(body));
 }
 
 /// Starts a channel and lets its log begin.

@@ -24,7 +24,6 @@
 #include "link/calls.h"
 #include "link/channel_rec.h"
 #include "link/frame_dispatch.h"
-#include "link/hex.h"
 #include "link/indicators.h"
 #include "link/serial.h"
 #include "link/supervision.h"
@@ -152,10 +151,6 @@ void fresh_world() {
 void set_local(const local_time& moment) {
     world().local = moment;
     world().local_set_ms = world().now_ms;
-}
-
-std::string framed(std::string_view body) {
-    return std::string(body) + funct::frame_lrc(body) + "\r\n";
 }
 
 } // namespace simulation

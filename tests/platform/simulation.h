@@ -160,7 +160,4 @@ void put_file(std::string_view path, std::string_view content);
 /// Moves a file to where nobody looks, under whoever has it open; the result is what it held.
 std::string take_file_away(std::string_view path);
 
-/// The body with its check and CR LF, as an Evaluator sends it.
-[[nodiscard]] std::string framed(std::string_view body);
-
 } // namespace tyxo::simulation

@@ -5,7 +5,6 @@
 #include "desktop/settings_file.h"
 #include "desktop/setup_window.h"
 #include "displays/chart.h"
-#include "link/hex.h"
 #include "logging/evaluator_frames.h"
 #include "settings/ini.h"
 
@@ -116,7 +115,7 @@ class first_start_test : public QObject {
         return found;
     }
     void send(i16 channel, const std::string& body) const {
-        lines_[static_cast<std::size_t>(channel)]->send(body + funct::frame_lrc(body) + "\r\n");
+        lines_[static_cast<std::size_t>(channel)]->send(simulation::closed(body));
     }
     static QByteArray log_of(i16 channel) {
         const QDir folder(QString("logs/Engine %1").arg(channel + 1));
