@@ -1,9 +1,9 @@
 // The strip charts in the main window: buttons, clicks and time resolutions, as an operator uses them.
 
+#include "desktop/started_window.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
-#include "desktop/started_window.h"
 
 #include <QPushButton>
 #include <QRadioButton>

@@ -1,11 +1,11 @@
 // The main window with its real widgets, driven and looked at as an operator does.
 
+#include "desktop/started_window.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
 #include "link/indicators.h"
 #include "link/status_update.h"
 #include "settings/ini.h"
-#include "desktop/started_window.h"
 
 #include <QAction>
 #include <QGroupBox>
