@@ -74,9 +74,8 @@ void design_all_channels() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         channels[channel].eva_mode = evaluator_mode::not_available;
         channels[channel].connected = true; // the first data announces nothing
-        const auto index = static_cast<std::size_t>(channel);
-        main_form.chart_w[index] = static_cast<float>(charts.chart[index].Width);
-        main_form.chart_h[index] = static_cast<float>(charts.chart[index].Height);
+        main_form.chart_w[channel] = static_cast<float>(charts.chart[channel].Width);
+        main_form.chart_h[channel] = static_cast<float>(charts.chart[channel].Height);
     }
     for (i16 channel = 0; channel < channel_count; ++channel)
         setup_thermo_gauge(channel);

@@ -1,9 +1,9 @@
 #pragma once
 // The main window without its picture: the start in one pass, the close request, the settings' loading.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 
-#include <array>
 #include <functional>
 #include <string>
 
@@ -15,9 +15,9 @@ struct mainfrm_state {
     i16 screen_h = 0;
     double design_w = 0; ///< the window's size at load, the base of its resizing
     double design_h = 0;
-    bool announced = false;         ///< the start line was written
-    std::array<float, 5> chart_w{}; ///< design sizes of the charts
-    std::array<float, 5> chart_h{};
+    bool announced = false;     ///< the start line was written
+    per_channel<float> chart_w; ///< design sizes of the charts
+    per_channel<float> chart_h;
 };
 
 inline mainfrm_state main_form;

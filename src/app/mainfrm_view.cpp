@@ -116,7 +116,7 @@ void mainfrm_view::make_menu() {
         entry->setObjectName(element("start_channel", channel));
         connect(entry, &QAction::triggered, this,
                 on_command([channel] { mainfrm::start_channel_click(channel); }), asked_later);
-        bind(entry, indicators.start_channel[static_cast<std::size_t>(channel)]);
+        bind(entry, indicators.start_channel[channel]);
     }
     QAction* const about = menuBar()->addAction("&About");
     about->setObjectName("about");
@@ -131,7 +131,7 @@ void mainfrm_view::make_client() {
         auto* const panel = new panel_view(channel, client);
         connect(panel, &panel_view::inhibit_clicked, this,
                 on_command([channel] { Lbl_alminhibit_click(channel); }));
-        panels_[static_cast<std::size_t>(channel)] = panel;
+        panels_[channel] = panel;
     }
     for (panel_view* panel : panels_)
         panel->make_chart(client);
@@ -223,7 +223,7 @@ print_room mainfrm_view::measured_print() const {
     print.logger_width =
         std::max(print.logger_width, metrics.horizontalAdvance(Lbl_TY_logger->text()) + 2 * label_rim);
     print.status_bar_height = std::max(print.status_bar_height, metrics.height() + label_rim);
-    panels_.front()->measure(font(), print);
+    panels_[0]->measure(font(), print);
     return print;
 }
 

@@ -2,6 +2,7 @@
 // The main window.
 
 #include "app/windows_view.h"
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "displays/layout.h"
 #include "widgets/state_view.h"
@@ -53,7 +54,7 @@ class mainfrm_view : public QMainWindow, public state_view {
     [[nodiscard]] print_room measured_print() const;
     void place();
 
-    std::array<panel_view*, channel_count> panels_{};
+    per_channel<panel_view*> panels_{};
     text_status_view* Text_status = nullptr;
     QGroupBox* frame_resolution = nullptr;
     std::array<QRadioButton*, 4> opt_res{};

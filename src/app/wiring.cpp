@@ -19,11 +19,10 @@ namespace tyxo {
 namespace {
 
 void wire_channel(i16 channel) {
-    const auto index = static_cast<std::size_t>(channel);
-    serial::comm[index].on_comm([channel] { serial::on_comm(channel); });
-    mainfrm::Timer_timeout[index].on_tick([channel] { sensor::link_timed_out(channel); });
-    mainfrm::Timer_intervall[index].on_tick([channel] { sensor::poll(channel); });
-    mainfrm::Timer_chartres[index].on_tick([channel] { Timer_chartres_tick(channel); });
+    serial::comm[channel].on_comm([channel] { serial::on_comm(channel); });
+    mainfrm::Timer_timeout[channel].on_tick([channel] { sensor::link_timed_out(channel); });
+    mainfrm::Timer_intervall[channel].on_tick([channel] { sensor::poll(channel); });
+    mainfrm::Timer_chartres[channel].on_tick([channel] { Timer_chartres_tick(channel); });
 }
 
 } // namespace

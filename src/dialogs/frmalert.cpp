@@ -64,12 +64,12 @@ void open_alert() {
 }
 
 void show_alert_line(i16 channel) {
-    at(FrmAlert.lbl_inst, channel).Visible = true;
-    at(FrmAlert.lbl_inst1, channel).Visible = true;
+    FrmAlert.lbl_inst[channel].Visible = true;
+    FrmAlert.lbl_inst1[channel].Visible = true;
 }
 
 void alert_text(i16 channel, std::string_view text) {
-    at(FrmAlert.lbl_inst1, channel).Caption = text;
+    FrmAlert.lbl_inst1[channel].Caption = text;
 }
 
 void timer_alert_tick() {

@@ -2,6 +2,7 @@
 // The alarm alert: a window of its own that flashes, beeps and sounds from the first main alarm until the
 // operator confirms it. It changes nothing about the alarm.
 
+#include "basics/per_channel.h"
 #include "controls/controls.h"
 #include "link/indicators.h"
 #include "platform/timer.h"

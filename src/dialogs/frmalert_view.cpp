@@ -177,13 +177,12 @@ void frmalert_view::make_lines(QBoxLayout& rows) {
     grid->setColumnStretch(1, 1);
     rows.addLayout(grid);
     for (int index = 0; index < channel_count; ++index) {
-        const auto at = static_cast<std::size_t>(index);
-        lbl_inst[at] = new alert_plate(this, element("lbl_inst", index));
-        lbl_inst1[at] = new alert_plate(this, element("lbl_inst1", index));
-        bind(lbl_inst[at], FrmAlert.lbl_inst[at]);
-        bind(lbl_inst1[at], FrmAlert.lbl_inst1[at]);
-        grid->addWidget(lbl_inst[at], index, 0);
-        grid->addWidget(lbl_inst1[at], index, 1);
+        lbl_inst[index] = new alert_plate(this, element("lbl_inst", index));
+        lbl_inst1[index] = new alert_plate(this, element("lbl_inst1", index));
+        bind(lbl_inst[index], FrmAlert.lbl_inst[index]);
+        bind(lbl_inst1[index], FrmAlert.lbl_inst1[index]);
+        grid->addWidget(lbl_inst[index], index, 0);
+        grid->addWidget(lbl_inst1[index], index, 1);
     }
 }
 

@@ -1,12 +1,11 @@
 #pragma once
 // The alarm alert on the screen.
 
+#include "basics/per_channel.h"
 #include "widgets/spoken.h"
 #include "widgets/state_view.h"
 
 #include <QDialog>
-
-#include <array>
 
 class QBoxLayout;
 class QPushButton;
@@ -49,11 +48,11 @@ class frmalert_view : public QDialog, public state_view, public spoken_control {
 
     alert_plate* Lbl_attention = nullptr;
     alert_plate* Lbl_relay = nullptr;
-    std::array<alert_plate*, 4> lbl_inst{};
-    std::array<alert_plate*, 4> lbl_inst1{};
+    per_channel<alert_plate*> lbl_inst{};
+    per_channel<alert_plate*> lbl_inst1{};
     QPushButton* CmdAck = nullptr;
     announcer* announcer_;
-    std::array<QString, 4> said_; // the lines that were announced
+    per_channel<QString> said_; // the lines that were announced
     alert_keyboard* keyboard_ = nullptr;
 };
 

@@ -13,8 +13,7 @@ namespace {
 constexpr std::string_view restart_command = ":8009";
 
 void record_restart(i16 channel) {
-    const std::string text =
-        "KVD " + at(sensor::channels, channel).location + " ## Restart Alarm Inhibit Time";
+    const std::string text = "KVD " + sensor::channels[channel].location + " ## Restart Alarm Inhibit Time";
     raise_event(channel, {.box = ' ' + text, .comment = text, .file = text});
 }
 

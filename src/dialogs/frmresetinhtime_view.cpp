@@ -13,7 +13,7 @@ namespace {
 
 /// "2: Port engine", as the channel's frame in the main window is called.
 QString channel_title(i16 channel) {
-    return QString("%1: %2").arg(channel + 1).arg(qt_text(at(sensor::channels, channel).location));
+    return QString("%1: %2").arg(channel + 1).arg(qt_text(sensor::channels[channel].location));
 }
 
 } // namespace

@@ -45,7 +45,7 @@ void tell_what_prints() {
         text = "Channel " + number + " is not installed";
         return;
     }
-    const bool frozen = at(charts.chart, print_channel).Frozen;
+    const bool frozen = charts.chart[print_channel].Frozen;
     text = "Prints channel " + number + ", the last " + window_text(frozen);
     if (frozen) text += ", frozen";
 }
@@ -90,7 +90,7 @@ void cmd_cancel_click() {
 }
 
 void printplot(i16 channel) {
-    iStripChartX& chart = at(charts.chart, channel);
+    iStripChartX& chart = charts.chart[channel];
     chart.PrintFlag = true;
     chart.PrintMode = 1;
     chart.PrintFontName = "arial";

@@ -1,6 +1,7 @@
 #pragma once
 // Printing of one channel's strip chart, and the dialog that chooses the channel.
 
+#include "basics/per_channel.h"
 #include "controls/controls.h"
 #include "link/indicators.h"
 

@@ -88,7 +88,7 @@ void name_curves(iStripChartX& chart, const channel_rec& rec) {
 void thaw(i16 channel) {
     charts.chart[channel].Frozen = false;
     charts.frozen[channel].reset();
-    mainfrm::Timer_chartres[static_cast<std::size_t>(channel)].Enabled(false);
+    mainfrm::Timer_chartres[channel].Enabled(false);
 }
 
 } // namespace
@@ -112,14 +112,14 @@ void setup_time_resolution() {
 }
 
 void setup_chart(i16 channel) {
-    iStripChartX& chart = at(charts.chart, channel);
+    iStripChartX& chart = charts.chart[channel];
     for (const curve_row& row : curve_rows)
         chart.curves.push_back({std::string(row.title), row.color});
     chart.Title = channel_number(channel) + ": " + sensor::channels[channel].location;
 }
 
 void add_chart_row(i16 channel) {
-    iStripChartX& chart = at(charts.chart, channel);
+    iStripChartX& chart = charts.chart[channel];
     const channel_rec& rec = sensor::channels[channel];
     strip_row row;
     row.time = running_ms();
@@ -130,8 +130,8 @@ void add_chart_row(i16 channel) {
 }
 
 void chart_click(i16 channel) {
-    iStripChartX& chart = at(charts.chart, channel);
-    Timer& minutes = mainfrm::Timer_chartres[static_cast<std::size_t>(channel)];
+    iStripChartX& chart = charts.chart[channel];
+    Timer& minutes = mainfrm::Timer_chartres[channel];
     if (chart.Frozen) {
         thaw(channel);
         return;
@@ -143,7 +143,7 @@ void chart_click(i16 channel) {
 }
 
 void Timer_chartres_tick(i16 channel) {
-    i16& minutes = at(charts.frozen_minutes, channel);
+    i16& minutes = charts.frozen_minutes[channel];
     ++minutes;
     if (minutes < longest_freeze) return;
     minutes = 0;
@@ -153,7 +153,7 @@ void Timer_chartres_tick(i16 channel) {
 
 void cmd_zoom_xy_click(i16 channel) {
     // The neighbour's state is its own: with both flags set, the last command decides which chart is seen.
-    iStripChartX& chart = at(charts.chart, channel);
+    iStripChartX& chart = charts.chart[channel];
     iStripChartX& neighbour = charts.chart[row_neighbour(channel)];
     bool& enlarged = sensor::channels[channel].xy_zoom_state;
     if (!enlarged) {
@@ -173,7 +173,7 @@ void cmd_zoom_xy_click(i16 channel) {
 void place_charts(const window_layout& layout) {
     charts.layout = layout;
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        const rectangle& place = layout.quadrants[static_cast<std::size_t>(channel)].chart;
+        const rectangle& place = layout.quadrants[channel].chart;
         iStripChartX& chart = charts.chart[channel];
         chart.Left = place.left;
         chart.Top = place.top;
@@ -184,11 +184,11 @@ void place_charts(const window_layout& layout) {
 }
 
 bool fills_row(i16 channel) {
-    return sensor::channels[channel].xy_zoom_state && at(charts.chart, channel).Visible;
+    return sensor::channels[channel].xy_zoom_state && charts.chart[channel].Visible;
 }
 
 rectangle row_place(i16 channel) {
-    const quadrant_layout& quadrant = charts.layout.quadrants[static_cast<std::size_t>(channel)];
+    const quadrant_layout& quadrant = charts.layout.quadrants[channel];
     const rectangle& frame = quadrant.Frame_sensor;
     const i32 top = quadrant.chart.top;
     return {0, top, charts.layout.client_width, frame.top + frame.height - top};
@@ -201,7 +201,7 @@ rectangle zoom_button_place(i16 channel) {
 }
 
 const strip_window& shown_rows(i16 channel) {
-    const auto& frozen = at(charts.frozen, channel);
+    const auto& frozen = charts.frozen[channel];
     return frozen ? *frozen : live_rows(channel);
 }
 

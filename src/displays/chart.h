@@ -1,6 +1,7 @@
 #pragma once
 // The strip charts: their settings, and the time window that they share.
 
+#include "basics/per_channel.h"
 #include "controls/strip_chart.h"
 #include "controls/strip_history.h"
 #include "displays/layout.h"
@@ -41,7 +42,7 @@ struct chart_controls {
 inline chart_controls charts;
 
 namespace mainfrm {
-inline std::array<Timer, channel_count> Timer_chartres; ///< ticks each minute while the chart is frozen
+inline per_channel<Timer> Timer_chartres; ///< ticks each minute while the chart is frozen
 } // namespace mainfrm
 
 /// Selects a time window for all four charts, by the caption beside the option.
@@ -61,7 +62,10 @@ void Timer_chartres_tick(i16 channel);
 
 /// The channel whose chart stands in the same row.
 [[nodiscard]] constexpr i16 row_neighbour(i16 channel) {
-    return static_cast<i16>(stands_left(channel) ? channel + 2 : channel - 2);
+    const quadrant_place own = quadrant_places[channel];
+    for (i16 other = 0; other < channel_count; ++other)
+        if (other != channel && quadrant_places[other].row == own.row) return other;
+    return channel;
 }
 
 /// `cmd_zoom_xy`: gives the chart the whole width of its row and hides its neighbour, or takes that back.

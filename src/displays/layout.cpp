@@ -71,9 +71,10 @@ window_layout layout_window(i32 client_width, i32 client_height, bool maximised,
     result.client_width = client_width;
     result.client_height = client_height;
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        const i32 left = stands_left(channel) ? 0 : half_width;
-        const i32 top = channel % 2 == 0 ? 0 : half_height;
-        result.quadrants[static_cast<std::size_t>(channel)] =
+        const auto [column, row] = quadrant_places[channel];
+        const i32 left = column * half_width;
+        const i32 top = row * half_height;
+        result.quadrants[channel] =
             layout_quadrant(channel, left, top, half_width, half_height, maximised, print);
     }
     const i32 text_top = 2 * half_height + gap;

@@ -1,16 +1,10 @@
 #pragma once
 // Where everything of the main window stands, in pixels of its client area.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 
-#include <array>
-
 namespace tyxo {
-
-/// Channels 0 and 1 stand in the left column, one below the other; 2 and 3 stand to the right of them.
-[[nodiscard]] constexpr bool stands_left(i16 channel) {
-    return channel < 2;
-}
 
 struct rectangle {
     i32 left = 0;
@@ -48,11 +42,22 @@ struct quadrant_layout {
     rectangle Cmd_diagramm2;
 };
 
+/// Where a channel's quadrant stands in the window.
+struct quadrant_place {
+    i32 column;
+    i32 row;
+};
+
+inline constexpr per_channel<quadrant_place> quadrant_places{{{0, 0}, {0, 1}, {1, 0}, {1, 1}}};
+
+[[nodiscard]] constexpr bool stands_left(i16 channel) {
+    return quadrant_places[channel].column == 0;
+}
+
 struct window_layout {
     i32 client_width = 0;
     i32 client_height = 0;
-    std::array<quadrant_layout, channel_count>
-        quadrants; ///< 1 top left, 2 bottom left, 3 top right, 4 bottom right
+    per_channel<quadrant_layout> quadrants;
     rectangle Text_status;
     rectangle frame_resolution;
     rectangle Lbl_TY_logger;

@@ -97,7 +97,7 @@ void design_panels() {
 }
 
 void setup_thermo_gauge(i16 channel) {
-    iLinearGaugeX& gauge = at(panels.Gauge_thermo, channel);
+    iLinearGaugeX& gauge = panels.Gauge_thermo[channel];
     gauge.PositionMax = 125;
     gauge.SectionCount = 2;
     gauge.SectionEnd = {100, 125};
@@ -133,7 +133,7 @@ void setup_panel(i16 channel) {
 }
 
 void setup_missing_panel(i16 channel) {
-    Frame& frame = at(panels.Frame_sensor, channel);
+    Frame& frame = panels.Frame_sensor[channel];
     frame.Caption = "not installed";
     frame.Enabled = false;
     panels.Frame_message[channel].Enabled = false;

@@ -1,6 +1,7 @@
 #pragma once
 // The panels of the main window: one per channel, four of them two by two, refreshed by the display tick.
 
+#include "basics/per_channel.h"
 #include "controls/controls.h"
 #include "controls/xy_plot.h"
 #include "link/indicators.h"

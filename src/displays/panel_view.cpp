@@ -242,7 +242,7 @@ void panel_view::place(const quadrant_layout& layout) {
 }
 
 void panel_view::show_chart() {
-    const iStripChartX& control = charts.chart[index_];
+    const iStripChartX& control = charts.chart[channel_];
     chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
     const print_room& print = charts.layout.print;
     const int end = print.zoom_width + title_gap;

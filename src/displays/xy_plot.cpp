@@ -50,24 +50,24 @@ const curve_kind acceleration{&channel_rec::angacc_data, angacc_curve, sensor::s
 // clang-format on
 
 void clear_curve(i16 channel, std::size_t curve) {
-    auto& curves = at(panels.XYplot, channel).curves;
+    auto& curves = panels.XYplot[channel].curves;
     if (curve < curves.size()) curves[curve].points.clear();
 }
 
 void show_curve(i16 channel, std::size_t curve) {
-    auto& curves = at(panels.XYplot, channel).curves;
+    auto& curves = panels.XYplot[channel].curves;
     if (curve < curves.size()) curves[curve].Visible = true;
 }
 
 /// Looks like a mistake and stays: a channel that came into use after the start has a plot without curves,
 /// which remains empty (Curves.OfAChannelThatCameIntoUseAfterTheStartAreServedWithoutADrawing).
 void add_point(i16 channel, std::size_t curve, const plot_point& point) {
-    auto& curves = at(panels.XYplot, channel).curves;
+    auto& curves = panels.XYplot[channel].curves;
     if (curve < curves.size()) curves[curve].points.push_back(point);
 }
 
 void set_axes(i16 channel) {
-    iXYPlotX& plot = at(panels.XYplot, channel);
+    iXYPlotX& plot = panels.XYplot[channel];
     plot.XAxis = scope_axis;
     plot.YAxis = scope_axis;
 }
@@ -152,7 +152,7 @@ plot_curve reference_circle() {
 } // namespace
 
 void setup_plot(i16 channel) {
-    auto& curves = at(panels.XYplot, channel).curves;
+    auto& curves = panels.XYplot[channel].curves;
     curves.clear();
     curves.push_back(reference_circle());
     curves.push_back({"", rgb(255, 0, 0), true, {}});

@@ -9,6 +9,7 @@
 // they are stored; where a narrower range is told here, whoever calculates with the field meets the failure.
 
 #include "basics/failure.h"
+#include "basics/per_channel.h"
 #include "basics/types.h"
 
 #include <array>
@@ -168,11 +169,11 @@ namespace sensor {
 
 using curve = std::array<i32, curve_samples>;
 
-inline std::array<channel_rec, channel_count> channels;
+inline per_channel<channel_rec> channels;
 inline i16 max_sensors = 0; ///< channels in use, 0 to 4
 /// Serial port numbers, from 1 on.
-inline std::array<i16, channel_count> comport{};
-inline std::array<bool, channel_count> channel_running{};
+inline per_channel<i16> comport{};
+inline per_channel<bool> channel_running{};
 inline bool measure_running = false; ///< from the first start until all channels are stopped
 inline bool chart_timer_on = false;
 inline i16 upd_periode = 0;     ///< ms: 100, 250, 500 or 1000
@@ -190,13 +191,13 @@ inline curve detail_angacc{};
 inline curve detail_thermo{};
 inline std::array<curve, 7> mb_angacc{};
 inline std::array<curve, 7> mb_thermo{};
-inline std::array<bool, channel_count> alert_latched{}; ///< the alert was raised for this relay alarm
+inline per_channel<bool> alert_latched{}; ///< the alert was raised for this relay alarm
 inline bool alert_open = false;
 inline i16 inhibit_reset_channel = 0; ///< 0 to 3: whose inhibit label was clicked last
 
 /// The record of a channel; the subscript failure when there is no such channel.
 [[nodiscard]] inline channel_rec& channel_at(i16 channel) {
-    return at(channels, channel);
+    return channels[channel];
 }
 
 } // namespace sensor

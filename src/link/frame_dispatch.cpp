@@ -60,7 +60,7 @@ void decode_measured_values(const frame_fields& frame, i16 channel) {
 /// What tells the two kinds of curve apart.
 struct curve_kind {
     std::array<i32, curve_samples + 1> channel_rec::*data;
-    std::array<i16, channel_count>& block_last;
+    per_channel<i16>& block_last;
     std::function<void(i16)> link_calls::*process;
     std::string_view record_kind;
     std::string_view index_error;

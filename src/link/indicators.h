@@ -1,17 +1,15 @@
 #pragma once
 // The controls of the main window that the link itself writes. Control arrays are indexed by channel.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "controls/controls.h"
 #include "controls/text_box.h"
 
-#include <array>
 #include <string>
 #include <string_view>
 
 namespace tyxo {
-
-template <class Control> using per_channel = std::array<Control, channel_count>;
 
 struct indicator_controls {
     per_channel<iLedRoundX> LED_Alarm;
@@ -29,8 +27,8 @@ struct indicator_controls {
     per_channel<iAnalogDisplayX> t_mv;
 
     Command startstop{"Start all channels"};
-    per_channel<Command> start_channel{Command{"Start channel 1"}, Command{"Start channel 2"},
-                                       Command{"Start channel 3"}, Command{"Start channel 4"}};
+    per_channel<Command> start_channel{
+        {{"Start channel 1"}, {"Start channel 2"}, {"Start channel 3"}, {"Start channel 4"}}};
     Command Quit{"E&xit"};
 
     text_box Text_status;

@@ -149,7 +149,7 @@ void port_close(i16 channel) {
 }
 
 void frame_send(std::string_view body, i16 channel) {
-    MSComm& line = at(comm, channel);
+    MSComm& line = comm[channel];
     const std::string frame = std::string(body) + funct::frame_lrc(body) + "\r\n";
     debug_output("TX: " + frame);
     const bool was_open = line.PortOpen();

@@ -1,10 +1,10 @@
 #pragma once
 // The serial lines: characters become frames, frames go out, ports open and close.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "platform/mscomm.h"
 
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -14,15 +14,15 @@ namespace tyxo::serial {
 inline constexpr std::string_view comm_settings = "38400,n,8,1";
 
 /// The ports, one per channel.
-inline std::array<MSComm, channel_count> comm;
+inline per_channel<MSComm> comm;
 
 /// What a channel has received so far of an open frame. A frame has no limit in length and no time-out: only
 /// the next ":" gives it up.
-inline std::array<std::string, channel_count> rx_chunk; ///< bytes of the last receive event
-inline std::array<std::string, channel_count> rx_frame; ///< from its ":" on, without CR and LF
-inline std::array<bool, channel_count> rx_start_seen{}; ///< a ":" was seen, the frame is open
-inline std::array<bool, channel_count> rx_cr_seen{};    ///< a CR was seen in the open frame
-inline std::array<bool, channel_count> rx_spare{};      ///< cleared with the others, tested by nothing
+inline per_channel<std::string> rx_chunk; ///< bytes of the last receive event
+inline per_channel<std::string> rx_frame; ///< from its ":" on, without CR and LF
+inline per_channel<bool> rx_start_seen{}; ///< a ":" was seen, the frame is open
+inline per_channel<bool> rx_cr_seen{};    ///< a CR was seen in the open frame
+inline per_channel<bool> rx_spare{};      ///< cleared with the others, tested by nothing
 
 /// Handles the event that the channel's port reports. A step that fails is skipped; "mscomm: " and the last
 /// failure's description go to the debug output.

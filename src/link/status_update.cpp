@@ -130,12 +130,12 @@ void show_inhibit(i16 channel) {
 } // namespace
 
 void status_update(i16 channel) {
-    if (channel < 0 || channel >= channel_count) failures::subscript();
+    const channel_rec& rec = channel_at(channel);
     indicators.Text_status.keep_last(status_text_limit);
     for (const status_row& row : status_rows)
         run_row(channel, row);
     show_relays(channel);
-    if (!channels[channel].connected) {
+    if (!rec.connected) {
         const std::string text = "Evaluator " + channel_number(channel) + " not connected";
         raise_event(channel, {' ' + text, "Evaluator not connected", text});
     }

@@ -32,19 +32,19 @@ void chart_timer_stop() {
 void poll_timer_arm(i16 channel) {
     // Looks like a mistake and stays: the timer is never enabled
     // (poll_sequencer.is_armed_with_the_display_period_and_never_enabled).
-    arm(at(mainfrm::Timer_intervall, channel), sensor::upd_periode, false);
+    arm(mainfrm::Timer_intervall[channel], sensor::upd_periode, false);
 }
 
 void poll_timer_stop(i16 channel) {
-    at(mainfrm::Timer_intervall, channel).Enabled(false);
+    mainfrm::Timer_intervall[channel].Enabled(false);
 }
 
 void timeout_timer_start(i16 channel) {
-    arm(at(mainfrm::Timer_timeout, channel), link_timeout, true);
+    arm(mainfrm::Timer_timeout[channel], link_timeout, true);
 }
 
 void timeout_timer_stop(i16 channel) {
-    at(mainfrm::Timer_timeout, channel).Enabled(false);
+    mainfrm::Timer_timeout[channel].Enabled(false);
 }
 
 } // namespace funct
@@ -74,7 +74,7 @@ constexpr std::array<poll_row, 7> poll_rows{{
 } // namespace
 
 void poll(i16 channel) {
-    if (at(poll_hold, channel)) return;
+    if (poll_hold[channel]) return;
     for (const poll_row& row : poll_rows) {
         if (row.step != poll_step) continue;
         poll_step = row.next;

@@ -2,18 +2,17 @@
 // Is the Evaluator there? The watchdog of each link, its return, the request sequencer, and the timers of
 // them all.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "platform/timer.h"
-
-#include <array>
 
 namespace tyxo {
 
 /// The timers of the main window that the link works with.
 namespace mainfrm {
 inline Timer Timer_chart_upd; ///< the display tick, every `upd_periode` ms while a channel is started
-inline std::array<Timer, channel_count> Timer_intervall; ///< request sequencers; never enabled
-inline std::array<Timer, channel_count> Timer_timeout;   ///< link watchdogs
+inline per_channel<Timer> Timer_intervall; ///< request sequencers; never enabled
+inline per_channel<Timer> Timer_timeout;   ///< link watchdogs
 } // namespace mainfrm
 
 namespace funct {
@@ -35,7 +34,7 @@ namespace sensor {
 
 inline i16 poll_step =
     0; ///< one for all channels: with several channels they take turns through one sequence
-inline std::array<bool, channel_count> poll_hold{}; ///< skips the sequencer; nothing sets it
+inline per_channel<bool> poll_hold{}; ///< skips the sequencer; nothing sets it
 
 /// One step of the request sequencer: sends a request for the step's kind of frame. Failure: that of
 /// `serial::frame_send`; the step counts as done.

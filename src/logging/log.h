@@ -5,10 +5,10 @@
 // line that cannot be written is lost, and logging goes on with the next file that can be. A file holds
 // nobody up longer than `output_file` tells, 10 ms; only the settings are read as long as their disk takes.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "platform/files.h"
 
-#include <array>
 #include <string>
 #include <string_view>
 
@@ -19,7 +19,7 @@ namespace tyxo::log {
 inline std::string log_period;
 
 /// The open file of each channel.
-inline std::array<output_file, channel_count> log_files;
+inline per_channel<output_file> log_files;
 
 /// Begins the channel's file of this period, or goes on with it when it exists; a new file gets its header.
 /// A file that does not open raises nothing: its lines try again.

@@ -92,8 +92,8 @@ template <class Number> std::string text_of(Number value) {
 }
 
 /// The value of a row for one channel.
-auto& value_of(std::array<i16, channel_count>* values, i16 channel) {
-    return at(*values, channel);
+auto& value_of(per_channel<i16>* values, i16 channel) {
+    return (*values)[channel];
 }
 template <class Value> auto& value_of(Value channel_rec::*member, i16 channel) {
     return sensor::channel_at(channel).*member;

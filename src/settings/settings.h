@@ -2,10 +2,10 @@
 // The values of the settings file that no channel owns, one table of all keys, and the keys' reading and
 // writing.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "link/channel_rec.h"
 
-#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -59,8 +59,7 @@ struct global_key {
     const repair* repaired = nullptr;
 };
 
-using channel_target =
-    std::variant<i16 channel_rec::*, std::string channel_rec::*, std::array<i16, channel_count>*>;
+using channel_target = std::variant<i16 channel_rec::*, std::string channel_rec::*, per_channel<i16>*>;
 
 struct channel_key {
     std::string_view stem; ///< the channel's number follows

@@ -28,7 +28,7 @@ TEST(Autostart, StartsAllChannelsBehindTheStartLine) {
     start_program(1272, 911);
     EXPECT_TRUE(sensor::measure_running);
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        EXPECT_EQ(sensor::channel_running[static_cast<std::size_t>(channel)], channel < 3);
+        EXPECT_EQ(sensor::channel_running[channel], channel < 3);
         EXPECT_EQ(port(channel).open, channel < 3);
     }
     EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), started(1), started(2), started(3)}));

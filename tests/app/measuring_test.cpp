@@ -29,7 +29,7 @@ TEST(Measuring, ARefusedStopChangesNothing) {
     startstop_click();
     start_channel_click(0);
     EXPECT_TRUE(sensor::measure_running);
-    EXPECT_EQ(channel_running, (std::array{true, true, false, false}));
+    EXPECT_EQ(channel_running, (per_channel<bool>{{true, true, false, false}}));
     EXPECT_TRUE(port(0).open);
     EXPECT_EQ(indicators.Text_status.text(), box);
 }

@@ -78,7 +78,7 @@ inline void show_alert(colour phase) {
     open_alert();
     for (i16 channel = 0; channel < channel_count; ++channel) {
         show_alert_line(channel);
-        alert_text(channel, sensor::channels[static_cast<std::size_t>(channel)].location + "  Mainalarm AC");
+        alert_text(channel, sensor::channels[channel].location + "  Mainalarm AC");
     }
     while (FrmAlert.BackColor != phase)
         timer_alert_tick();

@@ -42,7 +42,7 @@ class stop_lock_window : public QObject {
         QTRY_VERIFY(!lock_->isVisible());
         SetPassword("R\xFChe7");
         sensor::measure_running = true;
-        sensor::channel_running = {true, true, false, false};
+        sensor::channel_running = {{true, true, false, false}};
         indicators.Quit.Enabled = true;
         window_.show_state();
     }

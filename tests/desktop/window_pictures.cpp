@@ -170,7 +170,7 @@ void prepare_setup() {
     report(1, v24, simulated::ParameterForm::percent);
     report(2, plain_six, simulated::ParameterForm::base);
     serial::serial_ports = std::vector<i16>{1, 2, 3, 4, 17, 256};
-    sensor::comport = {1, 2, 256, 99};
+    sensor::comport = {{1, 2, 256, 99}};
 }
 
 /// The alert in its two phases: one channel, then three.

@@ -211,9 +211,9 @@ TEST_F(SetupChanges, APortIsTheNumberBehindTheFirstThreeCharactersOfItsEntry) {
             EXPECT_EQ(dialog().Select_com[row].ListIndex, static_cast<i32>(entry));
         }
     }
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{1, 2, 0, 0})) << "until OK";
+    EXPECT_EQ(sensor::comport, (per_channel<i16>{{1, 2, 0, 0}})) << "until OK";
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{12, 12, 0, 0}));
+    EXPECT_EQ(sensor::comport, (per_channel<i16>{{12, 12, 0, 0}}));
 }
 
 TEST_F(SetupChanges, TheScrollBarSetsTheNumberAndTheRows) {

@@ -69,14 +69,14 @@ TEST_F(SetupOpen, ShowsTheValuesOfEachChannelInItsRow) {
 }
 
 TEST_F(SetupOpen, ListsThePortsInAscendingOrderAndSelectsTheChannels) {
-    sensor::comport = {2, 12, 3, 4};
+    sensor::comport = {{2, 12, 3, 4}};
     setup_click();
     const port_texts ports{"COM1", "COM2", "COM3", "COM4", "COM12"};
     EXPECT_EQ(dialog().Select_com[0].List, ports);
     EXPECT_EQ(dialog().Select_com[1].List, ports);
     EXPECT_EQ(dialog().Select_com[0].ListIndex, 1);
     EXPECT_EQ(dialog().Select_com[1].ListIndex, 4);
-    EXPECT_EQ(dialog().comport_edit, (per_channel<i16>{2, 12, 3, 4}));
+    EXPECT_EQ(dialog().comport_edit, (per_channel<i16>{{2, 12, 3, 4}}));
 }
 
 TEST_F(SetupOpen, APortThatIsNoLongerListedLeavesTheSelectorEmptyAndOkKeepsItsNumber) {
@@ -105,7 +105,7 @@ TEST_F(SetupOpen, WithoutAListOfPortsTheRowsHoldTheirDesignAndTheRestIsFilled) {
     start_without_list(2);
     settings.evtpath = "C:\\events\\";
     settings.speedbar_mode = 1;
-    sensor::comport = {5, 6, 7, 8};
+    sensor::comport = {{5, 6, 7, 8}};
     setup_click();
     const frmsetup_form design;
     for (i16 row = 0; row < 2; ++row) {
@@ -116,7 +116,7 @@ TEST_F(SetupOpen, WithoutAListOfPortsTheRowsHoldTheirDesignAndTheRestIsFilled) {
     }
     expect_row_enabled(2, false);
     expect_row_enabled(3, false);
-    EXPECT_EQ(dialog().comport_edit, (per_channel<i16>{5, 6, 7, 8}));
+    EXPECT_EQ(dialog().comport_edit, (per_channel<i16>{{5, 6, 7, 8}}));
     EXPECT_EQ(dialog().Opt_diffmode, 1U);
     EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "C:\\events\\");
     EXPECT_EQ(dialog().Text_num_sensors, "2");

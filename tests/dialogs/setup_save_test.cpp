@@ -31,7 +31,7 @@ TEST_F(SetupSave, TakesEveryBoxOfEveryRow) {
     Text_evtlogfile_path_change("C:\\events\\");
     frmSetup_cmd_OK_click();
     EXPECT_EQ(sensor::max_sensors, 4);
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{4, 3, 2, 1}));
+    EXPECT_EQ(sensor::comport, (per_channel<i16>{{4, 3, 2, 1}}));
     EXPECT_EQ(settings.evtpath, "C:\\events\\");
     for (i16 row = 0; row < channel_count; ++row) {
         for (const row_box& box : row_boxes) {
@@ -216,7 +216,7 @@ TEST_F(SetupSave, DuringAMeasurementStoresWhatItShowsAndChangesNothing) {
     setup_click();
     frmSetup_cmd_OK_click();
     EXPECT_EQ(sensor::max_sensors, 2);
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{1, 2, 0, 0}));
+    EXPECT_EQ(sensor::comport, (per_channel<i16>{{1, 2, 0, 0}}));
     EXPECT_EQ(channels[0].location, "Engine 1");
     EXPECT_TRUE(sensor::channel_running[0]);
     EXPECT_TRUE(indicators.start_channel[0].Enabled);

@@ -29,7 +29,7 @@ class ChartZoom : public testing::TestWithParam<size_row> {
     }
 
     [[nodiscard]] const rectangle& design_place(i16 channel) const {
-        return layout_.quadrants[static_cast<std::size_t>(channel)].chart;
+        return layout_.quadrants[channel].chart;
     }
     static i16 neighbour(i16 channel) { return static_cast<i16>((channel + 2) % 4); }
 
@@ -140,14 +140,14 @@ TEST_P(ChartZoom, TheWholeRowDownToItsFramesLowerEdgeIsCovered) {
         EXPECT_FALSE(fills_row(neighbour(channel)));
         const rectangle row = row_place(channel);
         for (const i16 covered : {channel, neighbour(channel)}) {
-            const quadrant_layout& quadrant = layout_.quadrants[static_cast<std::size_t>(covered)];
+            const quadrant_layout& quadrant = layout_.quadrants[covered];
             for (const rectangle& place : {quadrant.chart, quadrant.Frame_sensor, quadrant.XYplot,
                                            quadrant.Frame_message, quadrant.Cmd_diagramm2})
                 EXPECT_TRUE(lies_in(place, row)) << covered;
         }
         const iStripChartX& chart = charts.chart[channel];
         EXPECT_TRUE(lies_in({chart.Left, chart.Top, chart.Width, chart.Height}, row));
-        const rectangle& frame = layout_.quadrants[static_cast<std::size_t>(channel)].Frame_sensor;
+        const rectangle& frame = layout_.quadrants[channel].Frame_sensor;
         EXPECT_EQ(row.top + row.height, frame.top + frame.height) << "nothing of the next row";
         cmd_zoom_xy_click(channel);
     }

@@ -33,7 +33,7 @@ struct curve_kind {
     std::function<void(i16)> link_calls::*calc;
     const char* code;
     std::string_view record;
-    std::array<i16, channel_count>* block_last;
+    per_channel<i16>* block_last;
 };
 
 inline const curve_kind thermo_kind{"thermo",

@@ -16,7 +16,7 @@ struct curve_kind {
     const char* name;
     const char* code;
     std::array<i32, curve_samples + 1> channel_rec::*data;
-    std::array<i16, channel_count>* block_last;
+    per_channel<i16>* block_last;
     std::function<void(i16)> link_calls::*process;
     const char* process_call;
     const char* record_call;

@@ -53,10 +53,10 @@ namespace {
 
 void reset_measurement() {
     using namespace sensor;
-    channels.fill({});
+    channels = {};
     max_sensors = 0;
-    comport.fill(0);
-    channel_running.fill(false);
+    comport = {};
+    channel_running = {};
     measure_running = chart_timer_on = false;
     upd_periode = adc_offset = zyl_speed_range = 0;
     cmd_periode = 0;
@@ -66,21 +66,21 @@ void reset_measurement() {
     detail_thermo.fill(0);
     mb_angacc.fill({});
     mb_thermo.fill({});
-    alert_latched.fill(false);
+    alert_latched = {};
     alert_open = false;
     inhibit_reset_channel = 0;
-    thermo_block_last.fill(0);
-    angacc_block_last.fill(0);
+    thermo_block_last = {};
+    angacc_block_last = {};
     poll_step = 0;
-    poll_hold.fill(false);
+    poll_hold = {};
 }
 
 void reset_link() {
-    serial::rx_chunk.fill({});
-    serial::rx_frame.fill({});
-    serial::rx_start_seen.fill(false);
-    serial::rx_cr_seen.fill(false);
-    serial::rx_spare.fill(false);
+    serial::rx_chunk = {};
+    serial::rx_frame = {};
+    serial::rx_start_seen = {};
+    serial::rx_cr_seen = {};
+    serial::rx_spare = {};
     serial::serial_ports.reset();
     for (MSComm& port : serial::comm)
         port.on_comm({});

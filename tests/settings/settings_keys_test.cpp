@@ -135,7 +135,7 @@ struct channel_row {
 };
 
 const std::vector<channel_row> channel_rows{
-    {"comport ", [](i16 c) { return text(sensor::comport[static_cast<std::size_t>(c)]); }, "0", true},
+    {"comport ", [](i16 c) { return text(sensor::comport[c]); }, "0", true},
     {"location ", [](i16 c) { return channels[c].location; }, "", false},
     {"typecode ", [](i16 c) { return channels[c].typecode; }, "unknown", false},
     {"logpath ", [](i16 c) { return channels[c].logpath; }, "", false},

@@ -30,7 +30,7 @@ void fill_settings(i16 used) {
     settings.autostart = true;
     for (i16 channel = 0; channel < used; ++channel) {
         const std::string number = std::to_string(channel + 1);
-        sensor::comport[static_cast<std::size_t>(channel)] = static_cast<i16>(10 + channel);
+        sensor::comport[channel] = static_cast<i16>(10 + channel);
         channels[channel].location = "Engine " + number;
         channels[channel].typecode = "T" + number;
         channels[channel].logpath = "C:\\logs\\";

@@ -156,23 +156,23 @@ void SSTab_click(i16 tab) {
 }
 
 void Text_sensor_loc_change(i16 row, std::string_view text) {
-    at(frmSetup.Text_sensor_loc, row).Text = text;
+    frmSetup.Text_sensor_loc[row].Text = text;
 }
 
 void Text_logfile_path_change(i16 row, std::string_view text) {
-    at(frmSetup.Text_logfile_path, row).Text = text;
+    frmSetup.Text_logfile_path[row].Text = text;
 }
 
 void Text_type_code_change(i16 row, std::string_view text) {
-    at(frmSetup.Text_type_code, row).Text = text;
+    frmSetup.Text_type_code[row].Text = text;
 }
 
 void Text_alm1_change(i16 row, std::string_view text) {
-    at(frmSetup.Text_alm1, row).Text = text;
+    frmSetup.Text_alm1[row].Text = text;
 }
 
 void Text_alm2_change(i16 row, std::string_view text) {
-    at(frmSetup.Text_alm2, row).Text = text;
+    frmSetup.Text_alm2[row].Text = text;
 }
 
 void Text_evtlogfile_path_change(std::string_view text) {
@@ -180,7 +180,7 @@ void Text_evtlogfile_path_change(std::string_view text) {
 }
 
 void Select_com_click(i16 row, std::size_t entry) {
-    ComboBox& list = at(frmSetup.Select_com, row);
+    ComboBox& list = frmSetup.Select_com[row];
     if (entry >= list.List.size()) failures::subscript();
     list.ListIndex = static_cast<i32>(entry);
     const std::string number = list.List[entry].substr(port_letters.size());
@@ -196,13 +196,13 @@ void scroll_max_commport_change(i16 value) {
 }
 
 void Check_tst_click(i16 row) {
-    CheckBox& box = at(frmSetup.Check_tst, row);
+    CheckBox& box = frmSetup.Check_tst[row];
     toggle(box);
     sensor::channels[row].tstsig_visible = box.Value;
 }
 
 void cmd_browse_path_click(i16 row) {
-    TextBox& box = at(frmSetup.Text_logfile_path, row);
+    TextBox& box = frmSetup.Text_logfile_path[row];
     frmbrowse.start_folder = box.Text;
     browse([&box, row] {
         sensor::channels[row].logpath = frmbrowse.result;

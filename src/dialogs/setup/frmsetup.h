@@ -5,6 +5,7 @@
 // Some controls take effect at once, and "Cancel" does not undo them; the others wait for "OK". Nothing that
 // is typed is checked here.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "controls/controls.h"
 #include "link/channel_rec.h"
@@ -21,8 +22,9 @@ namespace tyxo {
 /// A row of tabs: which one is in front, their captions, which of them can be chosen.
 struct tab_strip {
     i16 Tab = 0;
-    std::array<std::string, 5> TabCaption{"TY Settings", "Tab 1", "Tab 2", "Tab 3", "Tab 4"};
-    std::array<bool, 5> TabEnabled{true, true, true, true, true};
+    std::array<std::string, 1 + channel_count> TabCaption =
+        std::to_array<std::string>({"TY Settings", "Tab 1", "Tab 2", "Tab 3", "Tab 4"});
+    std::array<bool, 1 + channel_count> TabEnabled = std::to_array({true, true, true, true, true});
     bool operator==(const tab_strip&) const = default;
 };
 
@@ -74,7 +76,7 @@ struct frmsetup_form {
     per_channel<CheckBox> Check_tst;
 
     // Tab 0: what concerns all channels.
-    ScrollBar scroll_max_commport{.Min = 1, .Max = 4, .Value = 1};
+    ScrollBar scroll_max_commport{.Min = 1, .Max = channel_count, .Value = 1};
     std::string Text_num_sensors;
     std::optional<std::size_t> Opt_diffmode; ///< the selected option
     Frame Frame_events{.Caption = "All events logfile"};

@@ -162,7 +162,6 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
     const int line = row + 1;
     grid.addWidget(add_caption(*frame_comport, sensor), line, heading);
 
-    const auto index = static_cast<std::size_t>(row);
     auto* const list = new QComboBox(this);
     list->setObjectName(element("Select_com", row));
     list->setAccessibleName(spoken("Comport"));
@@ -174,12 +173,12 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
                              [row, entry] { Select_com_click(row, static_cast<std::size_t>(entry)); });
     });
     wheel_->guard(*list);
-    bind(list, frmSetup.Select_com[index]);
+    bind(list, frmSetup.Select_com[row]);
     grid.addWidget(list, line, port);
 
     for (const text_column& text : text_columns) {
         edit_box* const box =
-            add_text(element(text.array, row), spoken(text.caption), (frmSetup.*text.boxes)[index],
+            add_text(element(text.array, row), spoken(text.caption), (frmSetup.*text.boxes)[row],
                      [change = text.change, row](std::string_view typed) { change(row, typed); });
         box->setMinimumWidth(width_of(*box, text.letters / 2));
         if (text.place != path) {
@@ -190,13 +189,13 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
         with_button->setSpacing(column_gap / 2);
         with_button->addWidget(box, 1);
         with_button->addWidget(add_browse(element("cmd_browse_path", row), spoken("Browse logfile path"),
-                                          frmSetup.cmd_browse_path[index],
+                                          frmSetup.cmd_browse_path[row],
                                           [row] { cmd_browse_path_click(row); }));
         grid.addLayout(with_button, line, text.place);
     }
 
     QCheckBox* const check =
-        add_check(element("Check_tst", row), frmSetup.Check_tst[index], [row] { Check_tst_click(row); });
+        add_check(element("Check_tst", row), frmSetup.Check_tst[row], [row] { Check_tst_click(row); });
     check->setAccessibleName(spoken("Testsignal"));
     grid.addWidget(check, line, test_signal, Qt::AlignCenter);
 }

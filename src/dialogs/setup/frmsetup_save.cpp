@@ -34,7 +34,7 @@ void save_parameter() {
 }
 
 void write_parameter(i16 channel) {
-    const sensor_tab& tab = at(frmSetup.sensors, channel);
+    const sensor_tab& tab = frmSetup.sensors[channel];
     funct::parameter_frame_send(channel, {.alarmlevel = tab.txt_alarmlevel,
                                           .ratedspeed = tab.txt_nendehzahl,
                                           .overspeed = tab.txt_overspeed,

@@ -53,7 +53,7 @@ void frmsetup_view::make_tabs(QVBoxLayout& place) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         auto* const page = new sensor_page(channel, SSTab);
         add_page(page);
-        sensors_[static_cast<std::size_t>(channel)] = page;
+        sensors_[channel] = page;
     }
     QTabBar* const bar = SSTab->tabBar();
     bar->setUsesScrollButtons(false); // captions give way, each as little as it must

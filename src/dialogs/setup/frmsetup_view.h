@@ -1,10 +1,10 @@
 #pragma once
 // The dialog "Setup" on the screen.
 
+#include "basics/per_channel.h"
 #include "basics/types.h"
 #include "widgets/dialog.h"
 
-#include <array>
 #include <vector>
 
 class QTabWidget;
@@ -33,7 +33,7 @@ class frmsetup_view : public modal_dialog {
 
     QTabWidget* SSTab = nullptr;
     settings_page* settings_ = nullptr;
-    std::array<sensor_page*, channel_count> sensors_{};
+    per_channel<sensor_page*> sensors_{};
     std::vector<QWidget*> pages_; // of the tabs
     QPushButton* cmd_OK = nullptr;
 };

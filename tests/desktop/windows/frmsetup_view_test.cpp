@@ -24,7 +24,7 @@ class frmsetup_view_test : public QObject {
     void initTestCase() { setup_.start(); }
     void init() {
         sensor::max_sensors = 3;
-        sensor::comport = {2, 17, 99, 4};
+        sensor::comport = {{2, 17, 99, 4}};
         setup_.open();
     }
     void cleanup() { setup_.close(); }
@@ -118,7 +118,7 @@ class frmsetup_view_test : public QObject {
         setup_.click("cmd_OK");
         QTRY_VERIFY(!setup_.dialog()->isVisible());
         for (int row = 0; row < channel_count; ++row) {
-            const channel_rec& rec = sensor::channels[static_cast<std::size_t>(row)];
+            const channel_rec& rec = sensor::channels[row];
             QCOMPARE(rec.location, typed("Text_sensor_loc", row).toStdString());
             QCOMPARE(rec.logpath, typed("Text_logfile_path", row).toStdString());
             QCOMPARE(rec.typecode, typed("Text_type_code", row).toStdString());

@@ -210,7 +210,7 @@ class small_dialogs_test : public QObject {
     QDialog* open_inhibit(int channel) {
         to_front(&window_.view());
         indicators.Text_status.keep_last(0);
-        indicators.Lbl_alminhibit[static_cast<std::size_t>(channel)].Visible = true;
+        indicators.Lbl_alminhibit[channel].Visible = true;
         window_.show_state();
         QTest::mouseClick(window_.widget("Lbl_alminhibit", channel), Qt::LeftButton);
         return window_.opened("FrmResetInhTime");
