@@ -7,6 +7,7 @@
 #include "link/status_update.h"
 #include "platform/debug_output.h"
 
+#include <array>
 #include <cstdlib>
 
 namespace tyxo::sensor {
@@ -151,7 +152,7 @@ struct frame_type {
 };
 
 /// Frames of other codes are left alone.
-constexpr std::array<frame_type, 7> frame_types{{
+constexpr auto frame_types = std::to_array<frame_type>({
     {0, decode_identification},
     {1, decode_measured_values},
     {3, decode_thermo},
@@ -159,7 +160,7 @@ constexpr std::array<frame_type, 7> frame_types{{
     {6, decode_parameters},
     {7, decode_write_answer},
     {8, decode_status},
-}};
+});
 
 /// The two characters of the code as a decimal number; digits count until the first other character.
 i32 function_code(const frame_fields& frame) {

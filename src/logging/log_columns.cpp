@@ -9,15 +9,15 @@ namespace tyxo::log {
 
 namespace {
 
-constexpr std::array<log_record_kind, 3> kinds{{
+constexpr auto kinds = std::to_array<log_record_kind>({
     {1, "REC1", "LINEAR", ""},
     {3, "REC2", "POLAR", " "},
     {4, "REC3", "POLAR", " "},
-}};
+});
 
 using rec = channel_rec;
 
-const std::array<log_column, 8> columns{{
+const auto columns = std::to_array<log_column>({
     {"T1", "", record_time{}, "Time", "HH:MM:SS", "", ""},
     {"T2", "REC1", &rec::tsignal, "Tsignal", "  % alarm", "1", "255"},
     {"T3", "REC1", &rec::speed, "Speed", &rec::speed_unit, &rec::speed_scale, "16711680"},
@@ -26,7 +26,7 @@ const std::array<log_column, 8> columns{{
     {"T6", "REC1", &rec::tvoltage, "Tvoltage", "  mV x50", ".5", "65280"},
     {"T7", "REC1", &rec::teff_dc, "Teff DC", "  %alarm", "1", "16711935"},
     {"T8", "REC1", &rec::teff_ac, "Teff AC", "  %alarm", "1", "16777215"},
-}};
+});
 
 bool has(const log_record_kind& kind, const log_column& column) {
     return column.record.empty() || column.record == kind.tag;
