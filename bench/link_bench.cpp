@@ -7,6 +7,7 @@
 #include "link/channel_rec.h"
 #include "link/hex.h"
 #include "link/indicators.h"
+#include "link/frames.h"
 #include "link/serial.h"
 #include "link/status_update.h"
 #include "logging/log.h"
@@ -21,7 +22,7 @@ namespace {
 
 using namespace tyxo;
 
-const std::string frame = simulation::framed(":0185DC1388000088020320012C");
+const std::string frame = link_testing::closed(":0185DC1388000088020320012C");
 
 /// One channel that measures; nothing reacts to it unless `wire()` is called.
 void start_measuring() {

@@ -15,7 +15,7 @@ FOREIGN = {"LICENSE"}
 
 CODE = (".h", ".cpp", ".py", ".sh", ".cmake", "CMakeLists.txt")
 CODE_FOLDERS = ("src", "tools", "tests", "bench")
-MOST_LINES = 362
+MOST_LINES = 330
 MOST_FILES = 50
 # Folders that shall not grow beyond one subject: less lines than these.
 FOLDER_LINES = {"src/displays": 3150}
