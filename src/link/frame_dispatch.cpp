@@ -82,7 +82,7 @@ void decode_curve_block(const frame_fields& frame, i16 channel, const curve_kind
     i16& counter = kind.block_last[channel];
     if (block != counter + 1) {
         // Looks like a mistake and stays: the same words for both kinds
-        // (curve_blocks.first_block_must_be_number_1).
+        // (CurveBlocks.FirstBlockMustBeNumber1).
         debug_output("blocknummerfehler thermospannung");
         counter = 0;
         return;
@@ -102,7 +102,7 @@ void decode_curve_block(const frame_fields& frame, i16 channel, const curve_kind
         return;
     }
     // Looks like a mistake and stays: a failure in there leaves the counter at 3, and the next curve is
-    // refused (curve_blocks.a_failing_process_leaves_the_counter_at_3_and_costs_the_next_curve).
+    // refused (CurveBlocks.AFailingProcessLeavesTheCounterAt3AndCostsTheNextCurve).
     (calls.*kind.process)(channel);
     counter = 0;
     calls.log_record(channel, kind.record_kind);
@@ -183,7 +183,7 @@ void frame_dispatch(std::string_view received, i16 channel) {
         return;
     }
     // Looks like a mistake and stays: takes away a "not connected" of any channel
-    // (supervision.a_good_frame_of_another_channel_empties_the_status_bar).
+    // (Supervision.AGoodFrameOfAnotherChannelEmptiesTheStatusBar).
     indicators.StatusBar.clear();
 
     const frame_fields frame(trimmed);

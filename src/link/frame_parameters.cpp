@@ -59,7 +59,7 @@ void scale_speed_gauge(const channel_rec& rec, iAngularGaugeX& gauge) {
     if (rec.overspeed > least) {
         gauge.SectionEnd[1] = rec.overspeed;
         // Looks like a mistake and stays: the band overwrites this at once
-        // (gauge_of.the_overspeed_limit_has_its_end_and_ticks).
+        // (GaugeOf.TheOverspeedLimitHasItsEndAndTicks).
         gauge.PositionMax = rec.overspeed * 1.1;
     }
     const gauge_band& band = band_of(gauge_bands, rec.overspeed);

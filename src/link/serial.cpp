@@ -34,7 +34,7 @@ constexpr std::array<event_text, 10> line_errors{{
            "berschreitung"},
     {1011, "Fehler bei DCB-Abfrage"},
     // Looks like a mistake and stays: keyed by 0, so that a DSR time-out, 1003, counts as unknown
-    // (port_event_of.goes_to_the_debug_output_and_nowhere_else).
+    // (PortEventOf.GoesToTheDebugOutputAndNowhereElse).
     {0, "DSR-Zeit\xFC"
         "berschreitung"},
     {1004, "Frame-Fehler"},
@@ -65,7 +65,7 @@ void complete_frame(i16 channel) {
     rx_cr_seen[channel] = false;
     rx_spare[channel] = false;
     // Looks like a mistake and stays: before the check, so that a frame with a wrong one keeps the link alive
-    // too (supervision.frames_with_a_wrong_check_keep_the_link_alive_and_store_nothing).
+    // too (Supervision.FramesWithAWrongCheckKeepTheLinkAliveAndStoreNothing).
     funct::timeout_timer_stop(channel);
     funct::timeout_timer_start(channel);
     rx_frame[channel] += "\r\n";

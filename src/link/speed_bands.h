@@ -3,8 +3,8 @@
 // line in the strip chart and in the log.
 //
 // Looks like a mistake and stays: the two tables have different limits
-// (gauge_of.the_overspeed_limit_has_its_end_and_ticks,
-// speed_line_of.the_overspeed_limit_has_its_scale_and_unit).
+// (GaugeOf.TheOverspeedLimitHasItsEndAndTicks,
+// SpeedLineOf.TheOverspeedLimitHasItsScaleAndUnit).
 
 #include "basics/types.h"
 

@@ -101,7 +101,7 @@ void stop_log() {
 
 void stop_log_ch(i16 channel) {
     // Looks like a mistake and stays: a channel whose port did not open is still marked as running here, so
-    // the display tick goes on (start_stop.a_busy_port_of_a_single_start_leaves_the_display_tick_on).
+    // the display tick goes on (StartStop.ABusyPortOfASingleStartLeavesTheDisplayTickOn).
     if (!any_running()) funct::chart_timer_stop();
     stop_one(channel);
 }

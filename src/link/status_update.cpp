@@ -60,7 +60,7 @@ constexpr std::array<status_row, 18> status_rows{{
     {rule::all_bits, alarms, 0x0004, &channel_rec::lat_pre_ac, kvd, same(" ## Prealarm AC ON", "KVD Prealarm AC ON"), same(" ## Prealarm AC OFF", "KVD Prealarm AC OFF")},
     {rule::all_bits, alarms, 0x8000, &channel_rec::lat_main_alarm, kvd, same(" ## Main Alarm ON", "KVD Main ALARM ON"), same(" ## Main Alarm OFF", "KVD Main ALARM OFF")},
     // Looks like a mistake and stays: in the event file a prealarm has the channel's number for its location, and no "##"
-    // (status_messages.prealarm_on_names_the_channel_number_in_the_event_file).
+    // (StatusMessages.PrealarmOnNamesTheChannelNumberInTheEventFile).
     {rule::all_bits, alarms, 0x4000, &channel_rec::lat_prealarm, kvd, {" ## Prealarm ON", "KVD Prealarm ON", " Prealarm ON"}, same(" ## Prealarm OFF", "KVD Prealarm OFF"), true},
     {rule::equal, inhibit, 1, &channel_rec::lat_inhibit, kvd, same(" ## Alarm Inhibit ON", "KVD Alarm Inhibit ON"), same(" ## Alarm Inhibit OFF", "KVD Alarm Inhibit OFF")},
     // clang-format on

@@ -31,7 +31,7 @@ void chart_timer_stop() {
 
 void poll_timer_arm(i16 channel) {
     // Looks like a mistake and stays: the timer is never enabled
-    // (poll_sequencer.is_armed_with_the_display_period_and_never_enabled).
+    // (PollSequencer.IsArmedWithTheDisplayPeriodAndNeverEnabled).
     arm(mainfrm::Timer_intervall[channel], sensor::upd_periode, false);
 }
 
@@ -60,7 +60,7 @@ struct poll_row {
 };
 
 // Looks like a mistake and stays: steps 1 and 2 are not reached from the other rows
-// (poll_step_of.sends_its_request_and_goes_on).
+// (PollStepOf.SendsItsRequestAndGoesOn).
 constexpr std::array<poll_row, 7> poll_rows{{
     {0, ":00", 3},
     {1, "", 2},

@@ -1,3 +1,5 @@
+// Arrays over the channels: as many rows as channels, and no row beside them.
+
 #include "basics/per_channel.h"
 
 #include <gtest/gtest.h>
