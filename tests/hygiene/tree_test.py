@@ -20,7 +20,8 @@ class TreeTest(unittest.TestCase):
         (self.root / ".gitignore").write_text("/build/\n/plant/\n__pycache__/\n*.swp\n")
 
     def test_without_git_everything_but_what_is_built(self):
-        self.assertEqual(Tree(self.root).files, [".ci/run", ".gitignore", "e.swp", "src/a.h", "tools/plant/f.py"])
+        self.assertEqual(Tree(self.root).files,
+                         [".ci/run", ".gitignore", "e.swp", "src/a.h", "tools/plant/f.py"])
 
     def test_inside_another_repository_of_git_as_without(self):
         subprocess.run(["git", "init", "-q", self.root], check=True)
