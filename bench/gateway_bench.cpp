@@ -121,7 +121,7 @@ int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     wire();
-    Timer1.Interval(1);
+    gateway.Timer1.Interval(1);
     benchmark::RunSpecifiedBenchmarks();
     return 0;
 }

@@ -27,11 +27,11 @@ const std::string frame = link_testing::closed(":0185DC1388000088020320012C");
 /// One channel that measures; nothing reacts to it unless `wire()` is called.
 void start_measuring() {
     simulation::fresh_world();
-    sensor::max_sensors = 1;
-    sensor::channels[0].connected = true;
-    sensor::comport[0] = 1;
+    sensor::state.max_sensors = 1;
+    sensor::state.channels[0].connected = true;
+    sensor::state.comport[0] = 1;
     if (serial::port_open(0, 1)) std::abort();
-    serial::comm[0].on_comm([] { serial::on_comm(0); });
+    serial::state.comm[0].on_comm([] { serial::on_comm(0); });
 }
 
 /// The floor: find the frame's ends, check its sum, read its five fields; nothing is kept.
@@ -56,28 +56,28 @@ void frame_into_record(benchmark::State& state) {
     start_measuring();
     for (auto _ : state)
         simulation::receive(0, frame);
-    if (sensor::channels[0].speed != 500) state.SkipWithError("the frame was not decoded");
+    if (sensor::state.channels[0].speed != 500) state.SkipWithError("the frame was not decoded");
 }
 BENCHMARK(frame_into_record);
 
 void frame_into_record_and_log(benchmark::State& state) {
     start_measuring();
     wire();
-    sensor::channels[0].log_state = log_states::open;
+    sensor::state.channels[0].log_state = log_states::open;
     const std::string path = "link_bench.xlg";
-    log::log_files[0].open({.path = path});
+    log::state.log_files[0].open({.path = path});
     log::createlog(0); // sets the period of today
-    log::log_files[0].open({.path = path});
+    log::state.log_files[0].open({.path = path});
     for (auto _ : state)
         simulation::receive(0, frame);
-    log::log_files[0].close();
+    log::state.log_files[0].close();
     if (std::remove(path.c_str()) != 0) state.SkipWithError("no log was written");
 }
 BENCHMARK(frame_into_record_and_log);
 
 void status_update_without_a_change(benchmark::State& state) {
     start_measuring();
-    sensor::channels[0].status_alarm = 0x0020;
+    sensor::state.channels[0].status_alarm = 0x0020;
     sensor::status_update(0);
     for (auto _ : state)
         sensor::status_update(0);

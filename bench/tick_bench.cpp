@@ -34,7 +34,7 @@ mainfrm_view* window = nullptr;
 
 /// Values that move, so that every needle, digit and line is painted anew.
 void measure(i16 channel, int step) {
-    channel_rec& rec = sensor::channels[channel];
+    channel_rec& rec = sensor::state.channels[channel];
     rec.tsignal = 40 + step % 50;
     rec.teff_dc = 30 + step % 40;
     rec.teff_ac = 20 + step % 30;
@@ -77,10 +77,10 @@ void fill_charts(weather kind) {
 
 void start(weather kind) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        sensor::channel_running[channel] = true;
+        sensor::state.channel_running[channel] = true;
         for (std::size_t sample = 0; sample < curve_samples; ++sample) {
-            sensor::channels[channel].thermo_data[sample] = static_cast<i32>(480 + sample % 17);
-            sensor::channels[channel].angacc_data[sample] = static_cast<i32>(700 + sample % 31);
+            sensor::state.channels[channel].thermo_data[sample] = static_cast<i32>(480 + sample % 17);
+            sensor::state.channels[channel].angacc_data[sample] = static_cast<i32>(700 + sample % 31);
         }
         measure(channel, 0);
         process_thermo(channel);

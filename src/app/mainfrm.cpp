@@ -23,9 +23,6 @@ namespace tyxo {
 
 namespace {
 
-using sensor::channels;
-using sensor::max_sensors;
-
 /// Narrower or lower screens get a warning. Looks like a mistake and stays: the warning's text speaks of
 /// other limits (Screen.TheWarningHasItsTextTitleIconAndButtons).
 constexpr i16 least_screen_w = 1272;
@@ -47,7 +44,7 @@ void stop_event() {
 
 /// Ends the program; while it measures, the operator has to grant that.
 bool end_if_granted() {
-    if (sensor::measure_running) {
+    if (sensor::state.measure_running) {
         if (FrmAbort.asking) return false; // it asks about something else, and nobody has answered
         if (!calls.stop_lock("Stops all channels and ends the program")) {
             // Looks like a mistake and stays: the program goes on, the gateway does not
@@ -72,8 +69,8 @@ bool screen_accepted() {
 
 void design_all_channels() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        channels[channel].eva_mode = evaluator_mode::not_available;
-        channels[channel].connected = true; // the first data announces nothing
+        sensor::state.channels[channel].eva_mode = evaluator_mode::not_available;
+        sensor::state.channels[channel].connected = true; // the first data announces nothing
         main_form.chart_w[channel] = static_cast<float>(charts.chart[channel].Width);
         main_form.chart_h[channel] = static_cast<float>(charts.chart[channel].Height);
     }
@@ -86,9 +83,9 @@ void design_all_channels() {
 }
 
 void setup_channels_in_use() {
-    for (i16 channel = 0; channel < max_sensors; ++channel)
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel)
         setup_relay_captions(channel);
-    for (i16 channel = 0; channel < max_sensors; ++channel) {
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         iStripChartX& chart = charts.chart[channel];
         chart.YAxisMin = 0;
         chart.YAxisMax = 150;
@@ -96,7 +93,7 @@ void setup_channels_in_use() {
         setup_plot(channel);
         show_thermo_choice(channel);
     }
-    for (i16 channel = 0; channel < max_sensors; ++channel) {
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         setup_chart(channel);
         setup_panel(channel);
     }
@@ -104,7 +101,7 @@ void setup_channels_in_use() {
 }
 
 void setup_missing_channels() {
-    for (i16 channel = max_sensors; channel < channel_count; ++channel) {
+    for (i16 channel = sensor::state.max_sensors; channel < channel_count; ++channel) {
         setup_missing_panel(channel);
         charts.chart[channel].Title = "not installed";
     }
@@ -116,7 +113,7 @@ void load_settings() {
     for (const Ini::global_key& row : Ini::first_keys())
         Ini::load(row);
     SetPassword(settings.passwd);
-    for (i16 channel = 0; channel < max_sensors; ++channel) {
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         for (const Ini::channel_key& row : Ini::channel_keys())
             Ini::load(row, channel);
     }
@@ -145,7 +142,7 @@ void form_load(double width, double height) {
     setup_channels_in_use();
     setup_missing_channels();
     serial::get_serial_port();
-    sensor::measure_running = false;
+    sensor::state.measure_running = false;
     event_file_init();
     start_event();
     if (settings.autostart) mainfrm::startstop_click();
@@ -180,7 +177,8 @@ void end_without_question(int exit_code) {
 
 bool query_end_session(const std::function<bool()>& may_ask) {
     stop_event();
-    if (sensor::measure_running && !may_ask()) return true; // the log goes on as long as the session lets it
+    if (sensor::state.measure_running && !may_ask())
+        return true; // the log goes on as long as the session lets it
     return end_if_granted();
 }
 

@@ -9,6 +9,7 @@
 #include "gateway/modbus.h"
 #include "gateway/modbus_calc.h"
 #include "link/calls.h"
+#include "link/main_timers.h"
 #include "link/serial.h"
 #include "link/supervision.h"
 #include "logging/event_file.h"
@@ -19,10 +20,10 @@ namespace tyxo {
 namespace {
 
 void wire_channel(i16 channel) {
-    serial::comm[channel].on_comm([channel] { serial::on_comm(channel); });
-    mainfrm::Timer_timeout[channel].on_tick([channel] { sensor::link_timed_out(channel); });
-    mainfrm::Timer_intervall[channel].on_tick([channel] { sensor::poll(channel); });
-    mainfrm::Timer_chartres[channel].on_tick([channel] { Timer_chartres_tick(channel); });
+    serial::state.comm[channel].on_comm([channel] { serial::on_comm(channel); });
+    mainfrm::timers.Timer_timeout[channel].on_tick([channel] { sensor::link_timed_out(channel); });
+    mainfrm::timers.Timer_intervall[channel].on_tick([channel] { sensor::poll(channel); });
+    mainfrm::timers.Timer_chartres[channel].on_tick([channel] { Timer_chartres_tick(channel); });
 }
 
 } // namespace
@@ -44,14 +45,14 @@ void wire() {
     calls.alert_text = alert_text;
     calls.stop_lock = stop_lock;
 
-    mainfrm::Timer_chart_upd.on_tick(Timer_chart_upd_tick);
-    mainfrm::Timer_TCP.on_tick(Timer_TCP_tick);
-    Timer_reconnect.on_tick(Timer_reconnect_tick);
-    Timer1.on_tick(Timer1_tick);
+    mainfrm::timers.Timer_chart_upd.on_tick(Timer_chart_upd_tick);
+    mainfrm::timers.Timer_TCP.on_tick(Timer_TCP_tick);
+    gateway.Timer_reconnect.on_tick(Timer_reconnect_tick);
+    gateway.Timer1.on_tick(Timer1_tick);
     timer_alert.on_tick(timer_alert_tick);
-    Winsock_A.on_data_arrival(Winsock_A_DataArrival);
-    Winsock_A.on_send_complete([] { modbus.mb_send_done = true; });
-    Winsock_A.on_error([] { modbus.tcp_sock_error = true; });
+    gateway.Winsock_A.on_data_arrival(Winsock_A_DataArrival);
+    gateway.Winsock_A.on_send_complete([] { modbus.mb_send_done = true; });
+    gateway.Winsock_A.on_error([] { modbus.tcp_sock_error = true; });
     for (i16 channel = 0; channel < channel_count; ++channel)
         wire_channel(channel);
 }

@@ -52,7 +52,7 @@ void load() {
     FrmAlert.form.show();
     timer_alert.Interval(phase_ms);
     timer_alert.Enabled(true);
-    sensor::alert_open = true;
+    sensor::state.alert_open = true;
 }
 
 } // namespace
@@ -97,7 +97,7 @@ void FrmAlert_unload() {
     indicators.Text_status.append(stamp_text(now, ' ') + " Mainalarm confirmed by operator!\r\n");
     indicators.Text_status.caret_to_end();
     timer_alert.Enabled(false);
-    sensor::alert_open = false;
+    sensor::state.alert_open = false;
 }
 
 } // namespace tyxo

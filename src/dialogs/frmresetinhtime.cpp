@@ -13,21 +13,22 @@ namespace {
 constexpr std::string_view restart_command = ":8009";
 
 void record_restart(i16 channel) {
-    const std::string text = "KVD " + sensor::channels[channel].location + " ## Restart Alarm Inhibit Time";
+    const std::string text =
+        "KVD " + sensor::state.channels[channel].location + " ## Restart Alarm Inhibit Time";
     raise_event(channel, {.box = ' ' + text, .comment = text, .file = text});
 }
 
 } // namespace
 
 void Lbl_alminhibit_click(i16 channel) {
-    sensor::inhibit_reset_channel = channel;
+    sensor::state.inhibit_reset_channel = channel;
     FrmResetInhTime = {};
     FrmResetInhTime.form.show();
 }
 
 void CmdDo_click() {
     if (!FrmResetInhTime.form.Loaded) return; // the second of two quick clicks, or behind "Cancel"
-    const i16 channel = sensor::inhibit_reset_channel;
+    const i16 channel = sensor::state.inhibit_reset_channel;
     // What the operator did is recorded, and the dialog closes, whether the command reached the line or not.
     const auto why = attempt([&] { serial::frame_send(restart_command, channel); },
                              [&] { record_restart(channel); }, FrmResetInhTime_CmdCancel_click);

@@ -13,7 +13,7 @@ namespace {
 
 /// "2: Port engine", as the channel's frame in the main window is called.
 QString channel_title(i16 channel) {
-    return QString("%1: %2").arg(channel + 1).arg(qt_text(sensor::channels[channel].location));
+    return QString("%1: %2").arg(channel + 1).arg(qt_text(sensor::state.channels[channel].location));
 }
 
 } // namespace
@@ -37,7 +37,7 @@ frmresetinhtime_view::frmresetinhtime_view(QWidget* parent)
 
 void frmresetinhtime_view::show_state() {
     const bool opened = opens();
-    if (opened) channel_->setText(channel_title(sensor::inhibit_reset_channel));
+    if (opened) channel_->setText(channel_title(sensor::state.inhibit_reset_channel));
     modal_dialog::show_state();
     if (opened) CmdDo->setFocus();
 }

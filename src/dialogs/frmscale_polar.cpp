@@ -32,13 +32,13 @@ void choose(const std::array<choice_row<Value>, N>& choices, std::size_t index, 
 
 void load() {
     frmscale_polar_form& dialog = frmscale_polar;
-    dialog.Opt_scale = option_of(scale_choices, sensor::scale_polar_a);
-    dialog.Opt_scale_t = option_of(scale_choices, sensor::scale_polar_t);
-    dialog.Opt_refr = option_of(refresh_choices, sensor::upd_periode);
+    dialog.Opt_scale = option_of(scale_choices, sensor::state.scale_polar_a);
+    dialog.Opt_scale_t = option_of(scale_choices, sensor::state.scale_polar_t);
+    dialog.Opt_refr = option_of(refresh_choices, sensor::state.upd_periode);
     dialog.Opt_logtime = option_of(log_period_choices, settings.log_mode);
     for (Frame* frame :
          {&dialog.Frame_scale_a, &dialog.Frame_scale_t, &dialog.Frame_logtime, &dialog.Frame_refresh}) {
-        frame->Enabled = !sensor::measure_running;
+        frame->Enabled = !sensor::state.measure_running;
     }
 }
 
@@ -50,16 +50,16 @@ void setup_scale_click() {
 }
 
 void Opt_scale_click(std::size_t index) {
-    choose(scale_choices, index, sensor::scale_polar_a, frmscale_polar.Opt_scale);
+    choose(scale_choices, index, sensor::state.scale_polar_a, frmscale_polar.Opt_scale);
 }
 
 void Opt_scale_t_click(std::size_t index) {
-    choose(scale_choices, index, sensor::scale_polar_t, frmscale_polar.Opt_scale_t);
+    choose(scale_choices, index, sensor::state.scale_polar_t, frmscale_polar.Opt_scale_t);
 }
 
 void Opt_refr_click(std::size_t index) {
     // The charts' timer follows with its next start.
-    choose(refresh_choices, index, sensor::upd_periode, frmscale_polar.Opt_refr);
+    choose(refresh_choices, index, sensor::state.upd_periode, frmscale_polar.Opt_refr);
 }
 
 void Opt_logtime_click(std::size_t index) {
@@ -67,18 +67,18 @@ void Opt_logtime_click(std::size_t index) {
 }
 
 void cmd_default_click() {
-    if (sensor::measure_running) return;
-    sensor::scale_polar_t = default_scale_t;
-    sensor::scale_polar_a = default_scale_a;
+    if (sensor::state.measure_running) return;
+    sensor::state.scale_polar_t = default_scale_t;
+    sensor::state.scale_polar_a = default_scale_a;
     load();
 }
 
 void frmscale_polar_Cmd_ok_click() {
     const Ini::one_change all_keys;
-    Ini::ini_write("scale_polar_a", signed_form(sensor::scale_polar_a));
-    Ini::ini_write("scale_polar_t", signed_form(sensor::scale_polar_t));
+    Ini::ini_write("scale_polar_a", signed_form(sensor::state.scale_polar_a));
+    Ini::ini_write("scale_polar_t", signed_form(sensor::state.scale_polar_t));
     Ini::ini_write("log_mode", signed_form(settings.log_mode));
-    Ini::ini_write("upd_periode", signed_form(sensor::upd_periode));
+    Ini::ini_write("upd_periode", signed_form(sensor::state.upd_periode));
     frmscale_polar_unload();
 }
 

@@ -32,20 +32,20 @@ std::string window_text(bool frozen) {
     const std::string& chosen = at(charts.Lbl_opt_res, charts.opt_res).Caption;
     if (!frozen) return chosen;
     constexpr double ms_per_day = 86'400'000;
-    const std::int64_t span = shown_rows(print_channel).span();
+    const std::int64_t span = shown_rows(frmselectprint.print_channel).span();
     for (const time_resolution& choice : time_resolutions)
         if (std::llround(choice.span * ms_per_day) == span) return std::string(choice.caption);
     return chosen;
 }
 
 void tell_what_prints() {
-    const std::string number = channel_number(print_channel);
+    const std::string number = channel_number(frmselectprint.print_channel);
     std::string& text = frmselectprint.LblPrint.Caption;
-    if (print_channel >= sensor::max_sensors) {
+    if (frmselectprint.print_channel >= sensor::state.max_sensors) {
         text = "Channel " + number + " is not installed";
         return;
     }
-    const bool frozen = charts.chart[print_channel].Frozen;
+    const bool frozen = charts.chart[frmselectprint.print_channel].Frozen;
     text = "Prints channel " + number + ", the last " + window_text(frozen);
     if (frozen) text += ", frozen";
 }
@@ -53,12 +53,12 @@ void tell_what_prints() {
 void load() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         Command& option = frmselectprint.optPrint[channel];
-        option.Caption = channel_number(channel) + ":   " + sensor::channels[channel].location;
-        option.Enabled = channel < sensor::max_sensors;
+        option.Caption = channel_number(channel) + ":   " + sensor::state.channels[channel].location;
+        option.Enabled = channel < sensor::state.max_sensors;
     }
     frmselectprint.selected.reset();
-    if (print_channel < sensor::max_sensors)
-        frmselectprint.selected = static_cast<std::size_t>(print_channel);
+    if (frmselectprint.print_channel < sensor::state.max_sensors)
+        frmselectprint.selected = static_cast<std::size_t>(frmselectprint.print_channel);
     tell_what_prints();
 }
 
@@ -75,14 +75,14 @@ void prt_click() {
 
 void optPrint_click(std::size_t index) {
     if (index >= frmselectprint.optPrint.size()) failures::subscript();
-    print_channel = narrow<i16>(index);
+    frmselectprint.print_channel = narrow<i16>(index);
     frmselectprint.selected = index;
     tell_what_prints();
 }
 
 void frmselectprint_Cmd_ok_click() {
     close(); // the printer's own dialog is the next
-    printplot(print_channel);
+    printplot(frmselectprint.print_channel);
 }
 
 void cmd_cancel_click() {

@@ -19,10 +19,10 @@ struct frmselectprint_form {
     Label LblPrint;                      ///< what "ok" will print
     Command Cmd_ok{.Caption = "ok"};
     Command cmd_cancel{.Caption = "cancel"};
+    i16 print_channel = 0; ///< 0 to 3, kept between uses of the dialog
 };
 
 inline frmselectprint_form frmselectprint;
-inline i16 print_channel = 0; ///< 0 to 3, kept between uses of the dialog
 
 /// The menu entry: loads the dialog and shows it.
 void prt_click();

@@ -24,14 +24,14 @@ constexpr double bar_width = 0.5;
 const Label hidden{{}, 0, false};
 
 void write_speed_bars(channel_rec& rec, const crank_angles& angles) {
-    cylinder_values::write_speeds(rec, angles, sensor::detail_angacc, sensor::zyl_speed_range,
+    cylinder_values::write_speeds(rec, angles, sensor::state.detail_angacc, sensor::state.zyl_speed_range,
                                   {rec.bar_angacc_val, rec.bar_angacc_diff});
 }
 
 void write_thermo_bars(channel_rec& rec, const crank_angles& angles) {
-    cylinder_values::write_thermosignals(rec, angles, sensor::detail_thermo, sensor::zyl_speed_range,
-                                         sensor::adc_offset, cylinder_values::mean_order::before_values,
-                                         {rec.bar_thermo_val, rec.bar_thermo_diff});
+    cylinder_values::write_thermosignals(
+        rec, angles, sensor::state.detail_thermo, sensor::state.zyl_speed_range, sensor::state.adc_offset,
+        cylinder_values::mean_order::before_values, {rec.bar_thermo_val, rec.bar_thermo_diff});
 }
 
 struct span_row {
@@ -74,7 +74,7 @@ struct bar_kind {
 
 const bar_kind speed_kind{
     frmbarpic,
-    sensor::bar_channel_angacc,
+    sensor::state.bar_channel_angacc,
     "Speed difference diagram ",
     "Cylinder speed difference diagram",
     "Speed absolut",
@@ -90,7 +90,7 @@ const bar_kind speed_kind{
 
 const bar_kind thermo_kind{
     Frmbarpic2,
-    sensor::bar_channel_thermo,
+    sensor::state.bar_channel_thermo,
     "Thermosignal difference diagram ",
     "Cylinder thermosignal difference diagram",
     "Signal absolut",
@@ -210,7 +210,7 @@ void refresh(const bar_kind& kind) {
 
 void open(const bar_kind& kind, i16 channel) {
     kind.selected = static_cast<i16>(channel + 1);
-    if (kind.selected > sensor::max_sensors) return;
+    if (kind.selected > sensor::state.max_sensors) return;
     const channel_rec& rec = sensor::channel_at(channel);
     if (!rec.param_valid) {
         message_box("       Parameters not loaded from Evaluator !!\r\n"

@@ -2,6 +2,7 @@
 
 #include "displays/panel.h"
 #include "link/channel_rec.h"
+#include "link/main_timers.h"
 #include "link/speed_bands.h"
 #include "platform/clock.h"
 #include "settings/settings.h"
@@ -88,7 +89,7 @@ void name_curves(iStripChartX& chart, const channel_rec& rec) {
 void thaw(i16 channel) {
     charts.chart[channel].Frozen = false;
     charts.frozen[channel].reset();
-    mainfrm::Timer_chartres[channel].Enabled(false);
+    mainfrm::timers.Timer_chartres[channel].Enabled(false);
 }
 
 } // namespace
@@ -115,12 +116,12 @@ void setup_chart(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
     for (const curve_row& row : curve_rows)
         chart.curves.push_back({std::string(row.title), row.color});
-    chart.Title = channel_number(channel) + ": " + sensor::channels[channel].location;
+    chart.Title = channel_number(channel) + ": " + sensor::state.channels[channel].location;
 }
 
 void add_chart_row(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
-    const channel_rec& rec = sensor::channels[channel];
+    const channel_rec& rec = sensor::state.channels[channel];
     strip_row row;
     row.time = running_ms();
     std::ranges::transform(curve_rows, row.values.begin(),
@@ -131,7 +132,7 @@ void add_chart_row(i16 channel) {
 
 void chart_click(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
-    Timer& minutes = mainfrm::Timer_chartres[channel];
+    Timer& minutes = mainfrm::timers.Timer_chartres[channel];
     if (chart.Frozen) {
         thaw(channel);
         return;
@@ -155,7 +156,7 @@ void cmd_zoom_xy_click(i16 channel) {
     // The neighbour's state is its own: with both flags set, the last command decides which chart is seen.
     iStripChartX& chart = charts.chart[channel];
     iStripChartX& neighbour = charts.chart[row_neighbour(channel)];
-    bool& enlarged = sensor::channels[channel].xy_zoom_state;
+    bool& enlarged = sensor::state.channels[channel].xy_zoom_state;
     if (!enlarged) {
         enlarge(channel);
         neighbour.Visible = false;
@@ -179,12 +180,12 @@ void place_charts(const window_layout& layout) {
         chart.Top = place.top;
         chart.Width = place.width;
         chart.Height = place.height;
-        if (sensor::channels[channel].xy_zoom_state) enlarge(channel);
+        if (sensor::state.channels[channel].xy_zoom_state) enlarge(channel);
     }
 }
 
 bool fills_row(i16 channel) {
-    return sensor::channels[channel].xy_zoom_state && charts.chart[channel].Visible;
+    return sensor::state.channels[channel].xy_zoom_state && charts.chart[channel].Visible;
 }
 
 rectangle row_place(i16 channel) {
@@ -206,7 +207,7 @@ const strip_window& shown_rows(i16 channel) {
 }
 
 void show_curves_by_settings() {
-    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         // A channel that came into use after the start has a chart without curves.
         auto& curves = charts.chart[channel].curves;
         for (std::size_t curve = 0; curve < curves.size(); ++curve) {

@@ -41,10 +41,6 @@ struct chart_controls {
 
 inline chart_controls charts;
 
-namespace mainfrm {
-inline per_channel<Timer> Timer_chartres; ///< ticks each minute while the chart is frozen
-} // namespace mainfrm
-
 /// Selects a time window for all four charts, by the caption beside the option.
 void opt_res_click(std::size_t index);
 

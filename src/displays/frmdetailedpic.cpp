@@ -7,7 +7,7 @@
 namespace tyxo {
 
 const channel_rec& detailed_channel() {
-    return sensor::channel_at(narrow<i16>(sensor::polar_channel - 1));
+    return sensor::channel_at(narrow<i16>(sensor::state.polar_channel - 1));
 }
 
 void show_frmdetailedpic(std::string_view caption) {
@@ -23,7 +23,7 @@ void show_frmdetailedpic(std::string_view caption) {
 }
 
 void frmdetailedpic_unload() {
-    sensor::polar_channel = 0;
+    sensor::state.polar_channel = 0;
     // The surface goes on counting its changes, so that no view takes a later picture for this one.
     canvas surface = std::move(frmdetailedpic.surface);
     surface.clear();
@@ -47,7 +47,7 @@ void prepare_frmdetailedpic() {
 void draw_scale() {
     frmdetailedpic.surface.clear();
     draw_engine(engine_picture::frame);
-    if (sensor::max_sensors < sensor::polar_channel) return;
+    if (sensor::state.max_sensors < sensor::state.polar_channel) return;
     draw_refcircle();
     draw_refline();
     draw_almcircle();

@@ -172,8 +172,8 @@ void update_panel(i16 channel) {
 }
 
 void Timer_chart_upd_tick() {
-    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
-        if (!sensor::channel_running[channel]) continue;
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
+        if (!sensor::state.channel_running[channel]) continue;
         add_chart_row(channel);
         show_thermo_value(channel);
         update_panel(channel);

@@ -87,7 +87,8 @@ void draw_relative(const sensor::curve& samples, double scale, const diagram& ki
     const double divisor = alarm_divisor(rec);
     percentages result;
     for (i32 k = 0; k < curve_samples; ++k) {
-        const std::int64_t deviation = std::int64_t{at(sensor::detail_thermo, k)} - sensor::adc_offset;
+        const std::int64_t deviation =
+            std::int64_t{at(sensor::state.detail_thermo, k)} - sensor::state.adc_offset;
         at(result, k) = product(std::abs(deviation), 100) / divisor;
     }
     return result;
@@ -96,7 +97,7 @@ void draw_relative(const sensor::curve& samples, double scale, const diagram& ki
 } // namespace
 
 void draw_thermo() {
-    draw_relative(sensor::detail_thermo, sensor::scale_polar_t, thermo);
+    draw_relative(sensor::state.detail_thermo, sensor::state.scale_polar_t, thermo);
 }
 
 void draw_thermo_abs() {
@@ -114,7 +115,7 @@ void draw_thermo_abs() {
 }
 
 void draw_angle() {
-    draw_relative(sensor::detail_angacc, sensor::scale_polar_a, angle);
+    draw_relative(sensor::state.detail_angacc, sensor::state.scale_polar_a, angle);
 }
 
 void draw_curves() {

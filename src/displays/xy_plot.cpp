@@ -41,12 +41,12 @@ struct curve_kind {
 };
 
 // clang-format off
-const curve_kind thermosignal{&channel_rec::thermo_data, thermo_curve, sensor::scale_polar_t,
-                              sensor::detail_thermo, sensor::bar_channel_thermo, refresh_thermo_bars,
-                              sensor::mb_thermo, &link_calls::calc_thermo_cyl};
-const curve_kind acceleration{&channel_rec::angacc_data, angacc_curve, sensor::scale_polar_a,
-                              sensor::detail_angacc, sensor::bar_channel_angacc, refresh_speed_bars,
-                              sensor::mb_angacc, &link_calls::calc_angacc_cyl};
+const curve_kind thermosignal{&channel_rec::thermo_data, thermo_curve, sensor::state.scale_polar_t,
+                              sensor::state.detail_thermo, sensor::state.bar_channel_thermo, refresh_thermo_bars,
+                              sensor::state.mb_thermo, &link_calls::calc_thermo_cyl};
+const curve_kind acceleration{&channel_rec::angacc_data, angacc_curve, sensor::state.scale_polar_a,
+                              sensor::state.detail_angacc, sensor::state.bar_channel_angacc, refresh_speed_bars,
+                              sensor::state.mb_angacc, &link_calls::calc_angacc_cyl};
 // clang-format on
 
 void clear_curve(i16 channel, std::size_t curve) {
@@ -99,7 +99,7 @@ template <class Run> void process(i16 channel, const curve_kind& kind, Run& run)
 
     run([&] { clear_curve(channel, kind.plot_curve); }, [&] { show_curve(channel, kind.plot_curve); },
         [&] {
-            if (number == sensor::polar_channel) prepare_frmdetailedpic();
+            if (number == sensor::state.polar_channel) prepare_frmdetailedpic();
         });
 
     double sum = 0;
@@ -120,7 +120,7 @@ template <class Run> void process(i16 channel, const curve_kind& kind, Run& run)
             },
             [&] { add_point(channel, kind.plot_curve, point); },
             [&] {
-                if (number == sensor::polar_channel) at(kind.detail, index) = sample(index);
+                if (number == sensor::state.polar_channel) at(kind.detail, index) = sample(index);
             },
             [&] {
                 if (number == kind.bar_channel) at(kind.detail, index) = sample(index);
@@ -129,7 +129,7 @@ template <class Run> void process(i16 channel, const curve_kind& kind, Run& run)
     }
     run([&] { set_axes(channel); },
         [&] {
-            if (number == sensor::polar_channel) draw_curves();
+            if (number == sensor::state.polar_channel) draw_curves();
         },
         [&] {
             if (number == kind.bar_channel) kind.refresh_bars();
@@ -177,8 +177,8 @@ void clear_curves(i16 channel) {
 }
 
 void XYplot_click(i16 channel) {
-    sensor::polar_channel = static_cast<i16>(channel + 1);
-    if (sensor::polar_channel > sensor::max_sensors) return;
+    sensor::state.polar_channel = static_cast<i16>(channel + 1);
+    if (sensor::state.polar_channel > sensor::state.max_sensors) return;
     show_frmdetailedpic("Detailed Display " + channel_at(channel).location);
 }
 

@@ -6,6 +6,7 @@
 #include "gateway/frmsetuptcp.h"
 #include "gateway/modbus.h"
 #include "gateway/register_image.h"
+#include "link/main_timers.h"
 #include "platform/clock.h"
 #include "platform/debug_output.h"
 #include "platform/program.h"
@@ -25,7 +26,7 @@ constexpr int wait_step = 10;      // ms; whatever happens ends a step at once
 constexpr i16 failures_to_lock = 3;
 
 bool socket_connected() {
-    return Winsock_A.State() == socket_state::connected;
+    return gateway.Winsock_A.State() == socket_state::connected;
 }
 
 /// Looks like a mistake and stays: the limit is a time of day, which is not reached behind midnight, or when
@@ -49,14 +50,15 @@ void connection_made() {
     tcp.tcp_connected = true;
     show_tcp_status("Connected", status_colour::green);
     modbus.mb_timed_out = false;
-    Timer_reconnect.Enabled(false);
+    gateway.Timer_reconnect.Enabled(false);
 }
 
 /// The socket stays as it is. It may still connect; the next attempt closes that connection and makes its
 /// own.
 void connection_failed() {
     tcp.tcp_connected = false;
-    show_tcp_status("Can't connect to " + FrmSetupTCP.Txt_IPadr + "  State: " + plain(Winsock_A.State()),
+    show_tcp_status("Can't connect to " + FrmSetupTCP.Txt_IPadr +
+                        "  State: " + plain(gateway.Winsock_A.State()),
                     status_colour::red);
     if (++tcp.tcp_fail_count < failures_to_lock) return;
     tcp.tcp_locked = true;
@@ -103,14 +105,14 @@ void run_cycle() {
     if (why)
         debug_output("error: Modbus channel " + plain(tcp.tcp_channel + 1) + " block " +
                      plain(tcp.tcp_block) + ' ' + *why);
-    if (++tcp.tcp_channel < sensor::max_sensors) return;
+    if (++tcp.tcp_channel < sensor::state.max_sensors) return;
     tcp.tcp_channel = 0;
     tcp.tcp_step = step.next;
 }
 
 void set_send_interval() {
     if (settings.IPRefresh < send_intervals.size())
-        mainfrm::Timer_TCP.Interval(send_intervals[settings.IPRefresh]);
+        mainfrm::timers.Timer_TCP.Interval(send_intervals[settings.IPRefresh]);
 }
 
 } // namespace
@@ -121,10 +123,10 @@ void TCP_connect(u8 command) {
         show_tcp_status("Connection locked", status_colour::yellow);
         return;
     }
-    if (Winsock_A.State() != socket_state::closed) Winsock_A.Close();
-    Winsock_A.RemoteHost(FrmSetupTCP.Txt_IPadr);
-    Winsock_A.RemotePort(round_even<i32>(leading_number(FrmSetupTCP.Txt_IPport)));
-    Winsock_A.Connect();
+    if (gateway.Winsock_A.State() != socket_state::closed) gateway.Winsock_A.Close();
+    gateway.Winsock_A.RemoteHost(FrmSetupTCP.Txt_IPadr);
+    gateway.Winsock_A.RemotePort(round_even<i32>(leading_number(FrmSetupTCP.Txt_IPport)));
+    gateway.Winsock_A.Connect();
     wait_for_connection();
     if (socket_connected())
         connection_made();
@@ -133,8 +135,8 @@ void TCP_connect(u8 command) {
 }
 
 void TCP_disconnect() {
-    if (Winsock_A.State() != socket_state::closed) Winsock_A.Close();
-    while (Winsock_A.State() > socket_state::closed)
+    if (gateway.Winsock_A.State() != socket_state::closed) gateway.Winsock_A.Close();
+    while (gateway.Winsock_A.State() > socket_state::closed)
         wait_events(wait_step);
     tcp.tcp_connected = false;
     show_tcp_status("Disconnected", status_colour::red);
@@ -153,15 +155,15 @@ void Timer_TCP_tick() {
 }
 
 void start_gateway() {
-    mainfrm::Timer_TCP.Interval(300);
-    mainfrm::Timer_TCP.Enabled(true);
-    Timer_reconnect.Interval(40'000);
-    Timer_reconnect.Enabled(false);
-    Timer1.Interval(1);
-    Timer1.Enabled(false);
+    mainfrm::timers.Timer_TCP.Interval(300);
+    mainfrm::timers.Timer_TCP.Enabled(true);
+    gateway.Timer_reconnect.Interval(40'000);
+    gateway.Timer_reconnect.Enabled(false);
+    gateway.Timer1.Interval(1);
+    gateway.Timer1.Enabled(false);
     set_send_interval();
     if (settings.IPAutoC != 1) {
-        mainfrm::Timer_TCP.Enabled(false);
+        mainfrm::timers.Timer_TCP.Enabled(false);
         return;
     }
     load_frmsetuptcp();

@@ -8,10 +8,6 @@
 
 namespace tyxo {
 
-namespace mainfrm {
-inline Timer Timer_TCP; ///< the send cycle
-} // namespace mainfrm
-
 /// Its interval in ms by `IPRefresh`; any other value leaves the design's.
 inline constexpr std::array<int, 3> send_intervals{600, 450, 300};
 

@@ -3,6 +3,7 @@
 #include "basics/failure.h"
 #include "basics/number_text.h"
 #include "gateway/connection.h"
+#include "link/main_timers.h"
 #include "platform/message_box.h"
 #include "settings/ini.h"
 #include "settings/settings.h"
@@ -42,7 +43,7 @@ void choose_refresh(u8 refresh) {
     check_item(refresh);
     settings.IPRefresh = refresh;
     Ini::ini_write("IPRefresh", signed_form(refresh));
-    mainfrm::Timer_TCP.Interval(at(send_intervals, refresh));
+    mainfrm::timers.Timer_TCP.Interval(at(send_intervals, refresh));
 }
 
 void fill() {
@@ -121,7 +122,7 @@ void Text4_change(std::size_t index, std::string_view text) {
 
 void Check1_click() {
     click(FrmSetupTCP.Check1, settings.IPAutoC);
-    if (settings.IPAutoC == 1) mainfrm::Timer_TCP.Enabled(true);
+    if (settings.IPAutoC == 1) mainfrm::timers.Timer_TCP.Enabled(true);
 }
 void Check2_click() {
     click(FrmSetupTCP.Check2, settings.IPenaTRS);

@@ -37,7 +37,7 @@ i16 register_count() {
 
 /// True if a manual command may go on; a missing connection is told.
 bool connected() {
-    if (Winsock_A.State() == socket_state::connected) return true;
+    if (gateway.Winsock_A.State() == socket_state::connected) return true;
     show_tcp_status("Device not connected via TCP/IP", status_colour::red);
     return false;
 }
@@ -60,8 +60,8 @@ void save_address() {
     settings.IPAdr = address;
     // Looks like a mistake and stays: without an automatic connection the socket is closed from here on,
     // while `tcp_connected` is what it was (SaveTcp.LeavesTheStateOfTheConnectionAsItWas).
-    Winsock_A.Close();
-    Winsock_A.RemoteHost(address);
+    gateway.Winsock_A.Close();
+    gateway.Winsock_A.RemoteHost(address);
 }
 
 void save_port() {

@@ -68,7 +68,7 @@ void send(std::string_view frame, bool reads) {
     modbus.mb_write_active = !reads;
     if (!reads) modbus.mb_send_done = false;
     try {
-        Winsock_A.SendData(frame);
+        gateway.Winsock_A.SendData(frame);
     } catch (const failure&) {
         modbus = before;
         throw;
@@ -77,13 +77,13 @@ void send(std::string_view frame, bool reads) {
 
 void refuse_write() {
     show_tcp_status("Error writting registers", status_colour::red);
-    Timer_reconnect.Enabled(true);
+    gateway.Timer_reconnect.Enabled(true);
 }
 
 void close_transaction() {
     modbus.mb_read_pending = false;
     modbus.mb_tick_count = 0;
-    Timer1.Enabled(false);
+    gateway.Timer1.Enabled(false);
 }
 
 /// Shows the registers of an answer. Looks like a mistake and stays: whether it is the answer of a read is
@@ -114,17 +114,17 @@ void take_confirmation() {
 } // namespace
 
 bool transaction_open() {
-    return Timer1.Enabled() || modbus.mb_waiting;
+    return gateway.Timer1.Enabled() || modbus.mb_waiting;
 }
 
 void FC16MB_write(i32 address, i16 count) {
-    if (modbus.mb_timed_out || Winsock_A.State() != socket_state::connected) {
+    if (modbus.mb_timed_out || gateway.Winsock_A.State() != socket_state::connected) {
         refuse_write();
         return;
     }
     const std::string frame = write_frame(address, count);
     send(frame, false);
-    Timer1.Enabled(true);
+    gateway.Timer1.Enabled(true);
     modbus.mb_write_pending = true;
     WaitForWinsock();
     modbus.mb_tick_count = 0;
@@ -137,7 +137,7 @@ void FC3MB_read(i32 address, i16 count) {
     send({reinterpret_cast<const char*>(modbus.mb_tx.data()), modbus.mb_tx.size()}, true);
     modbus.mb_read_pending = true;
     modbus.mb_tick_count = 0;
-    Timer1.Enabled(true);
+    gateway.Timer1.Enabled(true);
 }
 
 void WaitForWinsock() {
@@ -145,10 +145,10 @@ void WaitForWinsock() {
     while ((!modbus.mb_send_done || modbus.mb_write_pending) && !modbus.mb_timed_out) {
         // An answer that comes before the frame is handed over stops the clock: without it the wait could
         // last for ever.
-        Timer1.Enabled(true);
+        gateway.Timer1.Enabled(true);
         wait_events(wait_step);
     }
-    Timer1.Enabled(false);
+    gateway.Timer1.Enabled(false);
     modbus.mb_waiting = false;
 }
 
@@ -157,7 +157,7 @@ void Winsock_A_DataArrival(i32 bytesTotal) {
     // several (ModbusAnswer.ByteByByteTimesOutAtFirst), and what an earlier answer left behind the bytes of
     // this one is looked at too (ModbusAnswer.ThatIsShorterThanItsCountShowsWhatEarlierOnesLeft).
     for (i32 index = 1; index <= bytesTotal; ++index)
-        at(modbus.mb_rx, index) = Winsock_A.GetData();
+        at(modbus.mb_rx, index) = gateway.Winsock_A.GetData();
     if (modbus.mb_read_active) take_registers();
     if (modbus.mb_write_active) take_confirmation();
 }
@@ -168,7 +168,7 @@ void Timer1_tick() {
     show_tcp_status("Modbus Time Out", status_colour::red);
     modbus.mb_timed_out = true;
     modbus.mb_write_pending = false;
-    Timer_reconnect.Enabled(true);
+    gateway.Timer_reconnect.Enabled(true);
 }
 
 } // namespace tyxo

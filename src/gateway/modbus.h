@@ -14,9 +14,13 @@ namespace tyxo {
 inline constexpr i32 most_registers = 123; ///< of one frame
 
 /// The gateway's only socket, and the clocks of a transaction and of the reconnection.
-inline Winsock Winsock_A;
-inline Timer Timer1;          ///< counts the ticks of an open transaction
-inline Timer Timer_reconnect; ///< runs from a refused write or a time-out to the next successful connection
+struct gateway_controls {
+    Winsock Winsock_A;
+    Timer Timer1;          ///< counts the ticks of an open transaction
+    Timer Timer_reconnect; ///< runs from a refused write or a time-out to the next successful connection
+};
+
+inline gateway_controls gateway;
 
 struct modbus_state {
     std::array<u8, 12> mb_tx{};    ///< the read request

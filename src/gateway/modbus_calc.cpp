@@ -8,14 +8,14 @@ using namespace cylinder_values;
 
 void calc_angacc_cyl(i16 channel) {
     channel_rec& rec = sensor::channel_at(channel);
-    write_speeds(rec, angles_by_cylinder(rec), at(sensor::mb_angacc, channel), sensor::zyl_speed_range,
-                 {rec.mb_angacc_val, rec.mb_angacc_diff});
+    write_speeds(rec, angles_by_cylinder(rec), at(sensor::state.mb_angacc, channel),
+                 sensor::state.zyl_speed_range, {rec.mb_angacc_val, rec.mb_angacc_diff});
 }
 
 void calc_thermo_cyl(i16 channel) {
     channel_rec& rec = sensor::channel_at(channel);
-    write_thermosignals(rec, angles_by_cylinder(rec), at(sensor::mb_thermo, channel), sensor::zyl_speed_range,
-                        sensor::adc_offset, mean_order::behind_values,
+    write_thermosignals(rec, angles_by_cylinder(rec), at(sensor::state.mb_thermo, channel),
+                        sensor::state.zyl_speed_range, sensor::state.adc_offset, mean_order::behind_values,
                         {rec.mb_thermo_val, rec.mb_thermo_diff});
 }
 

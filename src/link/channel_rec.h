@@ -169,35 +169,45 @@ namespace sensor {
 
 using curve = std::array<i32, curve_samples>;
 
-inline per_channel<channel_rec> channels;
-inline i16 max_sensors = 0; ///< channels in use, 0 to 4
-/// Serial port numbers, from 1 on.
-inline per_channel<i16> comport{};
-inline per_channel<bool> channel_running{};
-inline bool measure_running = false; ///< from the first start until all channels are stopped
-inline bool chart_timer_on = false;
-inline i16 upd_periode = 0;     ///< ms: 100, 250, 500 or 1000
-inline i32 cmd_periode = 0;     ///< loaded and saved, used by nothing
-inline i16 adc_offset = 0;      ///< zero point of the thermosignal samples, 460 to 520
-inline i16 zyl_speed_range = 0; ///< half width of a cylinder's window, 1 to 20 samples
-/// Factors to the units of the polar curves: from time counts, and from converter values.
-inline double scale_polar_a = 0;
-inline double scale_polar_t = 0;
-inline i16 polar_channel = 0;      ///< channel number 1 to 4 in the Detailed Display, 0 for none
-inline i16 bar_channel_angacc = 0; ///< likewise in the speed difference bars
-inline i16 bar_channel_thermo = 0; ///< likewise in the thermosignal difference bars
-/// Copies for the Detailed Display and the bars, and by channel for the gateway; units as in the record.
-inline curve detail_angacc{};
-inline curve detail_thermo{};
-inline std::array<curve, 7> mb_angacc{};
-inline std::array<curve, 7> mb_thermo{};
-inline per_channel<bool> alert_latched{}; ///< the alert was raised for this relay alarm
-inline bool alert_open = false;
-inline i16 inhibit_reset_channel = 0; ///< 0 to 3: whose inhibit label was clicked last
+/// All channels, and what is measured and shown of them.
+struct sensor_state {
+    per_channel<channel_rec> channels;
+    i16 max_sensors = 0; ///< channels in use, 0 to 4
+    /// Serial port numbers, from 1 on.
+    per_channel<i16> comport{};
+    per_channel<bool> channel_running{};
+    bool measure_running = false; ///< from the first start until all channels are stopped
+    bool chart_timer_on = false;
+    i16 upd_periode = 0;     ///< ms: 100, 250, 500 or 1000
+    i32 cmd_periode = 0;     ///< loaded and saved, used by nothing
+    i16 adc_offset = 0;      ///< zero point of the thermosignal samples, 460 to 520
+    i16 zyl_speed_range = 0; ///< half width of a cylinder's window, 1 to 20 samples
+    /// Factors to the units of the polar curves: from time counts, and from converter values.
+    double scale_polar_a = 0;
+    double scale_polar_t = 0;
+    i16 polar_channel = 0;      ///< channel number 1 to 4 in the Detailed Display, 0 for none
+    i16 bar_channel_angacc = 0; ///< likewise in the speed difference bars
+    i16 bar_channel_thermo = 0; ///< likewise in the thermosignal difference bars
+    /// Copies for the Detailed Display and the bars, and by channel for the gateway; units as in the record.
+    curve detail_angacc{};
+    curve detail_thermo{};
+    std::array<curve, 7> mb_angacc{};
+    std::array<curve, 7> mb_thermo{};
+    per_channel<bool> alert_latched{}; ///< the alert was raised for this relay alarm
+    bool alert_open = false;
+    i16 inhibit_reset_channel = 0; ///< 0 to 3: whose inhibit label was clicked last
+    /// Number of the last curve block accepted, 0 before a new curve.
+    per_channel<i16> thermo_block_last{};
+    per_channel<i16> angacc_block_last{};
+    i16 poll_step = 0; ///< one for all channels: with several channels they take turns through one sequence
+    per_channel<bool> poll_hold{}; ///< skips the sequencer; nothing sets it
+};
+
+inline sensor_state state;
 
 /// The record of a channel; the subscript failure when there is no such channel.
 [[nodiscard]] inline channel_rec& channel_at(i16 channel) {
-    return channels[channel];
+    return state.channels[channel];
 }
 
 } // namespace sensor

@@ -24,7 +24,7 @@ constexpr std::array<text_field, 4> identification_fields{{
 }};
 
 void decode_identification(const frame_fields& frame, i16 channel) {
-    store(frame, channels[channel], identification_fields);
+    store(frame, state.channels[channel], identification_fields);
 }
 
 i32 tsignal_field(const frame_fields& frame) {
@@ -33,14 +33,14 @@ i32 tsignal_field(const frame_fields& frame) {
 
 void announce_test_signal(i16 channel) {
     constexpr std::array<std::string_view, 3> texts{"Testsignal OFF", "Testsignal1 ON", "Testsignal2 ON"};
-    channel_rec& rec = channels[channel];
+    channel_rec& rec = state.channels[channel];
     if (rec.tstsig_state == rec.tstsig_prev || rec.tstsig_state > 2) return;
     calls.log_note(channel, texts[static_cast<std::size_t>(rec.tstsig_state)]);
     rec.tstsig_prev = rec.tstsig_state;
 }
 
 void decode_measured_values(const frame_fields& frame, i16 channel) {
-    channel_rec& rec = channels[channel];
+    channel_rec& rec = state.channels[channel];
     if (frame.length() < 17) {
         rec.tsignal = tsignal_field(frame);
         rec.speed = divide_even(frame.hex(8, 4), 10);
@@ -67,10 +67,10 @@ struct curve_kind {
     std::string_view index_error;
 };
 
-const curve_kind thermo_curve{&channel_rec::thermo_data, thermo_block_last, &link_calls::process_thermo, "3",
-                              "Indexerror thermospannung"};
-const curve_kind angacc_curve{&channel_rec::angacc_data, angacc_block_last, &link_calls::process_angacc, "4",
-                              "Indexerror winkelbeschleunigung"};
+const curve_kind thermo_curve{&channel_rec::thermo_data, state.thermo_block_last, &link_calls::process_thermo,
+                              "3", "Indexerror thermospannung"};
+const curve_kind angacc_curve{&channel_rec::angacc_data, state.angacc_block_last, &link_calls::process_angacc,
+                              "4", "Indexerror winkelbeschleunigung"};
 
 void decode_curve_block(const frame_fields& frame, i16 channel, const curve_kind& kind) {
     constexpr i16 last_block = 4;
@@ -87,7 +87,7 @@ void decode_curve_block(const frame_fields& frame, i16 channel, const curve_kind
         counter = 0;
         return;
     }
-    auto& data = channels[channel].*kind.data;
+    auto& data = state.channels[channel].*kind.data;
     for (i32 sample = 0; sample < block_samples; ++sample) {
         const i32 value = frame.hex(6 + 4 * static_cast<std::size_t>(sample), 4);
         const i32 index = block_samples * (block - 1) + sample;
@@ -133,7 +133,7 @@ constexpr std::array<hex_field, 4> status_long_form{{
 }};
 
 void decode_status(const frame_fields& frame, i16 channel) {
-    channel_rec& rec = channels[channel];
+    channel_rec& rec = state.channels[channel];
     store(frame, rec, status_texts);
     store(frame, rec, status_words);
     rec.status_valid = true;

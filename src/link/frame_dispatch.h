@@ -1,16 +1,11 @@
 #pragma once
 // One frame of an Evaluator becomes fields of the channel record.
 
-#include "basics/per_channel.h"
 #include "basics/types.h"
 
 #include <string_view>
 
 namespace tyxo::sensor {
-
-/// Number of the last curve block accepted, 0 before a new curve.
-inline per_channel<i16> thermo_block_last{};
-inline per_channel<i16> angacc_block_last{};
 
 /// Checks the frame and stores what it carries; a frame with a wrong check leaves a line in the debug output.
 /// Failure: a field that reaches beyond the frame's end or is no hexadecimal number; what was stored before

@@ -110,7 +110,7 @@ void store_long_form(const frame_fields& frame, channel_rec& rec) {
 } // namespace
 
 void decode_parameters(const frame_fields& frame, i16 channel) {
-    channel_rec& rec = channels[channel];
+    channel_rec& rec = state.channels[channel];
     store(frame, rec, level_fields);
     scale_speed_gauge(rec, indicators.drehzahl[channel]);
     store(frame, rec, engine_fields);

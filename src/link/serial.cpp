@@ -61,15 +61,15 @@ void report_line_event(i32 event) {
 }
 
 void complete_frame(i16 channel) {
-    rx_start_seen[channel] = false;
-    rx_cr_seen[channel] = false;
-    rx_spare[channel] = false;
+    state.rx_start_seen[channel] = false;
+    state.rx_cr_seen[channel] = false;
+    state.rx_spare[channel] = false;
     // Looks like a mistake and stays: before the check, so that a frame with a wrong one keeps the link alive
     // too (Supervision.FramesWithAWrongCheckKeepTheLinkAliveAndStoreNothing).
     funct::timeout_timer_stop(channel);
     funct::timeout_timer_start(channel);
-    rx_frame[channel] += "\r\n";
-    sensor::frame_dispatch(rx_frame[channel], channel);
+    state.rx_frame[channel] += "\r\n";
+    sensor::frame_dispatch(state.rx_frame[channel], channel);
 }
 
 /// The characters that make a frame; all others are its content.
@@ -79,13 +79,13 @@ bool is_mark(char letter) {
 
 void receive_mark(i16 channel, char letter) {
     if (letter == ':') {
-        rx_start_seen[channel] = true;
-        rx_cr_seen[channel] = false;
-        rx_spare[channel] = false;
-        rx_frame[channel] = ':';
+        state.rx_start_seen[channel] = true;
+        state.rx_cr_seen[channel] = false;
+        state.rx_spare[channel] = false;
+        state.rx_frame[channel] = ':';
     } else if (letter == '\r') {
-        if (rx_start_seen[channel]) rx_cr_seen[channel] = true;
-    } else if (rx_start_seen[channel] && rx_cr_seen[channel]) {
+        if (state.rx_start_seen[channel]) state.rx_cr_seen[channel] = true;
+    } else if (state.rx_start_seen[channel] && state.rx_cr_seen[channel]) {
         complete_frame(channel);
     }
 }
@@ -98,12 +98,12 @@ void close(MSComm& line) {
 
 /// The description of the last failure, or nothing.
 std::optional<std::string> receive(i16 channel) {
-    std::string& chunk = rx_chunk[channel];
-    std::optional<std::string> last = attempt([&] { comm[channel].Input(chunk); });
+    std::string& chunk = state.rx_chunk[channel];
+    std::optional<std::string> last = attempt([&] { state.comm[channel].Input(chunk); });
     if (last) chunk.clear();
     for (auto at = chunk.cbegin(); at != chunk.cend();) {
         const auto mark = std::find_if(at, chunk.cend(), is_mark);
-        if (rx_start_seen[channel]) rx_frame[channel].append(at, mark);
+        if (state.rx_start_seen[channel]) state.rx_frame[channel].append(at, mark);
         if (mark == chunk.cend()) break;
         if (auto why = attempt([&] { receive_mark(channel, *mark); })) last = std::move(why);
         at = mark + 1;
@@ -116,12 +116,12 @@ std::optional<std::string> receive(i16 channel) {
 
 void on_comm(i16 channel) {
     std::optional<std::string> last;
-    switch (const i32 event = comm[channel].CommEvent()) {
+    switch (const i32 event = state.comm[channel].CommEvent()) {
     case comm_event::receive:
         last = receive(channel);
         break;
     case comm_event::send_buffer_low:
-        last = attempt([&] { comm[channel].RTSEnable(false); });
+        last = attempt([&] { state.comm[channel].RTSEnable(false); });
         break;
     default:
         report_line_event(event);
@@ -130,7 +130,7 @@ void on_comm(i16 channel) {
 }
 
 bool port_open(i16 channel, i16 port) {
-    MSComm& line = comm[channel];
+    MSComm& line = state.comm[channel];
     const auto prepared = attempt(
         [&] {
             if (line.PortOpen()) close(line);
@@ -145,17 +145,17 @@ bool port_open(i16 channel, i16 port) {
 }
 
 void port_close(i16 channel) {
-    if (comm[channel].PortOpen()) close(comm[channel]);
+    if (state.comm[channel].PortOpen()) close(state.comm[channel]);
 }
 
 void frame_send(std::string_view body, i16 channel) {
-    MSComm& line = comm[channel];
+    MSComm& line = state.comm[channel];
     const std::string frame = std::string(body) + funct::frame_lrc(body) + "\r\n";
     debug_output("TX: " + frame);
     const bool was_open = line.PortOpen();
     if (!was_open) {
         line.RThreshold(0); // the channel does not measure: what its Evaluator sends is not for it
-        line.CommPort(sensor::comport[channel]);
+        line.CommPort(sensor::state.comport[channel]);
         line.Settings(comm_settings);
         line.PortOpen(true);
     }

@@ -13,16 +13,19 @@ namespace tyxo::serial {
 /// Baud rate, parity, data bits and stop bits of every Evaluator line.
 inline constexpr std::string_view comm_settings = "38400,n,8,1";
 
-/// The ports, one per channel.
-inline per_channel<MSComm> comm;
+struct serial_state {
+    per_channel<MSComm> comm; ///< the ports
 
-/// What a channel has received so far of an open frame. A frame has no limit in length and no time-out: only
-/// the next ":" gives it up.
-inline per_channel<std::string> rx_chunk; ///< bytes of the last receive event
-inline per_channel<std::string> rx_frame; ///< from its ":" on, without CR and LF
-inline per_channel<bool> rx_start_seen{}; ///< a ":" was seen, the frame is open
-inline per_channel<bool> rx_cr_seen{};    ///< a CR was seen in the open frame
-inline per_channel<bool> rx_spare{};      ///< cleared with the others, tested by nothing
+    // What a channel has received so far of an open frame. A frame has no limit in length and no time-out:
+    // only the next ":" gives it up.
+    per_channel<std::string> rx_chunk; ///< bytes of the last receive event
+    per_channel<std::string> rx_frame; ///< from its ":" on, without CR and LF
+    per_channel<bool> rx_start_seen{}; ///< a ":" was seen, the frame is open
+    per_channel<bool> rx_cr_seen{};    ///< a CR was seen in the open frame
+    per_channel<bool> rx_spare{};      ///< cleared with the others, tested by nothing
+};
+
+inline serial_state state;
 
 /// Handles the event that the channel's port reports. A step that fails is skipped; "mscomm: " and the last
 /// failure's description go to the debug output.

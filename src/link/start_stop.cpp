@@ -12,35 +12,30 @@
 
 namespace tyxo {
 
-using sensor::channel_running;
-using sensor::channels;
-using sensor::max_sensors;
-using sensor::measure_running;
-
 namespace {
 
 constexpr std::string_view start_all = "Start all channels";
 constexpr std::string_view stop_all = "Stop all channels";
 
 bool any_running() {
-    return std::ranges::find(channel_running, true) != channel_running.end();
+    return std::ranges::find(sensor::state.channel_running, true) != sensor::state.channel_running.end();
 }
 
 /// "Measure started" and "Measure stopped": the box and the event file, no comment in the log.
 void raise_measure_event(i16 channel, std::string_view text) {
-    const std::string line = "KVD " + channels[channel].location + std::string(text);
+    const std::string line = "KVD " + sensor::state.channels[channel].location + std::string(text);
     raise_event(channel, {' ' + line, "", line});
 }
 
 /// True if the channel's port is open and the channel measures.
 bool start_one(i16 channel) {
     channel_rec& rec = sensor::channel_at(channel);
-    channel_running[channel] = true;
-    if (!sensor::chart_timer_on) funct::chart_timer_start();
+    sensor::state.channel_running[channel] = true;
+    if (!sensor::state.chart_timer_on) funct::chart_timer_start();
     rec.log_state = log_states::wanted;
     funct::poll_timer_arm(channel);
     funct::timeout_timer_start(channel);
-    if (serial::port_open(channel, sensor::comport[channel])) {
+    if (serial::port_open(channel, sensor::state.comport[channel])) {
         message_box("no Comport configurated for sensor nr. " + channel_number(channel), box_icon::critical);
         stop_log_ch(channel);
         rec.log_state = log_states::none;
@@ -57,14 +52,14 @@ void stop_one(i16 channel) {
     funct::timeout_timer_stop(channel);
     serial::port_close(channel);
     calls.close_log(channel);
-    channel_running[channel] = false;
+    sensor::state.channel_running[channel] = false;
     keep_awake(any_running());
     indicators.start_channel[channel].Caption = "Start channel " + channel_number(channel);
     raise_measure_event(channel, " ## Measure stopped ");
 }
 
 std::string stops_channel(i16 channel) {
-    const std::string& location = channels[channel].location;
+    const std::string& location = sensor::state.channels[channel].location;
     return "Stops channel " + channel_number(channel) + (location.empty() ? "" : ": " + location);
 }
 
@@ -82,7 +77,7 @@ bool stop_granted(std::string_view what) {
 
 void start_log() {
     funct::chart_timer_start();
-    for (i16 channel = 0; channel < max_sensors; ++channel) {
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         if (!start_one(channel)) return;
         indicators.startstop.Caption = stop_all;
     }
@@ -94,7 +89,7 @@ void start_log_ch(i16 channel) {
 
 void stop_log() {
     funct::chart_timer_stop();
-    for (i16 channel = 0; channel < max_sensors; ++channel)
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel)
         stop_one(channel);
     indicators.startstop.Caption = start_all;
 }
@@ -109,31 +104,31 @@ void stop_log_ch(i16 channel) {
 namespace mainfrm {
 
 void startstop_click() {
-    if (max_sensors == 0) {
+    if (sensor::state.max_sensors == 0) {
         say_no_sensor();
-    } else if (!measure_running) {
-        measure_running = true;
+    } else if (!sensor::state.measure_running) {
+        sensor::state.measure_running = true;
         start_log();
     } else if (stop_granted("Stops all channels")) {
-        measure_running = false;
+        sensor::state.measure_running = false;
         stop_log();
     }
 }
 
 void start_channel_click(i16 channel) {
-    if (channel + 1 > max_sensors) {
+    if (channel + 1 > sensor::state.max_sensors) {
         say_no_sensor();
-    } else if (!channel_running[channel]) {
-        channel_running[channel] = true;
-        if (!measure_running) {
-            measure_running = true;
+    } else if (!sensor::state.channel_running[channel]) {
+        sensor::state.channel_running[channel] = true;
+        if (!sensor::state.measure_running) {
+            sensor::state.measure_running = true;
             indicators.startstop.Caption = stop_all;
         }
         start_log_ch(channel);
     } else if (stop_granted(stops_channel(channel))) {
-        channel_running[channel] = false;
+        sensor::state.channel_running[channel] = false;
         if (!any_running()) {
-            measure_running = false;
+            sensor::state.measure_running = false;
             indicators.startstop.Caption = start_all;
         }
         stop_log_ch(channel);

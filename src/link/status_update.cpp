@@ -77,12 +77,12 @@ void write_message(i16 channel, std::string_view prefix, const event_texts& text
                    const std::string& filed_name) {
     if (texts.box.empty()) return;
     const std::string start = std::string(prefix) + ' ';
-    raise_event(channel, {' ' + start + channels[channel].location + std::string(texts.box), texts.comment,
-                          start + filed_name + std::string(texts.file)});
+    raise_event(channel, {' ' + start + state.channels[channel].location + std::string(texts.box),
+                          texts.comment, start + filed_name + std::string(texts.file)});
 }
 
 void run_row(i16 channel, const status_row& row) {
-    channel_rec& rec = channels[channel];
+    channel_rec& rec = state.channels[channel];
     const i32 word = rec.*row.word;
     const bool set = row.test == rule::equal ? word == row.mask : (word & row.mask) == row.mask;
     bool& latch = rec.*row.latch;
@@ -94,23 +94,23 @@ void run_row(i16 channel, const status_row& row) {
 }
 
 void raise_alert(i16 channel) {
-    const channel_rec& rec = channels[channel];
+    const channel_rec& rec = state.channels[channel];
     constexpr std::size_t location_part = 25;
-    if (!alert_open) calls.open_alert();
+    if (!state.alert_open) calls.open_alert();
     calls.show_alert_line(channel);
     const std::string name = rec.location.substr(0, location_part);
     if ((rec.status_alarm & main_ac) != 0) calls.alert_text(channel, name + "  Mainalarm AC");
     if ((rec.status_alarm & main_dc) != 0) calls.alert_text(channel, name + "  Mainalarm DC");
-    alert_latched[channel] = true;
+    state.alert_latched[channel] = true;
 }
 
 void show_relays(i16 channel) {
-    const i32 word = channels[channel].status_alarm;
+    const i32 word = state.channels[channel].status_alarm;
     const bool main = (word & main_relay) != 0;
     indicators.LED_Alarm[channel].Active = main;
     if (!main) {
-        alert_latched[channel] = false;
-    } else if (!alert_latched[channel]) {
+        state.alert_latched[channel] = false;
+    } else if (!state.alert_latched[channel]) {
         raise_alert(channel);
     }
     indicators.LED_prealarm[channel].Active = (word & prealarm_relay) != 0;
@@ -118,7 +118,7 @@ void show_relays(i16 channel) {
 }
 
 void show_inhibit(i16 channel) {
-    const channel_rec& rec = channels[channel];
+    const channel_rec& rec = state.channels[channel];
     const bool inhibited = rec.alminhibit_on == 1;
     indicators.Lbl_alm1[channel].Visible = !inhibited;
     indicators.lbl_alm2[channel].Visible = !inhibited;

@@ -1,4 +1,5 @@
 #include "link/supervision.h"
+#include "link/main_timers.h"
 
 #include "link/calls.h"
 #include "link/channel_rec.h"
@@ -20,31 +21,31 @@ void arm(Timer& timer, int interval, bool enabled) {
 } // namespace
 
 void chart_timer_start() {
-    sensor::chart_timer_on = true;
-    arm(mainfrm::Timer_chart_upd, sensor::upd_periode, true);
+    sensor::state.chart_timer_on = true;
+    arm(mainfrm::timers.Timer_chart_upd, sensor::state.upd_periode, true);
 }
 
 void chart_timer_stop() {
-    sensor::chart_timer_on = false;
-    mainfrm::Timer_chart_upd.Enabled(false);
+    sensor::state.chart_timer_on = false;
+    mainfrm::timers.Timer_chart_upd.Enabled(false);
 }
 
 void poll_timer_arm(i16 channel) {
     // Looks like a mistake and stays: the timer is never enabled
     // (PollSequencer.IsArmedWithTheDisplayPeriodAndNeverEnabled).
-    arm(mainfrm::Timer_intervall[channel], sensor::upd_periode, false);
+    arm(mainfrm::timers.Timer_intervall[channel], sensor::state.upd_periode, false);
 }
 
 void poll_timer_stop(i16 channel) {
-    mainfrm::Timer_intervall[channel].Enabled(false);
+    mainfrm::timers.Timer_intervall[channel].Enabled(false);
 }
 
 void timeout_timer_start(i16 channel) {
-    arm(mainfrm::Timer_timeout[channel], link_timeout, true);
+    arm(mainfrm::timers.Timer_timeout[channel], link_timeout, true);
 }
 
 void timeout_timer_stop(i16 channel) {
-    mainfrm::Timer_timeout[channel].Enabled(false);
+    mainfrm::timers.Timer_timeout[channel].Enabled(false);
 }
 
 } // namespace funct
@@ -74,14 +75,14 @@ constexpr std::array<poll_row, 7> poll_rows{{
 } // namespace
 
 void poll(i16 channel) {
-    if (poll_hold[channel]) return;
+    if (state.poll_hold[channel]) return;
     for (const poll_row& row : poll_rows) {
-        if (row.step != poll_step) continue;
-        poll_step = row.next;
+        if (row.step != state.poll_step) continue;
+        state.poll_step = row.next;
         if (!row.request.empty()) serial::frame_send(row.request, channel);
         return;
     }
-    poll_step = 0;
+    state.poll_step = 0;
 }
 
 void link_timed_out(i16 channel) {

@@ -1,19 +1,9 @@
 #pragma once
-// Is the Evaluator there? The watchdog of each link, its return, the request sequencer, and the timers of
-// them all.
+// Is the Evaluator there? The watchdog of each link, its return, and the request sequencer.
 
-#include "basics/per_channel.h"
 #include "basics/types.h"
-#include "platform/timer.h"
 
 namespace tyxo {
-
-/// The timers of the main window that the link works with.
-namespace mainfrm {
-inline Timer Timer_chart_upd; ///< the display tick, every `upd_periode` ms while a channel is started
-inline per_channel<Timer> Timer_intervall; ///< request sequencers; never enabled
-inline per_channel<Timer> Timer_timeout;   ///< link watchdogs
-} // namespace mainfrm
 
 namespace funct {
 
@@ -31,10 +21,6 @@ void timeout_timer_stop(i16 channel);
 } // namespace funct
 
 namespace sensor {
-
-inline i16 poll_step =
-    0; ///< one for all channels: with several channels they take turns through one sequence
-inline per_channel<bool> poll_hold{}; ///< skips the sequencer; nothing sets it
 
 /// One step of the request sequencer: sends a request for the step's kind of frame. Failure: that of
 /// `serial::frame_send`; the step counts as done.

@@ -9,21 +9,21 @@ namespace tyxo {
 
 void event_file_init() {
     if (settings.eventfile_ena != 1) return;
-    event_path = Ini::ini_read("evtpath") + "TY_all_events.txt";
-    event_fileno = 256;
+    event_file.event_path = Ini::ini_read("evtpath") + "TY_all_events.txt";
+    event_file.event_fileno = 256;
 }
 
 void event_line(std::string_view text) {
-    if (settings.eventfile_ena != 1 || event_file_failed) return;
+    if (settings.eventfile_ena != 1 || event_file.event_file_failed) return;
     const auto failed = attempt([text] {
-        if (event_output.failed_late()) throw failure("The last line was lost");
+        if (event_file.event_output.failed_late()) throw failure("The last line was lost");
         // Open for this line only, so that the file is whole at any moment.
-        event_output.open({.path = event_path, .each_line = true});
-        event_output.print("##;" + std::string(text));
+        event_file.event_output.open({.path = event_file.event_path, .each_line = true});
+        event_file.event_output.print("##;" + std::string(text));
     });
-    event_output.close();
+    event_file.event_output.close();
     if (!failed) return;
-    event_file_failed = true;
+    event_file.event_file_failed = true;
     message_box("Directory for Eventfile doesn't exist, start setup Installation !");
 }
 

@@ -9,10 +9,14 @@
 
 namespace tyxo {
 
-inline std::string event_path;         ///< of the event file
-inline i16 event_fileno = 0;           ///< from the range above those of the logs
-inline output_file event_output;       ///< open while a line is written
-inline bool event_file_failed = false; ///< a write has failed: no more lines in this run
+struct event_file_state {
+    std::string event_path;         ///< of the event file
+    i16 event_fileno = 0;           ///< from the range above those of the logs
+    output_file event_output;       ///< open while a line is written
+    bool event_file_failed = false; ///< a write has failed: no more lines in this run
+};
+
+inline event_file_state event_file;
 
 /// Reads the folder and builds the path, when the event file is enabled.
 void event_file_init();

@@ -15,8 +15,6 @@ namespace tyxo::log {
 
 namespace {
 
-using sensor::channels;
-
 bool hourly() {
     return settings.log_mode == 1;
 }
@@ -37,9 +35,9 @@ std::string name_digits(const local_time& moment) {
 /// channel that is not logging gets one (LogPeriod.AllChannelsInUseRotateAlsoThoseThatDoNotLog).
 void check_period() {
     std::string stamp = period_stamp(local_now());
-    if (stamp == log_period) return;
-    log_period = std::move(stamp);
-    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
+    if (stamp == state.log_period) return;
+    state.log_period = std::move(stamp);
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         close_log(channel);
         createlog(channel);
     }
@@ -50,9 +48,9 @@ std::string line;
 
 void print_record(i16 channel, const log_record_kind& kind, const std::string& time) {
     line.assign("<").append(kind.tag).append("> ");
-    append_values(line, kind, channels[channel], time);
+    append_values(line, kind, sensor::state.channels[channel], time);
     line.append(kind.gap).append("</").append(kind.tag).append(">");
-    log_files[channel].print(line);
+    state.log_files[channel].print(line);
 }
 
 void print_comment(i16 channel, std::string_view begin, std::string_view text) {
@@ -61,7 +59,7 @@ void print_comment(i16 channel, std::string_view begin, std::string_view text) {
     check_period();
     attempt([&] {
         line.assign(begin).append(time).append(" ").append(text).append(" -->");
-        log_files[channel].print(line);
+        state.log_files[channel].print(line);
     });
 }
 
@@ -70,17 +68,17 @@ void print_comment(i16 channel, std::string_view begin, std::string_view text) {
 void createlog(i16 channel) {
     channel_rec& rec = sensor::channel_at(channel);
     const local_time now = local_now();
-    log_period = period_stamp(now);
+    state.log_period = period_stamp(now);
     const std::string folder = Ini::ini_read("logpath " + channel_number(channel)) +
                                Ini::ini_read("location " + channel_number(channel));
     rec.log_fileno = static_cast<i16>(channel + 1); // every channel has a file of its own
     rec.logname = name_digits(now) + "Qu_" + Ini::ini_read("location " + channel_number(channel)) + ".xlg";
     // The debug output's words are nearly always true, and said whatever the reason.
     attempt([&] {
-        log_files[channel].open({.path = folder + "\\" + rec.logname,
-                                 .folder = folder,
-                                 .no_folder = "createlog : Path exists",
-                                 .header = log_header(channel)});
+        state.log_files[channel].open({.path = folder + "\\" + rec.logname,
+                                       .folder = folder,
+                                       .no_folder = "createlog : Path exists",
+                                       .header = log_header(channel)});
     });
     // Looks like a mistake and stays: in the first file of a measurement this line is lost, as `log_state`
     // follows only afterwards (LogLifecycle.AFileBeginsWithItsHeaderAndWithoutACommentOfTheStart).
@@ -107,7 +105,7 @@ void log_note(i16 channel, std::string_view text) {
 
 void close_log(i16 channel) {
     log_comment(channel, "Measure Stopped");
-    log_files[channel].close();
+    state.log_files[channel].close();
 }
 
 } // namespace tyxo::log

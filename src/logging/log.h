@@ -14,15 +14,17 @@
 
 namespace tyxo::log {
 
-/// The period of the files in use: the local date, in hourly mode with the hour behind it. One for all
-/// channels; it is only compared.
-inline std::string log_period;
+struct open_logs {
+    /// The period of the files in use: the local date, in hourly mode with the hour behind it. One for all
+    /// channels; it is only compared.
+    std::string log_period;
+    per_channel<output_file> log_files; ///< the open file of each channel
+};
 
-/// The open file of each channel.
-inline per_channel<output_file> log_files;
+inline open_logs state;
 
-/// Begins the channel's file of this period, or goes on with it when it exists; a new file gets its header.
 /// A file that does not open raises nothing: its lines try again.
+/// Begins the channel's file of this period, or goes on with it when it exists; a new file gets its header.
 void createlog(i16 channel);
 
 /// Writes a record of the frame's kind: "1", "3" or "4". Other kinds write nothing. Failure: the file does

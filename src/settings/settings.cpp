@@ -12,13 +12,13 @@ constexpr repair adc_offset_repair{460, 520, 479};
 constexpr repair zyl_speed_range_repair{1, 20, 1};
 
 constexpr std::array<global_key, 14> before_channels{{
-    {"upd_periode", &sensor::upd_periode},
-    {"cmd_periode", &sensor::cmd_periode},
-    {"max_sensors", &sensor::max_sensors},
-    {"scale_polar_a", &sensor::scale_polar_a},
-    {"scale_polar_t", &sensor::scale_polar_t},
-    {"adc_offset", &sensor::adc_offset, &adc_offset_repair},
-    {"zyl_speed_range", &sensor::zyl_speed_range, &zyl_speed_range_repair},
+    {"upd_periode", &sensor::state.upd_periode},
+    {"cmd_periode", &sensor::state.cmd_periode},
+    {"max_sensors", &sensor::state.max_sensors},
+    {"scale_polar_a", &sensor::state.scale_polar_a},
+    {"scale_polar_t", &sensor::state.scale_polar_t},
+    {"adc_offset", &sensor::state.adc_offset, &adc_offset_repair},
+    {"zyl_speed_range", &sensor::state.zyl_speed_range, &zyl_speed_range_repair},
     {"log_mode", &settings.log_mode},
     {"xy_tmv", &settings.xy_tmv},
     {"xy_theff", &settings.xy_theff},
@@ -29,7 +29,7 @@ constexpr std::array<global_key, 14> before_channels{{
 }};
 
 constexpr std::array<channel_key, 8> per_channel_keys{{
-    {"comport ", &sensor::comport, "", true},
+    {"comport ", &sensor::state.comport, "", true},
     {"location ", &channel_rec::location, "", true},
     {"typecode ", &channel_rec::typecode, unknown::typecode, true},
     {"logpath ", &channel_rec::logpath, "", true},
@@ -59,9 +59,9 @@ constexpr std::array<global_key, 15> behind_channels{{
 }};
 
 constexpr std::array<global_key, 7> saved_by_setup{{
-    {"upd_periode", &sensor::upd_periode},
-    {"cmd_periode", &sensor::cmd_periode},
-    {"max_sensors", &sensor::max_sensors},
+    {"upd_periode", &sensor::state.upd_periode},
+    {"cmd_periode", &sensor::state.cmd_periode},
+    {"max_sensors", &sensor::state.max_sensors},
     {"speedbar_mode", &settings.speedbar_mode},
     {"eventfile_ena", &settings.eventfile_ena_edit},
     {"evtpath", &settings.evtpath},
@@ -143,7 +143,7 @@ void var_save() {
     for (const global_key& row : saved_by_setup) {
         ini_write(row.key, std::visit([](auto* value) { return text_of(*value); }, row.target));
     }
-    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         for (const channel_key& row : per_channel_keys) {
             if (!row.saved) continue;
             const auto text = [channel](auto target) { return text_of(value_of(target, channel)); };

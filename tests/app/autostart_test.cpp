@@ -10,7 +10,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 std::string autostart_settings(i16 used, std::string_view value = "1") {
     return logging_settings(used, std::string(with_events) + "autostart=" + std::string(value) + "\r\n");
@@ -26,9 +25,9 @@ std::string stopped(int number) {
 TEST(Autostart, StartsAllChannelsBehindTheStartLine) {
     prepare(autostart_settings(3));
     start_program(1272, 911);
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        EXPECT_EQ(sensor::channel_running[channel], channel < 3);
+        EXPECT_EQ(sensor::state.channel_running[channel], channel < 3);
         EXPECT_EQ(port(channel).open, channel < 3);
     }
     EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), started(1), started(2), started(3)}));
@@ -49,7 +48,7 @@ TEST(Autostart, FollowsTheNumberOfItsSetting) {
                                  {"", false}}) {
         prepare(autostart_settings(1, row.value));
         start_program(1272, 911);
-        EXPECT_EQ(sensor::measure_running, row.starts) << row.value;
+        EXPECT_EQ(sensor::state.measure_running, row.starts) << row.value;
         EXPECT_EQ(port(0).opened, row.starts ? 1 : 0) << row.value;
     }
 }
@@ -58,7 +57,7 @@ TEST(Autostart, WithoutChannelsSaysSo) {
     prepare(autostart_settings(0));
     start_program(1272, 911);
     EXPECT_EQ(box_texts(), text_lines{std::string(no_sensor_text)});
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
     EXPECT_FALSE(world().exit_code.has_value());
     EXPECT_NE(main_form.Caption, "");
 }
@@ -75,7 +74,7 @@ TEST(Autostart, AMissingPortShowsItsBoxDuringTheLoadAndStopsTheChannelsBehindIt)
     EXPECT_TRUE(port(0).open);
     EXPECT_FALSE(port(1).open);
     EXPECT_EQ(port(2).opened, 0);
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), started(1), stopped(2)}));
     EXPECT_NE(main_form.Caption, "") << "the load goes on";
 }
@@ -93,14 +92,14 @@ TEST(Autostart, BytesThatComeDuringABoxWaitForTheEndOfTheLoad) {
     i32 speed_in_box = -1;
     world().during_box = [&] {
         taken = receive(0, closed(parameter_body({})) + closed(measured_body({.speed = 777})));
-        speed_in_box = channels[0].speed;
-        EXPECT_EQ(channels[0].log_state, log_states::wanted);
+        speed_in_box = sensor::state.channels[0].speed;
+        EXPECT_EQ(sensor::state.channels[0].log_state, log_states::wanted);
         EXPECT_TRUE(world().opened.empty() || world().opened.back() == events_path) << "no log yet";
     };
     start_program(1272, 911);
     EXPECT_FALSE(taken);
     EXPECT_EQ(speed_in_box, 0);
-    EXPECT_EQ(channels[0].speed, 777);
+    EXPECT_EQ(sensor::state.channels[0].speed, 777);
     EXPECT_EQ(logged(0), text_lines{"<REC1> 13:05:09 51 777 1234 48 7 </REC1>"});
 }
 
@@ -112,7 +111,7 @@ TEST(Autostart, TimersDoNotTickDuringABox) {
     world().during_box = [&] {
         advance(20000);
         ticks = world().do_events_calls;
-        connected = channels[0].connected;
+        connected = sensor::state.channels[0].connected;
     };
     start_program(1272, 911);
     EXPECT_EQ(ticks, 0);
@@ -120,7 +119,7 @@ TEST(Autostart, TimersDoNotTickDuringABox) {
     EXPECT_FALSE(world().events_held);
     advance(5000);
     EXPECT_EQ(world().do_events_calls, 10);
-    EXPECT_FALSE(channels[0].connected);
+    EXPECT_FALSE(sensor::state.channels[0].connected);
 }
 
 TEST(Autostart, NoBoxWithOneButtonHoldsTheStartUp) {

@@ -67,7 +67,7 @@ TEST_F(Close, WhileMeasuringAndGrantedEndsWithoutStoppingAnything) {
     EXPECT_EQ(event_lines().back(), stop_line);
     EXPECT_TRUE(port(0).open);
     EXPECT_EQ(sent(0), "");
-    EXPECT_TRUE(sensor::channel_running[0]);
+    EXPECT_TRUE(sensor::state.channel_running[0]);
 }
 
 TEST_F(Close, WhileMeasuringAndRefusedGoesOnMeasuringWithAStopLineWritten) {
@@ -76,7 +76,7 @@ TEST_F(Close, WhileMeasuringAndRefusedGoesOnMeasuringWithAStopLineWritten) {
     EXPECT_FALSE(query_unload());
     EXPECT_FALSE(world().exit_code.has_value());
     EXPECT_EQ(event_lines().back(), stop_line);
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_TRUE(port(0).open);
     feed(0, measured_body());
     EXPECT_EQ(logged(0), text_lines{"<REC1> 13:05:09 51 1480 1234 48 7 </REC1>"});
@@ -104,7 +104,7 @@ TEST_F(Close, BehindAStopOfAllChannelsIsIdleAgain) {
 
 TEST_F(Close, SavesNoSettings) {
     const std::string before = file("tyxo.ini");
-    sensor::upd_periode = 100;
+    sensor::state.upd_periode = 100;
     query_unload();
     EXPECT_EQ(file("tyxo.ini"), before);
 }

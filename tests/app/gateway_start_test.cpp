@@ -6,6 +6,7 @@
 #include "gateway/frmsetuptcp.h"
 #include "gateway/modbus.h"
 #include "link/calls.h"
+#include "link/main_timers.h"
 #include "link/supervision.h"
 #include "settings/settings.h"
 
@@ -42,7 +43,7 @@ TEST_F(GatewayStart, ConnectsBeforeTheStartHasReturned) {
     EXPECT_EQ(world().plant.attempts[0].port, 502);
     EXPECT_TRUE(tcp.tcp_connected);
     EXPECT_TRUE(world().plant.frames.empty());
-    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
+    EXPECT_TRUE(mainfrm::timers.Timer_TCP.Enabled());
     advance(605);
     EXPECT_EQ(world().plant.frames.size(), 1U);
 }
@@ -50,11 +51,11 @@ TEST_F(GatewayStart, ConnectsBeforeTheStartHasReturned) {
 TEST_F(GatewayStart, SetsItsTimersAsDesigned) {
     prepare_gateway("IPRefresh=7\r\n");
     start_program(1280, 960);
-    EXPECT_EQ(mainfrm::Timer_TCP.Interval(), 300);
-    EXPECT_EQ(Timer_reconnect.Interval(), 40'000);
-    EXPECT_FALSE(Timer_reconnect.Enabled());
-    EXPECT_EQ(Timer1.Interval(), 1);
-    EXPECT_FALSE(Timer1.Enabled());
+    EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 300);
+    EXPECT_EQ(gateway.Timer_reconnect.Interval(), 40'000);
+    EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
+    EXPECT_EQ(gateway.Timer1.Interval(), 1);
+    EXPECT_FALSE(gateway.Timer1.Enabled());
     EXPECT_FALSE(FrmSetupTCP.slow || FrmSetupTCP.medium || FrmSetupTCP.fast);
 }
 
@@ -64,8 +65,8 @@ TEST_F(GatewayStart, WithTheAutomaticOffConnectsNothingAndStopsTheCycle) {
         start_program(1280, 960);
         advance(5000);
         EXPECT_TRUE(world().plant.attempts.empty()) << value;
-        EXPECT_FALSE(mainfrm::Timer_TCP.Enabled());
-        EXPECT_EQ(mainfrm::Timer_TCP.Interval(), 450);
+        EXPECT_FALSE(mainfrm::timers.Timer_TCP.Enabled());
+        EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 450);
         EXPECT_EQ(FrmSetupTCP.Text5.Text, "Disconnected");
     }
 }
@@ -85,7 +86,9 @@ TEST_F(GatewayStart, MeasuringIsUnderWayBeforeTheConnection) {
     prepare_gateway("autostart=1\r\n");
     world().plant.connect_ms = 200;
     bool measuring = false;
-    after(100, [&] { measuring = sensor::measure_running && Winsock_A.State() == socket_state::connecting; });
+    after(100, [&] {
+        measuring = sensor::state.measure_running && gateway.Winsock_A.State() == socket_state::connecting;
+    });
     start_program(1280, 960);
     EXPECT_TRUE(measuring);
     EXPECT_TRUE(tcp.tcp_connected);
@@ -97,29 +100,29 @@ TEST_F(GatewayStart, ARefusedCloseRequestDisconnectsForGood) {
     start_logging(0);
     advance(2000);
     calls.stop_lock = [](std::string_view) {
-        EXPECT_EQ(Winsock_A.State(), socket_state::connected) << "the answer comes first";
+        EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connected) << "the answer comes first";
         return false;
     };
     EXPECT_FALSE(query_unload());
-    EXPECT_EQ(Winsock_A.State(), socket_state::closed);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     EXPECT_FALSE(tcp.tcp_connected);
     EXPECT_EQ(FrmSetupTCP.Text5, (status_box{"Disconnected", 255}));
     const std::size_t before = world().plant.frames.size();
     advance(600'000);
     EXPECT_EQ(world().plant.frames.size(), before);
     EXPECT_EQ(world().plant.attempts.size(), 1U);
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
 }
 
 TEST_F(GatewayStart, AGrantedOrIdleCloseRequestLeavesTheConnection) {
     prepare_gateway();
     start_program(1280, 960);
     EXPECT_TRUE(query_unload());
-    EXPECT_EQ(Winsock_A.State(), socket_state::connected);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connected);
     start_logging(0);
     calls.stop_lock = [](std::string_view) { return true; };
     EXPECT_TRUE(query_unload());
-    EXPECT_EQ(Winsock_A.State(), socket_state::connected);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connected);
     EXPECT_TRUE(tcp.tcp_connected);
 }
 
@@ -133,7 +136,7 @@ TEST_F(GatewayStart, AFrameThatArrivesDuringAWaitIsDecoded) {
     after(20, [&] {
         waiting = transaction_open();
         feed(0, measured_body());
-        speed = sensor::channels[0].speed;
+        speed = sensor::state.channels[0].speed;
     });
     FC16MB_write(0, 1);
     EXPECT_TRUE(waiting);
@@ -150,15 +153,15 @@ TEST_F(GatewayStart, TheWatchdogAndTheChartTickDuringAnAttempt) {
     advance(2700);
     TCP_disconnect();
     world().plant.connects = connecting::unanswered;
-    ASSERT_TRUE(sensor::channels[0].connected);
+    ASSERT_TRUE(sensor::state.channels[0].connected);
     i32 speed_before = -1;
     i32 speed_behind = -1;
-    after(290, [&] { speed_before = sensor::channels[0].speed; });
-    after(310, [&] { speed_behind = sensor::channels[0].speed; });
+    after(290, [&] { speed_before = sensor::state.channels[0].speed; });
+    after(310, [&] { speed_behind = sensor::state.channels[0].speed; });
     TCP_connect(1);
     EXPECT_EQ(speed_before, 1480);
     EXPECT_EQ(speed_behind, 0);
-    EXPECT_FALSE(sensor::channels[0].connected);
+    EXPECT_FALSE(sensor::state.channels[0].connected);
 }
 
 TEST_F(GatewayStart, ARestOfARecordIsSentWhenTheLinkIsLost) {

@@ -36,7 +36,7 @@ class LockedClose : public testing::Test {
     }
     static void expect_it_goes_on() {
         EXPECT_FALSE(world().exit_code.has_value());
-        EXPECT_TRUE(sensor::measure_running);
+        EXPECT_TRUE(sensor::state.measure_running);
         EXPECT_TRUE(port(0).open);
         const auto before = logged(0).size();
         feed(0, measured_body());
@@ -51,7 +51,7 @@ TEST_F(LockedClose, ThePasswordEndsTheProgramAndStopsNothingFirst) {
     EXPECT_EQ(world().exit_code, 0);
     EXPECT_EQ(logged(0), before) << "no closing comment";
     EXPECT_TRUE(port(0).open);
-    EXPECT_TRUE(sensor::channel_running[0]);
+    EXPECT_TRUE(sensor::state.channel_running[0]);
     EXPECT_TRUE(tcp.tcp_connected);
 }
 
@@ -72,7 +72,7 @@ TEST_F(LockedClose, ContinueLoggingKeepsTheProgramAndTheLogRunningAndDisconnects
     });
     EXPECT_FALSE(query_unload());
     EXPECT_FALSE(tcp.tcp_connected);
-    EXPECT_EQ(Winsock_A.State(), socket_state::closed);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     expect_it_goes_on();
     EXPECT_TRUE(indicators.Quit.Enabled) << "only a stop command leaves it disabled";
 }

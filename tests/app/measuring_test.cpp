@@ -13,8 +13,6 @@ namespace {
 using namespace simulation;
 using mainfrm::start_channel_click;
 using mainfrm::startstop_click;
-using sensor::channel_running;
-using sensor::channels;
 
 void begin_with(i16 used) {
     prepare(logging_settings(used, with_events));
@@ -28,8 +26,8 @@ TEST(Measuring, ARefusedStopChangesNothing) {
     calls.stop_lock = [](std::string_view) { return false; };
     startstop_click();
     start_channel_click(0);
-    EXPECT_TRUE(sensor::measure_running);
-    EXPECT_EQ(channel_running, (per_channel<bool>{{true, true, false, false}}));
+    EXPECT_TRUE(sensor::state.measure_running);
+    EXPECT_EQ(sensor::state.channel_running, (per_channel<bool>{{true, true, false, false}}));
     EXPECT_TRUE(port(0).open);
     EXPECT_EQ(indicators.Text_status.text(), box);
 }
@@ -50,9 +48,9 @@ TEST(Measuring, AStoppedChannelHearsNothing) {
     start_logging(0);
     start_channel_click(0);
     EXPECT_FALSE(receive(0, closed(measured_body({.speed = 99}))));
-    EXPECT_EQ(channels[0].speed, 0);
+    EXPECT_EQ(sensor::state.channels[0].speed, 0);
     advance(10000);
-    EXPECT_TRUE(channels[0].connected) << "its watchdog rests";
+    EXPECT_TRUE(sensor::state.channels[0].connected) << "its watchdog rests";
 }
 
 } // namespace

@@ -68,7 +68,7 @@ TEST_F(Screen, OkGoesOnWithTheStart) {
     start_program(1272, 911);
     EXPECT_FALSE(world().exit_code.has_value());
     EXPECT_EQ(panels.Frame_sensor[1].Caption, "2: Engine 2");
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_EQ(event_lines().size(), 3U);
     EXPECT_NE(main_form.Caption, "");
 }
@@ -86,7 +86,7 @@ TEST_F(Screen, CancelStartsNoMeasuringWhateverTheSettingsSay) {
     world().screen = {1024, 768};
     world().answers = {box_answer::cancel};
     start_program(1272, 911);
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
     for (i16 channel = 0; channel < channel_count; ++channel)
         EXPECT_EQ(port(channel).opened, 0);
 }

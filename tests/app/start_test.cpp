@@ -4,6 +4,7 @@
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "gateway/connection.h"
+#include "link/main_timers.h"
 #include "settings/serial_ports.h"
 #include "settings/settings.h"
 
@@ -15,7 +16,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class Start : public testing::Test {
   protected:
@@ -56,8 +56,8 @@ TEST_F(Start, TheDesignSizeOfAChartIsTakenBeforeItsWidthIsSet) {
 TEST_F(Start, MarksEveryEvaluatorAsUnknownAndEveryLinkAsUp) {
     start_program(1272, 911);
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        EXPECT_EQ(channels[channel].eva_mode, 99) << channel;
-        EXPECT_TRUE(channels[channel].connected) << channel;
+        EXPECT_EQ(sensor::state.channels[channel].eva_mode, 99) << channel;
+        EXPECT_TRUE(sensor::state.channels[channel].connected) << channel;
     }
 }
 
@@ -90,9 +90,9 @@ TEST_F(Start, GoesOnWithoutAListOfSerialPorts) {
 }
 
 TEST_F(Start, EndsIdleAndWritesItsLine) {
-    sensor::measure_running = true;
+    sensor::state.measure_running = true;
     start_program(1272, 911);
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
     EXPECT_EQ(event_lines(), text_lines{std::string(start_line)});
     EXPECT_TRUE(world().boxes.empty());
     EXPECT_FALSE(world().exit_code.has_value());
@@ -114,7 +114,7 @@ TEST_F(Start, SetsTheSendTimersIntervalFromTheRefreshSetting) {
                                     {"1.5", 300}}) {
         prepare(logging_settings(1, "IPRefresh=" + std::string(row.refresh) + "\r\n"));
         start_program(1272, 911);
-        EXPECT_EQ(mainfrm::Timer_TCP.Interval(), row.interval) << row.refresh;
+        EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), row.interval) << row.refresh;
     }
 }
 
@@ -139,7 +139,7 @@ TEST_F(Start, WithoutChannelsAllPanelsReadNotInstalledAndTheStartButtonSaysSo) {
     ASSERT_EQ(world().boxes.size(), 1U);
     EXPECT_EQ(world().boxes[0].text, no_sensor_text);
     EXPECT_EQ(world().boxes[0].icon, box_icon::critical);
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
 }
 
 /// What could be seen while the first box with this text was up.
@@ -164,7 +164,7 @@ sight sight_at(std::string_view box_text) {
                   serial::serial_ports ? serial::serial_ports->size() : 0,
                   event_lines(),
                   main_form.Caption,
-                  sensor::max_sensors};
+                  sensor::state.max_sensors};
     };
     start_program(1272, 911);
     world().during_box = {};
@@ -198,7 +198,7 @@ TEST_F(Start, StartsMeasuringBehindItsLineAndInFrontOfTheCaption) {
     const sight at_port = sight_at(no_port_text);
     EXPECT_EQ(at_port.events, text_lines{std::string(start_line)});
     EXPECT_EQ(at_port.window_caption, "");
-    EXPECT_EQ(mainfrm::Timer_TCP.Interval(), 300);
+    EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 300);
     EXPECT_NE(main_form.Caption, "");
 }
 

@@ -43,9 +43,9 @@ inline void show_all_controls() {
         panels.Cmd_diagramm[channel].Visible = true;
         panels.Cmd_diagramm2[channel].Visible = true;
         indicators.Lbl_alminhibit[channel].Visible = true;
-        sensor::channels[channel].numzyl = 6;
-        sensor::channels[channel].param_valid = true;
-        sensor::channels[channel].status_valid = true;
+        sensor::state.channels[channel].numzyl = 6;
+        sensor::state.channels[channel].param_valid = true;
+        sensor::state.channels[channel].status_valid = true;
     }
 }
 
@@ -57,14 +57,14 @@ struct accessible_window {
 };
 
 inline void open_setup(i16 tab, bool measuring) {
-    sensor::measure_running = measuring;
+    sensor::state.measure_running = measuring;
     setup_click();
     SSTab_click(tab);
 }
 
 inline void close_setup() {
     frmSetup_cmd_cancel_click();
-    sensor::measure_running = false;
+    sensor::state.measure_running = false;
 }
 
 /// As the stop lock stands before an operator who has not answered yet.
@@ -78,7 +78,7 @@ inline void show_alert(colour phase) {
     open_alert();
     for (i16 channel = 0; channel < channel_count; ++channel) {
         show_alert_line(channel);
-        alert_text(channel, sensor::channels[channel].location + "  Mainalarm AC");
+        alert_text(channel, sensor::state.channels[channel].location + "  Mainalarm AC");
     }
     while (FrmAlert.BackColor != phase)
         timer_alert_tick();

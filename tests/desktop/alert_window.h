@@ -55,7 +55,7 @@ inline void confirm_alert() {
 /// The alert has gone, and the status text says by whom.
 inline void expect_confirmed() {
     QTRY_VERIFY(!alert_window()->isVisible());
-    QVERIFY(!sensor::alert_open);
+    QVERIFY(!sensor::state.alert_open);
     QVERIFY(!timer_alert.Enabled());
     QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));
 }

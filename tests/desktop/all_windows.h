@@ -75,7 +75,7 @@ inline const std::vector<window_row>& all_windows() {
          "fileNameEdit"},
         {"FrmAbort", dialog,
          [] {
-             sensor::measure_running = true;
+             sensor::state.measure_running = true;
              mainfrm::startstop_click(); // waits for the answer
          },
          FrmAbort_unload, "TextPassword"},

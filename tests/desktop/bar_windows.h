@@ -43,9 +43,9 @@ struct bar_window_row {
 };
 
 inline const bar_window_row both[] = {
-    {"frmbarpic", "iPlotX_angle", "Cmd_diagramm", frmbarpic, sensor::bar_channel_angacc, refresh_speed_bars,
-     rgb(0, 0, 255), "Cylinder speed difference diagram", "Speed difference diagram "},
-    {"Frmbarpic2", "iPlotX_thermo", "Cmd_diagramm2", Frmbarpic2, sensor::bar_channel_thermo,
+    {"frmbarpic", "iPlotX_angle", "Cmd_diagramm", frmbarpic, sensor::state.bar_channel_angacc,
+     refresh_speed_bars, rgb(0, 0, 255), "Cylinder speed difference diagram", "Speed difference diagram "},
+    {"Frmbarpic2", "iPlotX_thermo", "Cmd_diagramm2", Frmbarpic2, sensor::state.bar_channel_thermo,
      refresh_thermo_bars, rgb(255, 0, 0), "Cylinder thermosignal difference diagram",
      "Thermosignal difference diagram "},
 };
@@ -73,10 +73,10 @@ class bar_windows : public QObject {
         settings.speedbar_mode = 0;
         set_engine(0, in_line_engine());
         set_engine(1, banked_engine(24));
-        sensor::channels[1].overspeed = 100;
+        sensor::state.channels[1].overspeed = 100;
         set_engine(2, {});
-        sensor::detail_angacc = flat_curve(704);
-        sensor::detail_thermo = flat_curve(529);
+        sensor::state.detail_angacc = flat_curve(704);
+        sensor::state.detail_thermo = flat_curve(529);
     }
 
     void close() {
@@ -85,8 +85,8 @@ class bar_windows : public QObject {
     }
 
     static void set_engine(std::size_t channel, channel_rec engine) {
-        engine.location = sensor::channels[channel].location;
-        sensor::channels[channel] = engine;
+        engine.location = sensor::state.channels[channel].location;
+        sensor::state.channels[channel] = engine;
     }
 
     bar_diagram_view& window(const bar_window_row& row) const {

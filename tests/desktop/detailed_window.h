@@ -19,7 +19,7 @@ class detailed_window : public QObject {
   protected:
     void make_window() {
         frmdetailedpic_unload();
-        sensor::channels = {};
+        sensor::state.channels = {};
         window_ = std::make_unique<frmdetailedpic_view>(nullptr);
         surface_ = window_->findChild<canvas_view*>("surface");
         QVERIFY(surface_ != nullptr);

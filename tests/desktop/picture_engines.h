@@ -36,7 +36,7 @@ inline void send(i16 channel, const std::string& body) {
 /// A channel that measures an engine: parameters, values, one curve of each kind.
 inline void run_engine(i16 channel, const simulated::Parameters& parameters) {
     send(channel, simulated::parameters_body(parameters, simulated::ParameterForm::percent));
-    channel_rec& rec = sensor::channels[channel];
+    channel_rec& rec = sensor::state.channels[channel];
     rec.eva_mode = evaluator_mode::standard;
     rec.fwvers = "V4.31";
     simulated::EngineState state = simulated::running_engine(parameters, 11);
@@ -57,8 +57,8 @@ inline void run_engine(i16 channel, const simulated::Parameters& parameters) {
 /// What an Evaluator tells about itself and its engine.
 inline void report(i16 channel, const simulated::Parameters& parameters, simulated::ParameterForm form) {
     send(channel, simulated::parameters_body(parameters, form));
-    sensor::channels[channel].status_valid = true;
-    sensor::channels[channel].fwvers = "V4.31";
+    sensor::state.channels[channel].status_valid = true;
+    sensor::state.channels[channel].fwvers = "V4.31";
 }
 
 } // namespace tyxo

@@ -27,7 +27,7 @@ class setup_window {
         start(setup_settings);
         serial::serial_ports = std::vector<i16>{1, 2, 17, 256};
         for (i16 channel = 0; channel < 2; ++channel)
-            sensor::channels[channel].status_valid = true;
+            sensor::state.channels[channel].status_valid = true;
     }
     void start(const char* settings_text) {
         window_.start(settings_text);

@@ -41,8 +41,8 @@ class stop_lock_window : public QObject {
     void measure() {
         QTRY_VERIFY(!lock_->isVisible());
         SetPassword("R\xFChe7");
-        sensor::measure_running = true;
-        sensor::channel_running = {{true, true, false, false}};
+        sensor::state.measure_running = true;
+        sensor::state.channel_running = {{true, true, false, false}};
         indicators.Quit.Enabled = true;
         window_.show_state();
     }

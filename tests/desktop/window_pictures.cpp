@@ -61,7 +61,7 @@ constexpr const char* settings_text =
 
 /// Two minutes of a start, a pause and a bearing that warms up.
 void fill_chart(i16 channel) {
-    const channel_rec& rec = sensor::channels[channel];
+    const channel_rec& rec = sensor::state.channels[channel];
     const std::int64_t now = running_ms();
     charts.rows[channel].clear();
     for (std::int64_t time = now - 120'000; time <= now; time += 250) {
@@ -86,7 +86,7 @@ void fill_chart(i16 channel) {
 
 /// The instruments of a channel at the end of its chart.
 void fill_instruments(i16 channel) {
-    channel_rec& rec = sensor::channels[channel];
+    channel_rec& rec = sensor::state.channels[channel];
     std::vector<strip_point> points;
     const strip_window& rows = shown_rows(channel);
     const auto last = [&](std::size_t curve) {
@@ -147,7 +147,7 @@ void take_gateway(picture_taker& pictures) {
 /// one that has not sent anything before the measurement.
 void take_setup(picture_taker& pictures, bool measuring) {
     const QString prefix = measuring ? "setup-measuring-" : "setup-";
-    sensor::measure_running = measuring;
+    sensor::state.measure_running = measuring;
     setup_click();
     for (i16 tab = 0; tab < 5; ++tab) {
         frmSetup.SSTab.Tab = tab;
@@ -160,7 +160,7 @@ void take_setup(picture_taker& pictures, bool measuring) {
         frmbrowse_Ok_click("logs");
     }
     frmSetup_cmd_cancel_click();
-    sensor::measure_running = false;
+    sensor::state.measure_running = false;
 }
 
 void prepare_setup() {
@@ -170,7 +170,7 @@ void prepare_setup() {
     report(1, v24, simulated::ParameterForm::percent);
     report(2, plain_six, simulated::ParameterForm::base);
     serial::serial_ports = std::vector<i16>{1, 2, 3, 4, 17, 256};
-    sensor::comport = {{1, 2, 256, 99}};
+    sensor::state.comport = {{1, 2, 256, 99}};
 }
 
 /// The alert in its two phases: one channel, then three.
@@ -239,11 +239,12 @@ void take_all(picture_taker& pictures, bool own_screen) {
     take_setup(pictures, true);
     const auto all = engines();
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        sensor::channel_running[channel] = true;
+        sensor::state.channel_running[channel] = true;
         run_engine(channel, all[static_cast<std::size_t>(channel)].parameters);
         fill_chart(channel);
         fill_instruments(channel);
-        raise_event(channel, {" KVD " + sensor::channels[channel].location + " ## Measure started ", "", ""});
+        raise_event(channel,
+                    {" KVD " + sensor::state.channels[channel].location + " ## Measure started ", "", ""});
     }
     pictures.take("mainfrm", "main-window");
     chart_click(0);

@@ -45,7 +45,7 @@ TEST_F(Alert, ConfirmedWithTheAlarmStandingStaysClosed) {
     status(0, relay | ac);
     status(0, relay | ac | dc);
     EXPECT_TRUE(indicators.LED_Alarm[0].Active);
-    EXPECT_TRUE(sensor::alert_latched[0]);
+    EXPECT_TRUE(sensor::state.alert_latched[0]);
     advance(6000);
     expect_closed();
     EXPECT_EQ(confirmations(), 1U);

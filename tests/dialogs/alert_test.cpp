@@ -23,8 +23,8 @@ TEST_F(Alert, OpensWithTheRelayAndNamesTheChannel) {
     status(1, relay | ac);
     EXPECT_TRUE(FrmAlert.form.Visible);
     EXPECT_TRUE(FrmAlert.form.Loaded);
-    EXPECT_TRUE(sensor::alert_open);
-    EXPECT_TRUE(sensor::alert_latched[1]);
+    EXPECT_TRUE(sensor::state.alert_open);
+    EXPECT_TRUE(sensor::state.alert_latched[1]);
     EXPECT_EQ(lines_shown(), std::vector<int>{1});
     EXPECT_EQ(FrmAlert.lbl_inst1[1].Caption, "Engine 2  Mainalarm AC");
     EXPECT_EQ(timer_alert.Interval(), 600);
@@ -119,14 +119,14 @@ TEST_F(Alert, FourChannelsAtOnceMakeOneWindowWithFourLines) {
 }
 
 TEST_F(Alert, ALocationOf30CharactersIsCutTo25) {
-    sensor::channels[0].location = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
+    sensor::state.channels[0].location = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
     status(0, relay | ac);
     EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "ABCDEFGHIJKLMNOPQRSTUVWXY  Mainalarm AC");
 }
 
 TEST_F(Alert, ALocationMayBeEmptyOrHoldAnyLetter) {
-    sensor::channels[0].location = "";
-    sensor::channels[1].location = "A & <b>\xDC</b>";
+    sensor::state.channels[0].location = "";
+    sensor::state.channels[1].location = "A & <b>\xDC</b>";
     status(0, relay | ac);
     status(1, relay | dc);
     EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "  Mainalarm AC");
@@ -164,10 +164,10 @@ TEST_F(Alert, AChannelThatAlarmsAgainIsWrittenOverItsOwnLine) {
 TEST_F(Alert, AClearedRelayLeavesTheWindow) {
     status(0, relay | ac);
     status(0, 0);
-    EXPECT_FALSE(sensor::alert_latched[0]);
+    EXPECT_FALSE(sensor::state.alert_latched[0]);
     advance(600);
     expect_dark();
-    EXPECT_TRUE(sensor::alert_open);
+    EXPECT_TRUE(sensor::state.alert_open);
     EXPECT_TRUE(FrmAlert.form.Visible);
 }
 

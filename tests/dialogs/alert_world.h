@@ -70,7 +70,7 @@ class Alert : public testing::Test {
     static void expect_closed() {
         EXPECT_FALSE(FrmAlert.form.Visible);
         EXPECT_FALSE(FrmAlert.form.Loaded);
-        EXPECT_FALSE(sensor::alert_open);
+        EXPECT_FALSE(sensor::state.alert_open);
         EXPECT_FALSE(timer_alert.Enabled());
         EXPECT_EQ(lines_shown(), std::vector<int>{});
     }

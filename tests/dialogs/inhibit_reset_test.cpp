@@ -38,7 +38,7 @@ TEST_F(InhibitReset, TheInhibitLabelOpensItForItsChannel) {
     EXPECT_FALSE(dialog().form.Visible);
     for (const i16 channel : {i16{2}, i16{0}, i16{3}}) {
         Lbl_alminhibit_click(channel);
-        EXPECT_EQ(sensor::inhibit_reset_channel, channel);
+        EXPECT_EQ(sensor::state.inhibit_reset_channel, channel);
         EXPECT_TRUE(dialog().form.Visible);
         EXPECT_TRUE(dialog().form.Loaded);
     }
@@ -122,7 +122,7 @@ TEST_F(InhibitReset, ClosesTheDialogAndWaitsForNoAnswer) {
 TEST_F(InhibitReset, IsSentWhateverTheStateOfTheInhibitTime) {
     for (const i32 left : {0, 1, 600}) {
         sent(1).clear();
-        sensor::channels[1].alminhibit_left = left;
+        sensor::state.channels[1].alminhibit_left = left;
         Lbl_alminhibit_click(1);
         CmdDo_click();
         EXPECT_EQ(sent(1), command) << left;
@@ -165,7 +165,7 @@ TEST_F(InhibitReset, IsRecordedAndClosedWhenTheCommandCannotBeSent) {
 
 TEST_F(InhibitReset, OfAChannelThatDoesNotExistOnlyCloses) {
     Lbl_alminhibit_click(0);
-    sensor::inhibit_reset_channel = 4;
+    sensor::state.inhibit_reset_channel = 4;
     CmdDo_click();
     EXPECT_FALSE(dialog().form.Visible);
     EXPECT_EQ(status(), "");

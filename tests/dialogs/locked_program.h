@@ -35,7 +35,7 @@ class StopLock : public testing::Test {
         });
         return stop_lock(what);
     }
-    static bool measures(i16 channel) { return sensor::channel_running[channel] && port(channel).open; }
+    static bool measures(i16 channel) { return sensor::state.channel_running[channel] && port(channel).open; }
 };
 
 } // namespace tyxo::simulation

@@ -209,7 +209,7 @@ TEST_F(Password, AFileThatCannotBeWrittenIsNotNoticed) {
 TEST_F(Password, IsChangedWhileMeasuringToo) {
     start_logging(0);
     set("Neu8");
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_EQ(Ini::ini_read("passwd"), "Neu8");
 }
 

@@ -5,6 +5,7 @@
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
+#include "link/main_timers.h"
 #include "link/supervision.h"
 #include "logging/logging_machine.h"
 #include "settings/ini.h"
@@ -49,14 +50,14 @@ TEST_F(ScaleSettings, BothScalesHaveEightFactorsWithTheirCaptions) {
     ASSERT_EQ(scale_choices.size(), scales.size());
     for (std::size_t index = 0; index < scales.size(); ++index) {
         EXPECT_EQ(scale_choices[index].caption, scales[index].caption);
-        sensor::scale_polar_a = sensor::scale_polar_t = 99;
+        sensor::state.scale_polar_a = sensor::state.scale_polar_t = 99;
         Opt_scale_click(index);
-        EXPECT_EQ(sensor::scale_polar_a, scales[index].factor);
-        EXPECT_EQ(sensor::scale_polar_t, 99);
+        EXPECT_EQ(sensor::state.scale_polar_a, scales[index].factor);
+        EXPECT_EQ(sensor::state.scale_polar_t, 99);
         EXPECT_EQ(dialog().Opt_scale, index);
         Opt_scale_t_click(index);
-        EXPECT_EQ(sensor::scale_polar_t, scales[index].factor);
-        EXPECT_EQ(sensor::scale_polar_a, scales[index].factor);
+        EXPECT_EQ(sensor::state.scale_polar_t, scales[index].factor);
+        EXPECT_EQ(sensor::state.scale_polar_a, scales[index].factor);
         EXPECT_EQ(dialog().Opt_scale_t, index);
     }
 }
@@ -66,7 +67,7 @@ TEST_F(ScaleSettings, TheRefreshTimeHasFourChoicesWithTheirCaptions) {
     for (std::size_t index = 0; index < refresh_times.size(); ++index) {
         EXPECT_EQ(refresh_choices[index].caption, refresh_times[index].caption);
         Opt_refr_click(index);
-        EXPECT_EQ(sensor::upd_periode, refresh_times[index].value);
+        EXPECT_EQ(sensor::state.upd_periode, refresh_times[index].value);
         EXPECT_EQ(dialog().Opt_refr, index);
     }
 }
@@ -88,8 +89,8 @@ TEST_F(ScaleSettings, AnOptionThatDoesNotExistFailsAndChangesNothing) {
     EXPECT_THROW(Opt_scale_t_click(8), failure);
     EXPECT_THROW(Opt_refr_click(4), failure);
     EXPECT_THROW(Opt_logtime_click(2), failure);
-    EXPECT_EQ(sensor::scale_polar_a, 2.5);
-    EXPECT_EQ(sensor::upd_periode, 500);
+    EXPECT_EQ(sensor::state.scale_polar_a, 2.5);
+    EXPECT_EQ(sensor::state.upd_periode, 500);
     EXPECT_EQ(dialog().Opt_refr, before.Opt_refr);
 }
 
@@ -107,9 +108,9 @@ TEST_F(ScaleSettings, BearTheirCaptions) {
 TEST_F(ScaleSettings, OpenWithTheOptionsOfTheValuesSelected) {
     EXPECT_FALSE(dialog().form.Visible);
     for (std::size_t index = 0; index < scales.size(); ++index) {
-        sensor::scale_polar_a = scales[index].factor;
-        sensor::scale_polar_t = scales[7 - index].factor;
-        sensor::upd_periode = refresh_times[index % 4].value;
+        sensor::state.scale_polar_a = scales[index].factor;
+        sensor::state.scale_polar_t = scales[7 - index].factor;
+        sensor::state.upd_periode = refresh_times[index % 4].value;
         settings.log_mode = log_periods[index % 2].value;
         setup_scale_click();
         EXPECT_TRUE(dialog().form.Visible);
@@ -124,8 +125,8 @@ TEST_F(ScaleSettings, OpenWithTheOptionsOfTheValuesSelected) {
 
 TEST_F(ScaleSettings, MatchAFactorOnlyToItsLastBit) {
     for (const scale_row& row : scales) {
-        sensor::scale_polar_a = std::nextafter(row.factor, 10);
-        sensor::scale_polar_t = std::nextafter(row.factor, 0);
+        sensor::state.scale_polar_a = std::nextafter(row.factor, 10);
+        sensor::state.scale_polar_t = std::nextafter(row.factor, 0);
         setup_scale_click();
         EXPECT_FALSE(dialog().Opt_scale) << row.caption;
         EXPECT_FALSE(dialog().Opt_scale_t) << row.caption;
@@ -148,18 +149,18 @@ TEST_F(ScaleSettings, OfAnotherFactorSelectNothingAndUseItAsItStandsUntilOneIsPi
     start_on("[tyxo]\r\nmax_sensors=1\r\nscale_polar_t= 0.7\r\n");
     setup_scale_click();
     EXPECT_FALSE(dialog().Opt_scale_t);
-    sensor::channels[0].thermo_data.fill(100);
-    sensor::channels[0].thermo_data[0] = 100 + 256;
+    sensor::state.channels[0].thermo_data.fill(100);
+    sensor::state.channels[0].thermo_data[0] = 100 + 256;
     process_thermo(0);
     EXPECT_NEAR(panels.XYplot[0].curves[1].points[0].y, 255 * 0.7 + 30, 0.01);
     Opt_scale_t_click(3);
-    EXPECT_EQ(sensor::scale_polar_t, 1.0);
+    EXPECT_EQ(sensor::state.scale_polar_t, 1.0);
     process_thermo(0);
     EXPECT_NEAR(panels.XYplot[0].curves[1].points[0].y, 255 + 30, 0.01); // with the next curve, before "OK"
 }
 
 TEST_F(ScaleSettings, OfAnotherTimeOrModeSelectNothing) {
-    sensor::upd_periode = 499;
+    sensor::state.upd_periode = 499;
     settings.log_mode = 2;
     setup_scale_click();
     EXPECT_FALSE(dialog().Opt_refr);
@@ -187,8 +188,8 @@ TEST_F(ScaleSettings, DefaultsAreThreeAndAHalfAndAreSelected) {
     setup_scale_click();
     EXPECT_FALSE(dialog().Opt_scale);
     cmd_default_click();
-    EXPECT_EQ(sensor::scale_polar_t, 3.0);
-    EXPECT_EQ(sensor::scale_polar_a, 0.5);
+    EXPECT_EQ(sensor::state.scale_polar_t, 3.0);
+    EXPECT_EQ(sensor::state.scale_polar_a, 0.5);
     EXPECT_EQ(dialog().Opt_scale_t, 1U);
     EXPECT_EQ(dialog().Opt_scale, 4U);
     EXPECT_TRUE(dialog().form.Visible);
@@ -200,7 +201,7 @@ TEST_F(ScaleSettings, DefaultsLeaveRefreshTimeAndLogPeriodAlone) {
     Opt_refr_click(0);
     Opt_logtime_click(1);
     cmd_default_click();
-    EXPECT_EQ(sensor::upd_periode, 100);
+    EXPECT_EQ(sensor::state.upd_periode, 100);
     EXPECT_EQ(settings.log_mode, 0);
     EXPECT_EQ(dialog().Opt_refr, 0U);
     EXPECT_EQ(dialog().Opt_logtime, 1U);
@@ -210,17 +211,17 @@ TEST_F(ScaleSettings, DefaultsHaveNoEffectWhileMeasuring) {
     mainfrm::start_channel_click(0);
     setup_scale_click();
     cmd_default_click();
-    EXPECT_EQ(sensor::scale_polar_a, 2.5);
-    EXPECT_EQ(sensor::scale_polar_t, 0.75);
+    EXPECT_EQ(sensor::state.scale_polar_a, 2.5);
+    EXPECT_EQ(sensor::state.scale_polar_t, 0.75);
     EXPECT_FALSE(dialog().Opt_scale);
 }
 
 TEST_F(ScaleSettings, AreStoredInOrderInTheFormOfTheSettings) {
     fresh_world();
-    sensor::scale_polar_a = 0.03;
-    sensor::scale_polar_t = 5;
+    sensor::state.scale_polar_a = 0.03;
+    sensor::state.scale_polar_t = 5;
     settings.log_mode = 0;
-    sensor::upd_periode = 1000;
+    sensor::state.upd_periode = 1000;
     setup_scale_click();
     frmscale_polar_Cmd_ok_click();
     EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nscale_polar_a= .03\r\nscale_polar_t= 5\r\nlog_mode= 0\r\n"
@@ -232,7 +233,7 @@ TEST_F(ScaleSettings, AreStoredInOrderInTheFormOfTheSettings) {
 
 TEST_F(ScaleSettings, AreStoredWhileMeasuringToo) {
     mainfrm::start_channel_click(0);
-    sensor::scale_polar_a = 0.7;
+    sensor::state.scale_polar_a = 0.7;
     setup_scale_click();
     frmscale_polar_Cmd_ok_click();
     EXPECT_EQ(Ini::ini_read("scale_polar_a"), ".7");
@@ -251,9 +252,9 @@ TEST_F(ScaleSettings, ClosedInAnotherWayStayInMemoryAndAreNotStored) {
     Opt_logtime_click(1);
     frmscale_polar_unload();
     EXPECT_EQ(file("tyxo.ini"), before);
-    EXPECT_EQ(sensor::scale_polar_a, 5.0);
-    EXPECT_EQ(sensor::scale_polar_t, 0.1);
-    EXPECT_EQ(sensor::upd_periode, 1000);
+    EXPECT_EQ(sensor::state.scale_polar_a, 5.0);
+    EXPECT_EQ(sensor::state.scale_polar_t, 0.1);
+    EXPECT_EQ(sensor::state.upd_periode, 1000);
     EXPECT_EQ(settings.log_mode, 0);
     EXPECT_FALSE(dialog().form.Visible);
     setup_scale_click();
@@ -263,13 +264,13 @@ TEST_F(ScaleSettings, ClosedInAnotherWayStayInMemoryAndAreNotStored) {
 
 TEST_F(ScaleSettings, ANewRefreshTimeTakesEffectWithTheNextStartOfTheCharts) {
     mainfrm::start_channel_click(0);
-    EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 500);
+    EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 500);
     Opt_refr_click(0);
     frmscale_polar_Cmd_ok_click();
-    EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 500);
+    EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 500);
     mainfrm::start_channel_click(0);
     mainfrm::start_channel_click(0);
-    EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 100);
+    EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 100);
 }
 
 TEST_F(ScaleSettings, ANewRefreshTimeWaitsForTheNextStartThoughAnotherChannelStarts) {

@@ -43,7 +43,7 @@ TEST_F(SelectPrint, OffersTheChannelsInUse) {
 
 TEST_F(SelectPrint, BeginsWithTheFirstChannel) {
     prt_click();
-    EXPECT_EQ(print_channel, 0);
+    EXPECT_EQ(frmselectprint.print_channel, 0);
     EXPECT_EQ(dialog().selected, 0U);
 }
 
@@ -51,11 +51,11 @@ TEST_F(SelectPrint, AChoiceIsThePrintChannelAtOnce) {
     prt_click();
     for (const std::size_t index : {2U, 1U, 0U, 3U}) {
         optPrint_click(index);
-        EXPECT_EQ(print_channel, static_cast<i16>(index));
+        EXPECT_EQ(frmselectprint.print_channel, static_cast<i16>(index));
         EXPECT_EQ(dialog().selected, index);
     }
     EXPECT_THROW(optPrint_click(4), failure);
-    EXPECT_EQ(print_channel, 3);
+    EXPECT_EQ(frmselectprint.print_channel, 3);
 }
 
 TEST_F(SelectPrint, CancelClosesWithoutAPrintAndTheChannelSurvives) {
@@ -67,7 +67,7 @@ TEST_F(SelectPrint, CancelClosesWithoutAPrintAndTheChannelSurvives) {
     EXPECT_TRUE(prints().empty());
     prt_click();
     EXPECT_EQ(dialog().selected, 2U);
-    EXPECT_EQ(print_channel, 2);
+    EXPECT_EQ(frmselectprint.print_channel, 2);
 }
 
 TEST_F(SelectPrint, OkPrintsThePrintChannelAndCloses) {
@@ -92,14 +92,14 @@ TEST_F(SelectPrint, AChannelThatWentOutOfUseStaysAndNoOptionIsSelected) {
     prt_click();
     optPrint_click(2);
     cmd_cancel_click();
-    sensor::max_sensors = 2;
+    sensor::state.max_sensors = 2;
     prt_click();
     EXPECT_FALSE(dialog().selected);
     EXPECT_FALSE(dialog().optPrint[2].Enabled);
-    EXPECT_EQ(print_channel, 2);
+    EXPECT_EQ(frmselectprint.print_channel, 2);
     EXPECT_EQ(dialog().LblPrint.Caption, "Channel 3 is not installed");
     cmd_cancel_click();
-    sensor::max_sensors = 3;
+    sensor::state.max_sensors = 3;
     prt_click();
     EXPECT_EQ(dialog().selected, 2U);
 }

@@ -6,7 +6,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class SetupChanges : public setup_world {
   protected:
@@ -100,9 +99,9 @@ TEST_F(SetupChanges, TheTestSignalBoxIsTheChannelsSettingAtOnce) {
     const std::string before = file("tyxo.ini");
     for (const i16 value : {i16{1}, i16{0}, i16{1}}) {
         Check_tst_click(1);
-        EXPECT_EQ(channels[1].tstsig_visible, value);
+        EXPECT_EQ(sensor::state.channels[1].tstsig_visible, value);
         EXPECT_EQ(dialog().Check_tst[1].Value, value);
-        EXPECT_EQ(channels[0].tstsig_visible, 0);
+        EXPECT_EQ(sensor::state.channels[0].tstsig_visible, 0);
     }
     EXPECT_EQ(file("tyxo.ini"), before) << "the key waits for OK";
 }
@@ -123,12 +122,12 @@ TEST_F(SetupChanges, TheOptionsAreTheSettingsAtOnceAndTheEventFileWaitsForTheNex
 TEST_F(SetupChanges, TheFolderOfARowIsTheChannelsAtOnceAndTheBoxShowsIt) {
     const std::string before = file("tyxo.ini");
     cmd_browse_path_click(1);
-    EXPECT_EQ(channels[1].logpath, "C:\\logs\\") << "while the browser is up";
+    EXPECT_EQ(sensor::state.channels[1].logpath, "C:\\logs\\") << "while the browser is up";
     choose_folder("/var/log");
     EXPECT_FALSE(frmbrowse.form.Visible);
-    EXPECT_EQ(channels[1].logpath, "/var/log/");
+    EXPECT_EQ(sensor::state.channels[1].logpath, "/var/log/");
     EXPECT_EQ(dialog().Text_logfile_path[1].Text, "/var/log/");
-    EXPECT_EQ(channels[0].logpath, "C:\\logs\\");
+    EXPECT_EQ(sensor::state.channels[0].logpath, "C:\\logs\\");
     EXPECT_EQ(dialog().Text_logfile_path[0].Text, "C:\\logs\\");
     EXPECT_EQ(file("tyxo.ini"), before) << "the key waits for OK";
 }
@@ -147,13 +146,13 @@ TEST_F(SetupChanges, TheFolderOfTheEventFileOnlyFillsItsBox) {
 TEST_F(SetupChanges, ABrowserClosedWithoutAChoiceKeepsThePathThatStoodThere) {
     cmd_browse_path_click(0);
     frmbrowse_unload();
-    EXPECT_EQ(channels[0].logpath, "C:\\logs\\");
+    EXPECT_EQ(sensor::state.channels[0].logpath, "C:\\logs\\");
     EXPECT_EQ(dialog().Text_logfile_path[0].Text, "C:\\logs\\");
     cmd_browse_evtpath_click();
     choose_folder("/events");
     cmd_browse_path_click(1);
     frmbrowse_unload();
-    EXPECT_EQ(channels[1].logpath, "C:\\logs\\") << "what was chosen for another row";
+    EXPECT_EQ(sensor::state.channels[1].logpath, "C:\\logs\\") << "what was chosen for another row";
     cmd_browse_evtpath_click();
     frmbrowse_unload();
     EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "/events/");
@@ -175,8 +174,8 @@ TEST_F(SetupChanges, CancelUndoesNothingThatTookEffectAtOnceAndTakesNothingElse)
     const std::string before = file("tyxo.ini");
     frmSetup_cmd_cancel_click();
 
-    EXPECT_EQ(channels[0].tstsig_visible, 1);
-    EXPECT_EQ(channels[0].logpath, "/chosen/");
+    EXPECT_EQ(sensor::state.channels[0].tstsig_visible, 1);
+    EXPECT_EQ(sensor::state.channels[0].logpath, "/chosen/");
     EXPECT_EQ(settings.speedbar_mode, 1);
     EXPECT_EQ(settings.eventfile_ena_edit, 1);
     for (const trace_box& row : trace_boxes) {
@@ -186,12 +185,12 @@ TEST_F(SetupChanges, CancelUndoesNothingThatTookEffectAtOnceAndTakesNothingElse)
     }
 
     EXPECT_EQ(file("tyxo.ini"), before);
-    EXPECT_EQ(sensor::max_sensors, 2);
-    EXPECT_EQ(sensor::comport[0], 1);
-    EXPECT_EQ(channels[0].location, "Engine 1");
-    EXPECT_EQ(channels[0].typecode, "unknown");
-    EXPECT_EQ(channels[0].text_almrel1, "Alarmrel 1");
-    EXPECT_EQ(channels[0].text_almrel2, "Alarmrel 2");
+    EXPECT_EQ(sensor::state.max_sensors, 2);
+    EXPECT_EQ(sensor::state.comport[0], 1);
+    EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
+    EXPECT_EQ(sensor::state.channels[0].typecode, "unknown");
+    EXPECT_EQ(sensor::state.channels[0].text_almrel1, "Alarmrel 1");
+    EXPECT_EQ(sensor::state.channels[0].text_almrel2, "Alarmrel 2");
     EXPECT_EQ(settings.evtpath, "");
 
     setup_click();
@@ -211,9 +210,9 @@ TEST_F(SetupChanges, APortIsTheNumberBehindTheFirstThreeCharactersOfItsEntry) {
             EXPECT_EQ(dialog().Select_com[row].ListIndex, static_cast<i32>(entry));
         }
     }
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{{1, 2, 0, 0}})) << "until OK";
+    EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{1, 2, 0, 0}})) << "until OK";
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{{12, 12, 0, 0}}));
+    EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{12, 12, 0, 0}}));
 }
 
 TEST_F(SetupChanges, TheScrollBarSetsTheNumberAndTheRows) {
@@ -226,7 +225,7 @@ TEST_F(SetupChanges, TheScrollBarSetsTheNumberAndTheRows) {
             EXPECT_EQ(dialog().Text_sensor_loc[row].Enabled, row < number);
             EXPECT_EQ(dialog().Select_com[row].List.size(), row < number ? 5U : 0U);
         }
-        EXPECT_EQ(sensor::max_sensors, 2) << "until OK";
+        EXPECT_EQ(sensor::state.max_sensors, 2) << "until OK";
         EXPECT_EQ(dialog().SSTab.TabCaption[2], "2 : Engine 2") << "the tabs do not follow";
         EXPECT_EQ(dialog().SSTab.TabCaption[3], "No sensor");
     }
@@ -250,7 +249,7 @@ TEST_F(SetupChanges, TheScrollBarShowsTheProgramsValuesAgainInTheRowsInUseAndLea
     Check_tst_click(1);
     scroll_max_commport_change(1);
     for (const row_box& box : row_boxes) {
-        EXPECT_EQ((dialog().*box.boxes)[0].Text, channels[0].*box.value) << box.name;
+        EXPECT_EQ((dialog().*box.boxes)[0].Text, sensor::state.channels[0].*box.value) << box.name;
         EXPECT_EQ((dialog().*box.boxes)[1].Text, "typed too") << box.name;
     }
     EXPECT_EQ(dialog().Check_tst[1].Value, 1);

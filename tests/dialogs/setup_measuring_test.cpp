@@ -42,7 +42,7 @@ TEST_F(SetupMeasuring, AfterAMeasurementEverythingCanBeChangedAgain) {
     measure();
     setup_click();
     frmSetup_cmd_cancel_click();
-    sensor::measure_running = false;
+    sensor::state.measure_running = false;
     setup_click();
     EXPECT_EQ(dialog().SSTab.Tab, 0);
     EXPECT_TRUE(dialog().XY_Chart.Enabled);
@@ -55,12 +55,12 @@ TEST_F(SetupMeasuring, AfterAMeasurementEverythingCanBeChangedAgain) {
 
 TEST_F(SetupMeasuring, RefreshLocksTheRowsOfAMeasurementThatBeganMeanwhileAndFreesThemBehindIt) {
     setup_click();
-    sensor::measure_running = true;
+    sensor::state.measure_running = true;
     cmd_Refresh_click();
     expect_row_enabled(0, false);
     EXPECT_FALSE(dialog().scroll_max_commport.Enabled);
     EXPECT_FALSE(dialog().Text_evtlogfile_path.Enabled);
-    sensor::measure_running = false;
+    sensor::state.measure_running = false;
     cmd_Refresh_click();
     expect_row_enabled(0, true);
     EXPECT_TRUE(dialog().scroll_max_commport.Enabled);

@@ -6,7 +6,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 using port_texts = std::vector<std::string>;
 
@@ -57,8 +56,8 @@ TEST_F(SetupOpen, APortThatWasPluggedInLaterIsListedAfterTheNextStart) {
 TEST_F(SetupOpen, ShowsTheValuesOfEachChannelInItsRow) {
     for (i16 row = 0; row < 2; ++row) {
         for (const row_box& box : row_boxes)
-            channels[row].*box.value = std::string(box.name) + " of " + channel_number(row);
-        channels[row].tstsig_visible = row;
+            sensor::state.channels[row].*box.value = std::string(box.name) + " of " + channel_number(row);
+        sensor::state.channels[row].tstsig_visible = row;
     }
     setup_click();
     for (i16 row = 0; row < 2; ++row) {
@@ -69,7 +68,7 @@ TEST_F(SetupOpen, ShowsTheValuesOfEachChannelInItsRow) {
 }
 
 TEST_F(SetupOpen, ListsThePortsInAscendingOrderAndSelectsTheChannels) {
-    sensor::comport = {{2, 12, 3, 4}};
+    sensor::state.comport = {{2, 12, 3, 4}};
     setup_click();
     const port_texts ports{"COM1", "COM2", "COM3", "COM4", "COM12"};
     EXPECT_EQ(dialog().Select_com[0].List, ports);
@@ -80,12 +79,12 @@ TEST_F(SetupOpen, ListsThePortsInAscendingOrderAndSelectsTheChannels) {
 }
 
 TEST_F(SetupOpen, APortThatIsNoLongerListedLeavesTheSelectorEmptyAndOkKeepsItsNumber) {
-    sensor::comport[0] = 77;
+    sensor::state.comport[0] = 77;
     setup_click();
     EXPECT_EQ(dialog().Select_com[0].ListIndex, -1);
     EXPECT_EQ(dialog().Select_com[0].List.size(), 5U);
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(sensor::comport[0], 77);
+    EXPECT_EQ(sensor::state.comport[0], 77);
     EXPECT_EQ(Ini::ini_read("comport 1"), "77");
 }
 
@@ -97,15 +96,15 @@ TEST_F(SetupOpen, OnAMachineWithoutPortsTheSelectorsAreEmptyAndTheRowsFilled) {
     EXPECT_EQ(dialog().Text_sensor_loc[0].Text, "Engine 1");
     EXPECT_EQ(dialog().Text_sensor_loc[1].Text, "Engine 2");
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(sensor::comport[1], 2);
-    EXPECT_EQ(channels[1].location, "Engine 2");
+    EXPECT_EQ(sensor::state.comport[1], 2);
+    EXPECT_EQ(sensor::state.channels[1].location, "Engine 2");
 }
 
 TEST_F(SetupOpen, WithoutAListOfPortsTheRowsHoldTheirDesignAndTheRestIsFilled) {
     start_without_list(2);
     settings.evtpath = "C:\\events\\";
     settings.speedbar_mode = 1;
-    sensor::comport = {{5, 6, 7, 8}};
+    sensor::state.comport = {{5, 6, 7, 8}};
     setup_click();
     const frmsetup_form design;
     for (i16 row = 0; row < 2; ++row) {
@@ -153,7 +152,7 @@ TEST_F(SetupOpen, WithTwoSensorsRowsTwoAndThreeAreDisabledAndTheirTabsReadNoSens
 TEST_F(SetupOpen, FromNoSensorToFourAsManyRowsAndTabsAreInUse) {
     for (i16 used = 0; used <= channel_count; ++used) {
         start(used);
-        for (channel_rec& rec : channels)
+        for (channel_rec& rec : sensor::state.channels)
             rec.status_valid = true;
         setup_click();
         EXPECT_TRUE(dialog().SSTab.TabEnabled[0]);
@@ -225,13 +224,13 @@ TEST_F(SetupOpen, ACheckBoxIsClearedByAZeroOnly) {
 }
 
 TEST_F(SetupOpen, ATestSignalSettingOfAnyNumberButZeroIsCheckedAndStaysWhatItIs) {
-    channels[0].tstsig_visible = 5;
-    channels[1].tstsig_visible = -1;
+    sensor::state.channels[0].tstsig_visible = 5;
+    sensor::state.channels[1].tstsig_visible = -1;
     setup_click();
     EXPECT_EQ(dialog().Check_tst[0].Value, 1);
     EXPECT_EQ(dialog().Check_tst[1].Value, 1);
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(channels[0].tstsig_visible, 5);
+    EXPECT_EQ(sensor::state.channels[0].tstsig_visible, 5);
     EXPECT_EQ(Ini::ini_read("tstsig_visible 2"), "-1");
 }
 
@@ -254,7 +253,7 @@ TEST_F(SetupOpen, RefreshShowsTheProgramsValuesAgain) {
     Text_evtlogfile_path_change("typed");
     Select_com_click(0, 4);
     scroll_max_commport_change(3);
-    channels[1].location = "Renamed";
+    sensor::state.channels[1].location = "Renamed";
     cmd_Refresh_click();
     EXPECT_EQ(dialog().Text_sensor_loc[0].Text, "Engine 1");
     EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "");
@@ -269,7 +268,7 @@ TEST_F(SetupOpen, RefreshShowsTheProgramsValuesAgain) {
 }
 
 TEST_F(SetupOpen, ATabCanBeChosenWhenItIsEnabled) {
-    channels[1].status_valid = true;
+    sensor::state.channels[1].status_valid = true;
     setup_click();
     SSTab_click(2);
     EXPECT_EQ(dialog().SSTab.Tab, 2);

@@ -11,7 +11,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class SetupSave : public setup_world {
   protected:
@@ -30,13 +29,13 @@ TEST_F(SetupSave, TakesEveryBoxOfEveryRow) {
     }
     Text_evtlogfile_path_change("C:\\events\\");
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(sensor::max_sensors, 4);
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{{4, 3, 2, 1}}));
+    EXPECT_EQ(sensor::state.max_sensors, 4);
+    EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{4, 3, 2, 1}}));
     EXPECT_EQ(settings.evtpath, "C:\\events\\");
     for (i16 row = 0; row < channel_count; ++row) {
         for (const row_box& box : row_boxes) {
             const std::string text = std::string(box.name) + channel_number(row);
-            EXPECT_EQ(channels[row].*box.value, text);
+            EXPECT_EQ(sensor::state.channels[row].*box.value, text);
             EXPECT_EQ(Ini::ini_read(std::string(box.stem) + channel_number(row)), text);
         }
     }
@@ -91,14 +90,14 @@ TEST_F(SetupSave, AnEmptiedTypeCodeIsUnknownAtOnceAndStaysEmptyInTheFile) {
     Text_type_code_change(2, "");
     Text_type_code_change(3, "");
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(channels[0].typecode, "TX-6");
-    EXPECT_EQ(channels[1].typecode, "unknown");
-    EXPECT_EQ(channels[2].typecode, "unknown");
-    EXPECT_EQ(channels[3].typecode, "") << "not in use";
+    EXPECT_EQ(sensor::state.channels[0].typecode, "TX-6");
+    EXPECT_EQ(sensor::state.channels[1].typecode, "unknown");
+    EXPECT_EQ(sensor::state.channels[2].typecode, "unknown");
+    EXPECT_EQ(sensor::state.channels[3].typecode, "") << "not in use";
     EXPECT_NE(file("tyxo.ini").find("\r\ntypecode 2=\r\n"), std::string::npos);
     EXPECT_NE(log::log_header(1).find("<TYPECODE> unknown </TYPECODE>"), std::string::npos);
     restart();
-    EXPECT_EQ(channels[1].typecode, "unknown");
+    EXPECT_EQ(sensor::state.channels[1].typecode, "unknown");
 }
 
 TEST_F(SetupSave, AnOkThatComesBehindACancelStoresNothing) {
@@ -106,7 +105,7 @@ TEST_F(SetupSave, AnOkThatComesBehindACancelStoresNothing) {
     const std::string before = file("tyxo.ini");
     frmSetup_cmd_cancel_click();
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(channels[0].location, "Engine 1");
+    EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 
@@ -148,7 +147,7 @@ TEST_F(SetupSave, LoweringTheNumberLeavesTheKeysOfTheDroppedChannelsInTheFile) {
     setup_click();
     scroll_max_commport_change(2);
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(sensor::max_sensors, 2);
+    EXPECT_EQ(sensor::state.max_sensors, 2);
     EXPECT_EQ(Ini::ini_read("max_sensors"), "2");
     EXPECT_EQ(Ini::ini_read("location 3"), "Engine 3");
     EXPECT_EQ(Ini::ini_read("location 4"), "Engine 4");
@@ -198,27 +197,27 @@ TEST_F(SetupSave, WithoutAListOfPortsKeepsThePortsAndOverwritesNamesAndPathsWith
     frmSetup_cmd_OK_click();
     for (i16 row = 0; row < 2; ++row) {
         const std::string number = channel_number(row);
-        EXPECT_EQ(sensor::comport[row], row + 1);
+        EXPECT_EQ(sensor::state.comport[row], row + 1);
         EXPECT_EQ(Ini::ini_read("comport " + number), number);
         for (const row_box& box : row_boxes) {
             const bool typecode =
                 box.value == &channel_rec::typecode; // has a name of its own when it is empty
-            EXPECT_EQ(channels[row].*box.value, typecode ? "unknown" : "") << box.name;
+            EXPECT_EQ(sensor::state.channels[row].*box.value, typecode ? "unknown" : "") << box.name;
             EXPECT_EQ(Ini::ini_read(std::string(box.stem) + number), "") << box.name;
         }
     }
     EXPECT_EQ(settings.evtpath, "C:\\events\\");
-    EXPECT_EQ(sensor::max_sensors, 2);
+    EXPECT_EQ(sensor::state.max_sensors, 2);
 }
 
 TEST_F(SetupSave, DuringAMeasurementStoresWhatItShowsAndChangesNothing) {
     measure();
     setup_click();
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(sensor::max_sensors, 2);
-    EXPECT_EQ(sensor::comport, (per_channel<i16>{{1, 2, 0, 0}}));
-    EXPECT_EQ(channels[0].location, "Engine 1");
-    EXPECT_TRUE(sensor::channel_running[0]);
+    EXPECT_EQ(sensor::state.max_sensors, 2);
+    EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{1, 2, 0, 0}}));
+    EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
+    EXPECT_TRUE(sensor::state.channel_running[0]);
     EXPECT_TRUE(indicators.start_channel[0].Enabled);
     EXPECT_EQ(Ini::ini_read("location 2"), "Engine 2");
 }
@@ -228,7 +227,7 @@ TEST_F(SetupSave, OfAFileThatCannotBeWrittenTakesTheValuesAllTheSame) {
     const std::string before = file("tyxo.ini");
     Text_sensor_loc_change(0, "Renamed");
     EXPECT_NO_THROW(frmSetup_cmd_OK_click());
-    EXPECT_EQ(channels[0].location, "Renamed");
+    EXPECT_EQ(sensor::state.channels[0].location, "Renamed");
     EXPECT_EQ(file("tyxo.ini"), before);
     EXPECT_TRUE(world().boxes.empty());
     EXPECT_FALSE(dialog().form.Visible);
@@ -247,8 +246,8 @@ TEST_F(SetupSave, AFirstSensorIsSetUpOnAnEmptySettingsFile) {
     EXPECT_TRUE(indicators.start_channel[0].Enabled);
     EXPECT_FALSE(indicators.start_channel[1].Enabled);
     restart();
-    EXPECT_EQ(sensor::max_sensors, 1);
-    EXPECT_EQ(sensor::comport[0], 3);
+    EXPECT_EQ(sensor::state.max_sensors, 1);
+    EXPECT_EQ(sensor::state.comport[0], 3);
     start_logging(0);
     EXPECT_TRUE(exists("C:/logs/Mill/20260702Qu_Mill.xlg"));
 }
@@ -271,14 +270,14 @@ TEST_P(SetupTyped, GoesThroughUncheckedToTheLog) {
     Text_sensor_loc_change(0, GetParam().location);
     Text_logfile_path_change(0, GetParam().logpath);
     frmSetup_cmd_OK_click();
-    EXPECT_EQ(channels[0].location, GetParam().location);
-    EXPECT_EQ(channels[0].logpath, GetParam().logpath);
+    EXPECT_EQ(sensor::state.channels[0].location, GetParam().location);
+    EXPECT_EQ(sensor::state.channels[0].logpath, GetParam().logpath);
     const text_lines lines = saved_lines();
     EXPECT_EQ(std::ranges::count(lines, "location 1=" + GetParam().location), 1) << file("tyxo.ini");
     EXPECT_EQ(std::ranges::count(lines, "logpath 1=" + GetParam().logpath), 1) << file("tyxo.ini");
     start_logging(0);
     feed(0, measured_body({.speed = 77}));
-    EXPECT_EQ(channels[0].speed, 77);
+    EXPECT_EQ(sensor::state.channels[0].speed, 77);
     EXPECT_TRUE(world().boxes.empty());
     EXPECT_EQ(world().opened, GetParam().log.empty() ? text_lines{} : text_lines{GetParam().log});
 }

@@ -6,14 +6,13 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class SetupSensorTab : public setup_world {
   protected:
     void SetUp() override { start(2); }
 
     static const sensor_tab& tab_of(const channel_rec& rec) {
-        channels[1] = rec;
+        sensor::state.channels[1] = rec;
         setup_click();
         return dialog().sensors[1];
     }
@@ -166,9 +165,9 @@ TEST_F(SetupSensorTab, OfAnotherEngineTypeAndOrderEntryARefreshLeavesTheFieldsAs
     rec.firingorder[0] = 103;
     rec.firingorder[1] = 205;
     tab_of(rec);
-    channels[1].enginetype = channels[1].cylconf = 9;
-    channels[1].firingorder[0] = 100;
-    channels[1].firingorder[1] = 200;
+    sensor::state.channels[1].enginetype = sensor::state.channels[1].cylconf = 9;
+    sensor::state.channels[1].firingorder[0] = 100;
+    sensor::state.channels[1].firingorder[1] = 200;
     cmd_Refresh_click();
     const sensor_tab& tab = dialog().sensors[1];
     EXPECT_EQ(tab.txt_engine_typ, "4 stroke");
@@ -208,10 +207,10 @@ TEST_F(SetupSensorTab, All24EntriesAreFilledAlsoPastTheNumberOfCylinders) {
 }
 
 TEST_F(SetupSensorTab, EachChannelHasItsOwn) {
-    channels[0] = full_record();
-    channels[1] = full_record();
-    channels[1].numzyl = 16;
-    channels[1].evasnr = "inactive";
+    sensor::state.channels[0] = full_record();
+    sensor::state.channels[1] = full_record();
+    sensor::state.channels[1].numzyl = 16;
+    sensor::state.channels[1].evasnr = "inactive";
     setup_click();
     EXPECT_EQ(dialog().sensors[0].txt_num_cyl, "6");
     EXPECT_EQ(dialog().sensors[1].txt_num_cyl, "16");

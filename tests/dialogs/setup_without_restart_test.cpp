@@ -15,7 +15,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class SetupWithoutRestart : public setup_world {
   protected:
@@ -32,7 +31,7 @@ class SetupWithoutRestart : public setup_world {
     }
     static void expect_measuring(i16 used) {
         for (i16 channel = 0; channel < channel_count; ++channel) {
-            EXPECT_EQ(sensor::channel_running[channel], channel < used) << channel;
+            EXPECT_EQ(sensor::state.channel_running[channel], channel < used) << channel;
             EXPECT_EQ(port(channel).open, channel < used) << channel;
         }
     }
@@ -136,14 +135,14 @@ TEST_F(SetupWithoutRestart, AnAddedSensorThatAnswersAtOnceIsNotAnnounced) {
     frmSetup_cmd_OK_click();
     mainfrm::start_channel_click(1);
     feed(1, measured_body());
-    EXPECT_TRUE(channels[1].connected);
+    EXPECT_TRUE(sensor::state.channels[1].connected);
     EXPECT_EQ(event_lines(), (text_lines{std::string(start_line),
                                          "##;07-02-2026;13:05:09;KVD Engine 2 ## Measure started "}));
 }
 
 TEST_F(SetupWithoutRestart, FourSensorsLoweredToTwoAndRaisedToThreeMeasureWithoutARefreshTime) {
     start(4, "xy_tha=1\r\n");
-    sensor::upd_periode = 0; // as without the key
+    sensor::state.upd_periode = 0; // as without the key
     mainfrm::startstop_click();
     for (i16 channel = 0; channel < 4; ++channel)
         feed_everything(channel);

@@ -42,7 +42,7 @@ class setup_world : public testing::Test {
     }
     static void measure() {
         mainfrm::start_channel_click(0);
-        ASSERT_TRUE(sensor::measure_running);
+        ASSERT_TRUE(sensor::state.measure_running);
     }
     /// The program ends and starts on what its settings file holds.
     static void restart() {

@@ -6,14 +6,13 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class SetupWrite : public setup_world {
   protected:
     void SetUp() override {
         start(2);
         for (i16 channel = 0; channel < 2; ++channel) {
-            channel_rec& rec = channels[channel];
+            channel_rec& rec = sensor::state.channels[channel];
             rec.alarmlevel = 255 + channel;
             rec.ratedspeed = 1500;
             rec.overspeed = 1650;
@@ -32,18 +31,18 @@ TEST_F(SetupWrite, SendsWhatTheChannelsTabShowsAndStoresThen) {
     EXPECT_EQ(sent(1), closed(":07010005DC06720006" + order + "004B"));
     EXPECT_EQ(sent(1).size(), 75U);
     EXPECT_EQ(sent(0), "");
-    EXPECT_EQ(channels[0].location, "Renamed");
+    EXPECT_EQ(sensor::state.channels[0].location, "Renamed");
     EXPECT_EQ(Ini::ini_read("location 1"), "Renamed");
 }
 
 TEST_F(SetupWrite, AFiringOrderEntryWithALetterFailsAndNothingIsSentOrStored) {
-    channels[1].firingorder[2] = 103;
+    sensor::state.channels[1].firingorder[2] = 103;
     cmd_Refresh_click();
     Text_sensor_loc_change(0, "Renamed");
     const std::string before = file("tyxo.ini");
     EXPECT_THROW(write_parameter(1), failure);
     EXPECT_EQ(sent(1), "");
-    EXPECT_EQ(channels[0].location, "Engine 1");
+    EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 

@@ -14,7 +14,7 @@ class StopCommand : public StopLock {};
 TEST_F(StopCommand, StopsAllChannelsWithThePassword) {
     while_asked([] { stop_with("Ruhe7"); });
     mainfrm::startstop_click();
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
     EXPECT_FALSE(measures(0));
     EXPECT_FALSE(measures(1));
     EXPECT_TRUE(indicators.Quit.Enabled);
@@ -27,7 +27,7 @@ TEST_F(StopCommand, StopsNothingAndLeavesQuitDisabledOnContinue) {
         CmdContinue_click();
     });
     mainfrm::startstop_click();
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_TRUE(measures(0));
     EXPECT_TRUE(measures(1));
     EXPECT_FALSE(indicators.Quit.Enabled);
@@ -57,11 +57,11 @@ TEST_F(StopCommand, StopsOneChannelAndTheMeasurementWithTheLastOne) {
     mainfrm::start_channel_click(0);
     EXPECT_FALSE(measures(0));
     EXPECT_TRUE(measures(1));
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     while_asked([] { stop_with("Ruhe7"); });
     mainfrm::start_channel_click(1);
     EXPECT_FALSE(measures(1));
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
     EXPECT_EQ(indicators.startstop.Caption, "Start all channels");
 }
 

@@ -28,9 +28,9 @@ struct bars_under_test {
 };
 
 const bars_under_test both[] = {
-    {"speed", frmbarpic, sensor::bar_channel_angacc, Cmd_diagramm_click, refresh_speed_bars,
+    {"speed", frmbarpic, sensor::state.bar_channel_angacc, Cmd_diagramm_click, refresh_speed_bars,
      frmbarpic_unload},
-    {"thermosignal", Frmbarpic2, sensor::bar_channel_thermo, Cmd_diagramm2_click, refresh_thermo_bars,
+    {"thermosignal", Frmbarpic2, sensor::state.bar_channel_thermo, Cmd_diagramm2_click, refresh_thermo_bars,
      Frmbarpic2_unload},
 };
 
@@ -38,20 +38,20 @@ class BarDiagram : public testing::Test {
   protected:
     BarDiagram() {
         simulation::fresh_world();
-        sensor::max_sensors = 3;
-        sensor::zyl_speed_range = 1;
-        sensor::adc_offset = 479;
-        sensor::channels[0] = in_line_engine();
-        sensor::channels[1] = banked_engine(16, true);
-        sensor::channels[1].location = "Engine 2";
-        sensor::channels[1].overspeed = 100;
-        sensor::channels[2].location = "Engine 3"; // its parameters are not there yet
-        sensor::detail_angacc = flat_curve(704);
-        sensor::detail_thermo = flat_curve(529);
+        sensor::state.max_sensors = 3;
+        sensor::state.zyl_speed_range = 1;
+        sensor::state.adc_offset = 479;
+        sensor::state.channels[0] = in_line_engine();
+        sensor::state.channels[1] = banked_engine(16, true);
+        sensor::state.channels[1].location = "Engine 2";
+        sensor::state.channels[1].overspeed = 100;
+        sensor::state.channels[2].location = "Engine 3"; // its parameters are not there yet
+        sensor::state.detail_angacc = flat_curve(704);
+        sensor::state.detail_thermo = flat_curve(529);
     }
     ~BarDiagram() override { simulation::fresh_world(); }
 
-    static channel_rec& record(std::size_t channel = 0) { return sensor::channels[channel]; }
+    static channel_rec& record(std::size_t channel = 0) { return sensor::state.channels[channel]; }
 
     static std::vector<double> heights(const bar_form& bars, std::size_t series) {
         std::vector<double> found;
@@ -166,18 +166,19 @@ TEST_F(BarDiagram, AgreesWithThePlainModelInBothOrders) {
         record().param_valid = true;
         settings.speedbar_mode = static_cast<i16>(round % 3 - 1);
         const bool firing = settings.speedbar_mode != 0;
-        sensor::zyl_speed_range = static_cast<i16>(1 + round % 20);
-        sensor::adc_offset = static_cast<i16>(460 + round % 61);
-        sensor::detail_angacc = random_curve(random, 1, round % 2 == 0 ? 500 : 65535);
-        sensor::detail_thermo = random_curve(random, 300, 900);
+        sensor::state.zyl_speed_range = static_cast<i16>(1 + round % 20);
+        sensor::state.adc_offset = static_cast<i16>(460 + round % 61);
+        sensor::state.detail_angacc = random_curve(random, 1, round % 2 == 0 ? 500 : 65535);
+        sensor::state.detail_thermo = random_curve(random, 300, 900);
         Cmd_diagramm_click(0);
         Cmd_diagramm2_click(0);
         refresh_speed_bars();
         refresh_thermo_bars();
         const model_values speed =
-            model_speeds(record(), sensor::detail_angacc, sensor::zyl_speed_range, firing);
-        const model_values signal = model_thermosignals(record(), sensor::detail_thermo,
-                                                        sensor::zyl_speed_range, sensor::adc_offset, firing);
+            model_speeds(record(), sensor::state.detail_angacc, sensor::state.zyl_speed_range, firing);
+        const model_values signal =
+            model_thermosignals(record(), sensor::state.detail_thermo, sensor::state.zyl_speed_range,
+                                sensor::state.adc_offset, firing);
         ASSERT_EQ(heights(frmbarpic, 0), speed.value) << round;
         ASSERT_EQ(heights(frmbarpic, 1), speed.difference) << round;
         ASSERT_EQ(heights(Frmbarpic2, 0), signal.value) << round;
@@ -275,11 +276,11 @@ TEST_F(BarDiagram, EachFormIsClosedByItself) {
     Cmd_diagramm_click(0);
     Cmd_diagramm2_click(1);
     frmbarpic_unload();
-    EXPECT_EQ(sensor::bar_channel_thermo, 2);
+    EXPECT_EQ(sensor::state.bar_channel_thermo, 2);
     EXPECT_TRUE(Frmbarpic2.open);
     Cmd_diagramm_click(0);
     Frmbarpic2_unload();
-    EXPECT_EQ(sensor::bar_channel_angacc, 1);
+    EXPECT_EQ(sensor::state.bar_channel_angacc, 1);
     EXPECT_TRUE(frmbarpic.open);
 }
 

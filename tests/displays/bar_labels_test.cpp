@@ -19,16 +19,16 @@ class BarLabels : public testing::Test {
   protected:
     BarLabels() {
         simulation::fresh_world();
-        sensor::max_sensors = 1;
-        sensor::zyl_speed_range = 1;
-        sensor::adc_offset = 479;
+        sensor::state.max_sensors = 1;
+        sensor::state.zyl_speed_range = 1;
+        sensor::state.adc_offset = 479;
         rec = in_line_engine();
-        sensor::detail_angacc = flat_curve(704);
-        sensor::detail_thermo = flat_curve(529);
+        sensor::state.detail_angacc = flat_curve(704);
+        sensor::state.detail_thermo = flat_curve(529);
     }
     ~BarLabels() override { simulation::fresh_world(); }
 
-    channel_rec& rec = sensor::channels[0];
+    channel_rec& rec = sensor::state.channels[0];
 
     /// The visible labels of both forms, opened anew; they are the same.
     static std::string opened() {
@@ -170,12 +170,12 @@ struct bad_input {
 
 TEST_F(BarLabels, AFailedPassKeepsTheLastBarsAndTheNextCurveDrawsAgain) {
     const bad_input rows[] = {
-        {"zeros", [](channel_rec&) { sensor::detail_angacc.fill(0); }, true, false},
+        {"zeros", [](channel_rec&) { sensor::state.detail_angacc.fill(0); }, true, false},
         {"mean 0",
          [](channel_rec& rec) {
              rec = in_line_engine(1);
-             sensor::detail_angacc.fill(0);
-             sensor::detail_angacc[255] = 100;
+             sensor::state.detail_angacc.fill(0);
+             sensor::state.detail_angacc[255] = 100;
          },
          true, false},
         {"25 cylinders", [](channel_rec& rec) { rec.numzyl = 25; }, true, true},
@@ -187,7 +187,7 @@ TEST_F(BarLabels, AFailedPassKeepsTheLastBarsAndTheNextCurveDrawsAgain) {
              rec.alarmlevel = rec.dcalarmpercent = 1;
              rec.dcpercent_valid = true;
              for (std::size_t sample = 0; sample < 256; sample += 2)
-                 sensor::detail_thermo[sample] = 65535;
+                 sensor::state.detail_thermo[sample] = 65535;
          },
          false, true},
     };
@@ -208,14 +208,14 @@ TEST_F(BarLabels, AFailedPassKeepsTheLastBarsAndTheNextCurveDrawsAgain) {
             EXPECT_EQ(Frmbarpic2.plot, thermo) << row.name;
         }
         rec = good;
-        sensor::detail_angacc = flat_curve(352);
-        sensor::detail_thermo = flat_curve(579);
+        sensor::state.detail_angacc = flat_curve(352);
+        sensor::state.detail_thermo = flat_curve(579);
         refresh_speed_bars();
         refresh_thermo_bars();
         EXPECT_EQ(frmbarpic.plot.series[0].points[5].y, 2000) << row.name;
         EXPECT_EQ(Frmbarpic2.plot.series[0].points[5].y, 100) << row.name;
-        sensor::detail_angacc = flat_curve(704);
-        sensor::detail_thermo = flat_curve(529);
+        sensor::state.detail_angacc = flat_curve(704);
+        sensor::state.detail_thermo = flat_curve(529);
         refresh_speed_bars();
         refresh_thermo_bars();
     }
@@ -226,13 +226,13 @@ TEST_F(BarLabels, AMeanThatFailsComesBeforeTheThermosignalsAndBehindTheSpeeds) {
     opened();
     rec.bar_angacc_val.fill(-1);
     rec.bar_thermo_val.fill(-1);
-    sensor::detail_angacc.fill(0);
-    sensor::detail_angacc[255] = 100;
+    sensor::state.detail_angacc.fill(0);
+    sensor::state.detail_angacc[255] = 100;
     EXPECT_THROW(refresh_speed_bars(), failure);
     EXPECT_EQ(rec.bar_angacc_val[0], 4000);
     rec.alarmlevel = rec.dcalarmpercent = 1;
     rec.dcpercent_valid = true;
-    sensor::detail_thermo.fill(65535);
+    sensor::state.detail_thermo.fill(65535);
     EXPECT_THROW(refresh_thermo_bars(), failure);
     EXPECT_EQ(rec.bar_thermo_val[0], -1);
 }

@@ -1,6 +1,7 @@
 // A strip chart that is frozen by a click and goes on by a click or by itself.
 
 #include "displays/chart.h"
+#include "link/main_timers.h"
 #include "logging/logging_machine.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +17,7 @@ class ChartFreeze : public testing::Test {
   protected:
     void SetUp() override { start_on(logging_settings(4)); }
 
-    static const Timer& minutes(std::size_t channel) { return mainfrm::Timer_chartres[channel]; }
+    static const Timer& minutes(std::size_t channel) { return mainfrm::timers.Timer_chartres[channel]; }
 };
 
 TEST_F(ChartFreeze, AChartIsLiveAtTheStart) {

@@ -2,6 +2,7 @@
 
 #include "displays/chart.h"
 #include "displays/panel.h"
+#include "link/main_timers.h"
 #include "link/supervision.h"
 #include "logging/logging_machine.h"
 
@@ -16,7 +17,6 @@ namespace {
 
 using namespace simulation;
 using mainfrm::start_channel_click;
-using sensor::channels;
 
 class ChartRows : public testing::Test {
   protected:
@@ -58,14 +58,14 @@ TEST_F(ChartRows, ATickAddsOneRowToTheChartOfEachStartedChannel) {
 
 TEST_F(ChartRows, TheRowsOfTheTimerComeWithItsInterval) {
     start_channel_click(0);
-    const int interval = mainfrm::Timer_chart_upd.Interval();
+    const int interval = mainfrm::timers.Timer_chart_upd.Interval();
     ASSERT_GT(interval, 0);
     advance(10 * interval);
     EXPECT_EQ(row_count(0), 10);
 }
 
 TEST_F(ChartRows, ARowHoldsTheRecordsValues) {
-    channel_rec& rec = channels[1];
+    channel_rec& rec = sensor::state.channels[1];
     rec.tsignal = 41;
     rec.speed = 510;
     rec.tvoltage = 123;
@@ -110,9 +110,9 @@ struct band_row {
 class ChartSpeedBands : public ChartRows, public testing::WithParamInterface<band_row> {};
 
 TEST_P(ChartSpeedBands, SetDivisorAndTitleOnEachTick) {
-    channels[0].param_valid = true;
-    channels[0].speed = 1000;
-    channels[0].overspeed = GetParam().overspeed;
+    sensor::state.channels[0].param_valid = true;
+    sensor::state.channels[0].speed = 1000;
+    sensor::state.channels[0].overspeed = GetParam().overspeed;
     add_chart_row(0);
     EXPECT_EQ(newest(0, 1), static_cast<float>(1000.0 / GetParam().divisor));
     EXPECT_EQ(charts.chart[0].curves[1].Title, GetParam().title);
@@ -130,13 +130,13 @@ INSTANTIATE_TEST_SUITE_P(ALimitBelongsToTheBandAboveIt, ChartSpeedBands,
                          [](const auto& row) { return "Overspeed" + std::to_string(row.param.overspeed); });
 
 TEST_F(ChartRows, WithoutParametersTheSpeedHasNoValueAndKeepsItsTitle) {
-    channels[0].speed = 1000;
-    channels[0].overspeed = 3000;
+    sensor::state.channels[0].speed = 1000;
+    sensor::state.channels[0].overspeed = 3000;
     add_chart_row(0);
     add_chart_row(0);
     EXPECT_TRUE(values(0, 1).empty());
     EXPECT_EQ(charts.chart[0].curves[1].Title, "RPM /10");
-    channels[0].param_valid = true;
+    sensor::state.channels[0].param_valid = true;
     add_chart_row(0);
     EXPECT_EQ(values(0, 1), std::vector<float>{40});
     EXPECT_EQ(charts.chart[0].curves[1].Title, "RPM /25");
@@ -159,16 +159,16 @@ TEST_F(ChartRows, AreKeptWhenTheChannelStopsAndStartsAgain) {
 }
 
 TEST_F(ChartRows, AreTakenAlsoBeyondTheLimitsOfTheScale) {
-    channels[0].tsignal = 65535;
-    channels[0].teff_dc = -32768;
+    sensor::state.channels[0].tsignal = 65535;
+    sensor::state.channels[0].teff_dc = -32768;
     add_chart_row(0);
     EXPECT_EQ(newest(0, 0), 65535);
     EXPECT_EQ(newest(0, 4), -32768);
 }
 
 TEST_F(ChartRows, AChannelThatCameIntoUseAfterTheStartRecordsWithoutCurves) {
-    channels[3].param_valid = true;
-    channels[3].speed = 300;
+    sensor::state.channels[3].param_valid = true;
+    sensor::state.channels[3].speed = 300;
     add_chart_row(3);
     EXPECT_EQ(row_count(3), 1);
     EXPECT_EQ(newest(3, 1), 300);

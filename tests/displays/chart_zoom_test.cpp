@@ -55,14 +55,14 @@ TEST_P(ChartZoom, EnlargesOverTheNeighbourAndBack) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         cmd_zoom_xy_click(channel);
         expect_enlarged(channel);
-        EXPECT_TRUE(sensor::channels[channel].xy_zoom_state);
+        EXPECT_TRUE(sensor::state.channels[channel].xy_zoom_state);
         EXPECT_EQ(panels.cmd_zoom_xy[channel].Caption, "Reduce XY graph");
         for (i16 other = 0; other < channel_count; ++other)
             EXPECT_EQ(charts.chart[other].Visible, other != neighbour(channel)) << channel << other;
 
         cmd_zoom_xy_click(channel);
         expect_small(channel);
-        EXPECT_FALSE(sensor::channels[channel].xy_zoom_state);
+        EXPECT_FALSE(sensor::state.channels[channel].xy_zoom_state);
         EXPECT_EQ(panels.cmd_zoom_xy[channel].Caption, "Enlarge XY graph");
         for (const iStripChartX& chart : charts.chart)
             EXPECT_TRUE(chart.Visible);
@@ -72,8 +72,8 @@ TEST_P(ChartZoom, EnlargesOverTheNeighbourAndBack) {
 TEST_P(ChartZoom, TheLastCommandDecidesWhichChartOfTheRowIsSeen) {
     cmd_zoom_xy_click(0);
     cmd_zoom_xy_click(2);
-    EXPECT_TRUE(sensor::channels[0].xy_zoom_state);
-    EXPECT_TRUE(sensor::channels[2].xy_zoom_state);
+    EXPECT_TRUE(sensor::state.channels[0].xy_zoom_state);
+    EXPECT_TRUE(sensor::state.channels[2].xy_zoom_state);
     expect_enlarged(0);
     expect_enlarged(2);
     EXPECT_FALSE(charts.chart[0].Visible);

@@ -58,7 +58,7 @@ TEST_P(ThermoFailures, DoNotDisturbTheNextCurveNorTheRecord) {
     *kind().scale = greatest_scale;
     feed_curve(0, 1000);
     EXPECT_EQ(world().debug, text_lines{"error: disp thermosignal Overflow"});
-    EXPECT_EQ(sensor::thermo_block_last[0], 0);
+    EXPECT_EQ(sensor::state.thermo_block_last[0], 0);
     EXPECT_EQ(records(), 1);
     *kind().scale = 1;
     feed_curve(0, 1100);
@@ -96,7 +96,7 @@ TEST_P(AngaccFailures, LeaveTheBlockCounterAtThreeAndCostTheNextCurve) {
     *kind().scale = greatest_scale;
     feed_curve(0, 1000);
     EXPECT_EQ(world().debug, text_lines{"mscomm: Overflow"});
-    EXPECT_EQ(sensor::angacc_block_last[0], 3);
+    EXPECT_EQ(sensor::state.angacc_block_last[0], 3);
     EXPECT_EQ(records(), 0);
     *kind().scale = 1;
     world().debug.clear();

@@ -10,8 +10,8 @@ namespace {
 // --- The form -------------------------------------------------------------------------------------------
 
 TEST_F(DetailedDisplay, OpensWithItsCaptionAllBoxesCheckedAndTheFixedPicture) {
-    sensor::max_sensors = 1;
-    sensor::polar_channel = 1;
+    sensor::state.max_sensors = 1;
+    sensor::state.polar_channel = 1;
     show_frmdetailedpic("Detailed Display Engine 1");
     EXPECT_EQ(frmdetailedpic.form.Caption, "Detailed Display Engine 1");
     EXPECT_TRUE(frmdetailedpic.form.Loaded);
@@ -40,7 +40,7 @@ TEST_F(DetailedDisplay, UnloadSelectsNoChannelAndForgetsAllButTheSize) {
     frmdetailedpic.Chck_tsabs = 0;
     const unsigned passes = frmdetailedpic.surface.passes;
     frmdetailedpic_unload();
-    EXPECT_EQ(sensor::polar_channel, 0);
+    EXPECT_EQ(sensor::state.polar_channel, 0);
     EXPECT_FALSE(frmdetailedpic.open);
     EXPECT_FALSE(frmdetailedpic.form.Loaded);
     EXPECT_FALSE(frmdetailedpic.form.Visible);
@@ -50,7 +50,7 @@ TEST_F(DetailedDisplay, UnloadSelectsNoChannelAndForgetsAllButTheSize) {
     EXPECT_EQ(frmdetailedpic.surface.ScaleWidth, 280);
     EXPECT_EQ(frmdetailedpic.surface.ScaleHeight, 190);
     EXPECT_NE(frmdetailedpic.surface.passes, passes);
-    sensor::polar_channel = 1;
+    sensor::state.polar_channel = 1;
     show_frmdetailedpic("again");
     EXPECT_EQ(frmdetailedpic.Chck_tsabs, 1);
 }
@@ -65,12 +65,12 @@ TEST_F(DetailedDisplay, AResizeDrawsTheFixedPictureInTheNewSize) {
 }
 
 TEST_F(DetailedDisplay, WithoutItsChannelInUseHasNoReferenceElements) {
-    sensor::max_sensors = 1;
-    sensor::polar_channel = 2;
+    sensor::state.max_sensors = 1;
+    sensor::state.polar_channel = 2;
     draw_scale();
     EXPECT_EQ(strokes().size(), 256U + 7);
     EXPECT_TRUE(texts().empty());
-    sensor::max_sensors = 2;
+    sensor::state.max_sensors = 2;
     draw_scale();
     EXPECT_GT(strokes().size(), 256U + 7);
 }
@@ -92,7 +92,7 @@ std::vector<colour_run> colour_runs(const std::vector<stroke>& strokes) {
 
 TEST_F(DetailedDisplay, ANewCurveRedrawsEverythingInItsOrder) {
     open_detailed_display(engine(4, 6, in_line));
-    take_curves(sensor::channels[0]);
+    take_curves(sensor::state.channels[0]);
     frmdetailedpic.surface.line(1, 2, 3, 4);
     prepare_frmdetailedpic();
     const std::vector<colour_run> prepared{
@@ -110,7 +110,7 @@ TEST_F(DetailedDisplay, ANewCurveRedrawsEverythingInItsOrder) {
 
 TEST_F(DetailedDisplay, TextsOfAPassStandInTheirOrder) {
     open_detailed_display(engine(4, 6, in_line));
-    take_curves(sensor::channels[0]);
+    take_curves(sensor::state.channels[0]);
     draw_pass();
     std::vector<std::string> shown;
     for (const canvas_text& text : texts())
@@ -124,7 +124,7 @@ TEST_F(DetailedDisplay, TextsOfAPassStandInTheirOrder) {
 TEST_F(DetailedDisplay, HiddenByTheAlertWindowItGoesOn) {
     open_detailed_display(engine(4, 6, in_line));
     frmdetailedpic.form.Visible = false;
-    take_curves(sensor::channels[0]);
+    take_curves(sensor::state.channels[0]);
     draw_pass();
     EXPECT_EQ(strokes().size(), 256U + 7 + 512 + 512 + 256 + 6 + 7 + 6 + 256 + 3 * 512);
     EXPECT_FALSE(frmdetailedpic.form.Visible);

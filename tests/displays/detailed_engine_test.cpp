@@ -84,8 +84,8 @@ TEST_F(DetailedEngine, BothEndsOfTheStraightDiagramBearTheirDegrees) {
     prepare_frmdetailedpic();
     EXPECT_EQ(frmdetailedpic.Lbl0deg, (canvas_label{130, 178, "0 deg.", true}));
     EXPECT_EQ(frmdetailedpic.Lblenddeg, (canvas_label{268, 178, "720 deg.", true}));
-    sensor::channels[0].enginetype = 3;
-    sensor::channels[0].firingangle[1] = 180;
+    sensor::state.channels[0].enginetype = 3;
+    sensor::state.channels[0].firingangle[1] = 180;
     prepare_frmdetailedpic();
     EXPECT_EQ(frmdetailedpic.Lblenddeg.Caption, "360 deg.");
 }
@@ -104,8 +104,8 @@ TEST_F(DetailedEngine, StrokesArePrintedWhenTheyAreKnownAndWhatIsNoVTypeIsInLine
                                {4, 3, {"4 stroke engine 720 degrees", "3 cylinder in line"}},
                                {0, 0, {"3 cylinder in line"}}}) {
         open_with(4, {0, 60, 60});
-        sensor::channels[0].enginetype = row.strokes;
-        sensor::channels[0].cylconf = row.arrangement;
+        sensor::state.channels[0].enginetype = row.strokes;
+        sensor::state.channels[0].cylconf = row.arrangement;
         only([] { draw_engine(2); });
         ASSERT_EQ(texts().size(), row.texts.size()) << row.strokes << " " << row.arrangement;
         for (std::size_t text = 0; text < row.texts.size(); ++text) {
@@ -117,7 +117,7 @@ TEST_F(DetailedEngine, StrokesArePrintedWhenTheyAreKnownAndWhatIsNoVTypeIsInLine
 
 TEST_F(DetailedEngine, AnEngineThatNobodyHasDescribedHasNoCylinderText) {
     open_with(4, {});
-    sensor::channels[0].enginetype = sensor::channels[0].cylconf = 0;
+    sensor::state.channels[0].enginetype = sensor::state.channels[0].cylconf = 0;
     only([] { draw_engine(2); });
     EXPECT_TRUE(texts().empty());
 }
@@ -180,15 +180,15 @@ TEST_F(DetailedEngine, OneAnd24CylindersAreDrawn25Fail) {
 }
 
 TEST_F(DetailedEngine, WithoutASelectedChannelAPassFails) {
-    sensor::max_sensors = 4;
+    sensor::state.max_sensors = 4;
     EXPECT_EQ(failure_of(prepare_frmdetailedpic), failure_of([] { failures::subscript(); }));
     EXPECT_EQ(failure_of(draw_scale), "");
 }
 
 TEST_F(DetailedEngine, TheEngineIsThatOfTheSelectedChannel) {
     open_detailed_display(engine(4, 6, in_line));
-    sensor::channels[1] = engine(4, 3, in_line);
-    sensor::polar_channel = 2;
+    sensor::state.channels[1] = engine(4, 3, in_line);
+    sensor::state.polar_channel = 2;
     only([] { draw_engine(2); });
     EXPECT_EQ(strokes().size(), 256U + 3 + 7 + 3);
 }

@@ -97,7 +97,7 @@ TEST_F(DetailedLabels, LabelsOfAnEngineThatShrankAreHidden) {
 TEST_F(DetailedLabels, TheFixedPictureLeavesTheLabelsAlone) {
     open_with(engine(4, 6, in_line));
     const auto before = frmdetailedpic.Lblzyl;
-    sensor::channels[0].numzyl = 2;
+    sensor::state.channels[0].numzyl = 2;
     draw_scale();
     EXPECT_EQ(frmdetailedpic.Lblzyl, before);
 }

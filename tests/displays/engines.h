@@ -34,27 +34,28 @@ inline channel_rec engine(i32 strokes, i32 cylinders, i32 arrangement, i32 uneve
 
 /// The Detailed Display is open for channel 1 with this engine.
 inline void open_detailed_display(const channel_rec& rec) {
-    sensor::channels[0] = rec;
-    sensor::max_sensors = 2;
-    sensor::polar_channel = 1;
-    sensor::scale_polar_t = 3.0;
-    sensor::scale_polar_a = 0.5;
-    sensor::adc_offset = 479;
+    sensor::state.channels[0] = rec;
+    sensor::state.max_sensors = 2;
+    sensor::state.polar_channel = 1;
+    sensor::state.scale_polar_t = 3.0;
+    sensor::state.scale_polar_a = 0.5;
+    sensor::state.adc_offset = 479;
     show_frmdetailedpic("Detailed Display Engine 1");
 }
 
 /// Curves as a running engine has them: a bump for each cylinder, one of them too large.
 inline void take_curves(const channel_rec& rec) {
     const double cylinders = std::max(rec.numzyl, 1);
-    for (std::size_t k = 0; k < sensor::detail_thermo.size(); ++k) {
+    for (std::size_t k = 0; k < sensor::state.detail_thermo.size(); ++k) {
         const double share = static_cast<double>(k) / 256;
         const double place = share * cylinders;
         const double bump = std::pow(std::cos(std::numbers::pi * place), 8);
         const bool warm = static_cast<i32>(std::lround(place)) == 2;
-        sensor::detail_thermo[k] = 481 + static_cast<i32>(std::lround((warm ? 11 : 4) * bump)) - (k % 3 == 0);
+        sensor::state.detail_thermo[k] =
+            481 + static_cast<i32>(std::lround((warm ? 11 : 4) * bump)) - (k % 3 == 0);
         const double ripple = std::sin(2 * std::numbers::pi * place) * (warm ? 24 : 14) +
                               4 * std::sin(2 * std::numbers::pi * 3 * share);
-        sensor::detail_angacc[k] = 700 + static_cast<i32>(std::lround(ripple));
+        sensor::state.detail_angacc[k] = 700 + static_cast<i32>(std::lround(ripple));
     }
 }
 

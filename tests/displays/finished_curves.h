@@ -40,34 +40,34 @@ inline const curve_kind thermo_kind{"thermo",
                                     process_thermo,
                                     &channel_rec::thermo_data,
                                     1,
-                                    &sensor::scale_polar_t,
-                                    &sensor::scale_polar_a,
-                                    &sensor::detail_thermo,
-                                    &sensor::detail_angacc,
-                                    &sensor::bar_channel_thermo,
-                                    &sensor::bar_channel_angacc,
-                                    &sensor::mb_thermo,
-                                    &sensor::mb_angacc,
+                                    &sensor::state.scale_polar_t,
+                                    &sensor::state.scale_polar_a,
+                                    &sensor::state.detail_thermo,
+                                    &sensor::state.detail_angacc,
+                                    &sensor::state.bar_channel_thermo,
+                                    &sensor::state.bar_channel_angacc,
+                                    &sensor::state.mb_thermo,
+                                    &sensor::state.mb_angacc,
                                     &link_calls::calc_thermo_cyl,
                                     ":03",
                                     "<REC2>",
-                                    &sensor::thermo_block_last};
+                                    &sensor::state.thermo_block_last};
 inline const curve_kind angacc_kind{"angacc",
                                     process_angacc,
                                     &channel_rec::angacc_data,
                                     2,
-                                    &sensor::scale_polar_a,
-                                    &sensor::scale_polar_t,
-                                    &sensor::detail_angacc,
-                                    &sensor::detail_thermo,
-                                    &sensor::bar_channel_angacc,
-                                    &sensor::bar_channel_thermo,
-                                    &sensor::mb_angacc,
-                                    &sensor::mb_thermo,
+                                    &sensor::state.scale_polar_a,
+                                    &sensor::state.scale_polar_t,
+                                    &sensor::state.detail_angacc,
+                                    &sensor::state.detail_thermo,
+                                    &sensor::state.bar_channel_angacc,
+                                    &sensor::state.bar_channel_thermo,
+                                    &sensor::state.mb_angacc,
+                                    &sensor::state.mb_thermo,
                                     &link_calls::calc_angacc_cyl,
                                     ":04",
                                     "<REC3>",
-                                    &sensor::angacc_block_last};
+                                    &sensor::state.angacc_block_last};
 
 /// An engine that all consumers of a curve can work with.
 inline parameter_values plant_engine() {
@@ -96,7 +96,7 @@ class curve_test : public testing::TestWithParam<curve_kind> {
         if (during_calc) during_calc();
     }
     [[nodiscard]] const curve_kind& kind() const { return *kind_; }
-    [[nodiscard]] auto& data(i16 channel = 0) const { return sensor::channels[channel].*kind().data; }
+    [[nodiscard]] auto& data(i16 channel = 0) const { return sensor::state.channels[channel].*kind().data; }
     [[nodiscard]] plot_curve& drawn(i16 channel = 0) const {
         return panels.XYplot[channel].curves[kind().plot_curve];
     }

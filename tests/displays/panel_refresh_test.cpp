@@ -13,7 +13,6 @@ namespace {
 
 using namespace simulation;
 using mainfrm::start_channel_click;
-using sensor::channels;
 
 class PanelRefresh : public testing::Test {
   protected:
@@ -32,7 +31,7 @@ auto shown(i16 channel) {
 }
 
 void fill(i16 channel) {
-    channel_rec& rec = channels[channel];
+    channel_rec& rec = sensor::state.channels[channel];
     rec.speed = 500;
     rec.tsignal = 40;
     rec.tvoltage = 123;
@@ -62,7 +61,7 @@ TEST_F(PanelRefresh, ATickWritesStartedChannelsOnly) {
 
 TEST_F(PanelRefresh, ATickNeverTouchesAMissingChannelEvenIfItsFlagWereSet) {
     fill(3);
-    sensor::channel_running[3] = true;
+    sensor::state.channel_running[3] = true;
     const auto before = shown(3);
     Timer_chart_upd_tick();
     EXPECT_EQ(shown(3), before);

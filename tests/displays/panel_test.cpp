@@ -15,7 +15,6 @@ namespace {
 
 using namespace simulation;
 using mainfrm::start_channel_click;
-using sensor::channels;
 
 constexpr colour tsig_digits = rgb(255, 0, 0);
 constexpr colour tsig_pointer = rgb(198, 0, 0);
@@ -136,7 +135,7 @@ TEST_F(Panel, RelayLabelsHaveTheNamesOfTheSettings) {
 
 TEST_F(Panel, ShowsTheRecordsValues) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        channel_rec& rec = channels[channel];
+        channel_rec& rec = sensor::state.channels[channel];
         rec.speed = 1480 + channel;
         rec.tsignal = 51 + channel;
         rec.teff_dc = 70 + channel;
@@ -153,10 +152,10 @@ TEST_F(Panel, ShowsTheRecordsValues) {
 }
 
 TEST_F(Panel, TheThermoGaugeShowsTeffForAnyChoiceButNought) {
-    channels[0].tsignal = 10;
-    channels[0].teff_dc = 20;
+    sensor::state.channels[0].tsignal = 10;
+    sensor::state.channels[0].teff_dc = 20;
     for (const int choice : {0, 1, 2, -1, 100}) {
-        channels[0].th_dig_val = static_cast<i16>(choice);
+        sensor::state.channels[0].th_dig_val = static_cast<i16>(choice);
         update_panel(0);
         EXPECT_EQ(panels.Gauge_thermo[0].Position, choice == 0 ? 10 : 20) << choice;
         EXPECT_EQ(indicators.digi_Thermo[0].Value, choice == 0 ? 10 : 20) << choice;
@@ -177,10 +176,10 @@ TEST_F(Panel, TheAcLevelNeedsTheFirstBlockAndItsPercentageBoth) {
                                  {true, true, rgb(255, 128, 0), 45, "90% of"}}) {
         panels.dig_sens2[0].Value = 7;
         panels.lbl_aimplevel[0].Caption = "old";
-        channels[0].aimp_level_cur = 45;
-        channels[0].ialarmlevel = 90;
-        channels[0].ext1_valid = row.ext1;
-        channels[0].ext2_valid = row.ext2;
+        sensor::state.channels[0].aimp_level_cur = 45;
+        sensor::state.channels[0].ialarmlevel = 90;
+        sensor::state.channels[0].ext1_valid = row.ext1;
+        sensor::state.channels[0].ext2_valid = row.ext2;
         update_panel(0);
         EXPECT_EQ(panels.dig_sens2[0].SegmentColor, row.digits);
         EXPECT_EQ(panels.dig_sens2[0].Value, row.value);
@@ -189,14 +188,14 @@ TEST_F(Panel, TheAcLevelNeedsTheFirstBlockAndItsPercentageBoth) {
 }
 
 TEST_F(Panel, TheDcPercentageIsWrittenWhenItIsThereAndStaysOtherwise) {
-    channels[0].dcalarmpercent = 85;
+    sensor::state.channels[0].dcalarmpercent = 85;
     update_panel(0);
     EXPECT_EQ(panels.Lbl_dc_percent[0].Caption, ".");
-    channels[0].dcpercent_valid = true;
+    sensor::state.channels[0].dcpercent_valid = true;
     update_panel(0);
     EXPECT_EQ(panels.Lbl_dc_percent[0].Caption, "85% of");
-    channels[0].dcpercent_valid = false;
-    channels[0].dcalarmpercent = 60;
+    sensor::state.channels[0].dcpercent_valid = false;
+    sensor::state.channels[0].dcalarmpercent = 60;
     update_panel(0);
     EXPECT_EQ(panels.Lbl_dc_percent[0].Caption, "85% of");
 }
@@ -213,7 +212,7 @@ TEST_F(Panel, PlotButtonsAndMessageFollowTheEvaluatorsMode) {
                 before;
             panels.Frame_message[0].Visible = before;
             panels.Lbl_dama[0].Caption = "old";
-            channels[0].eva_mode = row.mode;
+            sensor::state.channels[0].eva_mode = row.mode;
             update_panel(0);
             EXPECT_EQ(panels.XYplot[0].Visible, row.plot) << row.mode;
             EXPECT_EQ(panels.Cmd_diagramm[0].Visible, row.plot) << row.mode;
@@ -231,7 +230,7 @@ TEST_F(Panel, AnyOtherModeLeavesPlotButtonsAndMessageAsTheyWere) {
                 before;
             panels.Frame_message[0].Visible = before;
             panels.Lbl_dama[0].Caption = "old";
-            channels[0].eva_mode = mode;
+            sensor::state.channels[0].eva_mode = mode;
             update_panel(0);
             EXPECT_EQ(panels.XYplot[0].Visible, before) << mode;
             EXPECT_EQ(panels.Cmd_diagramm[0].Visible, before) << mode;
@@ -255,9 +254,9 @@ TEST_F(Panel, AClickTogglesTheThermoChoiceAndKeepsItInTheSettings) {
                                  {2, 1, teff_digits, teff_pointer, "Teff %DCA"},
                                  {-1, 1, teff_digits, teff_pointer, "Teff %DCA"}}) {
         for (i16 channel = 0; channel < channel_count; ++channel) {
-            channels[channel].th_dig_val = row.before;
+            sensor::state.channels[channel].th_dig_val = row.before;
             Label4_click(channel);
-            EXPECT_EQ(channels[channel].th_dig_val, row.after) << row.before;
+            EXPECT_EQ(sensor::state.channels[channel].th_dig_val, row.after) << row.before;
             EXPECT_EQ(Ini::ini_read("th_dig_val " + std::to_string(channel + 1)), std::to_string(row.after));
             EXPECT_EQ(indicators.digi_Thermo[channel].ForeColor, row.digits) << row.before;
             EXPECT_EQ(panels.Gauge_thermo[channel].PointerColor, row.pointer) << row.before;

@@ -31,22 +31,22 @@ const std::vector<failing_row> failing_rows{
 
 TEST_F(PolarCurves, AFailureEndsThePassAndTheNextCurveDrawsAgain) {
     for (const failing_row& row : failing_rows) {
-        channel_rec& rec = sensor::channels[0];
+        channel_rec& rec = sensor::state.channels[0];
         rec = engine(4, 6, in_line);
         take_curves(rec);
         rec.alarmlevel = row.alarmlevel;
         rec.dcpercent_valid = row.dcpercent_valid;
         rec.dcalarmpercent = row.dcalarmpercent;
-        const i32 before = sensor::detail_thermo[200];
-        sensor::detail_thermo[200] = row.sample;
-        sensor::scale_polar_t = 0;
+        const i32 before = sensor::state.detail_thermo[200];
+        sensor::state.detail_thermo[200] = row.sample;
+        sensor::state.scale_polar_t = 0;
         const std::string what = std::to_string(row.alarmlevel) + " " + std::to_string(row.dcalarmpercent);
         clear();
         EXPECT_EQ(failure_of(draw_curves), failure_of(row.description)) << what;
         // The relative thermosignal was drawn, unless its mean was negative; nothing of what follows.
         EXPECT_EQ(strokes().size(), row.sample < 0 ? 0 : diagram_strokes) << what;
         EXPECT_EQ(texts().size(), row.sample < 0 ? 0U : 1U) << what;
-        sensor::detail_thermo[200] = before;
+        sensor::state.detail_thermo[200] = before;
         rec.alarmlevel = 5;
         rec.dcpercent_valid = false;
         EXPECT_EQ(failure_of(draw_pass), "") << what;
@@ -54,15 +54,15 @@ TEST_F(PolarCurves, AFailureEndsThePassAndTheNextCurveDrawsAgain) {
 }
 
 TEST_F(PolarCurves, ProductsJustWithin32BitsAreDrawn) {
-    sensor::channels[0].alarmlevel = 5;
-    sensor::channels[0].dcpercent_valid = true;
-    sensor::channels[0].dcalarmpercent = 4772185;
-    sensor::detail_thermo.fill(479 + 21474836);
+    sensor::state.channels[0].alarmlevel = 5;
+    sensor::state.channels[0].dcpercent_valid = true;
+    sensor::state.channels[0].dcalarmpercent = 4772185;
+    sensor::state.detail_thermo.fill(479 + 21474836);
     EXPECT_EQ(failure_of(draw_thermo_abs), "");
 }
 
 TEST_F(PolarCurves, ADcPercentageOfNoughtDoesNoHarmWhileItIsNotValid) {
-    sensor::channels[0].dcalarmpercent = 0;
+    sensor::state.channels[0].dcalarmpercent = 0;
     EXPECT_EQ(failure_of(draw_thermo_abs), "");
 }
 
@@ -75,9 +75,9 @@ TEST_F(PolarCurves, StrangeCurvesAndScalesAreDrawnInFull) {
     };
     for (const auto& curve : curves) {
         for (const double scale : {0.0, 1e-300, 1.0, 1e300}) {
-            samples(sensor::detail_thermo, curve);
-            samples(sensor::detail_angacc, curve);
-            sensor::scale_polar_t = sensor::scale_polar_a = scale;
+            samples(sensor::state.detail_thermo, curve);
+            samples(sensor::state.detail_angacc, curve);
+            sensor::state.scale_polar_t = sensor::state.scale_polar_a = scale;
             clear();
             EXPECT_EQ(failure_of(draw_curves), "");
             ASSERT_EQ(strokes().size(), 3 * diagram_strokes);
@@ -90,13 +90,13 @@ TEST_F(PolarCurves, StrangeCurvesAndScalesAreDrawnInFull) {
 }
 
 TEST_F(PolarCurves, AnInfiniteScaleHurtsNobody) {
-    take_curves(sensor::channels[0]);
+    take_curves(sensor::state.channels[0]);
     for (const double scale : {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::max(),
                                std::numeric_limits<double>::quiet_NaN()}) {
-        sensor::scale_polar_t = sensor::scale_polar_a = scale;
+        sensor::state.scale_polar_t = sensor::state.scale_polar_a = scale;
         EXPECT_EQ(failure_of(draw_pass), "");
     }
-    sensor::scale_polar_t = sensor::scale_polar_a = 1;
+    sensor::state.scale_polar_t = sensor::state.scale_polar_a = 1;
     draw_pass();
     for (const stroke& one : strokes())
         EXPECT_TRUE(std::isfinite(one.y2));

@@ -19,7 +19,7 @@ const std::vector<diagram_row> diagram_rows{
 };
 
 TEST_F(PolarCurves, EachDiagramHasItsColourItsLinesAndItsLegend) {
-    take_curves(sensor::channels[0]);
+    take_curves(sensor::state.channels[0]);
     for (const diagram_row& row : diagram_rows) {
         only(row.draw);
         ASSERT_EQ(strokes().size(), diagram_strokes) << row.legend;
@@ -56,11 +56,11 @@ const std::vector<point_row> ramp{
 TEST_F(PolarCurves, RelativeDiagramsFollowTheDeviationFromTheMean) {
     const auto one_above_another = [](i32 k) { return 1000 + k; };
     for (const bool thermo : {true, false}) {
-        sensor::detail_thermo.fill(7);
-        sensor::detail_angacc.fill(9);
-        samples(thermo ? sensor::detail_thermo : sensor::detail_angacc, one_above_another);
-        sensor::scale_polar_t = thermo ? 0.25 : 77;
-        sensor::scale_polar_a = thermo ? 77 : 0.25;
+        sensor::state.detail_thermo.fill(7);
+        sensor::state.detail_angacc.fill(9);
+        samples(thermo ? sensor::state.detail_thermo : sensor::state.detail_angacc, one_above_another);
+        sensor::state.scale_polar_t = thermo ? 0.25 : 77;
+        sensor::state.scale_polar_a = thermo ? 77 : 0.25;
         only(thermo ? draw_thermo : draw_angle);
         for (const point_row& row : ramp) {
             // Stroke k - 1 ends in point k.
@@ -76,7 +76,7 @@ TEST_F(PolarCurves, RelativeDiagramsFollowTheDeviationFromTheMean) {
 }
 
 TEST_F(PolarCurves, ASampleEqualToTheMeanLiesOnTheWhiteCircleAndLine) {
-    sensor::detail_thermo.fill(600);
+    sensor::state.detail_thermo.fill(600);
     only(draw_refline);
     const double white_line = strokes()[0].y1;
     only(draw_refcircle);
@@ -116,9 +116,9 @@ const std::vector<limit_row> limit_rows{
 TEST_F(PolarCurves, RelativeDeviationsAreLimitedOutwardsAndPastTheCentre) {
     for (const limit_row& row : limit_rows) {
         // Two samples deviate against each other, so that the mean is 10000.
-        sensor::detail_thermo.fill(10000);
-        sensor::detail_thermo[0] += row.deviation;
-        sensor::detail_thermo[128] -= row.deviation;
+        sensor::state.detail_thermo.fill(10000);
+        sensor::state.detail_thermo[0] += row.deviation;
+        sensor::state.detail_thermo[128] -= row.deviation;
         only(draw_thermo);
         EXPECT_NEAR(first_radius(), row.radius, near_enough) << row.deviation;
         EXPECT_NEAR(round_part(0).x1, centre_x, near_enough) << row.deviation;
@@ -128,24 +128,24 @@ TEST_F(PolarCurves, RelativeDeviationsAreLimitedOutwardsAndPastTheCentre) {
 
 TEST_F(PolarCurves, ANegativeMeanDrawsNothingNotEvenTheLegend) {
     for (auto* const draw : {draw_thermo, draw_angle}) {
-        sensor::detail_thermo.fill(0);
-        sensor::detail_angacc.fill(0);
+        sensor::state.detail_thermo.fill(0);
+        sensor::state.detail_angacc.fill(0);
         only(draw);
         EXPECT_EQ(strokes().size(), diagram_strokes) << "a mean of 0 is none";
-        sensor::detail_thermo[9] = sensor::detail_angacc[9] = -1;
+        sensor::state.detail_thermo[9] = sensor::state.detail_angacc[9] = -1;
         only(draw);
         EXPECT_TRUE(strokes().empty());
         EXPECT_TRUE(texts().empty());
     }
-    sensor::detail_thermo.fill(-5);
+    sensor::state.detail_thermo.fill(-5);
     only(draw_thermo_abs);
     EXPECT_EQ(strokes().size(), diagram_strokes) << "the absolute diagram has no mean";
 }
 
 TEST_F(PolarCurves, TheMeanIsNotRounded) {
-    sensor::detail_thermo.fill(100);
-    sensor::detail_thermo[128] = 101; // mean 100.00390625
-    sensor::scale_polar_t = 256;
+    sensor::state.detail_thermo.fill(100);
+    sensor::state.detail_thermo[128] = 101; // mean 100.00390625
+    sensor::state.scale_polar_t = 256;
     only(draw_thermo);
     EXPECT_NEAR(first_radius(), 29, near_enough);
 }
@@ -181,7 +181,7 @@ const std::vector<alarm_row> alarm_rows{
 
 TEST_F(PolarCurves, TheAbsoluteDiagramIsInPercentOfTheAlarmLevel) {
     for (const alarm_row& row : alarm_rows) {
-        channel_rec& rec = sensor::channels[0];
+        channel_rec& rec = sensor::state.channels[0];
         rec.alarmlevel = row.alarmlevel;
         rec.dcpercent_valid = row.dcalarmpercent != 0;
         rec.dcalarmpercent = row.dcalarmpercent != 0 ? row.dcalarmpercent : 33;
@@ -205,7 +205,7 @@ const std::vector<point_row> saw{
 };
 
 TEST_F(PolarCurves, TheAbsoluteDiagramRunsClockwiseFromTheTop) {
-    samples(sensor::detail_thermo, [](i32 k) { return 479 + k % 30; });
+    samples(sensor::state.detail_thermo, [](i32 k) { return 479 + k % 30; });
     only(draw_thermo_abs);
     for (const point_row& row : saw) {
         const stroke& around = round_part((row.k + 255) % 256);
@@ -218,8 +218,8 @@ TEST_F(PolarCurves, TheAbsoluteDiagramRunsClockwiseFromTheTop) {
 }
 
 TEST_F(PolarCurves, AHundredPercentLiesOnTheOrangeCircleAndLine) {
-    sensor::channels[0].alarmlevel = 1;
-    sensor::detail_thermo.fill(479 + 25);
+    sensor::state.channels[0].alarmlevel = 1;
+    sensor::state.detail_thermo.fill(479 + 25);
     only(draw_almline);
     const double orange_line = strokes()[0].y1;
     only(draw_thermo_abs);
@@ -231,11 +231,11 @@ TEST_F(PolarCurves, AHundredPercentLiesOnTheOrangeCircleAndLine) {
 
 TEST_F(PolarCurves, TheZeroPointCountsAtBothEndsOfItsRange) {
     for (const i16 zero : {i16{460}, i16{520}}) {
-        sensor::adc_offset = zero;
+        sensor::state.adc_offset = zero;
         first_deviates(25);
         only(draw_thermo_abs);
         EXPECT_NEAR(first_radius(), 25, near_enough) << zero;
-        sensor::detail_thermo.fill(490);
+        sensor::state.detail_thermo.fill(490);
         only(draw_thermo_abs);
         EXPECT_NEAR(first_radius(), 30, near_enough) << zero;
     }
@@ -247,7 +247,7 @@ struct box_row {
 };
 
 TEST_F(PolarCurves, EachDiagramIsDrawnIfItsBoxIsExactlyOneInTheirOrder) {
-    take_curves(sensor::channels[0]);
+    take_curves(sensor::state.channels[0]);
     for (const box_row& row : std::vector<box_row>{{1, 1, 1, {red, yellow, blue}},
                                                    {0, 1, 1, {yellow, blue}},
                                                    {1, 0, 1, {red, blue}},
@@ -266,10 +266,10 @@ TEST_F(PolarCurves, EachDiagramIsDrawnIfItsBoxIsExactlyOneInTheirOrder) {
 
 TEST_F(PolarCurves, AChangedScaleShowsWithTheNextCurve) {
     first_deviates(8);
-    sensor::detail_thermo[128] -= 8;
+    sensor::state.detail_thermo[128] -= 8;
     only(draw_thermo);
     const double before = first_radius();
-    sensor::scale_polar_t = 2;
+    sensor::state.scale_polar_t = 2;
     EXPECT_EQ(first_radius(), before);
     only(draw_thermo);
     EXPECT_NEAR(first_radius() - 30, 2 * (before - 30), near_enough);

@@ -59,10 +59,10 @@ class PolarCurves : public PolarSurface {
   protected:
     void SetUp() override {
         PolarSurface::SetUp();
-        sensor::max_sensors = sensor::polar_channel = 1;
-        sensor::adc_offset = 479;
-        sensor::scale_polar_t = sensor::scale_polar_a = 1;
-        sensor::channels[0] = engine(4, 6, in_line);
+        sensor::state.max_sensors = sensor::state.polar_channel = 1;
+        sensor::state.adc_offset = 479;
+        sensor::state.scale_polar_t = sensor::state.scale_polar_a = 1;
+        sensor::state.channels[0] = engine(4, 6, in_line);
         frmdetailedpic.Chck_tsrel = frmdetailedpic.Chck_tsabs = frmdetailedpic.Chck_aa = 1;
     }
     static void samples(sensor::curve& curve, const std::function<i32(i32 k)>& value) {
@@ -71,8 +71,8 @@ class PolarCurves : public PolarSurface {
     }
     /// All samples the zero point, but for the first.
     static void first_deviates(i32 by) {
-        sensor::detail_thermo.fill(sensor::adc_offset);
-        sensor::detail_thermo[0] += by;
+        sensor::state.detail_thermo.fill(sensor::state.adc_offset);
+        sensor::state.detail_thermo[0] += by;
     }
     static const stroke& round_part(std::size_t k) { return strokes().at(k); }
     static const stroke& straight_part(std::size_t k) { return strokes().at(circle_strokes + 1 + k); }

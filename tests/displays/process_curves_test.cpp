@@ -90,7 +90,7 @@ TEST_P(Curves, SetBothAxesAgain) {
 
 TEST_P(Curves, OfNoughtsAreClearedAndNothingElseIsServed) {
     fill();
-    sensor::polar_channel = *kind().bar_channel = 1;
+    sensor::state.polar_channel = *kind().bar_channel = 1;
     process();
     const sensor::curve last = samples();
     calculated.clear();
@@ -154,7 +154,7 @@ TEST_P(Curves, AreCopiedForTheViewsOnlyWhenOneOfThemShowsTheChannel) {
     };
     fill(1);
     for (const view_row& row : rows) {
-        sensor::polar_channel = row.polar;
+        sensor::state.polar_channel = row.polar;
         *kind().bar_channel = row.bar;
         *kind().other_bar_channel = row.other_bar;
         kind().detail->fill(0);
@@ -165,7 +165,7 @@ TEST_P(Curves, AreCopiedForTheViewsOnlyWhenOneOfThemShowsTheChannel) {
 }
 
 TEST_P(Curves, OfTwoViewsOnTwoChannelsLeaveTheLastFinishedOneInTheBuffer) {
-    sensor::polar_channel = 1;
+    sensor::state.polar_channel = 1;
     *kind().bar_channel = 2;
     fill(0);
     fill(1);
@@ -179,7 +179,7 @@ TEST_P(Curves, OfTwoViewsOnTwoChannelsLeaveTheLastFinishedOneInTheBuffer) {
 
 TEST_P(Curves, AreHandedToTheirOwnCalculationOnceWithTheirChannelAfterEverythingElse) {
     fill(1);
-    sensor::polar_channel = *kind().bar_channel = 2;
+    sensor::state.polar_channel = *kind().bar_channel = 2;
     panels.XYplot[1].YAxis = {3, 4};
     during_calc = [&] {
         EXPECT_EQ(drawn(1).points.size(), 256U);
@@ -192,7 +192,7 @@ TEST_P(Curves, AreHandedToTheirOwnCalculationOnceWithTheirChannelAfterEverything
 }
 
 TEST_P(Curves, OfAChannelThatCameIntoUseAfterTheStartAreServedWithoutADrawing) {
-    sensor::max_sensors = 4;
+    sensor::state.max_sensors = 4;
     fill(3);
     process(3);
     EXPECT_TRUE(panels.XYplot[3].curves.empty());
@@ -201,7 +201,7 @@ TEST_P(Curves, OfAChannelThatCameIntoUseAfterTheStartAreServedWithoutADrawing) {
 }
 
 TEST_P(Curves, FromTheLineAreDrawnCopiedCalculatedAndRecorded) {
-    sensor::polar_channel = 1;
+    sensor::state.polar_channel = 1;
     for (i32 block = 1; block <= 3; ++block)
         feed(0, curve_body(kind().code, block, 1000));
     EXPECT_TRUE(drawn().points.empty());
@@ -227,7 +227,7 @@ TEST_P(Curves, OfNoughtsFromTheLineAreRecordedAllTheSame) {
 }
 
 TEST_P(Curves, OfOtherChannelsLeaveTheBufferOfAViewOnAStoppedChannelAlone) {
-    sensor::polar_channel = 2;
+    sensor::state.polar_channel = 2;
     feed_curve(1, 1000);
     const sensor::curve last = samples(1);
     mainfrm::start_channel_click(1); // stops it

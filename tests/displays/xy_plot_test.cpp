@@ -93,7 +93,7 @@ TEST_F(XYPlot, LosesBothMeasuredCurvesAndKeepsItsCircleWhenTheLinkIsLost) {
 }
 
 TEST_F(XYPlot, OfAChannelThatCameIntoUseAfterTheStartStaysEmptyWhenItIsCleared) {
-    sensor::max_sensors = 4;
+    sensor::state.max_sensors = 4;
     clear_curves(3);
     EXPECT_TRUE(plot(3).curves.empty());
 }
@@ -101,13 +101,13 @@ TEST_F(XYPlot, OfAChannelThatCameIntoUseAfterTheStartStaysEmptyWhenItIsCleared) 
 TEST_F(XYPlot, AClickChoosesTheChannelOfTheDetailedDisplay) {
     for (i16 channel = 0; channel < 3; ++channel) {
         XYplot_click(channel);
-        EXPECT_EQ(sensor::polar_channel, channel + 1);
+        EXPECT_EQ(sensor::state.polar_channel, channel + 1);
     }
 }
 
 TEST_F(XYPlot, AClickOnAChannelNotInUseOpensNothing) {
     XYplot_click(3);
-    EXPECT_EQ(sensor::polar_channel, 4); // is set all the same
+    EXPECT_EQ(sensor::state.polar_channel, 4); // is set all the same
     EXPECT_FALSE(frmdetailedpic.form.Visible);
     EXPECT_FALSE(frmdetailedpic.open);
 }

@@ -1,6 +1,7 @@
 // What happens on a lost connection, case by case, over an hour.
 
 #include "gateway/gateway_world.h"
+#include "link/main_timers.h"
 
 #include <algorithm>
 
@@ -38,8 +39,8 @@ TEST_F(ConnectionLoss, AFailedStartStaysSilentUntilTheOperatorActs) {
     advance(hour);
     EXPECT_EQ(FrmSetupTCP, before);
     EXPECT_EQ(plant().attempts.size(), 1U);
-    EXPECT_FALSE(Timer_reconnect.Enabled());
-    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
+    EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
+    EXPECT_TRUE(mainfrm::timers.Timer_TCP.Enabled());
     connect();
     advance(600);
     EXPECT_EQ(status(), written);
@@ -54,14 +55,14 @@ TEST_F(ConnectionLoss, AClosedConnectionIsMadeAnewBehind40SecondsAndTheCycleGoes
     advance(600);
     EXPECT_EQ(status(), refused);
     EXPECT_TRUE(tcp.tcp_connected) << "nobody watches the close";
-    EXPECT_TRUE(Timer_reconnect.Enabled());
+    EXPECT_TRUE(gateway.Timer_reconnect.Enabled());
     const std::int64_t refused_at = world().now_ms;
     advance(39'000);
     EXPECT_EQ(frames(), before);
     advance(5000);
     ASSERT_EQ(plant().attempts.size(), 2U);
     EXPECT_NEAR(static_cast<double>(plant().attempts[1].ms - refused_at), 40'000, 600);
-    EXPECT_FALSE(Timer_reconnect.Enabled());
+    EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
     EXPECT_GT(frames(), before);
     // A refused tick counts as done, so the cycle has gone on meanwhile.
     const auto anew = std::ranges::find_if(
@@ -97,7 +98,7 @@ TEST_F(ConnectionLoss, ABrokenConnectionIsTriedEvery40SecondsWithoutEnd) {
         advance(41'200);
         EXPECT_GT(frames(), before);
         EXPECT_EQ(status(), written);
-        EXPECT_FALSE(Timer_reconnect.Enabled());
+        EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
     }
 }
 
@@ -114,7 +115,7 @@ TEST_F(ConnectionLoss, ASilentControllerIsRefusedEveryWriteForAnHourThoughItCome
     EXPECT_EQ(frames(), before);
     EXPECT_EQ(plant().attempts.size(), 1U) << "connected: the reset finds nothing to do";
     EXPECT_TRUE(modbus.mb_timed_out);
-    EXPECT_TRUE(Timer_reconnect.Enabled());
+    EXPECT_TRUE(gateway.Timer_reconnect.Enabled());
 }
 
 TEST_F(ConnectionLoss, ASilentControllerThatClosesIsConnectedAgain) {
@@ -153,7 +154,7 @@ TEST_F(ConnectionLoss, TheLockStopsTheDirectAttemptsOnly) {
         EXPECT_EQ(status(), locked);
     }
     EXPECT_EQ(plant().attempts.size(), 3U);
-    Timer_reconnect.Enabled(true);
+    gateway.Timer_reconnect.Enabled(true);
     advance(40'010);
     EXPECT_TRUE(tcp.tcp_connected);
 }

@@ -12,7 +12,7 @@ class Connection : public gateway_world {
     static void fail_once() {
         plant().connects = connecting::refused;
         TCP_connect(1);
-        ASSERT_NE(Winsock_A.State(), socket_state::connected);
+        ASSERT_NE(gateway.Winsock_A.State(), socket_state::connected);
     }
     static status_box cannot(int state) {
         return {"Can't connect to 10.1.2.3  State: " + std::to_string(state), 255};
@@ -23,7 +23,7 @@ TEST_F(Connection, IsMadeWithTheTextsOfTheBoxes) {
     FrmSetupTCP.Txt_IPadr = "plc.plant.example";
     FrmSetupTCP.Txt_IPport = " 1502 or so";
     modbus.mb_timed_out = true;
-    Timer_reconnect.Enabled(true);
+    gateway.Timer_reconnect.Enabled(true);
     EXPECT_EQ(lasting([] { TCP_connect(1); }), 5) << "the wait ends with the connection";
     ASSERT_EQ(plant().attempts.size(), 1U);
     EXPECT_EQ(plant().attempts[0].host, "plc.plant.example");
@@ -31,7 +31,7 @@ TEST_F(Connection, IsMadeWithTheTextsOfTheBoxes) {
     EXPECT_EQ(status(), connected);
     EXPECT_TRUE(tcp.tcp_connected);
     EXPECT_FALSE(modbus.mb_timed_out);
-    EXPECT_FALSE(Timer_reconnect.Enabled());
+    EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
 }
 
 TEST_F(Connection, ThatIsThereIsLeftAlone) {
@@ -49,12 +49,12 @@ TEST_F(Connection, AnyCommandBut1DoesNothingInAnyState) {
     const auto nothing_happens = [] {
         const connection_state before = tcp;
         const frmsetuptcp_form form = FrmSetupTCP;
-        const i16 state = Winsock_A.State();
+        const i16 state = gateway.Winsock_A.State();
         for (const u8 command : {u8{2}, u8{0}, u8{3}, u8{255}})
             EXPECT_EQ(lasting([command] { TCP_connect(command); }), 0);
         EXPECT_EQ(tcp, before);
         EXPECT_EQ(FrmSetupTCP, form);
-        EXPECT_EQ(Winsock_A.State(), state);
+        EXPECT_EQ(gateway.Winsock_A.State(), state);
     };
     nothing_happens();
     connect();
@@ -82,15 +82,15 @@ TEST_F(Connection, ThatFailsShowsTheStateAsItsNumber) {
         EXPECT_EQ(status(), cannot(row.state));
         EXPECT_FALSE(tcp.tcp_connected);
         EXPECT_EQ(tcp.tcp_fail_count, 1);
-        EXPECT_EQ(Winsock_A.State(), row.state) << "left as it is";
-        EXPECT_FALSE(Timer_reconnect.Enabled());
+        EXPECT_EQ(gateway.Winsock_A.State(), row.state) << "left as it is";
+        EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
     }
 }
 
 TEST_F(Connection, ThatWasNotClosedIsClosedFirst) {
     connect();
     simulation::controller_closes();
-    ASSERT_EQ(Winsock_A.State(), socket_state::closing);
+    ASSERT_EQ(gateway.Winsock_A.State(), socket_state::closing);
     TCP_connect(1);
     EXPECT_EQ(status(), connected);
     simulation::connection_breaks();
@@ -159,7 +159,7 @@ TEST_F(Connection, WithAPortBeyond32BitsIsAFailure) {
 TEST_F(Connection, DisconnectingClosesAndSaysSo) {
     connect();
     TCP_disconnect();
-    EXPECT_EQ(Winsock_A.State(), socket_state::closed);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     EXPECT_FALSE(tcp.tcp_connected);
     EXPECT_EQ(status(), disconnected);
     show_tcp_status("", 0);
@@ -171,7 +171,7 @@ TEST_F(Connection, DisconnectingLeavesTheReconnectionWhichConnectsWithin40Second
     connect();
     simulation::controller_closes();
     write_one();
-    ASSERT_TRUE(Timer_reconnect.Enabled());
+    ASSERT_TRUE(gateway.Timer_reconnect.Enabled());
     advance(10'000);
     TCP_disconnect();
     plant().connect_ms = 100;
@@ -180,15 +180,15 @@ TEST_F(Connection, DisconnectingLeavesTheReconnectionWhichConnectsWithin40Second
     advance(30'150);
     EXPECT_EQ(during_the_attempt, auto_reset);
     EXPECT_EQ(status(), connected);
-    EXPECT_EQ(Winsock_A.State(), socket_state::connected);
-    EXPECT_FALSE(Timer_reconnect.Enabled());
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connected);
+    EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
 }
 
 TEST_F(Connection, AReconnectionTickWhileConnectedChangesOnlyTheText) {
     connect();
     tcp.tcp_fail_count = 2;
     modbus.mb_timed_out = true;
-    Timer_reconnect.Enabled(true);
+    gateway.Timer_reconnect.Enabled(true);
     const connection_state before = tcp;
     const modbus_state transactions = modbus;
     frmsetuptcp_form form = FrmSetupTCP;
@@ -197,7 +197,7 @@ TEST_F(Connection, AReconnectionTickWhileConnectedChangesOnlyTheText) {
     EXPECT_EQ(FrmSetupTCP, form);
     EXPECT_EQ(tcp, before);
     EXPECT_EQ(modbus, transactions);
-    EXPECT_TRUE(Timer_reconnect.Enabled());
+    EXPECT_TRUE(gateway.Timer_reconnect.Enabled());
     EXPECT_EQ(plant().attempts.size(), 1U);
 }
 
@@ -213,7 +213,7 @@ TEST_F(Connection, AReconnectionTickClearsTheLock) {
 
 TEST_F(Connection, TheReconnectionRunsThoughTheAutomaticIsOff) {
     settings.IPAutoC = 0;
-    Timer_reconnect.Enabled(true);
+    gateway.Timer_reconnect.Enabled(true);
     advance(41'000);
     EXPECT_EQ(status(), connected);
 }

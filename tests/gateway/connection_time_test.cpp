@@ -28,7 +28,7 @@ class ConnectionTime : public gateway_world {
         TCP_connect(1);
         ASSERT_EQ(status(), cannot(6));
         advance(200);
-        ASSERT_EQ(Winsock_A.State(), socket_state::connected);
+        ASSERT_EQ(gateway.Winsock_A.State(), socket_state::connected);
         plant().connect_ms = 5;
     }
 };
@@ -65,7 +65,7 @@ TEST_F(ConnectionTime, ALateConnectionGivesWayToTheReconnection) {
     simulation::controller_closes();
     plant().connect_ms = 600;
     advance(60'000);
-    ASSERT_EQ(Winsock_A.State(), socket_state::connected);
+    ASSERT_EQ(gateway.Winsock_A.State(), socket_state::connected);
     ASSERT_EQ(status(), cannot(6));
     plant().connect_ms = 5;
     advance(41'000);
@@ -89,11 +89,11 @@ TEST_F(ConnectionTime, TheSocketGivesAnAttemptUp) {
         TCP_connect(1);
         EXPECT_EQ(status(), cannot(6));
         advance(plant().attempts.back().ms + 899 - world().now_ms);
-        EXPECT_EQ(Winsock_A.State(), socket_state::connecting);
+        EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connecting);
         advance(1);
-        EXPECT_EQ(Winsock_A.State(), socket_state::error);
+        EXPECT_EQ(gateway.Winsock_A.State(), socket_state::error);
         advance(60'000);
-        EXPECT_EQ(Winsock_A.State(), socket_state::error) << "nothing comes of it later";
+        EXPECT_EQ(gateway.Winsock_A.State(), socket_state::error) << "nothing comes of it later";
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "gateway/connection.h"
 #include "gateway/setup_tcp.h"
+#include "link/main_timers.h"
 #include "settings/ini.h"
 #include "settings/settings.h"
 #include "settings/settings_lines.h"
@@ -83,23 +84,23 @@ TEST_F(SetupTcpOptions, CheckBoxesChangeTheirOwnSettingAndStoreNothing) {
 
 TEST_F(SetupTcpOptions, TheAutomaticConnectionStartsTheCycleAndNeverStopsIt) {
     setup_tcp_click();
-    mainfrm::Timer_TCP.Interval(300);
+    mainfrm::timers.Timer_TCP.Interval(300);
     Check1_click();
-    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
+    EXPECT_TRUE(mainfrm::timers.Timer_TCP.Enabled());
     Check1_click();
     EXPECT_EQ(settings.IPAutoC, 0);
-    EXPECT_TRUE(mainfrm::Timer_TCP.Enabled());
-    mainfrm::Timer_TCP.Enabled(false);
+    EXPECT_TRUE(mainfrm::timers.Timer_TCP.Enabled());
+    mainfrm::timers.Timer_TCP.Enabled(false);
     Check2_click();
-    EXPECT_FALSE(mainfrm::Timer_TCP.Enabled()) << "another box";
+    EXPECT_FALSE(mainfrm::timers.Timer_TCP.Enabled()) << "another box";
 }
 
 TEST_F(SetupTcpOptions, ARunningCycleKeepsItsPeriodWhenTheConnectionIsSwitched) {
     setup_tcp_click();
     int ticks = 0;
-    mainfrm::Timer_TCP.on_tick([&] { ++ticks; });
-    mainfrm::Timer_TCP.Interval(300);
-    mainfrm::Timer_TCP.Enabled(true);
+    mainfrm::timers.Timer_TCP.on_tick([&] { ++ticks; });
+    mainfrm::timers.Timer_TCP.Interval(300);
+    mainfrm::timers.Timer_TCP.Enabled(true);
     advance(200);
     Check1_click();
     advance(100);
@@ -160,7 +161,7 @@ struct speed_row {
 TEST_F(SetupTcpOptions, ASpeedIsCheckedStoredAndTaken) {
     settings.IPRefresh = 7;
     setup_tcp_click();
-    mainfrm::Timer_TCP.Interval(300);
+    mainfrm::timers.Timer_TCP.Interval(300);
     for (const speed_row& row : {speed_row{slow_click, "slow ", 0, 600},
                                  {medium_click, "medium ", 1, 450},
                                  {fast_click, "fast ", 2, 300},
@@ -168,7 +169,7 @@ TEST_F(SetupTcpOptions, ASpeedIsCheckedStoredAndTaken) {
         row.click();
         EXPECT_EQ(checked_items(), row.item);
         EXPECT_EQ(settings.IPRefresh, row.refresh);
-        EXPECT_EQ(mainfrm::Timer_TCP.Interval(), row.interval);
+        EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), row.interval);
         EXPECT_EQ(file(settings_file), "[tyxo]\r\nIPRefresh= " + std::to_string(row.refresh) + "\r\n");
     }
 }
@@ -178,11 +179,11 @@ TEST_F(SetupTcpOptions, AClickOnTheCheckedSpeedChangesNothing) {
     setup_tcp_click();
     put_settings("IPRefresh=17\n");
     const std::string before = file(settings_file);
-    mainfrm::Timer_TCP.Interval(299);
+    mainfrm::timers.Timer_TCP.Interval(299);
     medium_click();
     EXPECT_EQ(checked_items(), "medium ");
     EXPECT_EQ(file(settings_file), before);
-    EXPECT_EQ(mainfrm::Timer_TCP.Interval(), 299);
+    EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 299);
 }
 
 } // namespace

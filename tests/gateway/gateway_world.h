@@ -7,6 +7,7 @@
 #include "gateway/modbus.h"
 #include "gateway/register_image.h"
 #include "link/channel_rec.h"
+#include "link/main_timers.h"
 #include "platform/simulation.h"
 #include "settings/settings.h"
 
@@ -78,7 +79,7 @@ class gateway_world : public testing::Test {
     gateway_world() {
         simulation::fresh_world();
         wire();
-        sensor::max_sensors = channel_count;
+        sensor::state.max_sensors = channel_count;
         settings.REGBase = 1000;
         settings.IPAdr = FrmSetupTCP.Txt_IPadr = "10.1.2.3";
         settings.IPport = 502;
@@ -95,7 +96,7 @@ class gateway_world : public testing::Test {
 
     static void connect() {
         TCP_connect(1);
-        ASSERT_EQ(Winsock_A.State(), socket_state::connected);
+        ASSERT_EQ(gateway.Winsock_A.State(), socket_state::connected);
     }
 
     static void answer_with(const reply& wanted) {
@@ -118,7 +119,7 @@ class gateway_world : public testing::Test {
         settings.IPenaTRS = static_cast<u8>(linear);
         settings.IPsysstat = static_cast<i16>(state);
         settings.IPpolar = static_cast<i16>(differential);
-        mainfrm::Timer_TCP.Enabled(true);
+        mainfrm::timers.Timer_TCP.Enabled(true);
     }
 };
 

@@ -135,7 +135,7 @@ TEST_F(ManualAccess, IsRefusedWithoutAConnectionBeforeTheLimits) {
 TEST_F(ManualAccess, ConnectsAndDisconnects) {
     cmd_discon_click();
     EXPECT_EQ(status(), disconnected);
-    EXPECT_EQ(Winsock_A.State(), socket_state::closed);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     Txt_IPadr_change("10.9.9.9");
     Txt_IPport_change("503");
     Connect_click();
@@ -166,7 +166,7 @@ TEST_F(ManualAccess, ResettingALivingConnectionOnlySaysSo) {
 
 TEST_F(ManualAccess, SavingClosesTheSocketAndSaysNothing) {
     Cmd_save_click();
-    EXPECT_EQ(Winsock_A.State(), socket_state::closed);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     EXPECT_TRUE(tcp.tcp_connected);
     EXPECT_EQ(status(), connected);
 }
@@ -188,7 +188,7 @@ TEST_F(ManualAccess, APortThatOverflowsEndsTheSaveWithTheSocketClosed) {
     Check1_click();
     Txt_IPport_change("40000");
     EXPECT_THROW(Cmd_save_click(), failure);
-    EXPECT_EQ(Winsock_A.State(), socket_state::closed) << "no connection behind the failure";
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed) << "no connection behind the failure";
 }
 
 TEST_F(ManualAccess, UsesTheBlockThatWasSentLast) {

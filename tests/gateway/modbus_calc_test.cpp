@@ -22,8 +22,8 @@ class ModbusCalc : public testing::Test {
   protected:
     ModbusCalc() {
         simulation::fresh_world();
-        sensor::zyl_speed_range = 1;
-        sensor::adc_offset = 479;
+        sensor::state.zyl_speed_range = 1;
+        sensor::state.adc_offset = 479;
         rec = in_line_engine();
         speeds() = flat_curve(704);
         thermo() = flat_curve(529);
@@ -31,9 +31,9 @@ class ModbusCalc : public testing::Test {
     ~ModbusCalc() override { simulation::fresh_world(); }
 
     static constexpr i16 channel = 2;
-    channel_rec& rec = sensor::channels[channel];
-    static sensor::curve& speeds() { return sensor::mb_angacc[channel]; }
-    static sensor::curve& thermo() { return sensor::mb_thermo[channel]; }
+    channel_rec& rec = sensor::state.channels[channel];
+    static sensor::curve& speeds() { return sensor::state.mb_angacc[channel]; }
+    static sensor::curve& thermo() { return sensor::state.mb_thermo[channel]; }
 
     /// The speed of a count.
     static double rpm(double counts) { return 60 / (counts * 256 * 0.000000333); }
@@ -100,15 +100,15 @@ TEST_F(ModbusCalc, AgreesWithThePlainModelOnRandomEngines) {
     std::mt19937 random(4711);
     for (int round = 0; round < 200; ++round) {
         rec = random_engine(random);
-        sensor::zyl_speed_range = static_cast<i16>(1 + round % 20);
-        sensor::adc_offset = static_cast<i16>(460 + round % 61);
+        sensor::state.zyl_speed_range = static_cast<i16>(1 + round % 20);
+        sensor::state.adc_offset = static_cast<i16>(460 + round % 61);
         speeds() = random_curve(random, 1, 65535);
         thermo() = random_curve(random, 300, 900);
         calc_angacc_cyl(channel);
         calc_thermo_cyl(channel);
-        const model_values speed = model_speeds(rec, speeds(), sensor::zyl_speed_range, false);
-        const model_values signal =
-            model_thermosignals(rec, thermo(), sensor::zyl_speed_range, sensor::adc_offset, false);
+        const model_values speed = model_speeds(rec, speeds(), sensor::state.zyl_speed_range, false);
+        const model_values signal = model_thermosignals(rec, thermo(), sensor::state.zyl_speed_range,
+                                                        sensor::state.adc_offset, false);
         for (std::size_t slot = 0; slot < speed.value.size(); ++slot) {
             ASSERT_EQ(rec.mb_angacc_val[slot], speed.value[slot]) << round;
             ASSERT_EQ(rec.mb_angacc_diff[slot], speed.difference[slot]) << round;

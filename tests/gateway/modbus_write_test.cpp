@@ -81,8 +81,8 @@ TEST_F(ModbusWrite, BlocksUntilTheAnswerAndStopsTheClock) {
     EXPECT_EQ(lasting(write_one), 5);
     EXPECT_EQ(status(), written);
     EXPECT_FALSE(transaction_open());
-    EXPECT_FALSE(Timer1.Enabled());
-    EXPECT_FALSE(Timer_reconnect.Enabled());
+    EXPECT_FALSE(gateway.Timer1.Enabled());
+    EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
     EXPECT_FALSE(modbus.mb_write_pending);
     EXPECT_EQ(modbus.mb_tick_count, 0);
 }
@@ -102,7 +102,7 @@ TEST_F(ModbusWrite, TimesOutAtThe101stTick) {
     EXPECT_TRUE(modbus.mb_timed_out);
     EXPECT_FALSE(modbus.mb_write_pending);
     EXPECT_FALSE(transaction_open());
-    EXPECT_TRUE(Timer_reconnect.Enabled());
+    EXPECT_TRUE(gateway.Timer_reconnect.Enabled());
     EXPECT_EQ(modbus.mb_tick_count, 0);
 }
 
@@ -130,7 +130,7 @@ TEST_F(ModbusWrite, IsRefusedWithoutAConnectionAndStartsTheReconnection) {
     const modbus_state before = modbus;
     write_one();
     EXPECT_EQ(status(), refused);
-    EXPECT_TRUE(Timer_reconnect.Enabled());
+    EXPECT_TRUE(gateway.Timer_reconnect.Enabled());
     EXPECT_EQ(modbus, before);
     EXPECT_EQ(frames(), 0U);
 }
@@ -169,7 +169,7 @@ TEST_F(ModbusWrite, WhoseSocketBreaksUnderItFailsAndTheNextIsRefused) {
     EXPECT_THROW(write_one(), failure);
     EXPECT_EQ(modbus, before) << "nothing was sent";
     EXPECT_FALSE(transaction_open());
-    EXPECT_FALSE(Timer1.Enabled());
+    EXPECT_FALSE(gateway.Timer1.Enabled());
     write_one();
     EXPECT_EQ(status(), refused);
 }
@@ -225,7 +225,7 @@ TEST_F(ModbusWrite, DisconnectedByHandMeanwhileEnds) {
     be_silent();
     after(10, TCP_disconnect);
     EXPECT_EQ(lasting(write_one), 101);
-    EXPECT_EQ(Winsock_A.State(), socket_state::closed);
+    EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
 }
 
 TEST_F(ModbusWrite, ReadsAreTwelveBytesWithTheStartAsItIs) {

@@ -14,7 +14,7 @@ class RegisterImage : public gateway_world {
   protected:
     RegisterImage() {
         connect();
-        fill(sensor::channels[2]);
+        fill(sensor::state.channels[2]);
     }
 
     static void fill(channel_rec& rec) {
@@ -92,8 +92,8 @@ TEST_F(RegisterImage, Block4HoldsTheThermosignalsAndTheirDifferences) {
 }
 
 TEST_F(RegisterImage, AHalfGoesToTheEvenNeighbour) {
-    sensor::channels[0].mb_angacc_diff = {-12.5, -13.5, 12.5, 13.5, .5, -.5, -.25, 1.0 / 3};
-    sensor::channels[0].tvoltage = 2.5;
+    sensor::state.channels[0].mb_angacc_diff = {-12.5, -13.5, 12.5, 13.5, .5, -.5, -.25, 1.0 / 3};
+    sensor::state.channels[0].tvoltage = 2.5;
     TCP_send(0, 3);
     const std::vector<int> words = sent_words();
     EXPECT_EQ(std::vector<int>(words.begin() + 26, words.begin() + 34),
@@ -184,16 +184,16 @@ TEST_F(RegisterImage, IsShownThoughTheWriteIsRefused) {
 }
 
 TEST_F(RegisterImage, AValueOutsideItsRegisterSendsNothing) {
-    sensor::channels[2].speed = 65536;
+    sensor::state.channels[2].speed = 65536;
     EXPECT_THROW(TCP_send(2, 1), failure);
-    sensor::channels[2].mb_thermo_diff[3] = 1e10;
+    sensor::state.channels[2].mb_thermo_diff[3] = 1e10;
     EXPECT_THROW(TCP_send(2, 4), failure);
-    sensor::channels[2].mb_angacc_diff[0] = std::numeric_limits<double>::infinity();
+    sensor::state.channels[2].mb_angacc_diff[0] = std::numeric_limits<double>::infinity();
     EXPECT_THROW(TCP_send(2, 3), failure);
     EXPECT_THROW(TCP_send(4, 1), failure);
     EXPECT_THROW(TCP_send(-1, 1), failure);
     EXPECT_EQ(frames(), 0U);
-    sensor::channels[2].speed = -32769;
+    sensor::state.channels[2].speed = -32769;
     TCP_send(2, 1);
     EXPECT_EQ(sent_words()[2], 0xFFFF) << "only the low 15 bits survive";
 }

@@ -1,6 +1,7 @@
 // Which block of which channel goes out with which tick.
 
 #include "gateway/gateway_world.h"
+#include "link/main_timers.h"
 
 #include <algorithm>
 
@@ -14,7 +15,7 @@ class SendCycle : public gateway_world {
   protected:
     static std::string one_tick() {
         const std::size_t before = frames();
-        advance(mainfrm::Timer_TCP.Interval());
+        advance(mainfrm::timers.Timer_TCP.Interval());
         EXPECT_LE(frames(), before + 1) << "one block a tick";
         return frames() == before ? "" : target(last_frame());
     }
@@ -52,7 +53,7 @@ TEST_F(SendCycle, IsThatOfTheModelForAllOptionsAndChannels) {
     for (int options = 0; options < 8; ++options) {
         for (i16 channels = 1; channels <= channel_count; ++channels) {
             tcp = {.tcp_connected = true};
-            sensor::max_sensors = channels;
+            sensor::state.max_sensors = channels;
             automatic(options & 1, (options >> 1) & 1, (options >> 2) & 1);
             const ticks one = model(options & 1, options & 2, options & 4, channels);
             ticks wanted = one;
@@ -97,7 +98,7 @@ TEST_F(SendCycle, SwitchedOffInTheLastStepGoesToTheFirst) {
 
 TEST_F(SendCycle, KeepsTheCodeOfItsBlock) {
     connect();
-    sensor::max_sensors = 1;
+    sensor::state.max_sensors = 1;
     automatic(1, 1, 1);
     std::vector<int> blocks;
     for (int tick = 0; tick < 4; ++tick) {
@@ -124,7 +125,7 @@ TEST_F(SendCycle, TakesItsTimeByTheRefreshSetting) {
         settings.IPAutoC = 1;
         tcp = {};
         start_gateway();
-        EXPECT_EQ(mainfrm::Timer_TCP.Interval(), row.interval);
+        EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), row.interval);
         automatic(1, 1, 1);
         plant().frames.clear();
         advance(row.interval + row.cycle);
@@ -197,7 +198,7 @@ TEST_F(SendCycle, WithFewerChannelsThanItsOwnBeginsTheNextStep) {
     connect();
     automatic(1, 1, 0);
     some_ticks(3);
-    sensor::max_sensors = 2;
+    sensor::state.max_sensors = 2;
     EXPECT_EQ(one_tick(), "1330x6") << "the tick at work";
     EXPECT_EQ(one_tick(), "1006x3");
 }
@@ -205,19 +206,19 @@ TEST_F(SendCycle, WithFewerChannelsThanItsOwnBeginsTheNextStep) {
 TEST_F(SendCycle, LeavesOutTheBlockWithAValueOutsideItsRegisterAndSendsAllOthers) {
     connect();
     automatic(1, 1, 0);
-    sensor::channels[1].speed = 70000;
+    sensor::state.channels[1].speed = 70000;
     const ticks without_it{"1000x6", "", "1220x6", "1330x6", "1006x3", "1116x3", "1226x3", "1336x3", ""};
     EXPECT_EQ(some_ticks(9), without_it);
     EXPECT_EQ(some_ticks(9), without_it) << "in each pass";
     EXPECT_EQ(world().debug, std::vector<std::string>(2, "error: Modbus channel 2 block 1 Overflow"));
-    sensor::channels[1].speed = 1500;
+    sensor::state.channels[1].speed = 1500;
     EXPECT_EQ(some_ticks(2), (ticks{"1000x6", "1110x6"}));
 }
 
 TEST_F(SendCycle, GoesOnBehindALastChannelThatIsLeftOut) {
     connect();
     automatic(1, 1, 1);
-    for (channel_rec& rec : sensor::channels)
+    for (channel_rec& rec : sensor::state.channels)
         rec.numzyl = 70000; // in the blocks of the cylinders alone
     ticks cycle = model(true, true, true, 4);
     std::fill(cycle.begin() + 8, cycle.end(), "");
@@ -229,7 +230,7 @@ TEST_F(SendCycle, GoesOnBehindALastChannelThatIsLeftOut) {
 TEST_F(SendCycle, YieldsBehindABlockThatIsLeftOutToo) {
     connect();
     automatic(1, 0, 0);
-    sensor::channels[0].speed = 70000;
+    sensor::state.channels[0].speed = 70000;
     const int before = world().do_events_calls;
     some_ticks(1);
     EXPECT_EQ(world().do_events_calls, before + 1);
@@ -243,7 +244,7 @@ TEST_F(SendCycle, GoesOnBehindASocketThatBreaksUnderAFrame) {
     EXPECT_EQ(tcp.tcp_channel, 1);
     EXPECT_EQ(some_ticks(1), ticks{""});
     EXPECT_EQ(status(), refused);
-    EXPECT_TRUE(Timer_reconnect.Enabled());
+    EXPECT_TRUE(gateway.Timer_reconnect.Enabled());
 }
 
 } // namespace

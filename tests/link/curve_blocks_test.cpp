@@ -172,9 +172,9 @@ TEST_P(CurveBlocks, ChannelsCountTheirOwnBlocks) {
 
 INSTANTIATE_TEST_SUITE_P(
     kinds, CurveBlocks,
-    testing::Values(curve_kind{"thermo", "03", &channel_rec::thermo_data, &sensor::thermo_block_last,
+    testing::Values(curve_kind{"thermo", "03", &channel_rec::thermo_data, &sensor::state.thermo_block_last,
                                &link_calls::process_thermo, "process_thermo 1", "log_record 1 3"},
-                    curve_kind{"angacc", "04", &channel_rec::angacc_data, &sensor::angacc_block_last,
+                    curve_kind{"angacc", "04", &channel_rec::angacc_data, &sensor::state.angacc_block_last,
                                &link_calls::process_angacc, "process_angacc 1", "log_record 1 4"}),
     [](const auto& info) { return info.param.name; });
 
@@ -195,7 +195,7 @@ TEST_F(BothCurves, MayInterleaveFreely) {
 TEST_F(BothCurves, ABlockErrorOfOneDoesNotTouchTheOther) {
     dispatch(curve_block("03", 1, 0));
     dispatch(curve_block("04", 2, 0));
-    EXPECT_EQ(sensor::thermo_block_last[0], 1);
+    EXPECT_EQ(sensor::state.thermo_block_last[0], 1);
     EXPECT_EQ(debug(), lines{block_error});
 }
 

@@ -66,7 +66,7 @@ TEST_F(FrameCodec, AFrameWithoutItsLineFeedIsLostToTheNext) {
 TEST_F(FrameCodec, AColonDisarmsTheLineFeed) {
     receive(":01\r:");
     receive("\n");
-    EXPECT_TRUE(serial::rx_start_seen[0]);
+    EXPECT_TRUE(serial::state.rx_start_seen[0]);
     EXPECT_TRUE(debug().empty());
 }
 
@@ -98,17 +98,17 @@ TEST_F(FrameCodec, GarbageBeforeTheColonIsDropped) {
 
 TEST_F(FrameCodec, WithoutAColonTheFrameStaysEmpty) {
     receive("no frame\r\nat all\r\n");
-    EXPECT_EQ(serial::rx_frame[0], "");
-    EXPECT_FALSE(serial::rx_start_seen[0]);
+    EXPECT_EQ(serial::state.rx_frame[0], "");
+    EXPECT_FALSE(serial::state.rx_start_seen[0]);
     EXPECT_TRUE(debug().empty());
 }
 
 TEST_F(FrameCodec, ACompletedFrameIsKeptWithItsLineEnd) {
     receive(":00a0\r\nxx");
-    EXPECT_EQ(serial::rx_frame[0], ":00a0\r\n");
-    EXPECT_EQ(serial::rx_chunk[0], ":00a0\r\nxx");
-    EXPECT_FALSE(serial::rx_start_seen[0]);
-    EXPECT_FALSE(serial::rx_cr_seen[0]);
+    EXPECT_EQ(serial::state.rx_frame[0], ":00a0\r\n");
+    EXPECT_EQ(serial::state.rx_chunk[0], ":00a0\r\nxx");
+    EXPECT_FALSE(serial::state.rx_start_seen[0]);
+    EXPECT_FALSE(serial::state.rx_cr_seen[0]);
 }
 
 TEST_F(FrameCodec, AWrongCheckLeavesOneLineAndChangesNothing) {
@@ -152,7 +152,7 @@ TEST_F(FrameCodec, TenMegabytesWithoutALineEndAreGivenUpByTheNextColon) {
     const std::string piece(std::size_t{1} << 20, '7');
     for (int count = 0; count < 10; ++count)
         receive(piece);
-    EXPECT_EQ(serial::rx_frame[0].size(), 10 * piece.size() + 3);
+    EXPECT_EQ(serial::state.rx_frame[0].size(), 10 * piece.size() + 3);
     receive(speed_frame(1000));
     speed_is(1000);
     EXPECT_TRUE(debug().empty());
@@ -194,9 +194,9 @@ class codec_model {
         frame_ += "\r\n";
     }
     void expect_same() const {
-        ASSERT_EQ(serial::rx_frame[0], frame_);
-        ASSERT_EQ(serial::rx_start_seen[0], open_);
-        ASSERT_EQ(serial::rx_cr_seen[0], open_ && since_colon_.find('\r') != std::string::npos);
+        ASSERT_EQ(serial::state.rx_frame[0], frame_);
+        ASSERT_EQ(serial::state.rx_start_seen[0], open_);
+        ASSERT_EQ(serial::state.rx_cr_seen[0], open_ && since_colon_.find('\r') != std::string::npos);
         ASSERT_EQ(std::ranges::count(simulation::world().debug, "LRC Error"), wrong_checks_);
     }
 
@@ -232,8 +232,8 @@ TEST_F(FrameCodec, RandomStreamsGoAsTheRulesSay) {
         std::mt19937 random(seed);
         codec_model model;
         simulation::world().debug.clear();
-        serial::rx_frame[0].clear();
-        serial::rx_start_seen[0] = serial::rx_cr_seen[0] = false;
+        serial::state.rx_frame[0].clear();
+        serial::state.rx_start_seen[0] = serial::state.rx_cr_seen[0] = false;
         for (int step = 0; step < 1500; ++step) {
             const auto draw = random();
             const char letter = draw % 3 != 0 ? frequent[(draw >> 8) % frequent.size()]

@@ -31,7 +31,8 @@ class FrameLengths : public link_world {
         rec.firingorder.fill(-1);
         rec.firingangle.fill(-1);
         record(0) = expected_ = rec;
-        sensor::thermo_block_last[0] = sensor::angacc_block_last[0] = thermo_block_ = angacc_block_ = 0;
+        sensor::state.thermo_block_last[0] = sensor::state.angacc_block_last[0] = thermo_block_ =
+            angacc_block_ = 0;
     }
 
     /// Sends the frame over the line and holds the record against the model.
@@ -41,8 +42,8 @@ class FrameLengths : public link_world {
         receive(frame);
         ASSERT_EQ(record_text(record(0)), record_text(expected_));
         ASSERT_TRUE(same_curves(record(0), expected_));
-        ASSERT_EQ(sensor::thermo_block_last[0], thermo_block_);
-        ASSERT_EQ(sensor::angacc_block_last[0], angacc_block_);
+        ASSERT_EQ(sensor::state.thermo_block_last[0], thermo_block_);
+        ASSERT_EQ(sensor::state.angacc_block_last[0], angacc_block_);
         const auto failures = std::ranges::count_if(
             debug(), [](const std::string& line) { return line.starts_with("mscomm: "); });
         ASSERT_EQ(failures, readable ? 0 : 1);

@@ -56,10 +56,10 @@ class HeapUse : public testing::Test {
         simulation::world().folders.insert("logs");
         simulation::put_file("tyxo.ini", "[tyxo]\r\nlogpath 1=logs\\\r\nlocation 1=Engine 1\r\n");
         wire();
-        sensor::max_sensors = 1;
-        sensor::comport[0] = 11;
-        sensor::upd_periode = 250;
-        sensor::channels[0].connected = true;
+        sensor::state.max_sensors = 1;
+        sensor::state.comport[0] = 11;
+        sensor::state.upd_periode = 250;
+        sensor::state.channels[0].connected = true;
         start_log_ch(0);
         simulation::receive(0, parameters(1500));
         // The simulated disk and debug output must not take memory of their own later.
@@ -116,10 +116,10 @@ TEST_F(HeapUse, AValuesFrameInTwoEventsAllocatesNothing) {
 
 TEST_F(HeapUse, CurvesWithTheirLogLinesAllocateNothing) {
     // An engine with which the values per cylinder can be computed.
-    sensor::zyl_speed_range = 1;
-    sensor::channels[0].numzyl = 6;
-    sensor::channels[0].firingangle = {0, 120, 120, 120, 120, 120};
-    sensor::channels[0].alarmlevel = 3;
+    sensor::state.zyl_speed_range = 1;
+    sensor::state.channels[0].numzyl = 6;
+    sensor::state.channels[0].firingangle = {0, 120, 120, 120, 120, 120};
+    sensor::state.channels[0].alarmlevel = 3;
     std::vector<std::string> blocks;
     for (const char* code : {"03", "04"}) {
         for (i32 block = 1; block <= 4; ++block)

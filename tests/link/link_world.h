@@ -30,23 +30,23 @@ class link_world : public testing::Test {
         simulation::fresh_world();
         wire();
         record_calls();
-        sensor::max_sensors = channel_count;
-        sensor::upd_periode = 250;
+        sensor::state.max_sensors = channel_count;
+        sensor::state.upd_periode = 250;
         for (i16 channel = 0; channel < channel_count; ++channel) {
-            channel_rec& rec = sensor::channels[channel];
+            channel_rec& rec = sensor::state.channels[channel];
             rec.connected = true;
             rec.location = "Engine " + channel_number(channel);
-            sensor::comport[channel] = static_cast<i16>(11 + channel);
+            sensor::state.comport[channel] = static_cast<i16>(11 + channel);
         }
     }
     ~link_world() override { simulation::fresh_world(); }
 
-    static channel_rec& record(i16 channel) { return sensor::channels[channel]; }
+    static channel_rec& record(i16 channel) { return sensor::state.channels[channel]; }
     static const lines& debug() { return simulation::world().debug; }
     static std::string box() { return std::string(indicators.Text_status.text()); }
 
     static void open_port(i16 channel) {
-        ASSERT_FALSE(serial::port_open(channel, sensor::comport[channel])) << channel;
+        ASSERT_FALSE(serial::port_open(channel, sensor::state.comport[channel])) << channel;
     }
 
     /// The frame goes straight to the dispatcher.
@@ -94,7 +94,7 @@ class link_world : public testing::Test {
         calls.clear_curves = [this](i16 channel) { say("clear_curves", channel); };
         calls.open_alert = [this] {
             say("open_alert");
-            sensor::alert_open = true;
+            sensor::state.alert_open = true;
         };
         calls.show_alert_line = [this](i16 channel) { say("show_alert_line", channel); };
         calls.alert_text = [this](i16 channel, std::string_view text) { say("alert_text", channel, text); };

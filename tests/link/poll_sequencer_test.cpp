@@ -1,6 +1,7 @@
 // The request sequencer, which stays switched off.
 
 #include "link/link_world.h"
+#include "link/main_timers.h"
 #include "link/start_stop.h"
 #include "link/supervision.h"
 
@@ -26,10 +27,10 @@ class PollStepOf : public PollSequencer, public testing::WithParamInterface<step
 
 TEST_P(PollStepOf, SendsItsRequestAndGoesOn) {
     open_port(1);
-    sensor::poll_step = GetParam().now;
+    sensor::state.poll_step = GetParam().now;
     sensor::poll(1);
     EXPECT_EQ(sent(1), GetParam().sent);
-    EXPECT_EQ(sensor::poll_step, GetParam().next);
+    EXPECT_EQ(sensor::state.poll_step, GetParam().next);
 }
 
 INSTANTIATE_TEST_SUITE_P(steps, PollStepOf,
@@ -43,41 +44,41 @@ INSTANTIATE_TEST_SUITE_P(steps, PollStepOf,
 
 TEST_F(PollSequencer, HeldChannelIsSkippedAndTheStepStays) {
     open_port(0);
-    sensor::poll_hold[0] = true;
-    sensor::poll_step = 3;
+    sensor::state.poll_hold[0] = true;
+    sensor::state.poll_step = 3;
     sensor::poll(0);
     EXPECT_EQ(sent(0), "");
-    EXPECT_EQ(sensor::poll_step, 3);
+    EXPECT_EQ(sensor::state.poll_step, 3);
 }
 
 TEST_F(PollSequencer, TwoChannelsTakeTurnsThroughOneSequence) {
     for (const i16 channel : {i16{0}, i16{1}}) {
         start_log_ch(channel);
-        mainfrm::Timer_intervall[channel].Enabled(true); // what a polled link would switch on
+        mainfrm::timers.Timer_intervall[channel].Enabled(true); // what a polled link would switch on
     }
     simulation::advance(3 * 250 - 1);
     EXPECT_EQ(sent(0), ":00a0\r\n:049c\r\n");
     EXPECT_EQ(sent(1), ":039d\r\n:069a\r\n");
-    sensor::poll_hold[1] = true;
+    sensor::state.poll_hold[1] = true;
     simulation::advance(2 * 250);
     EXPECT_EQ(sent(0), ":0898\r\n:00a0\r\n");
     EXPECT_EQ(sent(1), "");
 }
 
 TEST_F(PollSequencer, IsArmedWithTheDisplayPeriodAndNeverEnabled) {
-    EXPECT_EQ(mainfrm::Timer_intervall[0].Interval(), 0);
-    sensor::upd_periode = 1000;
-    mainfrm::Timer_intervall[0].Enabled(true);
+    EXPECT_EQ(mainfrm::timers.Timer_intervall[0].Interval(), 0);
+    sensor::state.upd_periode = 1000;
+    mainfrm::timers.Timer_intervall[0].Enabled(true);
     funct::poll_timer_arm(0);
-    EXPECT_EQ(mainfrm::Timer_intervall[0].Interval(), 1000);
-    EXPECT_FALSE(mainfrm::Timer_intervall[0].Enabled());
-    EXPECT_EQ(mainfrm::Timer_intervall[1].Interval(), 0);
+    EXPECT_EQ(mainfrm::timers.Timer_intervall[0].Interval(), 1000);
+    EXPECT_FALSE(mainfrm::timers.Timer_intervall[0].Enabled());
+    EXPECT_EQ(mainfrm::timers.Timer_intervall[1].Interval(), 0);
 }
 
 TEST_F(PollSequencer, StoppingSwitchesItOff) {
-    mainfrm::Timer_intervall[2].Enabled(true);
+    mainfrm::timers.Timer_intervall[2].Enabled(true);
     funct::poll_timer_stop(2);
-    EXPECT_FALSE(mainfrm::Timer_intervall[2].Enabled());
+    EXPECT_FALSE(mainfrm::timers.Timer_intervall[2].Enabled());
 }
 
 TEST_F(PollSequencer, NoRequestReachesTheLineWhileChannelsMeasure) {
@@ -85,9 +86,9 @@ TEST_F(PollSequencer, NoRequestReachesTheLineWhileChannelsMeasure) {
     simulation::advance(60000);
     for (i16 channel = 0; channel < channel_count; ++channel) {
         EXPECT_EQ(sent(channel), "");
-        EXPECT_FALSE(mainfrm::Timer_intervall[channel].Enabled());
+        EXPECT_FALSE(mainfrm::timers.Timer_intervall[channel].Enabled());
     }
-    EXPECT_EQ(sensor::poll_step, 0);
+    EXPECT_EQ(sensor::state.poll_step, 0);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The serial port's events, sending, opening and closing.
 
+#include "link/main_timers.h"
 #include "link/serial.h"
 
 #include "basics/failure.h"
@@ -26,8 +27,8 @@ TEST_P(PortEventOf, GoesToTheDebugOutputAndNowhereElse) {
     record(0).connected = false;
     simulation::port_event(0, GetParam().event);
     EXPECT_EQ(debug(), *GetParam().text != '\0' ? lines{GetParam().text} : lines{});
-    EXPECT_EQ(serial::rx_frame[0], ":01"); // the open frame is kept
-    EXPECT_TRUE(serial::rx_start_seen[0]);
+    EXPECT_EQ(serial::state.rx_frame[0], ":01"); // the open frame is kept
+    EXPECT_TRUE(serial::state.rx_start_seen[0]);
     EXPECT_FALSE(record(0).connected);
     EXPECT_TRUE(said.empty());
     EXPECT_EQ(box(), "");
@@ -59,18 +60,18 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(SerialPort, AnEmptiedSendBufferSwitchesRtsOff) {
     open_port(2);
-    serial::comm[2].RTSEnable(true);
+    serial::state.comm[2].RTSEnable(true);
     simulation::port_event(2, comm_event::send_buffer_low);
     EXPECT_FALSE(simulation::port(2).rts);
 }
 
 TEST_F(SerialPort, OtherEventsLeaveRtsAndWaitingBytesAlone) {
     open_port(2);
-    serial::comm[2].RTSEnable(true);
+    serial::state.comm[2].RTSEnable(true);
     for (const i32 event : {0, 3, 4, 5, 6, 7, 1001, 1003})
         simulation::port_event(2, event);
     EXPECT_TRUE(simulation::port(2).rts);
-    EXPECT_EQ(serial::rx_chunk[2], "");
+    EXPECT_EQ(serial::state.rx_chunk[2], "");
 }
 
 TEST_F(SerialPort, AReadThatFailsIsReportedAndTheNextOneGoesOn) {
@@ -117,7 +118,7 @@ TEST_F(SerialPort, AClosedPortIsOpenForTheTimeOfTheFrame) {
     EXPECT_EQ(simulation::port(3).opened, 1);
     EXPECT_EQ(simulation::port(3).number, 14);
     EXPECT_EQ(simulation::port(3).settings, "38400,n,8,1");
-    sensor::comport[3] = 7; // changed in the setup dialog
+    sensor::state.comport[3] = 7; // changed in the setup dialog
     serial::frame_send(":8009", 3);
     EXPECT_EQ(simulation::port(3).number, 7);
 }
@@ -138,7 +139,7 @@ TEST_F(SerialPort, AFrameSentToAStoppedChannelDoesNotBringItBackToLife) {
     simulation::advance(10'000);
     EXPECT_EQ(record(2).speed, 0);
     EXPECT_TRUE(record(2).connected);
-    EXPECT_FALSE(mainfrm::Timer_timeout[2].Enabled());
+    EXPECT_FALSE(mainfrm::timers.Timer_timeout[2].Enabled());
     EXPECT_EQ(indicators.StatusBar, "");
     EXPECT_EQ(said, lines{});
 }
@@ -153,7 +154,7 @@ TEST_F(SerialPort, NothingIsDecodedWhileAPortCloses) {
             serial::port_close(1);
         }
         EXPECT_EQ(record(1).speed, 0) << reopened;
-        EXPECT_FALSE(mainfrm::Timer_timeout[1].Enabled()) << reopened;
+        EXPECT_FALSE(mainfrm::timers.Timer_timeout[1].Enabled()) << reopened;
     }
     receive(measured({.speed = 6000}), 1); // open again, it hears everything
     EXPECT_EQ(record(1).speed, 600);

@@ -2,6 +2,7 @@
 
 #include "link/frames.h"
 #include "link/link_world.h"
+#include "link/main_timers.h"
 #include "link/start_stop.h"
 #include "link/supervision.h"
 
@@ -14,16 +15,16 @@ class StartMenu : public link_world {
     static std::string running() {
         std::string numbers;
         for (i16 channel = 0; channel < channel_count; ++channel) {
-            if (sensor::channel_running[channel]) numbers += channel_number(channel);
+            if (sensor::state.channel_running[channel]) numbers += channel_number(channel);
         }
         return numbers;
     }
     /// Marks of the whole measurement.
     static void expect_measuring(bool measuring) {
-        EXPECT_EQ(sensor::measure_running, measuring);
+        EXPECT_EQ(sensor::state.measure_running, measuring);
         EXPECT_EQ(indicators.startstop.Caption, measuring ? "Stop all channels" : "Start all channels");
-        EXPECT_EQ(sensor::chart_timer_on, measuring);
-        EXPECT_EQ(mainfrm::Timer_chart_upd.Enabled(), measuring);
+        EXPECT_EQ(sensor::state.chart_timer_on, measuring);
+        EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Enabled(), measuring);
     }
     static void expect_no_sensor_box() {
         ASSERT_EQ(simulation::world().boxes.size(), 1U);
@@ -34,12 +35,12 @@ class StartMenu : public link_world {
     static void click_all() { mainfrm::startstop_click(); }
     static void click(i16 channel) { mainfrm::start_channel_click(channel); }
     static void make_busy(i16 channel) {
-        simulation::world().ports[sensor::comport[channel]].refuses_to_open = true;
+        simulation::world().ports[sensor::state.comport[channel]].refuses_to_open = true;
     }
 };
 
 TEST_F(StartMenu, WithoutSensorsBothEntriesSaySo) {
-    sensor::max_sensors = 0;
+    sensor::state.max_sensors = 0;
     click_all();
     expect_no_sensor_box();
     for (i16 channel = 0; channel < channel_count; ++channel) {
@@ -51,12 +52,12 @@ TEST_F(StartMenu, WithoutSensorsBothEntriesSaySo) {
 }
 
 TEST_F(StartMenu, WithTwoSensorsTheThirdEntrySaysSoAndTheFirstTwoWork) {
-    sensor::max_sensors = 2;
+    sensor::state.max_sensors = 2;
     click(2);
     expect_no_sensor_box();
     click(3);
     expect_no_sensor_box();
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
     click(0);
     click(1);
     EXPECT_EQ(running(), "12");
@@ -102,8 +103,8 @@ TEST_F(StartMenu, OneChannelStartsAndStops) {
 }
 
 TEST_F(StartMenu, TheLockIsToldWhatWillStop) {
-    sensor::channels[1].location = "Engine 2";
-    sensor::channels[2].location = "";
+    sensor::state.channels[1].location = "Engine 2";
+    sensor::state.channels[2].location = "";
     lock_grants = false;
     click_all();
     click(1);
@@ -171,7 +172,7 @@ TEST_F(StartMenu, ABusyPortOnASingleStartLeavesTheMeasurementMarkedAsRunning) {
 }
 
 TEST_F(StartMenu, ABusyPortInTheMiddleOfAStartOfAllKeepsTheFirstChannels) {
-    sensor::max_sensors = 3;
+    sensor::state.max_sensors = 3;
     make_busy(1);
     click_all();
     EXPECT_EQ(running(), "1");
@@ -186,18 +187,18 @@ TEST_F(StartMenu, ABusyFirstPortMarksTheMeasurementWithoutItsCaption) {
     make_busy(0);
     click_all();
     EXPECT_EQ(running(), "");
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_EQ(indicators.startstop.Caption, "Start all channels");
     click_all();
     EXPECT_EQ(told("stop_lock").size(), 1U);
-    EXPECT_FALSE(sensor::measure_running);
+    EXPECT_FALSE(sensor::state.measure_running);
 }
 
 TEST_F(StartMenu, AChannelCountsAsRunningWhileTheLockAsks) {
     click(0);
     bool marked = false;
     calls.stop_lock = [&](std::string_view) {
-        marked = sensor::channel_running[0] && simulation::port(0).open;
+        marked = sensor::state.channel_running[0] && simulation::port(0).open;
         return true;
     };
     click(0);

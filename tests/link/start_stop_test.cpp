@@ -1,5 +1,6 @@
 // Measuring starts and stops.
 
+#include "link/main_timers.h"
 #include "link/start_stop.h"
 
 #include "link/frames.h"
@@ -12,9 +13,9 @@ namespace {
 class StartStop : public link_world {
   protected:
     static bool runs(i16 channel) {
-        const bool marked = sensor::channel_running[channel];
+        const bool marked = sensor::state.channel_running[channel];
         EXPECT_EQ(simulation::port(channel).open, marked) << channel;
-        EXPECT_EQ(mainfrm::Timer_timeout[channel].Enabled(), marked) << channel;
+        EXPECT_EQ(mainfrm::timers.Timer_timeout[channel].Enabled(), marked) << channel;
         EXPECT_EQ(indicators.start_channel[channel].Caption,
                   (marked ? "Stop channel " : "Start channel ") + channel_number(channel));
         return marked;
@@ -29,11 +30,11 @@ class StartStop : public link_world {
         return numbers;
     }
     static bool chart_ticks() {
-        EXPECT_EQ(mainfrm::Timer_chart_upd.Enabled(), sensor::chart_timer_on);
-        return sensor::chart_timer_on;
+        EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Enabled(), sensor::state.chart_timer_on);
+        return sensor::state.chart_timer_on;
     }
     static void make_busy(i16 channel) {
-        simulation::world().ports[sensor::comport[channel]].refuses_to_open = true;
+        simulation::world().ports[sensor::state.comport[channel]].refuses_to_open = true;
     }
     static lines box_texts() {
         lines texts;
@@ -61,10 +62,10 @@ TEST_F(StartStop, StartingOneChannel) {
     start_log_ch(2);
     EXPECT_EQ(running(), "3");
     EXPECT_TRUE(chart_ticks());
-    EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 250);
-    EXPECT_EQ(mainfrm::Timer_timeout[2].Interval(), 3000);
-    EXPECT_EQ(mainfrm::Timer_intervall[2].Interval(), 250);
-    EXPECT_FALSE(mainfrm::Timer_intervall[2].Enabled());
+    EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 250);
+    EXPECT_EQ(mainfrm::timers.Timer_timeout[2].Interval(), 3000);
+    EXPECT_EQ(mainfrm::timers.Timer_intervall[2].Interval(), 250);
+    EXPECT_FALSE(mainfrm::timers.Timer_intervall[2].Enabled());
     EXPECT_EQ(simulation::port(2).number, 13);
     EXPECT_EQ(record(2).log_state, log_states::wanted);
     EXPECT_EQ(box(), box_line(2, "started"));
@@ -77,7 +78,7 @@ TEST_F(StartStop, StoppingOneChannel) {
     start_log_ch(2);
     said.clear();
     indicators.Text_status = {};
-    sensor::channel_running[2] = false; // the menu has done so
+    sensor::state.channel_running[2] = false; // the menu has done so
     record(2).log_state = log_states::open;
     stop_log_ch(2);
     EXPECT_EQ(running(), "");
@@ -92,15 +93,15 @@ TEST_F(StartStop, TheLogIsClosedAfterThePortAndWhileTheChannelIsMarkedAsRunning)
     std::string seen;
     calls.close_log = [&](i16) {
         seen = simulation::port(0).open ? "open" : "closed";
-        seen += sensor::channel_running[0] ? " running" : " stopped";
-        seen += mainfrm::Timer_timeout[0].Enabled() ? " watched" : " unwatched";
+        seen += sensor::state.channel_running[0] ? " running" : " stopped";
+        seen += mainfrm::timers.Timer_timeout[0].Enabled() ? " watched" : " unwatched";
     };
     stop_log_ch(0);
     EXPECT_EQ(seen, "closed running unwatched");
 }
 
 TEST_F(StartStop, StartingAllChannelsInOrder) {
-    sensor::max_sensors = 3;
+    sensor::state.max_sensors = 3;
     start_log();
     EXPECT_EQ(running(), "123");
     EXPECT_TRUE(chart_ticks());
@@ -111,7 +112,7 @@ TEST_F(StartStop, StartingAllChannelsInOrder) {
 }
 
 TEST_F(StartStop, StoppingAllChannelsInOrder) {
-    sensor::max_sensors = 2;
+    sensor::state.max_sensors = 2;
     start_log();
     said.clear();
     stop_log();
@@ -122,7 +123,7 @@ TEST_F(StartStop, StoppingAllChannelsInOrder) {
 }
 
 TEST_F(StartStop, StoppingAllTellsOfChannelsThatDidNotRunToo) {
-    sensor::max_sensors = 2;
+    sensor::state.max_sensors = 2;
     start_log_ch(1);
     said.clear();
     stop_log();
@@ -130,7 +131,7 @@ TEST_F(StartStop, StoppingAllTellsOfChannelsThatDidNotRunToo) {
 }
 
 TEST_F(StartStop, ABusyPortEndsTheStartOfAllAtItsChannel) {
-    sensor::max_sensors = 3;
+    sensor::state.max_sensors = 3;
     make_busy(1);
     start_log();
     EXPECT_EQ(running(), "1");
@@ -169,7 +170,7 @@ TEST_F(StartStop, TheFailedChannelIsStillMarkedAsRunningWhileItsBoxIsUp) {
     bool marked = false;
     i16 state = -1;
     simulation::world().during_box = [&] {
-        marked = sensor::channel_running[0];
+        marked = sensor::state.channel_running[0];
         state = record(0).log_state;
     };
     start_log_ch(0);
@@ -178,7 +179,7 @@ TEST_F(StartStop, TheFailedChannelIsStillMarkedAsRunningWhileItsBoxIsUp) {
 }
 
 TEST_F(StartStop, APortNumberThatIsNoneGetsTheSameWordsAndLeavesNoPortOpen) {
-    sensor::comport[1] = 0;
+    sensor::state.comport[1] = 0;
     start_log_ch(1);
     EXPECT_EQ(box_texts(), lines{"no Comport configurated for sensor nr. 2"});
     EXPECT_FALSE(simulation::port(1).open);
@@ -212,18 +213,18 @@ TEST_F(StartStop, ValuesAndFlagsStayOverStopAndStart) {
 
 TEST_F(StartStop, ASecondChannelLeavesTheRunningDisplayTickAlone) {
     start_log_ch(0);
-    sensor::upd_periode = 1000;
+    sensor::state.upd_periode = 1000;
     start_log_ch(1);
-    EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 250);
+    EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 250);
 }
 
 TEST_F(StartStop, TheDisplayTickEndsWithTheLastChannel) {
     start_log_ch(0);
     start_log_ch(1);
-    sensor::channel_running[0] = false;
+    sensor::state.channel_running[0] = false;
     stop_log_ch(0);
     EXPECT_TRUE(chart_ticks());
-    sensor::channel_running[1] = false;
+    sensor::state.channel_running[1] = false;
     stop_log_ch(1);
     EXPECT_FALSE(chart_ticks());
 }

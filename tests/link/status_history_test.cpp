@@ -76,7 +76,7 @@ TEST_F(StatusHistory, EveryRunSaysWhatChangedAndNothingElse) {
             ASSERT_EQ(told("log_comment"), comments_between(before, now))
                 << "seed " << seed << " step " << step;
             ASSERT_EQ(indicators.LED_Alarm[0].Active, (now.alarm & 0x0080) != 0);
-            ASSERT_EQ(sensor::alert_latched[0], (now.alarm & 0x0080) != 0);
+            ASSERT_EQ(sensor::state.alert_latched[0], (now.alarm & 0x0080) != 0);
             const bool closes = (now.alarm & ~before.alarm & 0x0080) != 0;
             ASSERT_EQ(told("show_alert_line").size(), closes ? 1U : 0U)
                 << "seed " << seed << " step " << step;

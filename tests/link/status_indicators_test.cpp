@@ -101,14 +101,14 @@ TEST_F(StatusIndicators, AlertComesOncePerClosingOfTheRelay) {
     take({.alarm = relay | ac});
     EXPECT_EQ(alert_calls(),
               (lines{"open_alert", "show_alert_line 1", "alert_text 1 Engine 1  Mainalarm AC"}));
-    EXPECT_TRUE(sensor::alert_latched[0]);
+    EXPECT_TRUE(sensor::state.alert_latched[0]);
     take({.alarm = relay | ac});
     take({.alarm = relay | dc});
     EXPECT_EQ(alert_calls(), lines{});
     take({});
-    EXPECT_FALSE(sensor::alert_latched[0]);
+    EXPECT_FALSE(sensor::state.alert_latched[0]);
     EXPECT_EQ(alert_calls(), lines{});
-    sensor::alert_open = false; // the operator has closed it
+    sensor::state.alert_open = false; // the operator has closed it
     take({.alarm = relay | dc});
     EXPECT_EQ(alert_calls(),
               (lines{"open_alert", "show_alert_line 1", "alert_text 1 Engine 1  Mainalarm DC"}));
@@ -116,7 +116,7 @@ TEST_F(StatusIndicators, AlertComesOncePerClosingOfTheRelay) {
 
 TEST_F(StatusIndicators, AlertThatWasClosedStaysClosedWhileTheRelayHolds) {
     take({.alarm = relay | ac});
-    sensor::alert_open = false;
+    sensor::state.alert_open = false;
     take({.alarm = relay | ac | dc});
     EXPECT_EQ(alert_calls(), lines{});
 }
@@ -129,7 +129,7 @@ TEST_F(StatusIndicators, AlertWithBothAlarmsEndsWithDc) {
 TEST_F(StatusIndicators, AlertWithoutAcAndDcKeepsItsLastText) {
     take({.alarm = relay | 0x8005});
     EXPECT_EQ(alert_calls(), (lines{"open_alert", "show_alert_line 1"}));
-    EXPECT_TRUE(sensor::alert_latched[0]);
+    EXPECT_TRUE(sensor::state.alert_latched[0]);
 }
 
 TEST_F(StatusIndicators, MainAlarmWithoutTheRelayRaisesNoAlert) {

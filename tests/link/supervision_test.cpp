@@ -1,5 +1,6 @@
 // The watchdog of a link, its return, and the timers.
 
+#include "link/main_timers.h"
 #include "link/supervision.h"
 
 #include "basics/failure.h"
@@ -303,23 +304,23 @@ TEST_F(Supervision, AChannelThatDoesNotExistIsAFailure) {
 }
 
 TEST_F(Supervision, ChartTimerTicksAtTheDisplayPeriod) {
-    sensor::upd_periode = 500;
+    sensor::state.upd_periode = 500;
     funct::chart_timer_start();
-    EXPECT_TRUE(sensor::chart_timer_on);
-    EXPECT_TRUE(mainfrm::Timer_chart_upd.Enabled());
-    EXPECT_EQ(mainfrm::Timer_chart_upd.Interval(), 500);
+    EXPECT_TRUE(sensor::state.chart_timer_on);
+    EXPECT_TRUE(mainfrm::timers.Timer_chart_upd.Enabled());
+    EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 500);
     funct::chart_timer_stop();
-    EXPECT_FALSE(sensor::chart_timer_on);
-    EXPECT_FALSE(mainfrm::Timer_chart_upd.Enabled());
+    EXPECT_FALSE(sensor::state.chart_timer_on);
+    EXPECT_FALSE(mainfrm::timers.Timer_chart_upd.Enabled());
 }
 
 TEST_F(Supervision, WatchdogTimerHasIts3000MsAndLeavesTheOthersAlone) {
     funct::timeout_timer_start(1);
-    EXPECT_EQ(mainfrm::Timer_timeout[1].Interval(), 3000);
-    EXPECT_TRUE(mainfrm::Timer_timeout[1].Enabled());
-    EXPECT_FALSE(mainfrm::Timer_timeout[0].Enabled());
+    EXPECT_EQ(mainfrm::timers.Timer_timeout[1].Interval(), 3000);
+    EXPECT_TRUE(mainfrm::timers.Timer_timeout[1].Enabled());
+    EXPECT_FALSE(mainfrm::timers.Timer_timeout[0].Enabled());
     funct::timeout_timer_stop(1);
-    EXPECT_FALSE(mainfrm::Timer_timeout[1].Enabled());
+    EXPECT_FALSE(mainfrm::timers.Timer_timeout[1].Enabled());
 }
 
 } // namespace

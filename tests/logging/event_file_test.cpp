@@ -78,7 +78,7 @@ TEST_F(EventFile, TheFolderIsReadFromTheSettingsFileAtTheMomentOfInit) {
     Ini::ini_write("evtpath", "C:\\other\\");
     settings.evtpath = "C:\\neither\\";
     event_file_init();
-    EXPECT_EQ(event_path, "C:\\other\\TY_all_events.txt");
+    EXPECT_EQ(event_file.event_path, "C:\\other\\TY_all_events.txt");
     Ini::ini_write("evtpath", "C:\\later\\");
     world().folders.insert("C:/other");
     event_line("a");
@@ -86,8 +86,8 @@ TEST_F(EventFile, TheFolderIsReadFromTheSettingsFileAtTheMomentOfInit) {
 }
 
 TEST_F(EventFile, ItsNumberIsOfTheUpperRange) {
-    EXPECT_GE(event_fileno, 256);
-    EXPECT_LE(event_fileno, 511);
+    EXPECT_GE(event_file.event_fileno, 256);
+    EXPECT_LE(event_file.event_fileno, 511);
 }
 
 TEST_F(EventFile, OnlyTheValueOneEnablesIt) {
@@ -97,11 +97,11 @@ TEST_F(EventFile, OnlyTheValueOneEnablesIt) {
         load_settings();
         event_file_init();
         event_line("a");
-        EXPECT_EQ(event_path, "") << enabled;
-        EXPECT_EQ(event_fileno, 0) << enabled;
+        EXPECT_EQ(event_file.event_path, "") << enabled;
+        EXPECT_EQ(event_file.event_fileno, 0) << enabled;
         EXPECT_TRUE(world().opened.empty()) << enabled;
         EXPECT_TRUE(world().boxes.empty()) << enabled;
-        EXPECT_FALSE(event_file_failed) << enabled;
+        EXPECT_FALSE(event_file.event_file_failed) << enabled;
     }
     for (const char* enabled : {"1", " 1", "1.0", "1.4"}) {
         fresh_world();
@@ -119,7 +119,7 @@ TEST_F(EventFile, AMissingFolderIsToldOnceAndEndsItForThisRun) {
     ASSERT_EQ(world().boxes.size(), 1U);
     EXPECT_EQ(world().boxes[0].text, no_directory);
     EXPECT_EQ(world().boxes[0].buttons, box_buttons::ok);
-    EXPECT_TRUE(event_file_failed);
+    EXPECT_TRUE(event_file.event_file_failed);
     world().folders.insert("C:/events");
     event_line("b");
     EXPECT_EQ(world().boxes.size(), 1U);
@@ -157,7 +157,7 @@ TEST_F(EventFile, ALineThatASlowDiskLostIsToldWithTheNextOne) {
     event_line("not tried");
     ASSERT_EQ(world().boxes.size(), 1U);
     EXPECT_EQ(world().boxes[0].text, no_directory);
-    EXPECT_TRUE(event_file_failed);
+    EXPECT_TRUE(event_file.event_file_failed);
     EXPECT_EQ(file(events), "##;before\r\n");
 }
 
@@ -194,15 +194,15 @@ TEST(EventFileOfAStart, AMissingFolderIsToldByTheStartLineAndTheProgramGoesOn) {
     EXPECT_EQ(world().boxes[0].text, no_directory);
     EXPECT_FALSE(world().exit_code.has_value());
     mainfrm::startstop_click();
-    EXPECT_TRUE(sensor::measure_running);
+    EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_EQ(world().boxes.size(), 1U);
 }
 
 TEST(EventFileOfAStart, ARestartTriesAgain) {
     start_on(event_settings("1", "C:\\missing\\"));
-    EXPECT_TRUE(event_file_failed);
+    EXPECT_TRUE(event_file.event_file_failed);
     start_on(event_settings("1", "C:\\logs\\"));
-    EXPECT_FALSE(event_file_failed);
+    EXPECT_FALSE(event_file.event_file_failed);
     EXPECT_EQ(file("C:/logs/TY_all_events.txt"), "##;07-02-2026;13:05:09;Tyxo Logger software started !\r\n");
 }
 

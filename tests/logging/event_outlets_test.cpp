@@ -162,7 +162,7 @@ TEST_F(EventOutlets, BoxThenLogThenFileEachWithItsOwnReadingOfTheClock) {
 }
 
 TEST_F(EventOutlets, ALocationWithASemicolonMakesMoreFields) {
-    sensor::channels[0].location = "Mill;Engine \xC4";
+    sensor::state.channels[0].location = "Mill;Engine \xC4";
     begin_here();
     feed(0, status_body({.alarm = 0x0001}));
     EXPECT_EQ(new_events(), text_lines{"##;07-02-2026;13:05:09;KVD Mill;Engine \xC4 ## Prealarm DC ON"});

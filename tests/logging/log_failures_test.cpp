@@ -13,7 +13,6 @@ namespace {
 
 using namespace simulation;
 using mainfrm::start_channel_click;
-using sensor::channels;
 
 constexpr std::string_view record = "<REC1> 13:05:09 51 1480 1234 48 7 </REC1>";
 
@@ -36,13 +35,13 @@ TEST_P(LogInABadPlace, LosesItsLinesWithoutAWordAndMeasuringGoesOn) {
     Ini::ini_write("logpath 1", GetParam().logpath);
     Ini::ini_write("location 1", GetParam().location);
     start_logging(0);
-    EXPECT_EQ(channels[0].log_state, log_states::open);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::open);
     EXPECT_TRUE(world().opened.empty());
     EXPECT_EQ(world().debug, text_lines{"createlog : Path exists"});
     log::log_comment(0, "lost");
     log::log_note(0, "lost");
     feed(0, measured_body({.speed = 77}));
-    EXPECT_EQ(channels[0].speed, 77);
+    EXPECT_EQ(sensor::state.channels[0].speed, 77);
     expect_silence();
     EXPECT_EQ(world().files.size(), 1U);
 }
@@ -94,7 +93,7 @@ TEST_F(LogFailures, TheSerialEventTellsALostRecordToTheDebugOutput) {
     world().disk_space = 0;
     feed(0, measured_body({.speed = 77}));
     EXPECT_EQ(world().debug, text_lines{"mscomm: Disk full"});
-    EXPECT_EQ(channels[0].speed, 77) << "the values are stored before";
+    EXPECT_EQ(sensor::state.channels[0].speed, 77) << "the values are stored before";
     expect_silence();
 }
 
@@ -116,7 +115,7 @@ TEST_F(LogFailures, AHeaderThatDoesNotFitLeavesNothingAndStandsBeforeTheFirstLin
     start_channel_click(0);
     world().disk_space = 100;
     feed(0, parameter_body({}));
-    EXPECT_EQ(channels[0].log_state, log_states::open);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::open);
     EXPECT_EQ(file(log_path(0)), "");
     feed(0, measured_body());
     EXPECT_EQ(file(log_path(0)), "") << "the line would fit, but its header does not";
@@ -178,7 +177,7 @@ TEST_F(LogFailures, AFrameBehindALostRecordInTheSameEventIsStillTaken) {
     start_logging(0);
     world().unwritable.insert(log_path(0));
     receive(0, closed(measured_body({.speed = 1})) + closed(measured_body({.speed = 2})));
-    EXPECT_EQ(channels[0].speed, 2);
+    EXPECT_EQ(sensor::state.channels[0].speed, 2);
 }
 
 TEST_F(LogFailures, ALostCurveRecordLeavesTheNextCurveWhole) {

@@ -51,8 +51,8 @@ TEST(LogHeader, ASessionOfASixCylinderEngineInLineIsTheGoldenFile) {
 
 TEST(LogHeader, AVEngineInHourlyModeIsTheGoldenFile) {
     start_on(logging_settings(1, "log_mode= 1\r\nscale_polar_x=1\r\n"));
-    sensor::scale_polar_t = -0.0625;
-    sensor::scale_polar_a = 1234.5;
+    sensor::state.scale_polar_t = -0.0625;
+    sensor::state.scale_polar_a = 1234.5;
     opt_res_click(2);
     start_logging(0, {.ratedspeed = 750,
                       .overspeed = 900,
@@ -150,8 +150,8 @@ TEST(LogHeader, AShortParameterFrameBehindALongOneLeavesNothingOfIt) {
     feed(0, status_body());
     feed(0, parameter_body({}, parameter_form::shortest));
     const text_lines second = lines_of(file(log_path(0, "20260703")));
-    EXPECT_EQ(only(second, "FWVERS"), "        <FWVERS> " + sensor::channels[0].fwvers + " </FWVERS>");
-    EXPECT_EQ(sensor::channels[0].fwvers.size(), 5U);
+    EXPECT_EQ(only(second, "FWVERS"), "        <FWVERS> " + sensor::state.channels[0].fwvers + " </FWVERS>");
+    EXPECT_EQ(sensor::state.channels[0].fwvers.size(), 5U);
     EXPECT_EQ(only(second, "TSTTIME"), "        <TSTTIME> NA </TSTTIME>");
     EXPECT_EQ(only(second, "EVASNR"), "        <EVASNR> inactive </EVASNR>");
     for (const char* const tag :

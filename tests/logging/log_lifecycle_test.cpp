@@ -15,7 +15,6 @@ namespace {
 using namespace simulation;
 using mainfrm::start_channel_click;
 using mainfrm::startstop_click;
-using sensor::channels;
 
 constexpr std::string_view record = "<REC1> 13:05:09 51 1480 1234 48 7 </REC1>";
 constexpr std::string_view stopped = "<!-- 13:05:09 Measure Stopped -->";
@@ -31,18 +30,18 @@ long header_count(std::string_view path) {
 }
 
 TEST_F(LogLifecycle, StateIsNoneWantedOpen) {
-    EXPECT_EQ(channels[0].log_state, log_states::none);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::none);
     start_channel_click(0);
-    EXPECT_EQ(channels[0].log_state, log_states::wanted);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::wanted);
     feed(0, measured_body());
     feed(0, status_body());
-    EXPECT_EQ(channels[0].log_state, log_states::wanted);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::wanted);
     feed(0, parameter_body({}));
-    EXPECT_EQ(channels[0].log_state, log_states::open);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::open);
     start_channel_click(0);
-    EXPECT_EQ(channels[0].log_state, log_states::open) << "a stop leaves it";
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::open) << "a stop leaves it";
     start_channel_click(0);
-    EXPECT_EQ(channels[0].log_state, log_states::wanted);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::wanted);
 }
 
 TEST_F(LogLifecycle, NoFileBeforeTheFirstParameterFrame) {
@@ -83,7 +82,7 @@ TEST_F(LogLifecycle, AStopClosesTheFileWithAComment) {
     feed(0, measured_body());
     start_channel_click(0);
     EXPECT_EQ(logged(0), (text_lines{std::string(record), std::string(stopped)}));
-    EXPECT_FALSE(log::log_files[0].is_open());
+    EXPECT_FALSE(log::state.log_files[0].is_open());
 }
 
 TEST_F(LogLifecycle, AStopBeforeTheFirstParameterFrameLeavesNoFile) {
@@ -162,8 +161,8 @@ TEST_F(LogLifecycle, NameAndFolderComeFromTheSettingsFileAtTheMoment) {
     Ini::ini_write("logpath 1", "C:\\");
     start_logging(0);
     EXPECT_EQ(world().opened, text_lines{"C:/Mill; \xD6st/20260702Qu_Mill; \xD6st.xlg"});
-    EXPECT_EQ(channels[0].logname, "20260702Qu_Mill; \xD6st.xlg");
-    EXPECT_EQ(channels[0].location, "Engine 1");
+    EXPECT_EQ(sensor::state.channels[0].logname, "20260702Qu_Mill; \xD6st.xlg");
+    EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
 }
 
 TEST_F(LogLifecycle, LogPathAndLocationAreJoinedWithoutASeparator) {
@@ -181,7 +180,8 @@ TEST_F(LogLifecycle, EachChannelHasItsOwnFile) {
     }
     for (i16 channel = 0; channel < 3; ++channel) {
         EXPECT_EQ(logged(channel), text_lines(static_cast<std::size_t>(channel) + 1, std::string(record)));
-        EXPECT_EQ(channels[channel].logname, "20260702Qu_Engine " + std::to_string(channel + 1) + ".xlg");
+        EXPECT_EQ(sensor::state.channels[channel].logname,
+                  "20260702Qu_Engine " + std::to_string(channel + 1) + ".xlg");
     }
     startstop_click();
     for (i16 channel = 0; channel < 3; ++channel)
@@ -193,7 +193,7 @@ TEST_F(LogLifecycle, FileNumbersAreOfTheLogsRange) {
     std::set<i16> numbers;
     for (i16 channel = 0; channel < 3; ++channel) {
         feed(channel, parameter_body({}));
-        const i16 number = channels[channel].log_fileno;
+        const i16 number = sensor::state.channels[channel].log_fileno;
         EXPECT_GE(number, 1);
         EXPECT_LE(number, 255);
         numbers.insert(number);
@@ -204,14 +204,14 @@ TEST_F(LogLifecycle, FileNumbersAreOfTheLogsRange) {
 TEST_F(LogLifecycle, APortThatDoesNotOpenTakesTheWishForALogBack) {
     world().ports[2].refuses_to_open = true;
     start_channel_click(1);
-    EXPECT_EQ(channels[1].log_state, log_states::none);
+    EXPECT_EQ(sensor::state.channels[1].log_state, log_states::none);
     EXPECT_TRUE(world().opened.empty());
 }
 
 TEST_F(LogLifecycle, ALostLinkEndsNoLog) {
     start_logging(0);
     advance(10000);
-    EXPECT_TRUE(log::log_files[0].is_open());
+    EXPECT_TRUE(log::state.log_files[0].is_open());
     EXPECT_EQ(logged(0), text_lines{"<!-- 13:05:12 Evaluator not connected -->"});
     feed(0, measured_body());
     EXPECT_EQ(logged(0), (text_lines{"<!-- 13:05:12 Evaluator not connected -->",
@@ -244,7 +244,7 @@ TEST_F(LogLifecycle, ClosingALogThatIsNotOpenIsHarmless) {
     log::close_log(0);
     log::close_log(2);
     EXPECT_TRUE(world().opened.empty());
-    EXPECT_EQ(channels[0].log_state, log_states::none);
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::none);
 }
 
 TEST_F(LogLifecycle, TheFilesHaveNoEndMark) {

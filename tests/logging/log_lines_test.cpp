@@ -9,7 +9,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class LogLines : public testing::Test {
   protected:
@@ -26,7 +25,7 @@ TEST_F(LogLines, ARecordOfMeasuredValues) {
 }
 
 TEST_F(LogLines, ARecordHasNegativeAndWholeValuesInPlainDecimals) {
-    channel_rec& rec = channels[0];
+    channel_rec& rec = sensor::state.channels[0];
     rec.tsignal = -12;
     rec.speed = 2147483647;
     rec.tvoltage = 32768.0;
@@ -45,7 +44,7 @@ struct curve_row {
 TEST_F(LogLines, ARecordOfACurveHas256ValuesAndTwoBlanksAtItsEnd) {
     for (const curve_row& row :
          {curve_row{"3", "REC2", &channel_rec::thermo_data}, {"4", "REC3", &channel_rec::angacc_data}}) {
-        auto& data = channels[0].*row.data;
+        auto& data = sensor::state.channels[0].*row.data;
         const std::string tag(row.tag);
         std::string expected = "<" + tag + "> 13:05:09 ";
         for (std::size_t sample = 0; sample < data.size(); ++sample) {
@@ -152,7 +151,7 @@ TEST_F(LogLines, ChangesOfTheTestSignalAreHashComments) {
 
 TEST_F(LogLines, OnlyStateTwoLetsALineThrough) {
     for (const i16 state : std::initializer_list<i16>{0, 1, 3, -1}) {
-        channels[0].log_state = state;
+        sensor::state.channels[0].log_state = state;
         log::log_record(0, "1");
         log::log_record(0, "3");
         log::log_record(0, "4");
@@ -160,7 +159,7 @@ TEST_F(LogLines, OnlyStateTwoLetsALineThrough) {
         log::log_note(0, "lost");
         EXPECT_EQ(logged(0), text_lines{}) << state;
     }
-    channels[0].log_state = 2;
+    sensor::state.channels[0].log_state = 2;
     log::log_comment(0, "kept");
     EXPECT_EQ(logged(0), text_lines{"<!-- 13:05:09 kept -->"});
 }

@@ -13,7 +13,6 @@ namespace {
 
 using namespace simulation;
 using mainfrm::start_channel_click;
-using sensor::channels;
 
 std::string stopped(std::string_view time) {
     return "<!-- " + std::string(time) + " Measure Stopped -->";
@@ -56,8 +55,8 @@ TEST(LogPeriod, AChangeOfDayEndsTheFileAndBeginsTheNext) {
     log::log_note(0, "first");
     EXPECT_EQ(logged(0, "20260702"), (text_lines{note("23:59:59", "last"), stopped("00:00:00")}));
     EXPECT_EQ(logged(0, "20260703"), (text_lines{started("00:00:00"), note("00:00:00", "first")}));
-    EXPECT_EQ(channels[0].log_state, log_states::open);
-    EXPECT_EQ(channels[0].logname, "20260703Qu_Engine 1.xlg");
+    EXPECT_EQ(sensor::state.channels[0].log_state, log_states::open);
+    EXPECT_EQ(sensor::state.channels[0].logname, "20260703Qu_Engine 1.xlg");
 }
 
 TEST(LogPeriod, EveryKindOfLineRunsTheCheck) {
@@ -145,7 +144,7 @@ TEST(LogPeriod, AllChannelsInUseRotateAlsoThoseThatDoNotLog) {
     EXPECT_EQ(logged(1, "20260703"), (text_lines{started("00:00:00"), note("00:00:00", "cause")}));
     EXPECT_EQ(logged(2, "20260703"), text_lines{}) << "a header and nothing behind it";
     EXPECT_FALSE(exists(log_path(2, "20260702")));
-    EXPECT_EQ(channels[2].log_state, log_states::none);
+    EXPECT_EQ(sensor::state.channels[2].log_state, log_states::none);
     EXPECT_FALSE(exists(log_path(3, "20260703")));
 }
 
@@ -155,7 +154,7 @@ TEST(LogPeriod, AChannelThatWaitsForItsParametersRotatesAndStaysWaiting) {
     start_channel_click(1);
     advance(1000);
     log::log_note(0, "cause");
-    EXPECT_EQ(channels[1].log_state, log_states::wanted);
+    EXPECT_EQ(sensor::state.channels[1].log_state, log_states::wanted);
     EXPECT_EQ(logged(1, "20260703"), text_lines{});
     feed(1, parameter_body({}));
     feed(1, measured_body());

@@ -73,7 +73,4 @@ void controller_closes();
 /// The connection breaks, as when a switch loses its power and the system notices.
 void connection_breaks();
 
-/// Closes and forgets the socket.
-void reset_socket();
-
 } // namespace tyxo::simulation

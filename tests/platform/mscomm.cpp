@@ -131,11 +131,6 @@ MSComm::state& port_state(i16 channel) {
 
 } // namespace
 
-void reset_ports() {
-    for (MSComm::state* port : all_ports())
-        *port = {};
-}
-
 void deliver_waiting() {
     for (MSComm::state* port : all_ports())
         port->deliver();

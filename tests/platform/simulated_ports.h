@@ -5,9 +5,6 @@
 
 namespace tyxo::simulation {
 
-/// Closes and forgets all ports.
-void reset_ports();
-
 /// Delivers the bytes that waited while events were held.
 void deliver_waiting();
 

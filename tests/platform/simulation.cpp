@@ -25,6 +25,7 @@
 #include "link/channel_rec.h"
 #include "link/frame_dispatch.h"
 #include "link/indicators.h"
+#include "link/main_timers.h"
 #include "link/serial.h"
 #include "link/supervision.h"
 #include "logging/event_file.h"
@@ -39,6 +40,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <memory>
 
 namespace tyxo {
 
@@ -51,101 +53,24 @@ machine& world() {
 
 namespace {
 
-void reset_measurement() {
-    using namespace sensor;
-    channels = {};
-    max_sensors = 0;
-    comport = {};
-    channel_running = {};
-    measure_running = chart_timer_on = false;
-    upd_periode = adc_offset = zyl_speed_range = 0;
-    cmd_periode = 0;
-    scale_polar_a = scale_polar_t = 0;
-    polar_channel = bar_channel_angacc = bar_channel_thermo = 0;
-    detail_angacc.fill(0);
-    detail_thermo.fill(0);
-    mb_angacc.fill({});
-    mb_thermo.fill({});
-    alert_latched = {};
-    alert_open = false;
-    inhibit_reset_channel = 0;
-    thermo_block_last = {};
-    angacc_block_last = {};
-    poll_step = 0;
-    poll_hold = {};
-}
-
-void reset_link() {
-    serial::rx_chunk = {};
-    serial::rx_frame = {};
-    serial::rx_start_seen = {};
-    serial::rx_cr_seen = {};
-    serial::rx_spare = {};
-    serial::serial_ports.reset();
-    for (MSComm& port : serial::comm)
-        port.on_comm({});
-    calls = {};
-}
-
-void reset_timers() {
-    const auto reset = [](Timer& timer) {
-        timer.Enabled(false);
-        timer.Interval(0);
-        timer.on_tick({});
+/// Every state is made anew, as it is when the program starts.
+template <class... State> void renew(State&... states) {
+    const auto one = [](auto& state) {
+        std::destroy_at(&state);
+        std::construct_at(&state);
     };
-    reset(mainfrm::Timer_chart_upd);
-    reset(mainfrm::Timer_TCP);
-    reset(Timer1);
-    reset(Timer_reconnect);
-    reset(timer_alert);
-    for (Timer& timer : mainfrm::Timer_intervall)
-        reset(timer);
-    for (Timer& timer : mainfrm::Timer_timeout)
-        reset(timer);
-    for (Timer& timer : mainfrm::Timer_chartres)
-        reset(timer);
+    (one(states), ...);
 }
 
 } // namespace
 
+// The list that a test compares with the writable symbols of the core.
 void fresh_world() {
+    renew(sensor::state, mainfrm::timers, serial::state, serial::serial_ports, calls, indicators, settings,
+          panels, charts, frmdetailedpic, frmbarpic, Frmbarpic2, FrmSetupTCP, gateway, modbus, tcp,
+          log::state, event_file, frmscale_polar, frmselectprint, FrmAbort, FrmAlert, timer_alert, Frmlog,
+          frmpwd, FrmResetInhTime, frmSetup, frmbrowse, frmSplash, frmstatustext, main_form);
     world() = {};
-    reset_measurement();
-    reset_link();
-    reset_timers();
-    reset_ports();
-    reset_socket();
-    settings = {};
-    indicators = {};
-    panels = {};
-    charts = {};
-    frmdetailedpic = {};
-    frmbarpic = {};
-    Frmbarpic2 = {};
-    frmscale_polar = {};
-    frmselectprint = {};
-    FrmSetupTCP = {};
-    FrmAbort = {};
-    FrmAlert = {};
-    Frmlog = {};
-    frmpwd = {};
-    FrmResetInhTime = {};
-    frmSetup = {};
-    frmbrowse = {};
-    frmSplash = {};
-    frmstatustext = {};
-    modbus = {};
-    tcp = {};
-    print_channel = 0;
-    main_form = {};
-    log::log_period.clear();
-    for (output_file& file : log::log_files)
-        file.close();
-    event_output.close();
-    world().synced.clear(); // by the closings of the world before
-    event_path.clear();
-    event_fileno = 0;
-    event_file_failed = false;
 }
 
 void set_local(const local_time& moment) {

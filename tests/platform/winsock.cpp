@@ -175,12 +175,5 @@ void connection_breaks() {
     only_connection()->breaks();
 }
 
-void reset_socket() {
-    Winsock::connection& line = *only_connection();
-    line.restart(socket_state::closed);
-    line.host.clear();
-    line.port = 0;
-}
-
 } // namespace simulation
 } // namespace tyxo

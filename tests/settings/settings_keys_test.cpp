@@ -14,7 +14,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class SettingsKeys : public testing::Test {
   protected:
@@ -37,13 +36,13 @@ struct global_row {
 
 // Every value differs from every other and from the value of a missing key.
 const std::vector<global_row> global_rows{
-    {"upd_periode", " 250", [] { return text(sensor::upd_periode); }, "250"},
-    {"cmd_periode", " 70001", [] { return text(sensor::cmd_periode); }, "70001"},
-    {"max_sensors", " 3", [] { return text(sensor::max_sensors); }, "3"},
-    {"scale_polar_a", " 1.25", [] { return text(sensor::scale_polar_a); }, "1.25"},
-    {"scale_polar_t", "-.75", [] { return text(sensor::scale_polar_t); }, "-0.75"},
-    {"adc_offset", "481", [] { return text(sensor::adc_offset); }, "481"},
-    {"zyl_speed_range", "19", [] { return text(sensor::zyl_speed_range); }, "19"},
+    {"upd_periode", " 250", [] { return text(sensor::state.upd_periode); }, "250"},
+    {"cmd_periode", " 70001", [] { return text(sensor::state.cmd_periode); }, "70001"},
+    {"max_sensors", " 3", [] { return text(sensor::state.max_sensors); }, "3"},
+    {"scale_polar_a", " 1.25", [] { return text(sensor::state.scale_polar_a); }, "1.25"},
+    {"scale_polar_t", "-.75", [] { return text(sensor::state.scale_polar_t); }, "-0.75"},
+    {"adc_offset", "481", [] { return text(sensor::state.adc_offset); }, "481"},
+    {"zyl_speed_range", "19", [] { return text(sensor::state.zyl_speed_range); }, "19"},
     {"log_mode", "21", [] { return text(settings.log_mode); }, "21"},
     {"xy_tmv", "22", [] { return text(settings.xy_tmv); }, "22"},
     {"xy_theff", "23", [] { return text(settings.xy_theff); }, "23"},
@@ -135,14 +134,14 @@ struct channel_row {
 };
 
 const std::vector<channel_row> channel_rows{
-    {"comport ", [](i16 c) { return text(sensor::comport[c]); }, "0", true},
-    {"location ", [](i16 c) { return channels[c].location; }, "", false},
-    {"typecode ", [](i16 c) { return channels[c].typecode; }, "unknown", false},
-    {"logpath ", [](i16 c) { return channels[c].logpath; }, "", false},
-    {"text_almrel1 ", [](i16 c) { return channels[c].text_almrel1; }, "Alarmrel 1", false},
-    {"text_almrel2 ", [](i16 c) { return channels[c].text_almrel2; }, "Alarmrel 2", false},
-    {"tstsig_visible ", [](i16 c) { return text(channels[c].tstsig_visible); }, "0", true},
-    {"th_dig_val ", [](i16 c) { return text(channels[c].th_dig_val); }, "0", true},
+    {"comport ", [](i16 c) { return text(sensor::state.comport[c]); }, "0", true},
+    {"location ", [](i16 c) { return sensor::state.channels[c].location; }, "", false},
+    {"typecode ", [](i16 c) { return sensor::state.channels[c].typecode; }, "unknown", false},
+    {"logpath ", [](i16 c) { return sensor::state.channels[c].logpath; }, "", false},
+    {"text_almrel1 ", [](i16 c) { return sensor::state.channels[c].text_almrel1; }, "Alarmrel 1", false},
+    {"text_almrel2 ", [](i16 c) { return sensor::state.channels[c].text_almrel2; }, "Alarmrel 2", false},
+    {"tstsig_visible ", [](i16 c) { return text(sensor::state.channels[c].tstsig_visible); }, "0", true},
+    {"th_dig_val ", [](i16 c) { return text(sensor::state.channels[c].th_dig_val); }, "0", true},
 };
 
 std::string channel_value(const channel_row& row, std::size_t index, i16 channel) {
@@ -198,20 +197,20 @@ TEST_F(SettingsKeys, ALogFolderBeyond69CharactersIsCut) {
     const std::string folder = "C:\\" + std::string(80, 'f') + "\\";
     put_settings("max_sensors=1\nlogpath 1=" + folder + "\n");
     load_settings();
-    EXPECT_EQ(channels[0].logpath, folder.substr(0, 69));
+    EXPECT_EQ(sensor::state.channels[0].logpath, folder.substr(0, 69));
 }
 
 TEST_F(SettingsKeys, OfDuplicateKeysTheFirstCounts) {
     put_settings("max_sensors=1\nMAX_SENSORS=4\nlocation 1=first\nlocation 1=second\n");
     load_settings();
-    EXPECT_EQ(sensor::max_sensors, 1);
-    EXPECT_EQ(channels[0].location, "first");
+    EXPECT_EQ(sensor::state.max_sensors, 1);
+    EXPECT_EQ(sensor::state.channels[0].location, "first");
 }
 
 TEST_F(SettingsKeys, AnotherSectionsKeysDoNotCount) {
     put_file("tyxo.ini", "[old]\r\nmax_sensors=4\r\n[tyxo]\r\nlog_mode=1\r\n[new]\r\nxy_tmv=1\r\n");
     load_settings();
-    EXPECT_EQ(sensor::max_sensors, 0);
+    EXPECT_EQ(sensor::state.max_sensors, 0);
     EXPECT_EQ(settings.log_mode, 1);
     EXPECT_EQ(settings.xy_tmv, 0);
 }

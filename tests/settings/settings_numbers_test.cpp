@@ -73,11 +73,11 @@ TEST_F(SettingsNumbers, HalvesAreRoundedToTheEvenNeighbour) {
 
 TEST_F(SettingsNumbers, AScaleKeepsItsFraction) {
     load_one("scale_polar_a", " .0625");
-    EXPECT_EQ(sensor::scale_polar_a, 0.0625);
+    EXPECT_EQ(sensor::state.scale_polar_a, 0.0625);
     load_one("scale_polar_t", "-1234567.5 units");
-    EXPECT_EQ(sensor::scale_polar_t, -1234567.5);
+    EXPECT_EQ(sensor::state.scale_polar_t, -1234567.5);
     load_one("scale_polar_t", "nan");
-    EXPECT_EQ(sensor::scale_polar_t, 0);
+    EXPECT_EQ(sensor::state.scale_polar_t, 0);
 }
 
 /// The keys of each integer type.
@@ -143,7 +143,7 @@ TEST_F(SettingsNumbers, NoChannelIsReadForNoneOrFewer) {
         fresh_world();
         put_settings("max_sensors=" + std::string(count) + "\ntypecode 1=A\nlocation 0=B\n");
         load_settings();
-        for (const channel_rec& rec : sensor::channels) {
+        for (const channel_rec& rec : sensor::state.channels) {
             EXPECT_EQ(rec.typecode, "") << count;
             EXPECT_EQ(rec.text_almrel1, "") << count;
         }
@@ -184,7 +184,7 @@ TEST_F(SettingsNumbers, AValueOutsideItsRangeIsRepairedAndWrittenBackAsBareDigit
         const std::string head = "[tyxo]\r\nlog_mode= 1\r\n" + std::string(row.key) + "=";
         put_file("tyxo.ini", head + std::string(row.in_file) + "\r\n" + other);
         load_settings();
-        EXPECT_EQ(offset ? sensor::adc_offset : sensor::zyl_speed_range, row.value)
+        EXPECT_EQ(offset ? sensor::state.adc_offset : sensor::state.zyl_speed_range, row.value)
             << row.key << "=" << row.in_file;
         const std::string kept(row.in_file);
         EXPECT_EQ(file("tyxo.ini"), head + (row.repaired ? (offset ? "479" : "1") : kept) + "\r\n" + other)
@@ -197,8 +197,8 @@ TEST_F(SettingsNumbers, ARepairThatCannotBeWrittenHoldsForThisRun) {
     const std::string before = file("tyxo.ini");
     world().unwritable.insert("tyxo.ini");
     load_settings();
-    EXPECT_EQ(sensor::adc_offset, 479);
-    EXPECT_EQ(sensor::zyl_speed_range, 1);
+    EXPECT_EQ(sensor::state.adc_offset, 479);
+    EXPECT_EQ(sensor::state.zyl_speed_range, 1);
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 

@@ -12,7 +12,6 @@ namespace tyxo {
 namespace {
 
 using namespace simulation;
-using sensor::channels;
 
 class SettingsSave : public testing::Test {
   protected:
@@ -20,9 +19,9 @@ class SettingsSave : public testing::Test {
 };
 
 void fill_settings(i16 used) {
-    sensor::upd_periode = 500;
-    sensor::cmd_periode = -70001;
-    sensor::max_sensors = used;
+    sensor::state.upd_periode = 500;
+    sensor::state.cmd_periode = -70001;
+    sensor::state.max_sensors = used;
     settings.speedbar_mode = 1;
     settings.eventfile_ena = 7;
     settings.eventfile_ena_edit = 0;
@@ -30,14 +29,14 @@ void fill_settings(i16 used) {
     settings.autostart = true;
     for (i16 channel = 0; channel < used; ++channel) {
         const std::string number = std::to_string(channel + 1);
-        sensor::comport[channel] = static_cast<i16>(10 + channel);
-        channels[channel].location = "Engine " + number;
-        channels[channel].typecode = "T" + number;
-        channels[channel].logpath = "C:\\logs\\";
-        channels[channel].text_almrel1 = "Relay A" + number;
-        channels[channel].text_almrel2 = "Relay B" + number;
-        channels[channel].tstsig_visible = channel;
-        channels[channel].th_dig_val = 1;
+        sensor::state.comport[channel] = static_cast<i16>(10 + channel);
+        sensor::state.channels[channel].location = "Engine " + number;
+        sensor::state.channels[channel].typecode = "T" + number;
+        sensor::state.channels[channel].logpath = "C:\\logs\\";
+        sensor::state.channels[channel].text_almrel1 = "Relay A" + number;
+        sensor::state.channels[channel].text_almrel2 = "Relay B" + number;
+        sensor::state.channels[channel].tstsig_visible = channel;
+        sensor::state.channels[channel].th_dig_val = 1;
     }
 }
 
@@ -101,8 +100,8 @@ TEST_F(SettingsSave, AutostartIsWrittenAsOneOrNought) {
 TEST_F(SettingsSave, ARemovedChannelKeepsItsKeys) {
     fill_settings(2);
     Ini::var_save();
-    sensor::max_sensors = 1;
-    channels[1].location = "must not be written";
+    sensor::state.max_sensors = 1;
+    sensor::state.channels[1].location = "must not be written";
     Ini::var_save();
     EXPECT_EQ(Ini::ini_read("max_sensors"), "1");
     EXPECT_EQ(Ini::ini_read("location 2"), "Engine 2");
@@ -131,7 +130,7 @@ TEST_F(SettingsSave, ValuesSurviveASaveWithoutAChangeOfMeaning) {
                  "logpath 1=C:\\l\\\ntext_almrel1 1=\ntext_almrel2 1=b\ntstsig_visible 1=-1\n"
                  "comport 2=4\nlocation 2=M\xFChle; 2\n");
     load_settings();
-    channels[0].location = "Engine 1";
+    sensor::state.channels[0].location = "Engine 1";
     Ini::var_save();
     const std::string saved = file("tyxo.ini");
     EXPECT_NE(saved.find("upd_periode= 100\r\n"), std::string::npos) << "a number gains its leading blank";
@@ -139,22 +138,22 @@ TEST_F(SettingsSave, ValuesSurviveASaveWithoutAChangeOfMeaning) {
     fresh_world();
     put_file("tyxo.ini", saved);
     load_settings();
-    EXPECT_EQ(sensor::upd_periode, 100);
-    EXPECT_EQ(sensor::cmd_periode, 12);
-    EXPECT_EQ(sensor::max_sensors, 2);
+    EXPECT_EQ(sensor::state.upd_periode, 100);
+    EXPECT_EQ(sensor::state.cmd_periode, 12);
+    EXPECT_EQ(sensor::state.max_sensors, 2);
     EXPECT_EQ(settings.speedbar_mode, 0);
     EXPECT_EQ(settings.eventfile_ena, 1);
     EXPECT_EQ(settings.evtpath, "C:\\e\\");
     EXPECT_TRUE(settings.autostart);
-    EXPECT_EQ(sensor::comport[0], 3);
-    EXPECT_EQ(channels[0].location, "Engine 1");
-    EXPECT_EQ(channels[0].typecode, "unknown");
-    EXPECT_EQ(channels[0].logpath, "C:\\l\\");
-    EXPECT_EQ(channels[0].text_almrel1, "Alarmrel 1");
-    EXPECT_EQ(channels[0].text_almrel2, "b");
-    EXPECT_EQ(channels[0].tstsig_visible, -1);
-    EXPECT_EQ(sensor::comport[1], 4);
-    EXPECT_EQ(channels[1].location, "M\xFChle; 2");
+    EXPECT_EQ(sensor::state.comport[0], 3);
+    EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
+    EXPECT_EQ(sensor::state.channels[0].typecode, "unknown");
+    EXPECT_EQ(sensor::state.channels[0].logpath, "C:\\l\\");
+    EXPECT_EQ(sensor::state.channels[0].text_almrel1, "Alarmrel 1");
+    EXPECT_EQ(sensor::state.channels[0].text_almrel2, "b");
+    EXPECT_EQ(sensor::state.channels[0].tstsig_visible, -1);
+    EXPECT_EQ(sensor::state.comport[1], 4);
+    EXPECT_EQ(sensor::state.channels[1].location, "M\xFChle; 2");
     Ini::var_save();
     EXPECT_EQ(file("tyxo.ini"), saved) << "a second round changes nothing";
 }

@@ -14,8 +14,6 @@ namespace tyxo {
 
 namespace {
 
-using sensor::measure_running;
-
 constexpr std::string_view port_letters = "COM";
 
 /// A check box that shows and hides a curve of the strip charts.
@@ -67,7 +65,7 @@ void fill_port_list(i16 row, const std::vector<i16>& ports) {
 }
 
 void show_row(i16 row, const std::vector<i16>& ports) {
-    const channel_rec& rec = sensor::channels[row];
+    const channel_rec& rec = sensor::state.channels[row];
     fill_port_list(row, ports);
     frmSetup.Text_sensor_loc[row].Text = rec.location;
     frmSetup.Text_type_code[row].Text = rec.typecode;
@@ -75,8 +73,8 @@ void show_row(i16 row, const std::vector<i16>& ports) {
     frmSetup.Text_alm1[row].Text = rec.text_almrel1;
     frmSetup.Text_alm2[row].Text = rec.text_almrel2;
     frmSetup.Check_tst[row].Value = rec.tstsig_visible != 0 ? 1 : 0;
-    enable_row(row, !measure_running);
-    frmSetup.scroll_max_commport.Enabled = !measure_running;
+    enable_row(row, !sensor::state.measure_running);
+    frmSetup.scroll_max_commport.Enabled = !sensor::state.measure_running;
 }
 
 /// What stands in the text boxes stays there.
@@ -91,14 +89,14 @@ void load() {
         if (settings.*row.setting == 0) (frmSetup.*row.box).Value = 0;
     }
     // A running measurement cannot have its ports changed.
-    frmSetup.SSTab.Tab = measure_running ? 1 : 0;
-    frmSetup.XY_Chart.Enabled = !measure_running;
-    frmSetup.frame_comport.Enabled = !measure_running;
+    frmSetup.SSTab.Tab = sensor::state.measure_running ? 1 : 0;
+    frmSetup.XY_Chart.Enabled = !sensor::state.measure_running;
+    frmSetup.frame_comport.Enabled = !sensor::state.measure_running;
     refresh_para();
 }
 
 void show_sensor_tab(i16 channel) {
-    const channel_rec& rec = sensor::channels[channel];
+    const channel_rec& rec = sensor::state.channels[channel];
     const auto tab = static_cast<std::size_t>(channel) + 1;
     frmSetup.SSTab.TabCaption[tab] = channel_number(channel) + " : " + rec.location;
     // Until the first status frame there is nothing to show.
@@ -121,7 +119,7 @@ void setup_click() {
 }
 
 void refresh_para() {
-    const i16 used = sensor::max_sensors;
+    const i16 used = sensor::state.max_sensors;
     frmSetup.num_sensors_edit = used;
     for (i16 channel = 0; channel < used; ++channel)
         show_sensor_tab(channel);
@@ -134,7 +132,7 @@ void refresh_para() {
 }
 
 void setup_frame_commport() {
-    frmSetup.comport_edit = sensor::comport;
+    frmSetup.comport_edit = sensor::state.comport;
     frmSetup.Opt_event = option_of(settings.eventfile_ena_edit);
     frmSetup.Opt_diffmode = option_of(settings.speedbar_mode);
     const i16 used = frmSetup.num_sensors_edit;
@@ -147,8 +145,8 @@ void setup_frame_commport() {
     for (i16 row = used; row < channel_count; ++row)
         close_row(row);
     frmSetup.Text_evtlogfile_path.Text = settings.evtpath;
-    frmSetup.Text_evtlogfile_path.Enabled = !measure_running;
-    frmSetup.cmd_browse_evtpath.Enabled = !measure_running;
+    frmSetup.Text_evtlogfile_path.Enabled = !sensor::state.measure_running;
+    frmSetup.cmd_browse_evtpath.Enabled = !sensor::state.measure_running;
 }
 
 void SSTab_click(i16 tab) {
@@ -198,14 +196,14 @@ void scroll_max_commport_change(i16 value) {
 void Check_tst_click(i16 row) {
     CheckBox& box = frmSetup.Check_tst[row];
     toggle(box);
-    sensor::channels[row].tstsig_visible = box.Value;
+    sensor::state.channels[row].tstsig_visible = box.Value;
 }
 
 void cmd_browse_path_click(i16 row) {
     TextBox& box = frmSetup.Text_logfile_path[row];
     frmbrowse.start_folder = box.Text;
     browse([&box, row] {
-        sensor::channels[row].logpath = frmbrowse.result;
+        sensor::state.channels[row].logpath = frmbrowse.result;
         box.Text = frmbrowse.result;
     });
 }

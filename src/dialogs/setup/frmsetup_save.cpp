@@ -7,12 +7,12 @@
 namespace tyxo {
 
 void save_parameter() {
-    sensor::max_sensors = frmSetup.num_sensors_edit;
-    sensor::comport = frmSetup.comport_edit;
+    sensor::state.max_sensors = frmSetup.num_sensors_edit;
+    sensor::state.comport = frmSetup.comport_edit;
     // Looks like a mistake and stays: all four rows count, also one that is not in use and may hold nothing
     // but its empty boxes (SetupSave.RaisingTheNumberAgainWithOkStoresWhatTheRowsShow).
     for (i16 row = 0; row < channel_count; ++row) {
-        channel_rec& rec = sensor::channels[row];
+        channel_rec& rec = sensor::state.channels[row];
         rec.location = frmSetup.Text_sensor_loc[row].Text;
         rec.typecode = frmSetup.Text_type_code[row].Text;
         rec.logpath = frmSetup.Text_logfile_path[row].Text;
@@ -20,14 +20,14 @@ void save_parameter() {
         rec.text_almrel2 = frmSetup.Text_alm2[row].Text;
     }
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        const bool used = channel < sensor::max_sensors;
+        const bool used = channel < sensor::state.max_sensors;
         indicators.start_channel[channel].Enabled = used;
         if (used) setup_relay_captions(channel);
     }
     settings.evtpath = frmSetup.Text_evtlogfile_path.Text;
     Ini::var_save();
     // The file keeps an empty code; the logs call it at once what they call it after the next start.
-    for (i16 channel = 0; channel < sensor::max_sensors; ++channel) {
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         std::string& code = sensor::channel_at(channel).typecode;
         if (code.empty()) code = unknown::typecode;
     }

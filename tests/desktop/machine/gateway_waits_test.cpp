@@ -46,7 +46,7 @@ class gateway_waits_test : public QObject {
         start_gateway();
     }
     void init() {
-        Winsock_A.Close();
+        gateway.Winsock_A.Close();
         tcp = {};
         modbus = {};
         FrmSetupTCP.Txt_IPadr = "127.0.0.1";

@@ -119,7 +119,7 @@ class accessibility_test : public QObject {
     }
 
     void locked_values_stand_out_too() {
-        sensor::measure_running = true;
+        sensor::state.measure_running = true;
         const opened_window opened(*this, "frmscale_polar");
         int locked = 0;
         for (const QWidget* control : visible_controls(opened.widget)) {
@@ -129,7 +129,7 @@ class accessibility_test : public QObject {
             QVERIFY2(contrast(colours->first, colours->second) >= least_contrast,
                      qPrintable(described(control)));
         }
-        sensor::measure_running = false;
+        sensor::state.measure_running = false;
         QVERIFY(locked > 0);
     }
 
@@ -160,7 +160,7 @@ class accessibility_test : public QObject {
         for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
             press("XYplot", 2, key);
             QTRY_VERIFY(frmdetailedpic.form.Visible);
-            QCOMPARE(sensor::polar_channel, i16{3});
+            QCOMPARE(sensor::state.polar_channel, i16{3});
             frmdetailedpic_unload();
             window_.show_state();
         }
@@ -179,7 +179,7 @@ class accessibility_test : public QObject {
     void keys_ask_for_the_restart_of_the_inhibit_time() {
         press("Lbl_alminhibit", 2, Qt::Key_Return);
         QVERIFY(FrmResetInhTime.form.Visible);
-        QCOMPARE(sensor::inhibit_reset_channel, i16{2});
+        QCOMPARE(sensor::state.inhibit_reset_channel, i16{2});
         FrmResetInhTime_CmdCancel_click();
         window_.show_state();
     }

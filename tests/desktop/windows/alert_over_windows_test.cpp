@@ -18,14 +18,14 @@ class alert_over_windows_test : public QObject {
         window_.start(all_windows_settings);
         alert_ = alert_window();
         QVERIFY(alert_ != nullptr);
-        sensor::channels[0].param_valid = true;
+        sensor::state.channels[0].param_valid = true;
     }
     void init() { to_front(&window_.view()); }
     void cleanup() {
         confirm_alert();
         all_quiet();
-        sensor::measure_running = false;
-        sensor::max_sensors = 4;
+        sensor::state.measure_running = false;
+        sensor::state.max_sensors = 4;
     }
     void cleanupTestCase() { window_.end(); }
 
@@ -157,7 +157,7 @@ class alert_over_windows_test : public QObject {
             QTRY_VERIFY(!window->isVisible());
             QVERIFY(alert_->isVisible());
         });
-        QVERIFY(!sensor::measure_running);
+        QVERIFY(!sensor::state.measure_running);
     }
 
     void the_dialogs_belong_to_a_window_and_lock_only_that_data() { add_all_windows(); }
@@ -203,7 +203,7 @@ class alert_over_windows_test : public QObject {
     }
     void expect_confirmed() const {
         QTRY_VERIFY(!alert_->isVisible());
-        QVERIFY(!sensor::alert_open);
+        QVERIFY(!sensor::state.alert_open);
         QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));
     }
 

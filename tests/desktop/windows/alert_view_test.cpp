@@ -196,13 +196,13 @@ class alert_view_test : public QObject {
         }
         QTest::qWait(50);
         QVERIFY(alert_->isVisible());
-        QVERIFY(sensor::alert_open);
+        QVERIFY(sensor::state.alert_open);
     }
 
     // The diagrams.
 
     void it_hides_the_diagrams_and_the_operator_opens_them_again() {
-        sensor::channels[0].param_valid = true;
+        sensor::state.channels[0].param_valid = true;
         const auto expect_hidden_and_opened = [&](const char* name, void (*open)(i16)) {
             auto* const diagram = window_.view().findChild<QWidget*>(name);
             const auto open_it = [&] {

@@ -18,7 +18,7 @@ class bar_diagram_plot_test : public bar_windows {
         press(row, 0);
         window(row).resize(800, 500);
         for (const std::size_t sample : {41U, 42U, 43U})
-            sensor::detail_thermo[sample] = 479 + 30; // cylinder 1: 20 below all others
+            sensor::state.detail_thermo[sample] = 479 + 30; // cylinder 1: 20 below all others
         new_curve(row);
         const QImage image = drawn(row);
         const double middle = plot(row).xAxis->coordToPixel(1);
@@ -46,7 +46,7 @@ class bar_diagram_plot_test : public bar_windows {
         const bar_window_row& row = both[1];
         press(row, 0);
         for (const std::size_t sample : {41U, 42U, 43U})
-            sensor::detail_thermo[sample] = 60000;
+            sensor::state.detail_thermo[sample] = 60000;
         new_curve(row);
         const QImage image = drawn(row);
         const QRect axes = plot(row).axisRect()->rect();
@@ -105,7 +105,7 @@ class bar_diagram_plot_test : public bar_windows {
         main_->show_state();
         QCoreApplication::processEvents();
         QCOMPARE(replots, 0);
-        sensor::detail_angacc = flat_curve(800);
+        sensor::state.detail_angacc = flat_curve(800);
         new_curve(row);
         QCoreApplication::processEvents();
         QVERIFY(replots > 0);

@@ -12,10 +12,10 @@ class dialog_keys_test : public QObject {
   private slots:
     void initTestCase() {
         window_.start(all_windows_settings);
-        sensor::channels[0].param_valid = true;
+        sensor::state.channels[0].param_valid = true;
         SetPassword("");
     }
-    void cleanup() { sensor::measure_running = false; }
+    void cleanup() { sensor::state.measure_running = false; }
     void cleanupTestCase() { window_.end(); }
 
     void enter_presses_the_button_with_the_focus_and_no_other_data() { add_all_windows(); }

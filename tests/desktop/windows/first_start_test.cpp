@@ -50,12 +50,12 @@ class first_start_test : public QObject {
         option(scales, "Opt_refr", 0)->click(); // 100 ms
         QTest::mouseClick(button(scales, "Cmd_ok", "OK"), Qt::LeftButton);
         QTRY_VERIFY(!scales->isVisible());
-        QCOMPARE(sensor::upd_periode, 100);
+        QCOMPARE(sensor::state.upd_periode, 100);
     }
 
     void they_measure_and_log() {
         setup_.choose("start", "startstop");
-        QTRY_VERIFY(sensor::channel_running[0] && sensor::channel_running[1]);
+        QTRY_VERIFY(sensor::state.channel_running[0] && sensor::state.channel_running[1]);
         for (i16 channel = 0; channel < 2; ++channel) {
             send(channel, simulation::parameter_body({.alarmlevel = 2}));
             send(channel, simulation::status_body());
@@ -64,7 +64,7 @@ class first_start_test : public QObject {
                     send(channel, simulation::curve_body(code, block, 500));
             }
             send(channel, simulation::measured_body({.speed = 700 + channel}));
-            QTRY_COMPARE(sensor::channels[channel].speed, 700 + channel);
+            QTRY_COMPARE(sensor::state.channels[channel].speed, 700 + channel);
             QTRY_VERIFY(shown_rows(channel).rows() > 1);
             QTRY_VERIFY(log_of(channel).contains(QString(" 51 %1 1234 48 7 ").arg(700 + channel).toLatin1()));
         }
@@ -77,10 +77,10 @@ class first_start_test : public QObject {
         QVERIFY(!setup_.find("th_a")->isEnabled());
         QCOMPARE(setup_.find<QLineEdit>("txt_num_cyl", 1)->text(), QString("6"));
         send(0, simulation::measured_body({.speed = 901}));
-        QTRY_COMPARE(sensor::channels[0].speed, 901); // behind the dialog
+        QTRY_COMPARE(sensor::state.channels[0].speed, 901); // behind the dialog
         setup_.click("cmd_OK");
         QTRY_VERIFY(!setup_.dialog()->isVisible());
-        QVERIFY(sensor::channel_running[0] && sensor::channel_running[1]);
+        QVERIFY(sensor::state.channel_running[0] && sensor::state.channel_running[1]);
     }
 
     void they_stop_without_a_password() {
@@ -91,7 +91,7 @@ class first_start_test : public QObject {
         });
         answer.start(5);
         setup_.choose("start", "startstop");
-        QTRY_VERIFY(!sensor::measure_running);
+        QTRY_VERIFY(!sensor::state.measure_running);
         QTRY_VERIFY(!lock->isVisible());
         QVERIFY(log_of(0).contains(" 51 901 1234 48 7 "));
         for (i16 channel = 0; channel < 2; ++channel)

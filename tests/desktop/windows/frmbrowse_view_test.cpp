@@ -23,7 +23,7 @@ class frmbrowse_view_test : public QObject {
         QVERIFY(QDir().mkpath(QString::fromUtf8("K\xC3\xBChlung")));
     }
     void init() {
-        sensor::channels[0].logpath = "kept/";
+        sensor::state.channels[0].logpath = "kept/";
         setup_.open();
     }
     void cleanup() {
@@ -42,7 +42,7 @@ class frmbrowse_view_test : public QObject {
     }
 
     void it_begins_in_the_rows_folder() {
-        sensor::channels[0].logpath = (here_ + "\\logs\\").toStdString();
+        sensor::state.channels[0].logpath = (here_ + "\\logs\\").toStdString();
         setup_.click("cmd_Refresh");
         QTRY_VERIFY(setup_.find<QLineEdit>("Text_logfile_path", 0)->text().endsWith("logs\\"));
         open("cmd_browse_path(0)");
@@ -51,16 +51,16 @@ class frmbrowse_view_test : public QObject {
 
     void ok_takes_the_folder_with_its_closing_separator_at_once() {
         browse_to("cmd_browse_path(0)", here_ + "/logs");
-        QCOMPARE(sensor::channels[0].logpath, (here_ + "/logs/").toStdString());
+        QCOMPARE(sensor::state.channels[0].logpath, (here_ + "/logs/").toStdString());
         QTRY_COMPARE(setup_.find<QLineEdit>("Text_logfile_path", 0)->text(), here_ + "/logs/");
         setup_.click("cmd_cancel");
         QTRY_VERIFY(!setup_.dialog()->isVisible());
-        QCOMPARE(sensor::channels[0].logpath, (here_ + "/logs/").toStdString());
+        QCOMPARE(sensor::state.channels[0].logpath, (here_ + "/logs/").toStdString());
     }
 
     void umlauts_arrive_in_the_systems_letters() {
         browse_to("cmd_browse_path(1)", here_ + QString::fromUtf8("/K\xC3\xBChlung"));
-        QVERIFY(sensor::channels[1].logpath.ends_with("/K\xFChlung/"));
+        QVERIFY(sensor::state.channels[1].logpath.ends_with("/K\xFChlung/"));
     }
 
     void the_event_files_folder_counts_with_ok() {
@@ -90,7 +90,7 @@ class frmbrowse_view_test : public QObject {
             QTest::keyClick(browser()->focusWidget(), Qt::Key_Tab);
         QTest::keyClick(ok, Qt::Key_Space);
         QTRY_VERIFY(browser() == nullptr);
-        QCOMPARE(sensor::channels[2].logpath, (here_ + "/logs/").toStdString());
+        QCOMPARE(sensor::state.channels[2].logpath, (here_ + "/logs/").toStdString());
     }
 
     void every_other_end_keeps_the_path_that_stood_there() {
@@ -102,12 +102,12 @@ class frmbrowse_view_test : public QObject {
                 QTest::mouseClick(buttons->button(QDialogButtonBox::Cancel), Qt::LeftButton);
             }};
         for (const auto& end : ends) {
-            sensor::channels[1].logpath = "other/";
+            sensor::state.channels[1].logpath = "other/";
             open("cmd_browse_path(1)");
             browser()->setDirectory("/");
             end();
             QTRY_VERIFY(browser() == nullptr);
-            QCOMPARE(sensor::channels[1].logpath, std::string("other/"));
+            QCOMPARE(sensor::state.channels[1].logpath, std::string("other/"));
         }
     }
 
@@ -121,7 +121,7 @@ class frmbrowse_view_test : public QObject {
         QTest::qWait(50);
         QVERIFY(browser() != nullptr);
         QVERIFY(QApplication::activeModalWidget() == browser()); // no box in front of it
-        QCOMPARE(sensor::channels[0].logpath, std::string("kept/"));
+        QCOMPARE(sensor::state.channels[0].logpath, std::string("kept/"));
     }
 
     void a_folder_that_the_settings_cannot_name_is_told_and_not_taken() {
@@ -141,7 +141,7 @@ class frmbrowse_view_test : public QObject {
         QVERIFY2(told.startsWith("This folder's name has letters that the settings cannot hold:"),
                  qPrintable(told));
         QVERIFY(browser() != nullptr);
-        QCOMPARE(sensor::channels[0].logpath, std::string("kept/"));
+        QCOMPARE(sensor::state.channels[0].logpath, std::string("kept/"));
     }
 
     void nothing_can_be_renamed_or_deleted() {

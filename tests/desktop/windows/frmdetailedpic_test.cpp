@@ -73,7 +73,7 @@ class frmdetailedpic_test : public detailed_window {
         QTest::mouseClick(window_->findChild<QCheckBox*>("Chck_aa"), Qt::LeftButton, {}, {10, 8});
         QTest::keyClick(window_->findChild<QCheckBox*>("Chck_aa"), Qt::Key_Escape);
         QVERIFY(!window_->isVisible());
-        QCOMPARE(sensor::polar_channel, i16{0});
+        QCOMPARE(sensor::state.polar_channel, i16{0});
         QVERIFY(!frmdetailedpic.open);
         open_and_draw(engine(4, 6, in_line));
         QVERIFY(window_->isVisible());
@@ -94,7 +94,7 @@ class frmdetailedpic_test : public detailed_window {
         window_->show_state();
         QVERIFY(!window_->isVisible());
         QVERIFY(frmdetailedpic.open);
-        QCOMPARE(sensor::polar_channel, i16{1});
+        QCOMPARE(sensor::state.polar_channel, i16{1});
         draw_pass();
         frmdetailedpic.form.Visible = true;
         window_->show_state();
@@ -173,8 +173,8 @@ class frmdetailedpic_test : public detailed_window {
         open_and_draw(engine(4, 6, in_line));
         for (const double scale : {0.0, 1e300, infinite, not_a_number}) {
             for (std::size_t k = 0; k < 256; ++k)
-                sensor::detail_thermo[k] = sensor::detail_angacc[k] = k % 2 == 0 ? 0 : 65535;
-            sensor::scale_polar_t = sensor::scale_polar_a = scale;
+                sensor::state.detail_thermo[k] = sensor::state.detail_angacc[k] = k % 2 == 0 ? 0 : 65535;
+            sensor::state.scale_polar_t = sensor::state.scale_polar_a = scale;
             draw_pass();
             window_->show_state();
             surface_picture();

@@ -10,12 +10,12 @@ class frmsetup_captions_test : public QObject {
   private slots:
     void initTestCase() { setup_.start(); }
     void init() {
-        sensor::max_sensors = 3;
-        sensor::measure_running = false;
-        sensor::channels[0].location = "Engine & pump";
-        sensor::channels[1].location = "K\xFChlung";
+        sensor::state.max_sensors = 3;
+        sensor::state.measure_running = false;
+        sensor::state.channels[0].location = "Engine & pump";
+        sensor::state.channels[1].location = "K\xFChlung";
         for (i16 channel = 0; channel < channel_count; ++channel)
-            sensor::channels[channel].status_valid = channel < 2;
+            sensor::state.channels[channel].status_valid = channel < 2;
         if (setup_.dialog() != nullptr) setup_.open();
     }
     void cleanup() { setup_.close(); }
@@ -40,7 +40,7 @@ class frmsetup_captions_test : public QObject {
         click_tab(4);
         QTest::qWait(50);
         QCOMPARE(tabs->currentIndex(), 0);
-        sensor::channels[2].status_valid = true;
+        sensor::state.channels[2].status_valid = true;
         QTest::mouseClick(setup_.find("cmd_Refresh"), Qt::LeftButton);
         QTRY_VERIFY(tabs->isTabEnabled(3));
         click_tab(3);
@@ -51,7 +51,7 @@ class frmsetup_captions_test : public QObject {
 
     void two_sensors_lock_two_rows_and_two_tabs() {
         setup_.close();
-        sensor::max_sensors = 2;
+        sensor::state.max_sensors = 2;
         setup_.open();
         for (const int row : {2, 3}) {
             QVERIFY(!setup_.find("Text_sensor_loc", row)->isEnabled());
@@ -72,7 +72,7 @@ class frmsetup_captions_test : public QObject {
 
     void while_measuring_the_first_sensor_is_in_front_and_the_settings_are_locked() {
         setup_.close();
-        sensor::measure_running = true;
+        sensor::state.measure_running = true;
         setup_.open();
         QCOMPARE(setup_.tabs()->currentIndex(), 1);
         click_tab(0);
@@ -84,14 +84,14 @@ class frmsetup_captions_test : public QObject {
             QVERIFY2(!setup_.find(name)->isEnabled(), name);
         QVERIFY(setup_.find("Lbl_locked")->isVisible());
         QVERIFY(setup_.find<QLabel>("Lbl_locked")->text().endsWith("Stop all channels first."));
-        const number_flag before = sensor::channels[0].tstsig_visible;
+        const number_flag before = sensor::state.channels[0].tstsig_visible;
         QTest::mouseClick(setup_.find("Check_tst(0)"), Qt::LeftButton);
         QTest::qWait(50);
-        QCOMPARE(sensor::channels[0].tstsig_visible, before);
+        QCOMPARE(sensor::state.channels[0].tstsig_visible, before);
         for (const char* const name : {"cmd_OK", "cmd_cancel", "cmd_Refresh"})
             QVERIFY2(setup_.find(name)->isEnabled(), name);
         setup_.close();
-        sensor::measure_running = false;
+        sensor::state.measure_running = false;
         setup_.open();
         QVERIFY(setup_.find("frame_comport")->isEnabled());
         QVERIFY(!setup_.find("Lbl_locked")->isVisible());
@@ -99,8 +99,8 @@ class frmsetup_captions_test : public QObject {
 
     void while_measuring_the_tab_of_a_silent_first_evaluator_stays_in_front() {
         setup_.close();
-        sensor::measure_running = true;
-        sensor::channels[0].status_valid = false;
+        sensor::state.measure_running = true;
+        sensor::state.channels[0].status_valid = false;
         setup_.open();
         for (int again = 0; again < 3; ++again) {
             setup_.show_state();
@@ -117,7 +117,7 @@ class frmsetup_captions_test : public QObject {
     void a_caption_is_whole_while_there_is_room_for_it() {
         const std::string location = "Starboard main engine, aft engine room 2";
         setup_.close();
-        sensor::channels[0].location = location;
+        sensor::state.channels[0].location = location;
         setup_.open();
         const QTabBar& bar = *setup_.tabs()->tabBar();
         const QString caption = "1 : " + QString::fromStdString(location);
@@ -125,7 +125,7 @@ class frmsetup_captions_test : public QObject {
         QVERIFY(bar.tabRect(1).width() > bar.fontMetrics().horizontalAdvance(caption));
         QCOMPARE(setup_.tabs()->tabToolTip(1), QString());
         setup_.close();
-        for (channel_rec& channel : sensor::channels)
+        for (channel_rec& channel : sensor::state.channels)
             channel.location = location + location + location;
         setup_.open();
         QVERIFY(bar.tabRect(4).right() <= setup_.dialog()->width()); // they give way
@@ -135,7 +135,7 @@ class frmsetup_captions_test : public QObject {
     void a_location_of_200_letters_widens_nothing() {
         const QSize usual = setup_.dialog()->minimumSizeHint();
         setup_.close();
-        sensor::channels[0].location = "<i>" + std::string(197, 'W');
+        sensor::state.channels[0].location = "<i>" + std::string(197, 'W');
         setup_.open();
         QVERIFY(setup_.dialog()->minimumSizeHint().width() <= usual.width());
         QVERIFY(setup_.tabs()->tabText(1).startsWith("1 : <i>WWW"));

@@ -18,7 +18,7 @@ class frmsetup_font_test : public QObject {
 
     void nothing_is_cut_off_and_all_fits_on_a_small_screen() {
         for (const bool measuring : {false, true}) {
-            sensor::measure_running = measuring;
+            sensor::state.measure_running = measuring;
             setup_.open();
             QCOMPARE(setup_.dialog()->font().pointSize(), 14);
             check_dialog_size(setup_);

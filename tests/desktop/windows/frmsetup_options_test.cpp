@@ -72,7 +72,7 @@ class frmsetup_options_test : public QObject {
     void the_test_signal_counts_at_once() {
         for (int row = 0; row < 3; ++row) {
             const QString name = QString("Check_tst(%1)").arg(row);
-            const number_flag& visible = sensor::channels[row].tstsig_visible;
+            const number_flag& visible = sensor::state.channels[row].tstsig_visible;
             setup_.press_space(name);
             QTRY_COMPARE(visible, i16{1});
             QTRY_VERIFY(setup_.find<QCheckBox>(name)->isChecked());

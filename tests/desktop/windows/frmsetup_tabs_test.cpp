@@ -63,13 +63,13 @@ class frmsetup_tabs_test : public QObject {
   private slots:
     void initTestCase() { setup_.start(); }
     void init() {
-        sensor::max_sensors = 3;
-        sensor::measure_running = false;
-        sensor::channels[0].location = "Engine & pump";
-        sensor::channels[1].location = "K\xFChlung";
+        sensor::state.max_sensors = 3;
+        sensor::state.measure_running = false;
+        sensor::state.channels[0].location = "Engine & pump";
+        sensor::state.channels[1].location = "K\xFChlung";
         for (i16 channel = 0; channel < channel_count; ++channel) {
-            sensor::channels[channel].status_valid = channel < 2;
-            fill(sensor::channels[channel], 1000 * (channel + 1));
+            sensor::state.channels[channel].status_valid = channel < 2;
+            fill(sensor::state.channels[channel], 1000 * (channel + 1));
         }
         if (setup_.dialog() != nullptr) setup_.open();
     }
@@ -122,7 +122,7 @@ class frmsetup_tabs_test : public QObject {
     }
 
     void cylinders_without_a_bank_and_values_that_are_not_reported() {
-        channel_rec& rec = sensor::channels[0];
+        channel_rec& rec = sensor::state.channels[0];
         rec.firingorder[0] = 205;
         rec.firingorder[1] = 103;
         rec.firingorder[2] = 7;

@@ -23,8 +23,8 @@ class frmsetup_view_test : public QObject {
   private slots:
     void initTestCase() { setup_.start(); }
     void init() {
-        sensor::max_sensors = 3;
-        sensor::comport = {{2, 17, 99, 4}};
+        sensor::state.max_sensors = 3;
+        sensor::state.comport = {{2, 17, 99, 4}};
         setup_.open();
     }
     void cleanup() { setup_.close(); }
@@ -102,11 +102,11 @@ class frmsetup_view_test : public QObject {
         QCOMPARE(list(2)->currentText(), QString());
         setup_.click("cmd_OK");
         QTRY_VERIFY(!setup_.dialog()->isVisible());
-        QCOMPARE(sensor::comport[2], i16{99});
+        QCOMPARE(sensor::state.comport[2], i16{99});
     }
 
     void everything_typed_in_all_rows_counts_with_ok() {
-        sensor::max_sensors = 4;
+        sensor::state.max_sensors = 4;
         setup_.click("cmd_Refresh");
         QTRY_VERIFY(setup_.find("Text_alm2", 3)->isEnabled());
         for (int row = 0; row < channel_count; ++row) {
@@ -114,11 +114,11 @@ class frmsetup_view_test : public QObject {
                 setup_.type(setup_.find<QLineEdit>(array, row), typed(array, row));
         }
         setup_.type(setup_.find<QLineEdit>("Text_evtlogfile_path"), "/events/");
-        QVERIFY(sensor::channels[0].location != typed("Text_sensor_loc", 0).toStdString());
+        QVERIFY(sensor::state.channels[0].location != typed("Text_sensor_loc", 0).toStdString());
         setup_.click("cmd_OK");
         QTRY_VERIFY(!setup_.dialog()->isVisible());
         for (int row = 0; row < channel_count; ++row) {
-            const channel_rec& rec = sensor::channels[row];
+            const channel_rec& rec = sensor::state.channels[row];
             QCOMPARE(rec.location, typed("Text_sensor_loc", row).toStdString());
             QCOMPARE(rec.logpath, typed("Text_logfile_path", row).toStdString());
             QCOMPARE(rec.typecode, typed("Text_type_code", row).toStdString());
@@ -136,9 +136,9 @@ class frmsetup_view_test : public QObject {
         QTRY_COMPARE(text("Text_sensor_loc", 1), all);
         setup_.click("cmd_OK");
         QTRY_VERIFY(!setup_.dialog()->isVisible());
-        QCOMPARE(sensor::channels[1].location, "\xC4nde & <i>\xFC</i> " + std::string(184, 'x'));
-        QCOMPARE(sensor::channels[1].location.size(), std::size_t{200});
-        sensor::channels[1].location = "K\xFChlung";
+        QCOMPARE(sensor::state.channels[1].location, "\xC4nde & <i>\xFC</i> " + std::string(184, 'x'));
+        QCOMPARE(sensor::state.channels[1].location.size(), std::size_t{200});
+        sensor::state.channels[1].location = "K\xFChlung";
     }
 
     void a_tool_tip_has_all_of_a_text_too_long_for_its_box_as_it_is() {
@@ -165,7 +165,7 @@ class frmsetup_view_test : public QObject {
         list(0)->setFocus();
         QTest::keyClick(list(0), Qt::Key_Down);
         QTRY_COMPARE(frmSetup.comport_edit[0], i16{17});
-        QCOMPARE(sensor::comport[0], i16{2});
+        QCOMPARE(sensor::state.comport[0], i16{2});
         QTest::keyClick(list(0), Qt::Key_End);
         QTRY_COMPARE(frmSetup.comport_edit[0], i16{256});
         list(2)->setFocus();
@@ -173,8 +173,8 @@ class frmsetup_view_test : public QObject {
         QTRY_COMPARE(frmSetup.comport_edit[2], i16{1});
         QTRY_COMPARE(list(2)->currentText(), QString("COM1"));
         setup_.click("cmd_OK");
-        QTRY_COMPARE(sensor::comport[0], i16{256});
-        QCOMPARE(sensor::comport[2], i16{1});
+        QTRY_COMPARE(sensor::state.comport[0], i16{256});
+        QCOMPARE(sensor::state.comport[2], i16{1});
     }
 
     void arrow_keys_step_the_number_of_sensors_from_one() {
@@ -187,17 +187,18 @@ class frmsetup_view_test : public QObject {
         QTest::keyClick(bar, Qt::Key_Right);
         QTRY_COMPARE(number(), QString("2"));
         QTRY_VERIFY(!setup_.find("Text_sensor_loc", 2)->isEnabled());
-        QCOMPARE(text("Text_sensor_loc", 2).toStdString(), sensor::channels[2].location); // what stands stays
+        QCOMPARE(text("Text_sensor_loc", 2).toStdString(),
+                 sensor::state.channels[2].location); // what stands stays
         QTest::keyClick(bar, Qt::Key_End);
         QTRY_COMPARE(number(), QString("4"));
         QTRY_VERIFY(setup_.find("Check_tst", 3)->isEnabled());
         QTest::keyClick(bar, Qt::Key_Left);
         QTRY_COMPARE(number(), QString("3"));
-        QCOMPARE(sensor::max_sensors, i16{3});
+        QCOMPARE(sensor::state.max_sensors, i16{3});
         QTest::keyClick(bar, Qt::Key_Home);
         QTRY_COMPARE(number(), QString("1"));
         setup_.close();
-        QCOMPARE(sensor::max_sensors, i16{3});
+        QCOMPARE(sensor::state.max_sensors, i16{3});
     }
 
     void the_number_is_saved_with_ok_and_can_only_be_read() {
@@ -210,7 +211,7 @@ class frmsetup_view_test : public QObject {
         QTest::keyClick(bar, Qt::Key_Right);
         QTRY_COMPARE(number(), QString("2"));
         setup_.click("cmd_OK");
-        QTRY_COMPARE(sensor::max_sensors, i16{2});
+        QTRY_COMPARE(sensor::state.max_sensors, i16{2});
     }
 
     void showing_the_scroll_bar_runs_no_command() {
@@ -226,7 +227,7 @@ class frmsetup_view_test : public QObject {
 
     void refresh_fetches_the_programs_values_and_drops_what_was_typed() {
         setup_.type(setup_.find<QLineEdit>("Text_alm1", 0), "typed");
-        sensor::channels[0].typecode = "refreshed";
+        sensor::state.channels[0].typecode = "refreshed";
         setup_.click("cmd_Refresh");
         QTRY_COMPARE(text("Text_type_code", 0), QString("refreshed"));
         QVERIFY(text("Text_alm1", 0) != "typed");
@@ -244,7 +245,7 @@ class frmsetup_view_test : public QObject {
             end();
             QTRY_VERIFY(!setup_.dialog()->isVisible());
             QVERIFY(!frmSetup.form.Visible);
-            QVERIFY(sensor::channels[0].location != "never");
+            QVERIFY(sensor::state.channels[0].location != "never");
             QCOMPARE(settings_file(), before);
         }
     }
@@ -283,7 +284,7 @@ class frmsetup_view_test : public QObject {
             setup_.find(focus)->setFocus();
             QTest::keyClick(setup_.dialog()->focusWidget(), Qt::Key_Return);
             QTRY_VERIFY(!setup_.dialog()->isVisible());
-            QCOMPARE(sensor::channels[2].typecode, std::string(focus));
+            QCOMPARE(sensor::state.channels[2].typecode, std::string(focus));
         }
     }
 

@@ -148,7 +148,7 @@ class frmsetuptcp_typing_test : public QObject {
     }
 
     void manual_commands_without_connection_say_so() {
-        Winsock_A.Close();
+        gateway.Winsock_A.Close();
         for (const char* name : {"Cmd_read_R", "Cmd_write_R"}) {
             show_tcp_status("", status_colour::green);
             QTest::mouseClick(window_.button(name), Qt::LeftButton);
@@ -165,7 +165,7 @@ class frmsetuptcp_typing_test : public QObject {
         QTRY_COMPARE(window_.edit("Txt_sendbase")->text(), QString("65410"));
         QCOMPARE(window_.edit("Txt_regnumber")->text(), QString("123"));
         QTRY_VERIFY(!transaction_open());
-        Winsock_A.Close();
+        gateway.Winsock_A.Close();
     }
 
     void a_manual_write_corrects_its_values() {
@@ -192,23 +192,23 @@ class frmsetuptcp_typing_test : public QObject {
         QCOMPARE(modbus.mb_reg[3], 65535);
         QCOMPARE(modbus.mb_reg[4], 0);
         QTRY_VERIFY(!transaction_open());
-        Winsock_A.Close();
+        gateway.Winsock_A.Close();
     }
 
     void saving_closes_the_connection() {
         connect_socket();
         QTest::mouseClick(window_.button("Cmd_save"), Qt::LeftButton);
-        QTRY_COMPARE(Winsock_A.State(), socket_state::closed);
+        QTRY_COMPARE(gateway.Winsock_A.State(), socket_state::closed);
     }
 
   private:
     /// The socket alone, without what the connection does about it.
     void connect_socket() {
-        Winsock_A.Close();
-        Winsock_A.RemoteHost("127.0.0.1");
-        Winsock_A.RemotePort(server_.port());
-        Winsock_A.Connect();
-        QTRY_COMPARE(Winsock_A.State(), socket_state::connected);
+        gateway.Winsock_A.Close();
+        gateway.Winsock_A.RemoteHost("127.0.0.1");
+        gateway.Winsock_A.RemotePort(server_.port());
+        gateway.Winsock_A.Connect();
+        QTRY_COMPARE(gateway.Winsock_A.State(), socket_state::connected);
     }
 
     tcp_window window_;

@@ -3,6 +3,7 @@
 #include "desktop/tcp_window.h"
 #include "gateway/connection.h"
 #include "gateway/frmsetuptcp.h"
+#include "link/main_timers.h"
 #include "settings/settings.h"
 
 #include <QCheckBox>
@@ -129,7 +130,7 @@ class frmsetuptcp_view_test : public QObject {
             QTest::keyClick(check, Qt::Key_Space);
             QTRY_VERIFY(window_.group("IP_Test_Frame")->isEnabled());
         }
-        mainfrm::Timer_TCP.Enabled(false);
+        mainfrm::timers.Timer_TCP.Enabled(false);
     }
 
     void a_disabled_frame_stays_legible() {
@@ -168,7 +169,7 @@ class frmsetuptcp_view_test : public QObject {
         QTRY_VERIFY(!window_.item("medium")->isChecked());
         QVERIFY(!window_.item("slow")->isChecked());
         QVERIFY(settings_file().contains("IPRefresh= 2\r\n"));
-        QCOMPARE(mainfrm::Timer_TCP.Interval(), 300);
+        QCOMPARE(mainfrm::timers.Timer_TCP.Interval(), 300);
         window_.choose("data_refresh", "medium");
     }
 

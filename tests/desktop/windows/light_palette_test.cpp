@@ -51,9 +51,9 @@ class light_palette_test : public QObject {
         QVERIFY(!light(QApplication::palette()));
         window_.start(accessible_settings); // applies the palette as the program does
         for (i16 channel = 0; channel < channel_count; ++channel) {
-            sensor::channels[channel].numzyl = 6;
-            sensor::channels[channel].param_valid = true;
-            sensor::channels[channel].status_valid = true;
+            sensor::state.channels[channel].numzyl = 6;
+            sensor::state.channels[channel].param_valid = true;
+            sensor::state.channels[channel].status_valid = true;
         }
     }
     void cleanupTestCase() { window_.end(); }

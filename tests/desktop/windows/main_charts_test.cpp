@@ -4,6 +4,7 @@
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
+#include "link/main_timers.h"
 
 #include <QPushButton>
 #include <QRadioButton>
@@ -63,15 +64,15 @@ class main_charts_test : public QObject {
         QTRY_VERIFY(widget("chart", 0)->isVisible());
         press(0);
         QTRY_VERIFY(widget("chart", 2)->isVisible());
-        QVERIFY(!sensor::channels[0].xy_zoom_state);
-        QVERIFY(!sensor::channels[2].xy_zoom_state);
+        QVERIFY(!sensor::state.channels[0].xy_zoom_state);
+        QVERIFY(!sensor::state.channels[2].xy_zoom_state);
     }
 
     void a_click_freezes_a_chart_and_a_second_one_lets_it_go_on() {
         QTest::mouseClick(widget("chart", 1), Qt::LeftButton);
         QTRY_VERIFY(widget("chart", 1)->property("Frozen").toBool());
         QVERIFY(charts.chart[1].Frozen);
-        QVERIFY(mainfrm::Timer_chartres[1].Enabled());
+        QVERIFY(mainfrm::timers.Timer_chartres[1].Enabled());
         QVERIFY(!widget("chart", 0)->property("Frozen").toBool());
         QTest::mouseClick(widget("chart", 1), Qt::RightButton);
         QTest::keyClick(widget("chart", 1), Qt::Key_X);
@@ -79,7 +80,7 @@ class main_charts_test : public QObject {
         QVERIFY(charts.chart[1].Frozen);
         QTest::mouseClick(widget("chart", 1), Qt::LeftButton);
         QTRY_VERIFY(!widget("chart", 1)->property("Frozen").toBool());
-        QVERIFY(!mainfrm::Timer_chartres[1].Enabled());
+        QVERIFY(!mainfrm::timers.Timer_chartres[1].Enabled());
     }
 
     void a_chart_tells_its_state() {
@@ -96,13 +97,13 @@ class main_charts_test : public QObject {
     }
 
     void a_tick_brings_the_speeds_title_into_the_chart() {
-        sensor::channel_running[0] = true;
-        sensor::channels[0].param_valid = true;
-        sensor::channels[0].overspeed = 300;
+        sensor::state.channel_running[0] = true;
+        sensor::state.channels[0].param_valid = true;
+        sensor::state.channels[0].overspeed = 300;
         Timer_chart_upd_tick();
         window_.show_state();
         QCOMPARE(widget("chart", 0)->property("CurveTitle(1)").toString(), QString("RPM /5"));
-        sensor::channel_running[0] = false;
+        sensor::state.channel_running[0] = false;
     }
 
     void a_time_resolution_applies_to_all_four_charts() {

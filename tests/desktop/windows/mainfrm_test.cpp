@@ -139,7 +139,7 @@ class mainfrm_test : public QObject {
     }
 
     void a_panel_shows_what_its_record_holds() {
-        channel_rec& rec = sensor::channels[0];
+        channel_rec& rec = sensor::state.channels[0];
         rec.speed = 723;
         rec.tsignal = 41;
         rec.tvoltage = 1234;
@@ -163,7 +163,7 @@ class mainfrm_test : public QObject {
     }
 
     void inhibit_labels_take_the_place_of_the_relays_names() {
-        channel_rec& rec = sensor::channels[0];
+        channel_rec& rec = sensor::state.channels[0];
         rec.connected = true;
         rec.alminhibit_on = 1;
         rec.alminhibit_left = 42;
@@ -189,7 +189,7 @@ class mainfrm_test : public QObject {
         });
         program_.open_menu_entry("start", "start_channel(0)");
         QTRY_COMPARE(told, QString("no Comport configurated for sensor nr. 1"));
-        QTRY_VERIFY(!sensor::channel_running[0]);
+        QTRY_VERIFY(!sensor::state.channel_running[0]);
         QTRY_VERIFY(text("Text_status").contains("KVD Engine & pump ## Measure stopped "));
     }
 

@@ -50,31 +50,31 @@ class print_dialog_test : public QObject {
     void a_choice_counts_at_once_and_survives_cancel() {
         open_print();
         QTest::mouseClick(option(print_, "optPrint", 1), Qt::LeftButton, {}, QPoint(8, 8));
-        QTRY_COMPARE(print_channel, i16{1});
+        QTRY_COMPARE(frmselectprint.print_channel, i16{1});
         QTRY_COMPARE(print_->findChild<QLabel*>("LblPrint")->text(),
                      QString("Prints channel 2, the last 2 min"));
         QTest::mouseClick(option(print_, "optPrint", 2), Qt::LeftButton, {}, QPoint(8, 8));
         QTest::mouseClick(button(print_, "cmd_cancel", "cancel"), Qt::LeftButton);
         QTRY_VERIFY(!print_->isVisible());
-        QCOMPARE(print_channel, i16{1});
+        QCOMPARE(frmselectprint.print_channel, i16{1});
         open_print();
         QVERIFY(option(print_, "optPrint", 1)->isChecked());
         close_with_escape(print_);
-        QCOMPARE(print_channel, i16{1});
+        QCOMPARE(frmselectprint.print_channel, i16{1});
     }
 
     void no_option_is_selected_for_a_channel_that_went_out_of_use() {
-        print_channel = 3;
+        frmselectprint.print_channel = 3;
         open_print();
         for (int index = 0; index < 4; ++index)
             QVERIFY(!option(print_, "optPrint", index)->isChecked());
         close_with_escape(print_);
-        QCOMPARE(print_channel, i16{3});
+        QCOMPARE(frmselectprint.print_channel, i16{3});
     }
 
     void ok_and_enter_close_before_the_printer_is_asked() {
         for (const bool by_enter : {false, true}) {
-            print_channel = 0;
+            frmselectprint.print_channel = 0;
             open_print();
             bool open_meanwhile = false;
             QTimer printer_dialogs; // whatever the printing asks is declined
@@ -99,7 +99,7 @@ class print_dialog_test : public QObject {
     }
 
     void no_text_is_cut_off() {
-        sensor::channels[0].location =
+        sensor::state.channels[0].location =
             "A location as long as the settings file holds one, sixty-nine letters";
         open_print();
         check_texts(print_);

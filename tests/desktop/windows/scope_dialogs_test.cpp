@@ -59,7 +59,7 @@ class scope_dialogs_test : public QObject {
 
     void the_scope_follows_the_control() {
         panels.XYplot[0].Visible = true;
-        sensor::channels[0].thermo_data.fill(100);
+        sensor::state.channels[0].thermo_data.fill(100);
         process_thermo(0);
         window_.show_state();
         QVERIFY(panel_scope(0)->isVisible());
@@ -75,7 +75,7 @@ class scope_dialogs_test : public QObject {
         panels.XYplot[1].Visible = true;
         window_.show_state();
         QTest::mouseClick(panel_scope(1), Qt::LeftButton);
-        QTRY_COMPARE(sensor::polar_channel, i16{2});
+        QTRY_COMPARE(sensor::state.polar_channel, i16{2});
         close_dialogs();
         panels.XYplot[1].Visible = false;
         window_.show_state();
@@ -121,16 +121,16 @@ class scope_dialogs_test : public QObject {
     }
 
     void the_options_of_the_values_are_selected_and_none_for_another_value() {
-        sensor::scale_polar_a = 0.7;
-        sensor::scale_polar_t = 3;
+        sensor::state.scale_polar_a = 0.7;
+        sensor::state.scale_polar_t = 3;
         open_scales();
         QCOMPARE(selected("Opt_scale", 8), -1);
         QCOMPARE(selected("Opt_scale_t", 8), 1);
         QCOMPARE(selected("Opt_refr", 4), 1);
         QCOMPARE(selected("Opt_logtime", 2), 1);
         close_with_escape(scales_);
-        sensor::scale_polar_a = 0.03;
-        sensor::scale_polar_t = 0.7;
+        sensor::state.scale_polar_a = 0.03;
+        sensor::state.scale_polar_t = 0.7;
         open_scales();
         QCOMPARE(selected("Opt_scale", 8), 7);
         QCOMPARE(selected("Opt_scale_t", 8), -1);
@@ -141,13 +141,13 @@ class scope_dialogs_test : public QObject {
         const QByteArray before = settings_file();
         open_scales();
         QTest::mouseClick(option(scales_, "Opt_scale", 2), Qt::LeftButton, {}, QPoint(8, 8));
-        QTRY_COMPARE(sensor::scale_polar_a, 2.0);
+        QTRY_COMPARE(sensor::state.scale_polar_a, 2.0);
         QTest::mouseClick(scales_->findChild<QLabel*>("Lbl_scale(5)"), Qt::LeftButton);
-        QTRY_COMPARE(sensor::scale_polar_a, 0.2);
+        QTRY_COMPARE(sensor::state.scale_polar_a, 0.2);
         QTest::mouseClick(scales_->findChild<QLabel*>("Lbl_scale(14)"), Qt::LeftButton);
-        QTRY_COMPARE(sensor::scale_polar_t, 0.1);
+        QTRY_COMPARE(sensor::state.scale_polar_t, 0.1);
         click_option("Opt_refr", 3);
-        QTRY_COMPARE(sensor::upd_periode, i16{1000});
+        QTRY_COMPARE(sensor::state.upd_periode, i16{1000});
         click_option("Opt_logtime", 0);
         QTRY_COMPARE(settings.log_mode, i16{1});
         QTRY_COMPARE(selected("Opt_scale", 8), 5);
@@ -155,18 +155,18 @@ class scope_dialogs_test : public QObject {
         close_with_escape(scales_);
         QVERIFY(!frmscale_polar.form.Visible);
         QCOMPARE(settings_file(), before);
-        QCOMPARE(sensor::scale_polar_a, 0.2);
+        QCOMPARE(sensor::state.scale_polar_a, 0.2);
     }
 
     void the_windows_close_button_stores_nothing_either() {
         const QByteArray before = settings_file();
         open_scales();
         click_option("Opt_refr", 0);
-        QTRY_COMPARE(sensor::upd_periode, i16{100});
+        QTRY_COMPARE(sensor::state.upd_periode, i16{100});
         scales_->close();
         QTRY_VERIFY(!scales_->isVisible());
         QCOMPARE(settings_file(), before);
-        QCOMPARE(sensor::upd_periode, i16{100});
+        QCOMPARE(sensor::state.upd_periode, i16{100});
     }
 
     void default_settings_select_their_options() {
@@ -179,7 +179,7 @@ class scope_dialogs_test : public QObject {
     }
 
     void ok_stores_and_closes() {
-        sensor::scale_polar_a = 0.5;
+        sensor::state.scale_polar_a = 0.5;
         open_scales();
         QTest::mouseClick(button(scales_, "Cmd_ok", "OK"), Qt::LeftButton);
         QTRY_VERIFY(!scales_->isVisible());
@@ -189,7 +189,7 @@ class scope_dialogs_test : public QObject {
 
     void enter_is_ok_unless_another_button_has_the_focus() {
         for (const char* const focus : {"Opt_refr(0)", "Cmd_ok"}) {
-            sensor::scale_polar_t = 0.2;
+            sensor::state.scale_polar_t = 0.2;
             Ini::ini_write("scale_polar_t", "9");
             open_scales();
             scales_->findChild<QWidget*>(focus)->setFocus();
@@ -200,9 +200,9 @@ class scope_dialogs_test : public QObject {
     }
 
     void tab_goes_through_the_groups_in_order() {
-        sensor::scale_polar_a = 5;
-        sensor::scale_polar_t = 5;
-        sensor::upd_periode = 100;
+        sensor::state.scale_polar_a = 5;
+        sensor::state.scale_polar_t = 5;
+        sensor::state.upd_periode = 100;
         settings.log_mode = 1;
         open_scales();
         option(scales_, "Opt_scale", 0)->setFocus();
@@ -212,13 +212,13 @@ class scope_dialogs_test : public QObject {
             QCOMPARE(scales_->focusWidget()->objectName(), QString(next));
         }
         QTest::keyClick(scales_->focusWidget(), Qt::Key_Down);
-        QTRY_COMPARE(sensor::scale_polar_a, 3.0);
+        QTRY_COMPARE(sensor::state.scale_polar_a, 3.0);
         close_with_escape(scales_);
     }
 
     void while_measuring_the_values_can_only_be_looked_at() {
-        sensor::scale_polar_a = 2;
-        sensor::measure_running = true;
+        sensor::state.scale_polar_a = 2;
+        sensor::state.measure_running = true;
         open_scales();
         for (const char* const name : {"Frame_scale_a", "Frame_scale_t", "Frame_refresh", "Frame_logtime"})
             QVERIFY2(!scales_->findChild<QGroupBox*>(name)->isEnabled(), name);
@@ -229,12 +229,12 @@ class scope_dialogs_test : public QObject {
         QTest::mouseClick(scales_->findChild<QLabel*>("Lbl_scale(0)"), Qt::LeftButton);
         QTest::mouseClick(button(scales_, "cmd_default", "default settings"), Qt::LeftButton);
         QTest::qWait(50);
-        QCOMPARE(sensor::scale_polar_a, 2.0);
+        QCOMPARE(sensor::state.scale_polar_a, 2.0);
         QCOMPARE(selected("Opt_scale", 8), 2);
         QTest::mouseClick(button(scales_, "Cmd_ok", "OK"), Qt::LeftButton);
         QTRY_VERIFY(!scales_->isVisible());
         QCOMPARE(Ini::ini_read("scale_polar_a"), std::string("2"));
-        sensor::measure_running = false;
+        sensor::state.measure_running = false;
         open_scales();
         QVERIFY(scales_->findChild<QGroupBox*>("Frame_refresh")->isEnabled());
         QVERIFY(!scales_->findChild<QLabel*>("Lbl_locked")->isVisible());
@@ -242,11 +242,11 @@ class scope_dialogs_test : public QObject {
     }
 
     void no_text_is_cut_off() {
-        sensor::measure_running = true;
+        sensor::state.measure_running = true;
         open_scales();
         check_texts(scales_);
         close_with_escape(scales_);
-        sensor::measure_running = false;
+        sensor::state.measure_running = false;
         open_scales();
         check_texts(scales_);
         close_with_escape(scales_);

@@ -34,7 +34,7 @@ class small_dialogs_test : public QObject {
 
     void a_click_on_the_inhibit_label_asks_about_its_channel() {
         QDialog* const dialog = open_inhibit(1);
-        QCOMPARE(sensor::inhibit_reset_channel, i16{1});
+        QCOMPARE(sensor::state.inhibit_reset_channel, i16{1});
         QCOMPARE(dialog->windowTitle(), QString("Alarm Inhibit Time"));
         QCOMPARE(label(dialog, "Label1"), QString("Restart Alarm Inhibit Time"));
         QCOMPARE(label(dialog, "Lbl_channel"), QString("2: K\u00FChlung"));

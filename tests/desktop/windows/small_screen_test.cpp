@@ -32,9 +32,9 @@ class small_screen_test : public QObject {
             panels.Frame_message[channel].Visible = false;
             panels.XYplot[channel].Visible = true;
             panels.Cmd_diagramm[channel].Visible = panels.Cmd_diagramm2[channel].Visible = true;
-            sensor::channels[channel].numzyl = 6;
-            sensor::channels[channel].param_valid = true;
-            sensor::channels[channel].status_valid = true;
+            sensor::state.channels[channel].numzyl = 6;
+            sensor::state.channels[channel].param_valid = true;
+            sensor::state.channels[channel].status_valid = true;
         }
         window_.show_state();
     }

@@ -21,7 +21,7 @@ class stop_lock_requests_test : public stop_lock_window {
         const auto look = [&] { QCOMPARE(stop_lines(), before + 1); };
         ask_by(look, [&] { window_.view().close(); });
         QVERIFY(window_.view().isVisible());
-        QVERIFY(sensor::measure_running);
+        QVERIFY(sensor::state.measure_running);
         QCOMPARE(stop_lines(), before + 1);
     }
 
@@ -31,7 +31,7 @@ class stop_lock_requests_test : public stop_lock_window {
     }
 
     void one_channel_is_stopped_behind_the_same_question_which_names_it() {
-        sensor::channels[0].location = "Engine <b>1</b> & pump";
+        sensor::state.channels[0].location = "Engine <b>1</b> & pump";
         when_asked([&] {
             auto* const what = lock_->findChild<QLabel*>("Lbl_what");
             QCOMPARE(what->text(), QString("Stops channel 1: Engine <b>1</b> & pump"));
@@ -40,9 +40,9 @@ class stop_lock_requests_test : public stop_lock_window {
             QTest::keyClick(lock_->focusWidget(), Qt::Key_Space);
         });
         window_.open_menu_entry("start", "start_channel(0)");
-        QTRY_VERIFY(!sensor::channel_running[0]);
-        QVERIFY(sensor::channel_running[1]);
-        QVERIFY(sensor::measure_running);
+        QTRY_VERIFY(!sensor::state.channel_running[0]);
+        QVERIFY(sensor::state.channel_running[1]);
+        QVERIFY(sensor::state.measure_running);
     }
 
     void the_windows_go_on_while_it_is_up() {
@@ -70,7 +70,7 @@ class stop_lock_requests_test : public stop_lock_window {
             QTRY_VERIFY(!FrmAbort.form.Visible);
         });
         QCOMPARE(stopped_in_the_tick, std::optional(false));
-        QVERIFY(!sensor::measure_running);
+        QVERIFY(!sensor::state.measure_running);
     }
 
     void a_minimised_main_window_comes_back_with_the_question() {
@@ -91,7 +91,7 @@ class stop_lock_requests_test : public stop_lock_window {
         QVERIFY(!window_.view().end_session([] { return true; }));
         QVERIFY(asked);
         QCOMPARE(stop_lines(), before + 1);
-        QVERIFY(sensor::measure_running);
+        QVERIFY(sensor::state.measure_running);
     }
 
     void a_session_that_lets_nobody_ask_goes_on_ending() {
@@ -99,7 +99,7 @@ class stop_lock_requests_test : public stop_lock_window {
         QVERIFY(window_.view().end_session([] { return false; }));
         QVERIFY(!lock_->isVisible());
         QCOMPARE(stop_lines(), before + 1);
-        QVERIFY(sensor::measure_running);
+        QVERIFY(sensor::state.measure_running);
     }
 
     void a_session_that_ends_while_a_tick_waits_is_kept_and_the_operator_asked_behind_the_tick() {

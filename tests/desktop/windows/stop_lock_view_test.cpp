@@ -78,7 +78,7 @@ class stop_lock_view_test : public stop_lock_window {
                 QTest::mouseClick(stop_, Qt::LeftButton);
                 QVERIFY(lock_->isVisible());
             });
-            QVERIFY(sensor::measure_running);
+            QVERIFY(sensor::state.measure_running);
         }
     }
 
@@ -103,26 +103,26 @@ class stop_lock_view_test : public stop_lock_window {
                 QTest::qWait(30);
                 QVERIFY(lock_->isVisible());
             });
-            QVERIFY(sensor::measure_running);
+            QVERIFY(sensor::state.measure_running);
         }
     }
 
     void enter_and_space_press_the_button_with_the_focus() {
         for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
-            sensor::measure_running = true;
+            sensor::state.measure_running = true;
             ask([&] {
                 type(password);
                 QTest::keyClick(lock_->focusWidget(), key);
             });
-            QVERIFY(!sensor::measure_running);
-            sensor::measure_running = true;
+            QVERIFY(!sensor::state.measure_running);
+            sensor::state.measure_running = true;
             ask([&] {
                 type(password);
                 QTest::keyClick(lock_->focusWidget(), Qt::Key_Tab);
                 QCOMPARE(lock_->focusWidget(), continue_);
                 QTest::keyClick(continue_, key);
             });
-            QVERIFY(sensor::measure_running);
+            QVERIFY(sensor::state.measure_running);
             QVERIFY(!indicators.Quit.Enabled);
         }
     }
@@ -132,13 +132,13 @@ class stop_lock_view_test : public stop_lock_window {
             type(password);
             QTest::mouseClick(continue_, Qt::LeftButton);
         });
-        QVERIFY(sensor::measure_running);
+        QVERIFY(sensor::state.measure_running);
         ask([&] {
             type(password);
             QTest::mouseClick(stop_, Qt::LeftButton);
         });
-        QVERIFY(!sensor::measure_running);
-        QVERIFY(!sensor::channel_running[0]);
+        QVERIFY(!sensor::state.measure_running);
+        QVERIFY(!sensor::state.channel_running[0]);
     }
 
     void escape_and_the_windows_frame_do_not_stop() {
@@ -146,12 +146,12 @@ class stop_lock_view_test : public stop_lock_window {
             type(password);
             QTest::keyClick(lock_, Qt::Key_Escape);
         });
-        QVERIFY(sensor::measure_running);
+        QVERIFY(sensor::state.measure_running);
         ask([&] {
             type(password);
             lock_->close();
         });
-        QVERIFY(sensor::measure_running);
+        QVERIFY(sensor::state.measure_running);
         QCOMPARE(GetStatus(), i16{0});
     }
 

@@ -38,8 +38,8 @@ class view_commands_test : public QObject {
     void initTestCase() {
         qputenv("PULSE_SERVER", "unix:no-sound-server");
         window_.start(all_windows_settings);
-        sensor::channels[0].param_valid = true;
-        sensor::channels[0].eva_mode = evaluator_mode::standard;
+        sensor::state.channels[0].param_valid = true;
+        sensor::state.channels[0].eva_mode = evaluator_mode::standard;
         update_panel(0);
         window_.show_state();
     }
@@ -50,13 +50,13 @@ class view_commands_test : public QObject {
             {"freeze", [&] { left_click(main("chart", 0)); }, [] { return charts.chart[0].Frozen; }},
             {"go on", [&] { left_click(main("chart", 0)); }, [] { return !charts.chart[0].Frozen; }},
             {"enlarge", [&] { left_click(main("cmd_zoom_xy", 0)); },
-             [] { return sensor::channels[0].xy_zoom_state; }},
+             [] { return sensor::state.channels[0].xy_zoom_state; }},
             {"reduce", [&] { left_click(main("cmd_zoom_xy", 0)); },
-             [] { return !sensor::channels[0].xy_zoom_state; }},
+             [] { return !sensor::state.channels[0].xy_zoom_state; }},
             {"time resolution", [&] { qobject_cast<QRadioButton*>(main("opt_res", 2))->click(); },
              [] { return charts.opt_res == 2; }},
             {"the gauge's value", [&] { left_click(main("Label4", 0)); },
-             [] { return sensor::channels[0].th_dig_val == 1; }},
+             [] { return sensor::state.channels[0].th_dig_val == 1; }},
         });
     }
 
@@ -104,7 +104,7 @@ class view_commands_test : public QObject {
     }
 
     void lists_scroll_bars_and_tabs_of_the_setup_follow_at_once() {
-        sensor::channels[0].status_valid = true;
+        sensor::state.channels[0].status_valid = true;
         setup_click();
         frmSetup.Select_com[1].List = {"COM7", "COM9"};
         window_.show_state();
@@ -127,7 +127,7 @@ class view_commands_test : public QObject {
     }
 
     void an_alarm_is_confirmed_at_once() {
-        const auto alert_over = [] { return !sensor::alert_open; };
+        const auto alert_over = [] { return !sensor::state.alert_open; };
         for (const step& confirmation :
              {step{"button", [] { alert_window()->findChild<QPushButton*>("CmdAck")->click(); }, alert_over},
               step{"key", [] { QTest::keyClick(alert_window(), Qt::Key_Return); }, alert_over},
@@ -140,11 +140,12 @@ class view_commands_test : public QObject {
     }
 
     void a_diagram_without_parameters_tells_so_and_holds_no_tick_up() {
-        left_click_inside_a_tick(main("Cmd_diagramm", 0), [] { sensor::channels[0].param_valid = false; });
+        left_click_inside_a_tick(main("Cmd_diagramm", 0),
+                                 [] { sensor::state.channels[0].param_valid = false; });
         QTRY_VERIFY(shown_window("message_box") != nullptr);
         qobject_cast<QMessageBox*>(shown_window("message_box"))->accept();
         QVERIFY(!frmbarpic.form.Visible);
-        sensor::channels[0].param_valid = true;
+        sensor::state.channels[0].param_valid = true;
     }
 
     void commands_that_ask_or_concern_the_gateway_are_kept() {

@@ -21,11 +21,11 @@ namespace {
 /// What no way of closing may change.
 struct program_state {
     QByteArray settings_file = tyxo::settings_file();
-    std::string location = sensor::channels[0].location;
-    std::string logpath = sensor::channels[0].logpath;
+    std::string location = sensor::state.channels[0].location;
+    std::string logpath = sensor::state.channels[0].logpath;
     std::string status_text{indicators.Text_status.text()};
     i16 port = settings.IPport;
-    bool measuring = sensor::measure_running;
+    bool measuring = sensor::state.measure_running;
     bool operator==(const program_state&) const = default;
 };
 
@@ -42,10 +42,10 @@ class window_closing_test : public QObject {
     void initTestCase() {
         qputenv("PULSE_SERVER", "unix:no-sound-server");
         window_.start(all_windows_settings);
-        sensor::channels[0].param_valid = true;
+        sensor::state.channels[0].param_valid = true;
     }
     void init() {
-        sensor::measure_running = false;
+        sensor::state.measure_running = false;
         to_front(&window_.view());
         boxes_ = 0;
         answers_.setInterval(5);
@@ -83,7 +83,7 @@ class window_closing_test : public QObject {
                 QTRY_VERIFY(!window->isVisible());
             });
             QCOMPARE(GetStatus(), i16{0});
-            QVERIFY(sensor::measure_running);
+            QVERIFY(sensor::state.measure_running);
         }
     }
 
@@ -105,7 +105,7 @@ class window_closing_test : public QObject {
             QVERIFY(after.startsWith(before));
             QCOMPARE(after.mid(before.size()).count("\r\n"), 1);
             QVERIFY(after.endsWith(" Mainalarm confirmed by operator!\r\n"));
-            QVERIFY(!sensor::alert_open);
+            QVERIFY(!sensor::state.alert_open);
             take_status(0, 0);
         }
     }
@@ -135,13 +135,13 @@ class window_closing_test : public QObject {
     void a_session_that_lets_nobody_ask_ends_over_every_window() {
         const window_row& row = this_window();
         while_open(row, [&](QWidget* window) {
-            sensor::measure_running = true;
+            sensor::state.measure_running = true;
             const auto lines = stop_lines();
             QVERIFY(window_.view().end_session([] { return false; }));
             QCOMPARE(stop_lines(), lines + 1);
             QVERIFY(window->isVisible());
             QCOMPARE(shown_window("FrmAbort") != nullptr, row.name == QString("FrmAbort"));
-            QVERIFY(sensor::measure_running);
+            QVERIFY(sensor::state.measure_running);
         });
     }
 
@@ -149,7 +149,7 @@ class window_closing_test : public QObject {
     void the_stop_lock_asks_over_every_window_and_continue_keeps_both() {
         const window_row& row = this_window();
         while_open(row, [&](QWidget* window) {
-            sensor::measure_running = true;
+            sensor::state.measure_running = true;
             QLineEdit* const box = text_box(row, window);
             if (box != nullptr) press_keys("12");
             bool asked = false;
@@ -170,7 +170,7 @@ class window_closing_test : public QObject {
             QVERIFY(!window_.view().end_session([] { return true; }));
             QCOMPARE(asked, !lock_itself);
             QTRY_COMPARE(shown_window("FrmAbort") != nullptr, lock_itself);
-            QVERIFY(sensor::measure_running);
+            QVERIFY(sensor::state.measure_running);
             QVERIFY(window->isVisible());
             to_front(window);
             if (box == nullptr) return;
@@ -206,7 +206,7 @@ class window_closing_test : public QObject {
                 QTest::qWait(50);
                 QCOMPARE(shown_window(row.name) != nullptr, stays);
                 QVERIFY(program_state() == before);
-                QCOMPARE(sensor::measure_running, row.name == QString("FrmAbort"));
+                QCOMPARE(sensor::state.measure_running, row.name == QString("FrmAbort"));
             });
         }
     }
@@ -238,7 +238,7 @@ class ended_session : public QObject {
     void ends() {
         started_window window;
         window.start(all_windows_settings);
-        sensor::channels[0].param_valid = true;
+        sensor::state.channels[0].param_valid = true;
         while_open(row_of(name), [&](QWidget*) {
             std::puts("open");
             std::fflush(stdout);
