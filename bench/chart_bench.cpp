@@ -1,9 +1,9 @@
 // A strip chart takes a row and is drawn, after a minute and after a month, beside the plot library that
 // keeps every row.
 
-#include "displays/chart_view.h"
 #include "platform/clock.h"
 #include "widgets/colour.h"
+#include "widgets/plots/chart_view.h"
 
 #include <benchmark/benchmark.h>
 

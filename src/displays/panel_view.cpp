@@ -2,7 +2,6 @@
 
 #include "displays/bar_diagram.h"
 #include "displays/chart.h"
-#include "displays/chart_view.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
 #include "link/channel_rec.h"
@@ -12,6 +11,7 @@
 #include "widgets/click_label_view.h"
 #include "widgets/led_view.h"
 #include "widgets/linear_gauge_view.h"
+#include "widgets/plots/chart_view.h"
 #include "widgets/plots/xy_plot_view.h"
 #include "widgets/seven_segment_view.h"
 #include "widgets/show.h"

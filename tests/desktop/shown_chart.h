@@ -2,7 +2,7 @@
 // A strip chart in its design size, shown and grabbed as the panel does it.
 
 #include "desktop/chart_pictures.h"
-#include "displays/chart_view.h"
+#include "widgets/plots/chart_view.h"
 
 #include <QImage>
 #include <QObject>

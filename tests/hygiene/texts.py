@@ -18,7 +18,7 @@ CODE_FOLDERS = ("src", "tools", "tests", "bench")
 MOST_LINES = 330
 MOST_FILES = 50
 # Folders that shall not grow beyond one subject: less lines than these.
-FOLDER_LINES = {"src/displays": 3150}
+FOLDER_LINES = {"src/displays": 3000}
 LONGEST_LINE = 110
 LONGEST_TABLE_LINE = 240
 

@@ -1,7 +1,7 @@
 // The strip chart as it is used: shown, frozen, clicked.
 
 #include "desktop/chart_pictures.h"
-#include "displays/chart_view.h"
+#include "widgets/plots/chart_view.h"
 
 #include <QLabel>
 #include <QSignalSpy>

@@ -1,4 +1,4 @@
-#include "displays/chart_view.h"
+#include "widgets/plots/chart_view.h"
 
 #include "widgets/paint_view.h"
 #include "widgets/show.h"
