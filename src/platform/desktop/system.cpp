@@ -36,10 +36,14 @@ local_time local_of(std::time_t moment) {
     return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
 }
 
-std::int64_t milliseconds_of(clockid_t clock) {
+std::int64_t nanoseconds_of(clockid_t clock) {
     std::timespec now{};
     clock_gettime(clock, &now);
-    return std::int64_t{1000} * now.tv_sec + now.tv_nsec / 1'000'000;
+    return std::int64_t{1'000'000'000} * now.tv_sec + now.tv_nsec;
+}
+
+std::int64_t milliseconds_of(clockid_t clock) {
+    return nanoseconds_of(clock) / 1'000'000;
 }
 
 } // namespace
@@ -59,7 +63,10 @@ std::int64_t running_ms() {
 }
 
 local_time local_at(std::int64_t running) {
-    const std::int64_t moment = milliseconds_of(CLOCK_REALTIME) - (running_ms() - running);
+    // Not from milliseconds: cut off twice, their difference would be one more in some readings, and the
+    // ticks of a chart that stands still would move.
+    const std::int64_t ahead = nanoseconds_of(CLOCK_REALTIME) - nanoseconds_of(CLOCK_BOOTTIME);
+    const std::int64_t moment = running + (ahead + 500'000) / 1'000'000;
     return local_of(static_cast<std::time_t>((moment + 500) / 1000));
 }
 
