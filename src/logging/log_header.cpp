@@ -160,11 +160,10 @@ class header_writer {
     void structure() {
         line("    <STRUCTURE>");
         for (const log_record_kind& kind : log_record_kinds()) {
-            std::string types;
-            append_types(types, kind);
-            const std::string tag(kind.tag);
-            const std::string form(kind.form);
-            line("        <" + tag + "><" + form + "> " + types + "</" + form + "></" + tag + ">");
+            std::string row = "        <";
+            row.append(kind.tag).append("><").append(kind.form).append("> ");
+            append_types(row, kind);
+            line(row.append("</").append(kind.form).append("></").append(kind.tag).append(">"));
         }
         line("    </STRUCTURE>");
     }
