@@ -23,8 +23,8 @@ struct open_logs {
 
 inline open_logs state;
 
-/// A file that does not open raises nothing: its lines try again.
 /// Begins the channel's file of this period, or goes on with it when it exists; a new file gets its header.
+/// A file that does not open raises nothing: its lines try again.
 void createlog(i16 channel);
 
 /// Writes a record of the frame's kind: "1", "3" or "4". Other kinds write nothing. Failure: the file does
