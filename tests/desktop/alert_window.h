@@ -52,6 +52,13 @@ inline void confirm_alert() {
     QTRY_VERIFY(!alert_window()->isVisible());
 }
 
+/// Nothing is left of a test's alarms.
+inline void end_alarms() {
+    confirm_alert();
+    for (i16 channel = 0; channel < channel_count; ++channel)
+        take_status(channel, 0);
+}
+
 /// The alert has gone, and the status text says by whom.
 inline void expect_confirmed() {
     QTRY_VERIFY(!alert_window()->isVisible());

@@ -140,16 +140,6 @@ inline iLinearGaugeX degenerate_bar(double value) {
     return gauge;
 }
 
-/// Counts how often a widget is painted, as its event filter.
-class paint_counter : public QObject {
-  public:
-    int paints = 0;
-    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-        if (event->type() == QEvent::Paint) ++paints;
-        return false;
-    }
-};
-
 inline void expect_properties(const QWidget& view,
                               const std::vector<std::pair<const char*, QVariant>>& expected) {
     for (const auto& [name, value] : expected) {

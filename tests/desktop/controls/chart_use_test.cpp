@@ -1,6 +1,7 @@
 // The strip chart as it is used: shown, frozen, clicked.
 
 #include "desktop/chart_pictures.h"
+#include "desktop/paint_counter.h"
 #include "widgets/plots/chart_view.h"
 
 #include <QLabel>
@@ -14,24 +15,11 @@ namespace {
 constexpr int title_line = 24;
 constexpr int free_end = 125;
 
-/// Counts how often a widget was painted.
-class paint_counter : public QObject {
-  public:
-    explicit paint_counter(QWidget& widget) { widget.installEventFilter(this); }
-    int taken() {
-        QTest::qWait(0);
-        return std::exchange(count_, 0);
-    }
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint) ++count_;
-        return QObject::eventFilter(watched, event);
-    }
-
-  private:
-    int count_ = 0;
-};
+/// Paintings since the last call, those that wait included.
+int taken(paint_counter& paints) {
+    QTest::qWait(0);
+    return paints.taken();
+}
 
 QPoint inside_of_axes(const chart_view& view) {
     return view.axisRect()->center();
@@ -58,15 +46,15 @@ class chart_use_test : public QObject {
         QTest::qWait(50);
         paint_counter paints(*view_);
         view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 0);
+        QCOMPARE(taken(paints), 0);
         rows.append(level_row(rows.newest()));
         view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 1);
+        QCOMPARE(taken(paints), 1);
         chart.curves[1].Title = "RPM /5";
         view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 1);
+        QCOMPARE(taken(paints), 1);
         view_->show_control(chart, rows);
-        QCOMPARE(paints.taken(), 0);
+        QCOMPARE(taken(paints), 0);
     }
 
     void visible_decides_whether_it_is_seen() {

@@ -2,6 +2,7 @@
 // paint; and what holds for all painted controls.
 
 #include "desktop/control_pictures.h"
+#include "desktop/paint_counter.h"
 #include "widgets/analog_display_view.h"
 #include "widgets/angular_gauge_view.h"
 #include "widgets/led_view.h"
@@ -28,18 +29,17 @@ template <class View, class Control> void check_repaints(const Control& first, c
     View view;
     view.resize(60, 60);
     view.show_control(first);
-    paint_counter counter;
-    view.installEventFilter(&counter);
+    const paint_counter counter(view);
     view.show();
     QVERIFY(QTest::qWaitForWindowExposed(&view));
-    QTRY_VERIFY(counter.paints > 0);
+    QTRY_VERIFY(counter.paints() > 0);
     QCoreApplication::processEvents();
-    const int before = counter.paints;
+    const int before = counter.paints();
     view.show_control(first);
     QTest::qWait(20);
-    QCOMPARE(counter.paints, before);
+    QCOMPARE(counter.paints(), before);
     view.show_control(second);
-    QTRY_VERIFY(counter.paints > before);
+    QTRY_VERIFY(counter.paints() > before);
 }
 
 } // namespace

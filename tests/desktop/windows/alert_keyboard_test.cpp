@@ -26,11 +26,7 @@ class alert_keyboard_test : public QObject {
         window_.view().activateWindow();
         QTRY_VERIFY(window_.view().isActiveWindow());
     }
-    void cleanup() {
-        confirm_alert();
-        for (i16 channel = 0; channel < channel_count; ++channel)
-            take_status(channel, 0);
-    }
+    void cleanup() { end_alarms(); }
     void cleanupTestCase() { window_.end(); }
 
     void it_takes_the_keyboard_when_nobody_types() {

@@ -71,11 +71,7 @@ class alert_view_test : public QObject {
         window_.view().activateWindow();
         QTRY_VERIFY(window_.view().isActiveWindow());
     }
-    void cleanup() {
-        confirm_alert();
-        for (i16 channel = 0; channel < channel_count; ++channel)
-            take_status(channel, 0);
-    }
+    void cleanup() { end_alarms(); }
     void cleanupTestCase() { window_.end(); }
 
     // What it is and shows.

@@ -2,6 +2,7 @@
 
 #include "desktop/control_pictures.h"
 #include "desktop/detailed_window.h"
+#include "desktop/paint_counter.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -128,14 +129,13 @@ class frmdetailedpic_test : public detailed_window {
         open_and_draw(engine(4, 6, in_line));
         QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
         QCoreApplication::processEvents();
-        paint_counter counter;
-        surface_->installEventFilter(&counter);
+        const paint_counter counter(*surface_);
         window_->show_state();
         QCoreApplication::processEvents();
-        QCOMPARE(counter.paints, 0);
+        QCOMPARE(counter.paints(), 0);
         draw_pass();
         window_->show_state();
-        QTRY_COMPARE(counter.paints, 1);
+        QTRY_COMPARE(counter.paints(), 1);
     }
 
     void the_picture_is_where_the_surface_says() {
