@@ -70,8 +70,8 @@ std::unique_ptr<modbus_t, modbus_closer> connected_client(int port) {
 }
 
 void connect_gateway(int port) {
-    FrmSetupTCP.Txt_IPadr = "127.0.0.1";
-    FrmSetupTCP.Txt_IPport = std::to_string(port);
+    FrmSetupTCP::state.Txt_IPadr = "127.0.0.1";
+    FrmSetupTCP::state.Txt_IPport = std::to_string(port);
     TCP_connect(1);
     if (!tcp.tcp_connected) throw std::runtime_error("the gateway does not connect");
 }

@@ -22,7 +22,7 @@ const channel_rec& v16() {
 }
 
 void open_with_curves() {
-    frmdetailedpic_unload();
+    frmdetailedpic::unload();
     open_detailed_display(v16());
     take_curves(v16());
 }
@@ -38,10 +38,10 @@ BENCHMARK(fill_1280_x_1024)->Unit(benchmark::kMicrosecond);
 
 void picture_in_the_core(benchmark::State& state) {
     open_with_curves();
-    frmdetailedpic_resize(316, 185);
+    frmdetailedpic::resize(316, 185);
     for (auto _ : state)
         draw_pass();
-    state.counters["strokes"] = static_cast<double>(frmdetailedpic.surface.strokes.size());
+    state.counters["strokes"] = static_cast<double>(frmdetailedpic::state.surface.strokes.size());
 }
 BENCHMARK(picture_in_the_core)->Unit(benchmark::kMicrosecond);
 

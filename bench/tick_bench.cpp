@@ -97,14 +97,14 @@ void show_now() {
 /// By the index of the time resolution: 2 min, 15 min, 1 h, 24 h.
 template <weather kind> void tick_with_painting(benchmark::State& state) {
     start(kind);
-    opt_res_click(static_cast<std::size_t>(state.range(0)));
+    mainfrm::opt_res_click(static_cast<std::size_t>(state.range(0)));
     show_now();
     int step = 0;
     for (auto _ : state) {
         ++step;
         for (i16 channel = 0; channel < channel_count; ++channel)
             measure(channel, step);
-        Timer_chart_upd_tick();
+        mainfrm::Timer_chart_upd_tick();
         show_now();
     }
 }
@@ -176,7 +176,7 @@ int main(int argc, char** argv) {
     wire();
     mainfrm_view main_window;
     window = &main_window;
-    form_load(main_window.width(), main_window.height());
+    mainfrm::form_load(main_window.width(), main_window.height());
     main_window.show_state();
     main_window.show();
     QCoreApplication::processEvents();

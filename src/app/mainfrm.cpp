@@ -19,7 +19,7 @@
 #include "settings/serial_ports.h"
 #include "settings/settings.h"
 
-namespace tyxo {
+namespace tyxo::mainfrm {
 
 namespace {
 
@@ -34,7 +34,7 @@ void program_event(std::string_view text) {
 }
 
 void start_event() {
-    main_form.announced = true;
+    state.announced = true;
     program_event("Tyxo Logger software started !");
 }
 
@@ -45,7 +45,7 @@ void stop_event() {
 /// Ends the program; while it measures, the operator has to grant that.
 bool end_if_granted() {
     if (sensor::state.measure_running) {
-        if (FrmAbort.asking) return false; // it asks about something else, and nobody has answered
+        if (FrmAbort::state.asking) return false; // it asks about something else, and nobody has answered
         if (!calls.stop_lock("Stops all channels and ends the program")) {
             // Looks like a mistake and stays: the program goes on, the gateway does not
             // (LockedClose.TheGatewayDoesNotComeBackByItself).
@@ -58,8 +58,8 @@ bool end_if_granted() {
 }
 
 bool screen_accepted() {
-    const i16 width = main_form.screen_w;
-    const i16 height = main_form.screen_h;
+    const i16 width = state.screen_w;
+    const i16 height = state.screen_h;
     if (width >= least_screen_w && height >= least_screen_h) return true;
     const std::string text = "Resolution is actual " + plain(width) + " x " + plain(height) + "dots\r\n" +
                              "Screen does not fulfil the minimum requirements !\r\n\r\n" +
@@ -71,8 +71,8 @@ void design_all_channels() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         sensor::state.channels[channel].eva_mode = evaluator_mode::not_available;
         sensor::state.channels[channel].connected = true; // the first data announces nothing
-        main_form.chart_w[channel] = static_cast<float>(charts.chart[channel].Width);
-        main_form.chart_h[channel] = static_cast<float>(charts.chart[channel].Height);
+        state.chart_w[channel] = static_cast<float>(charts.chart[channel].Width);
+        state.chart_h[channel] = static_cast<float>(charts.chart[channel].Height);
     }
     for (i16 channel = 0; channel < channel_count; ++channel)
         setup_thermo_gauge(channel);
@@ -112,7 +112,7 @@ void setup_missing_channels() {
 void load_settings() {
     for (const Ini::global_key& row : Ini::first_keys())
         Ini::load(row);
-    SetPassword(settings.passwd);
+    FrmAbort::SetPassword(settings.passwd);
     for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         for (const Ini::channel_key& row : Ini::channel_keys())
             Ini::load(row, channel);
@@ -128,16 +128,16 @@ void form_load(double width, double height) {
     design_panels();
     load_settings();
     const screen_size size = screen();
-    main_form.screen_w = narrow<i16>(size.width);
-    main_form.screen_h = narrow<i16>(size.height);
+    state.screen_w = narrow<i16>(size.width);
+    state.screen_h = narrow<i16>(size.height);
     if (!screen_accepted()) {
         event_file_init();
         start_event();
         query_unload(); // nothing measures yet: the program ends here
         return;
     }
-    main_form.design_w = width;
-    main_form.design_h = height;
+    state.design_w = width;
+    state.design_h = height;
     design_all_channels();
     setup_channels_in_use();
     setup_missing_channels();
@@ -146,7 +146,7 @@ void form_load(double width, double height) {
     event_file_init();
     start_event();
     if (settings.autostart) mainfrm::startstop_click();
-    main_form.Caption = " Quarvo / Tyxo Data Logger  " + std::string(log::version);
+    state.Caption = " Quarvo / Tyxo Data Logger  " + std::string(log::version);
     start_gateway();
 }
 
@@ -171,7 +171,7 @@ bool query_unload() {
 }
 
 void end_without_question(int exit_code) {
-    if (main_form.announced) stop_event();
+    if (state.announced) stop_event();
     end_program(exit_code);
 }
 
@@ -182,4 +182,4 @@ bool query_end_session(const std::function<bool()>& may_ask) {
     return end_if_granted();
 }
 
-} // namespace tyxo
+} // namespace tyxo::mainfrm

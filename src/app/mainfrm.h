@@ -7,9 +7,9 @@
 #include <functional>
 #include <string>
 
-namespace tyxo {
+namespace tyxo::mainfrm {
 
-struct mainfrm_state {
+struct window {
     std::string Caption;
     i16 screen_w = 0; ///< pixels
     i16 screen_h = 0;
@@ -20,7 +20,7 @@ struct mainfrm_state {
     per_channel<float> chart_h;
 };
 
-inline mainfrm_state main_form;
+inline window state;
 
 /// Reads all settings, in the order of the table of keys, and repairs what is out of range. Failure: a number
 /// outside its type, or more channels than there are records.
@@ -54,4 +54,4 @@ bool query_end_session(const std::function<bool()>& may_ask);
 /// takes as long as `end_program`.
 void end_without_question(int exit_code);
 
-} // namespace tyxo
+} // namespace tyxo::mainfrm

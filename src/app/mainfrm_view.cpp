@@ -90,7 +90,7 @@ void mainfrm_view::make_menu() {
         return menu;
     };
     QMenu* const file = add_menu("file", "&File");
-    connect(add_entry(file, "prt", "&Print"), &QAction::triggered, this, on_command(prt_click));
+    connect(add_entry(file, "prt", "&Print"), &QAction::triggered, this, on_command(mainfrm::prt_click));
     file->addSeparator()->setObjectName("null");
     QAction* const Quit = add_entry(file, "Quit", "E&xit");
     bind(Quit, indicators.Quit);
@@ -98,13 +98,13 @@ void mainfrm_view::make_menu() {
 
     QMenu* const setup = add_menu("Setup_menue", "&Setup");
     connect(add_entry(setup, "setup", "Setup preferences"), &QAction::triggered, this,
-            on_command(setup_click));
+            on_command(mainfrm::setup_click));
     connect(add_entry(setup, "setup_scale", "Setup scales"), &QAction::triggered, this,
-            on_command(setup_scale_click));
+            on_command(mainfrm::setup_scale_click));
     connect(add_entry(setup, "setup_passwd", "Setup password"), &QAction::triggered, this,
-            on_command(setup_passwd_click));
+            on_command(mainfrm::setup_passwd_click));
     connect(add_entry(setup, "setup_tcp", "Setup Modbus TCP/IP"), &QAction::triggered, this,
-            on_command(setup_tcp_click));
+            on_command(mainfrm::setup_tcp_click));
 
     QMenu* const start = add_menu("start", "&Start/Stop Log");
     QAction* const startstop = add_entry(start, "startstop", {});
@@ -120,7 +120,7 @@ void mainfrm_view::make_menu() {
     }
     QAction* const about = menuBar()->addAction("&About");
     about->setObjectName("about");
-    connect(about, &QAction::triggered, this, on_view_command(about_click));
+    connect(about, &QAction::triggered, this, on_view_command(mainfrm::about_click));
 }
 
 void mainfrm_view::make_client() {
@@ -130,7 +130,7 @@ void mainfrm_view::make_client() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         auto* const panel = new panel_view(channel, client);
         connect(panel, &panel_view::inhibit_clicked, this,
-                on_command([channel] { Lbl_alminhibit_click(channel); }));
+                on_command([channel] { mainfrm::Lbl_alminhibit_click(channel); }));
         panels_[channel] = panel;
     }
     for (panel_view* panel : panels_)
@@ -140,7 +140,7 @@ void mainfrm_view::make_client() {
     Text_status = new text_status_view(client);
     Text_status->setObjectName("Text_status");
     bind(Text_status, indicators.Text_status);
-    connect(Text_status, &text_status_view::enlarged, this, on_view_command(Text_status_dblclick));
+    connect(Text_status, &text_status_view::enlarged, this, on_view_command(mainfrm::Text_status_dblclick));
     make_resolution(client);
     Lbl_TY_logger = new click_label(client);
     Lbl_TY_logger->setObjectName("Lbl_TY_logger");
@@ -148,7 +148,7 @@ void mainfrm_view::make_client() {
     Lbl_TY_logger->setAccessibleName(tr("Tyxo Data Logger, software info"));
     Lbl_TY_logger->setAlignment(Qt::AlignCenter);
     Lbl_TY_logger->setWordWrap(true);
-    connect(Lbl_TY_logger, &click_label::clicked, this, on_view_command(Lbl_TY_logger_click));
+    connect(Lbl_TY_logger, &click_label::clicked, this, on_view_command(mainfrm::Lbl_TY_logger_click));
 
     make_tab_order();
     auto* const bar = new QStatusBar(client);
@@ -172,7 +172,7 @@ void mainfrm_view::make_resolution(QWidget* client) {
         opt_res[index] = new QRadioButton(frame_resolution);
         opt_res[index]->setObjectName(element("opt_res", column));
         connect(opt_res[index], &QRadioButton::clicked, this,
-                on_view_command([index] { opt_res_click(index); }));
+                on_view_command([index] { mainfrm::opt_res_click(index); }));
         auto* const caption = new click_label(frame_resolution);
         caption->setObjectName(element("Lbl_opt_res", column));
         caption->setFocusPolicy(Qt::NoFocus); // the keyboard has the circle
@@ -200,7 +200,7 @@ void mainfrm_view::make_tab_order() {
 }
 
 void mainfrm_view::show_state() {
-    setWindowTitle(qt_text(main_form.Caption));
+    setWindowTitle(qt_text(mainfrm::state.Caption));
     show_bound();
     for (panel_view* panel : panels_)
         panel->show_state();
@@ -253,18 +253,18 @@ void mainfrm_view::changeEvent(QEvent* event) {
 
 void mainfrm_view::closeEvent(QCloseEvent* event) {
     event->ignore(); // a granted request ends the program and does not come back
-    desktop::run_handler(desktop::source::operator_, [] { query_unload(); });
+    desktop::run_handler(desktop::source::operator_, [] { mainfrm::query_unload(); });
 }
 
 bool mainfrm_view::end_session(const std::function<bool()>& may_ask) {
     if (desktop::inside_device_handler()) {
         // The answer is due now, and a tick that waits beneath cannot go on before it is given. So the
         // session stays, and the close request comes when the tick has ended.
-        desktop::run_handler(desktop::source::operator_, [] { query_unload(); });
+        desktop::run_handler(desktop::source::operator_, [] { mainfrm::query_unload(); });
         return false;
     }
     bool granted = true;
-    desktop::run_handler(desktop::source::operator_, [&] { granted = query_end_session(may_ask); });
+    desktop::run_handler(desktop::source::operator_, [&] { granted = mainfrm::query_end_session(may_ask); });
     return granted;
 }
 

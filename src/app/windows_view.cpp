@@ -28,8 +28,8 @@ template <class Window, class... Arguments> Window* secondary_windows::add(Argum
 
 secondary_windows::secondary_windows(QWidget* parent) {
     add<frmdetailedpic_view>(parent);
-    add<bar_diagram_view>(frmbarpic, "frmbarpic", parent);
-    add<bar_diagram_view>(Frmbarpic2, "Frmbarpic2", parent);
+    add<bar_diagram_view>(frmbarpic::state, "frmbarpic", parent);
+    add<bar_diagram_view>(Frmbarpic2::state, "Frmbarpic2", parent);
     add<frmscale_polar_view>(parent);
     add<frmselectprint_view>(parent);
     add<frmsetuptcp_view>(parent);

@@ -4,66 +4,66 @@
 
 #include <utility>
 
-namespace tyxo {
+namespace tyxo::FrmAbort {
 
 namespace {
 
 constexpr int wait_step = 1000; // ms; whatever happens ends a step at once
 
 void load(std::string_view what) {
-    frmabort_form fresh;
-    fresh.CmdStop_focused = FrmAbort.CmdStop_focused;
-    fresh.asking = FrmAbort.asking;
-    fresh.stop_password = std::move(FrmAbort.stop_password);
+    window fresh;
+    fresh.CmdStop_focused = state.CmdStop_focused;
+    fresh.asking = state.asking;
+    fresh.stop_password = std::move(state.stop_password);
     fresh.Lbl_what.Caption = what;
-    FrmAbort = std::move(fresh);
-    FrmAbort.CmdStop.Enabled = FrmAbort.TextPassword.Text == FrmAbort.stop_password;
-    FrmAbort.form.show();
+    state = std::move(fresh);
+    state.CmdStop.Enabled = state.TextPassword.Text == state.stop_password;
+    state.form.show();
 }
 
 } // namespace
 
 void SetPassword(std::string_view password) {
-    FrmAbort.stop_password = password;
+    state.stop_password = password;
 }
 
 i16 GetStatus() {
-    return FrmAbort.stop_result ? -1 : 0;
+    return state.stop_result ? -1 : 0;
 }
 
 bool stop_lock(std::string_view what) {
-    if (FrmAbort.asking) return false; // the answer belongs to the request that asks
-    FrmAbort.asking = true;
+    if (state.asking) return false; // the answer belongs to the request that asks
+    state.asking = true;
     load(what);
-    while (FrmAbort.form.Visible)
+    while (state.form.Visible)
         wait_events(wait_step);
-    FrmAbort.asking = false;
+    state.asking = false;
     return GetStatus() != 0;
 }
 
 // A command may arrive late, when the window has got its answer already: the first answer counts.
 
 void TextPassword_change(std::string_view text) {
-    if (!FrmAbort.form.Loaded) return;
-    FrmAbort.TextPassword.Text = text;
-    FrmAbort.CmdStop.Enabled = text == FrmAbort.stop_password;
-    if (FrmAbort.CmdStop.Enabled) ++FrmAbort.CmdStop_focused;
+    if (!state.form.Loaded) return;
+    state.TextPassword.Text = text;
+    state.CmdStop.Enabled = text == state.stop_password;
+    if (state.CmdStop.Enabled) ++state.CmdStop_focused;
 }
 
 void CmdStop_click() {
-    if (!FrmAbort.form.Loaded || !FrmAbort.CmdStop.Enabled) return;
-    FrmAbort.stop_result = true;
-    FrmAbort_unload();
+    if (!state.form.Loaded || !state.CmdStop.Enabled) return;
+    state.stop_result = true;
+    unload();
 }
 
 void CmdContinue_click() {
-    if (!FrmAbort.form.Loaded) return;
-    FrmAbort.stop_result = false;
-    FrmAbort_unload();
+    if (!state.form.Loaded) return;
+    state.stop_result = false;
+    unload();
 }
 
-void FrmAbort_unload() {
-    FrmAbort.form.unload();
+void unload() {
+    state.form.unload();
 }
 
-} // namespace tyxo
+} // namespace tyxo::FrmAbort

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-namespace tyxo {
+namespace tyxo::FrmAbort {
 
-struct frmabort_form {
+struct window {
     Form form{.Caption = "stop data logging"};
     Label Lbl_what; ///< what will stop
     Label Label1{.Caption = "To stop data-logging enter password :"};
@@ -24,7 +24,7 @@ struct frmabort_form {
     bool stop_result = false;  ///< the operator chose to stop
 };
 
-inline frmabort_form FrmAbort;
+inline window state;
 
 /// The password to compare with.
 void SetPassword(std::string_view password);
@@ -43,6 +43,6 @@ void CmdStop_click();
 void CmdContinue_click();
 
 /// The window was closed in another way.
-void FrmAbort_unload();
+void unload();
 
-} // namespace tyxo
+} // namespace tyxo::FrmAbort

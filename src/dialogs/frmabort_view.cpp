@@ -21,7 +21,7 @@ constexpr int key_side = 40;
 } // namespace
 
 frmabort_view::frmabort_view(QWidget* parent)
-    : modal_dialog(parent, "FrmAbort", FrmAbort.form, FrmAbort_unload) {
+    : modal_dialog(parent, "FrmAbort", FrmAbort::state.form, FrmAbort::unload) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(dialog_margin, dialog_margin, dialog_margin, dialog_margin);
     rows->setSpacing(dialog_gap);
@@ -36,8 +36,9 @@ frmabort_view::frmabort_view(QWidget* parent)
     buttons->setSpacing(dialog_gap);
     rows->addLayout(buttons);
     buttons->addStretch();
-    CmdStop = add_button("CmdStop", FrmAbort.CmdStop, CmdStop_click, false, *buttons);
-    CmdContinue = add_button("CmdContinue", FrmAbort.CmdContinue, CmdContinue_click, false, *buttons);
+    CmdStop = add_button("CmdStop", FrmAbort::state.CmdStop, FrmAbort::CmdStop_click, false, *buttons);
+    CmdContinue =
+        add_button("CmdContinue", FrmAbort::state.CmdContinue, FrmAbort::CmdContinue_click, false, *buttons);
     for (QPushButton* const button : {CmdStop, CmdContinue}) // a dialog makes one of those its default
         button->setAutoDefault(false);
     rows->setSizeConstraint(QLayout::SetFixedSize);
@@ -48,9 +49,9 @@ void frmabort_view::make_question(QBoxLayout& place) {
     auto* const question = new QVBoxLayout;
     place.addLayout(question, 1);
     question->addStretch();
-    QLabel* const Lbl_what = add_label("Lbl_what", FrmAbort.Lbl_what, *question);
+    QLabel* const Lbl_what = add_label("Lbl_what", FrmAbort::state.Lbl_what, *question);
     Lbl_what->setFont(headline_font(font(), 1.1));
-    Label1 = add_label("Label1", FrmAbort.Label1, *question);
+    Label1 = add_label("Label1", FrmAbort::state.Label1, *question);
     auto* const line = new QHBoxLayout;
     question->addLayout(line);
     question->addStretch();
@@ -59,10 +60,10 @@ void frmabort_view::make_question(QBoxLayout& place) {
     key->setFixedSize(key->sizeHint());
     line->addWidget(key);
     TextPassword = new edit_box(this, "TextPassword", [this](std::string_view text) {
-        TextPassword_change(text);
+        FrmAbort::TextPassword_change(text);
         show_state(); // at once: the next key belongs to the button if the password is right
     });
-    bind(TextPassword, FrmAbort.TextPassword);
+    bind(TextPassword, FrmAbort::state.TextPassword);
     Label1->setBuddy(TextPassword);
     line->addWidget(TextPassword, 1);
 }
@@ -91,7 +92,7 @@ void frmabort_view::show_state() {
     show_name(*TextPassword, Label1->text());
     if (opens()) come_to_front();
     show_form();
-    if (std::exchange(CmdStop_focused_, FrmAbort.CmdStop_focused) != FrmAbort.CmdStop_focused)
+    if (std::exchange(CmdStop_focused_, FrmAbort::state.CmdStop_focused) != FrmAbort::state.CmdStop_focused)
         CmdStop->setFocus();
 }
 

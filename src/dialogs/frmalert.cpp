@@ -11,7 +11,7 @@
 
 #include <string>
 
-namespace tyxo {
+namespace tyxo::FrmAlert {
 
 namespace {
 
@@ -25,31 +25,31 @@ std::string alert_sound_path() {
 }
 
 void dark_phase() {
-    FrmAlert.Lbl_relay.ForeColor = FrmAlert.Lbl_attention.ForeColor = alert_colour::black;
-    FrmAlert.BackColor = alert_colour::light;
-    FrmAlert.Image1_visible = FrmAlert.Image2_visible = false;
+    state.Lbl_relay.ForeColor = state.Lbl_attention.ForeColor = alert_colour::black;
+    state.BackColor = alert_colour::light;
+    state.Image1_visible = state.Image2_visible = false;
 }
 
 void red_phase(const std::string& sound) {
-    FrmAlert.Lbl_relay.ForeColor = FrmAlert.Lbl_attention.ForeColor = alert_colour::red;
+    state.Lbl_relay.ForeColor = state.Lbl_attention.ForeColor = alert_colour::red;
     wake_screen();
     beep();
-    FrmAlert.BackColor = alert_colour::red;
-    FrmAlert.Image1_visible = FrmAlert.Image2_visible = true;
+    state.BackColor = alert_colour::red;
+    state.Image1_visible = state.Image2_visible = true;
     PlaySoundA(sound, snd_filename | snd_nodefault | snd_async);
 }
 
 /// The views that hide the alarm's surroundings. They stay loaded, and nothing shows them again but the
 /// operator.
 void hide_diagrams() {
-    if (frmbarpic.open) frmbarpic.form.Visible = false;
-    if (Frmbarpic2.open) Frmbarpic2.form.Visible = false;
-    if (frmdetailedpic.open) frmdetailedpic.form.Visible = false;
+    if (frmbarpic::state.open) frmbarpic::state.form.Visible = false;
+    if (Frmbarpic2::state.open) Frmbarpic2::state.form.Visible = false;
+    if (frmdetailedpic::state.open) frmdetailedpic::state.form.Visible = false;
 }
 
 void load() {
-    FrmAlert = {};
-    FrmAlert.form.show();
+    state = {};
+    state.form.show();
     timer_alert.Interval(phase_ms);
     timer_alert.Enabled(true);
     sensor::state.alert_open = true;
@@ -64,35 +64,35 @@ void open_alert() {
 }
 
 void show_alert_line(i16 channel) {
-    FrmAlert.lbl_inst[channel].Visible = true;
-    FrmAlert.lbl_inst1[channel].Visible = true;
+    state.lbl_inst[channel].Visible = true;
+    state.lbl_inst1[channel].Visible = true;
 }
 
 void alert_text(i16 channel, std::string_view text) {
-    FrmAlert.lbl_inst1[channel].Caption = text;
+    state.lbl_inst1[channel].Caption = text;
 }
 
 void timer_alert_tick() {
     const std::string sound = alert_sound_path();
-    if (FrmAlert.Lbl_relay.ForeColor == alert_colour::red) {
+    if (state.Lbl_relay.ForeColor == alert_colour::red) {
         dark_phase();
     } else {
         red_phase(sound);
     }
 }
 
-void FrmAlert_activate() {
-    if (!FrmAlert.form.Visible) return; // it was closed while the command waited
+void activate() {
+    if (!state.form.Visible) return; // it was closed while the command waited
     timer_alert.Enabled(true);
 }
 
-void FrmAlert_CmdAck_click() {
-    FrmAlert_unload();
+void CmdAck_click() {
+    unload();
 }
 
-void FrmAlert_unload() {
-    if (!FrmAlert.form.Loaded) return; // the second of two quick clicks
-    FrmAlert = {};
+void unload() {
+    if (!state.form.Loaded) return; // the second of two quick clicks
+    state = {};
     const local_time now = local_now();
     indicators.Text_status.append(stamp_text(now, ' ') + " Mainalarm confirmed by operator!\r\n");
     indicators.Text_status.caret_to_end();
@@ -100,4 +100,4 @@ void FrmAlert_unload() {
     sensor::state.alert_open = false;
 }
 
-} // namespace tyxo
+} // namespace tyxo::FrmAlert

@@ -21,7 +21,9 @@ inline constexpr colour light = 0xE0E0E0;
 /// The sound of the red phase, in the working directory.
 inline constexpr std::string_view alert_sound = "ralarm_1.wav";
 
-struct frmalert_form {
+namespace FrmAlert {
+
+struct window {
     Form form{.Caption = "Mainalarm"};
     colour BackColor = alert_colour::light;
     Label Lbl_attention{.Caption = "ATTENTION"};
@@ -37,10 +39,10 @@ struct frmalert_form {
     bool Image1_visible = false; ///< the alarm pictures
     bool Image2_visible = false;
     Command CmdAck{.Caption = "confirm"};
-    bool operator==(const frmalert_form&) const = default;
+    bool operator==(const window&) const = default;
 };
 
-inline frmalert_form FrmAlert;
+inline window state;
 inline Timer timer_alert; ///< changes the phase
 
 /// Hides the diagram windows that are open and shows the alert. The first red phase begins at once.
@@ -53,11 +55,13 @@ void alert_text(i16 channel, std::string_view text);
 void timer_alert_tick();
 
 /// The window has become the active one.
-void FrmAlert_activate();
+void activate();
 
-void FrmAlert_CmdAck_click();
+void CmdAck_click();
 
 /// The window was closed, by its button or in another way: the alarm is confirmed.
-void FrmAlert_unload();
+void unload();
+
+} // namespace FrmAlert
 
 } // namespace tyxo

@@ -95,7 +95,7 @@ frmalert_view::frmalert_view()
                            Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
       announcer_(new announcer(this)) {
     setObjectName("FrmAlert");
-    setWindowTitle(qt_text(FrmAlert.form.Caption)); // has its name from the start
+    setWindowTitle(qt_text(FrmAlert::state.form.Caption)); // has its name from the start
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(2 * dialog_gap, 2 * dialog_gap, 2 * dialog_gap, 2 * dialog_gap);
     rows->setSpacing(dialog_gap);
@@ -104,10 +104,10 @@ frmalert_view::frmalert_view()
     CmdAck = new confirm_button(this);
     CmdAck->setObjectName("CmdAck");
     CmdAck->setAccessibleName(tr("Confirm the main alarm"));
-    bind(CmdAck, FrmAlert.CmdAck);
+    bind(CmdAck, FrmAlert::state.CmdAck);
     CmdAck->setMinimumWidth(button_width);
     CmdAck->setDefault(true);
-    connect(CmdAck, &QPushButton::clicked, this, desktop::on_view_command(FrmAlert_CmdAck_click));
+    connect(CmdAck, &QPushButton::clicked, this, desktop::on_view_command(FrmAlert::CmdAck_click));
     rows->addWidget(CmdAck, 0, Qt::AlignHCenter);
     rows->setSizeConstraint(QLayout::SetFixedSize);
     show_ground();
@@ -156,12 +156,13 @@ void frmalert_view::make_headline(QBoxLayout& rows) {
         bind(image, visible);
         return image;
     };
-    auto* const Image1 = picture("Image1", "alarm_bell", tr("Alarm bell"), FrmAlert.Image1_visible);
-    auto* const Image2 = picture("Image2", "alarm_engine", tr("Engine in danger"), FrmAlert.Image2_visible);
+    auto* const Image1 = picture("Image1", "alarm_bell", tr("Alarm bell"), FrmAlert::state.Image1_visible);
+    auto* const Image2 =
+        picture("Image2", "alarm_engine", tr("Engine in danger"), FrmAlert::state.Image2_visible);
     Lbl_attention = new alert_plate(this, "Lbl_attention");
     Lbl_relay = new alert_plate(this, "Lbl_relay");
-    bind(Lbl_attention, FrmAlert.Lbl_attention);
-    bind(Lbl_relay, FrmAlert.Lbl_relay);
+    bind(Lbl_attention, FrmAlert::state.Lbl_attention);
+    bind(Lbl_relay, FrmAlert::state.Lbl_relay);
     for (alert_plate* label : {Lbl_attention, Lbl_relay}) {
         label->setAlignment(Qt::AlignCenter);
         words->addWidget(label);
@@ -179,8 +180,8 @@ void frmalert_view::make_lines(QBoxLayout& rows) {
     for (int index = 0; index < channel_count; ++index) {
         lbl_inst[index] = new alert_plate(this, element("lbl_inst", index));
         lbl_inst1[index] = new alert_plate(this, element("lbl_inst1", index));
-        bind(lbl_inst[index], FrmAlert.lbl_inst[index]);
-        bind(lbl_inst1[index], FrmAlert.lbl_inst1[index]);
+        bind(lbl_inst[index], FrmAlert::state.lbl_inst[index]);
+        bind(lbl_inst1[index], FrmAlert::state.lbl_inst1[index]);
         grid->addWidget(lbl_inst[index], index, 0);
         grid->addWidget(lbl_inst1[index], index, 1);
     }
@@ -188,7 +189,7 @@ void frmalert_view::make_lines(QBoxLayout& rows) {
 
 void frmalert_view::show_ground() {
     QPalette colours = palette();
-    colours.setColor(QPalette::Window, qt_colour(FrmAlert.BackColor));
+    colours.setColor(QPalette::Window, qt_colour(FrmAlert::state.BackColor));
     if (colours != palette()) setPalette(colours);
 }
 
@@ -197,7 +198,7 @@ void frmalert_view::say_new_lines() {
     QStringList lines;
     for (std::size_t index = 0; index < said_.size(); ++index) {
         QString line;
-        if (FrmAlert.lbl_inst1[index].Visible)
+        if (FrmAlert::state.lbl_inst1[index].Visible)
             line = lbl_inst[index]->text() + ' ' + lbl_inst1[index]->text();
         if (line == said_[index]) continue;
         said_[index] = line;
@@ -208,18 +209,18 @@ void frmalert_view::say_new_lines() {
 
 void frmalert_view::show_state() {
     keyboard_->leave_locked_window();
-    if (!FrmAlert.form.Visible) {
+    if (!FrmAlert::state.form.Visible) {
         said_ = {};
         if (isVisible()) hide();
         return;
     }
-    const QString caption = qt_text(FrmAlert.form.Caption);
+    const QString caption = qt_text(FrmAlert::state.form.Caption);
     if (windowTitle() != caption) setWindowTitle(caption);
     show_ground();
     show_bound();
     if (!isVisible()) {
         appear();
-    } else if (FrmAlert.BackColor == alert_colour::red) {
+    } else if (FrmAlert::state.BackColor == alert_colour::red) {
         keep_in_front();
     }
     if (keyboard_->is_due()) take_keyboard();
@@ -257,13 +258,13 @@ void frmalert_view::take_keyboard() {
 }
 
 void frmalert_view::reject() {
-    desktop::run_handler(desktop::source::view, FrmAlert_unload);
+    desktop::run_handler(desktop::source::view, FrmAlert::unload);
 }
 
 void frmalert_view::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
     if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
-    desktop::run_handler(desktop::source::view, FrmAlert_activate);
+    desktop::run_handler(desktop::source::view, FrmAlert::activate);
     keyboard_->arrived();
 }
 

@@ -2,25 +2,25 @@
 
 #include <utility>
 
-namespace tyxo {
+namespace tyxo::frmbrowse {
 
 void browse(std::function<void()> chosen) {
-    frmbrowse.chosen = std::move(chosen);
-    frmbrowse.form.show();
+    state.chosen = std::move(chosen);
+    state.form.show();
 }
 
-void frmbrowse_Ok_click(std::string_view path) {
-    frmbrowse.result = path;
+void Ok_click(std::string_view path) {
+    state.result = path;
     const bool closed = path.ends_with('/') || path.ends_with('\\');
-    if (!closed) frmbrowse.result += '/';
-    const auto chosen = std::exchange(frmbrowse.chosen, nullptr);
-    frmbrowse_unload();
+    if (!closed) state.result += '/';
+    const auto chosen = std::exchange(state.chosen, nullptr);
+    unload();
     if (chosen) chosen();
 }
 
-void frmbrowse_unload() {
-    frmbrowse.chosen = nullptr;
-    frmbrowse.form.unload();
+void unload() {
+    state.chosen = nullptr;
+    state.form.unload();
 }
 
-} // namespace tyxo
+} // namespace tyxo::frmbrowse

@@ -27,7 +27,7 @@ constexpr int type_column = 2;
 
 /// Where the browser begins: the folder of the core, else the working directory.
 QString start_folder() {
-    const QString folder = qt_text(frmbrowse.start_folder).replace('\\', '/');
+    const QString folder = qt_text(frmbrowse::state.start_folder).replace('\\', '/');
     return !folder.isEmpty() && QFileInfo(folder).isDir() ? folder : QDir::currentPath();
 }
 
@@ -35,7 +35,7 @@ class folder_window : public QFileDialog {
   public:
     explicit folder_window(QWidget* parent) : QFileDialog(parent) {
         setObjectName("frmbrowse");
-        setWindowTitle(qt_text(frmbrowse.form.Caption));
+        setWindowTitle(qt_text(frmbrowse::state.form.Caption));
         setWindowModality(Qt::WindowModal); // the alert stays usable
         setOption(DontUseNativeDialog);
         setOption(ReadOnly); // nothing can be renamed or deleted here
@@ -70,13 +70,13 @@ class folder_window : public QFileDialog {
         const std::string path = ansi_from_utf8(folder.toStdString());
         const bool storable = qt_text(path) == folder;
         desktop::run_handler(desktop::source::operator_, [path, storable] {
-            if (storable) return frmbrowse_Ok_click(path);
+            if (storable) return frmbrowse::Ok_click(path);
             message_box("This folder's name has letters that the settings cannot hold:\r\n" + path,
                         box_icon::critical);
         });
     }
 
-    void reject() override { desktop::run_handler(desktop::source::operator_, frmbrowse_unload); }
+    void reject() override { desktop::run_handler(desktop::source::operator_, frmbrowse::unload); }
 };
 
 } // namespace
@@ -84,8 +84,8 @@ class folder_window : public QFileDialog {
 frmbrowse_view::frmbrowse_view(QWidget* parent) : parent_(parent) {}
 
 void frmbrowse_view::show_state() {
-    if (frmbrowse.form.Visible == !window_.isNull()) return;
-    if (frmbrowse.form.Visible) {
+    if (frmbrowse::state.form.Visible == !window_.isNull()) return;
+    if (frmbrowse::state.form.Visible) {
         window_ = new folder_window(parent_);
         window_->show();
         return;

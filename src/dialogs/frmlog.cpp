@@ -2,20 +2,24 @@
 
 #include "logging/log_header.h"
 
-namespace tyxo {
+namespace tyxo::Frmlog {
 
-void Lbl_TY_logger_click() {
-    Frmlog = {};
-    Frmlog.Lbllogtype.Caption = "four systems";
-    Frmlog.Lblversion.Caption = log::version;
-    Frmlog.Lbldate.Caption = log::version_date;
-    Frmlog.Lbldev.Caption = "Quarvo engine diagnostics";
-    Frmlog.Lblprog.Caption = "Quarvo software engineering";
-    Frmlog.form.show();
+void Cmd_ok_click() {
+    state.form.unload();
 }
 
-void Frmlog_Cmd_ok_click() {
-    Frmlog.form.unload();
+} // namespace tyxo::Frmlog
+
+namespace tyxo {
+
+void mainfrm::Lbl_TY_logger_click() {
+    Frmlog::state = {};
+    Frmlog::state.Lbllogtype.Caption = "four systems";
+    Frmlog::state.Lblversion.Caption = log::version;
+    Frmlog::state.Lbldate.Caption = log::version_date;
+    Frmlog::state.Lbldev.Caption = "Quarvo engine diagnostics";
+    Frmlog::state.Lblprog.Caption = "Quarvo software engineering";
+    Frmlog::state.form.show();
 }
 
 } // namespace tyxo

@@ -3,9 +3,9 @@
 
 #include "controls/controls.h"
 
-namespace tyxo {
+namespace tyxo::Frmlog {
 
-struct frmlog_form {
+struct window {
     Form form{.Caption = "Software info "};
     Label headline{.Caption = "Quarvo / Tyxo Data Logger Info"};
     Label Lbllogtype;
@@ -16,12 +16,16 @@ struct frmlog_form {
     Command Cmd_ok{.Caption = "ok"};
 };
 
-inline frmlog_form Frmlog;
+inline window state;
+
+/// Also every other way of closing it.
+void Cmd_ok_click();
+
+} // namespace tyxo::Frmlog
+
+namespace tyxo::mainfrm {
 
 /// A click on the program's name in the main window.
 void Lbl_TY_logger_click();
 
-/// Also every other way of closing it.
-void Frmlog_Cmd_ok_click();
-
-} // namespace tyxo
+} // namespace tyxo::mainfrm

@@ -18,11 +18,11 @@ constexpr double headline_size = 1.35; ///< of the usual text
 } // namespace
 
 frmlog_view::frmlog_view(QWidget* parent)
-    : modal_dialog(parent, "Frmlog", Frmlog.form, Frmlog_Cmd_ok_click, desktop::source::view) {
+    : modal_dialog(parent, "Frmlog", Frmlog::state.form, Frmlog::Cmd_ok_click, desktop::source::view) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(dialog_margin, dialog_margin, dialog_margin, dialog_margin);
     rows->setSpacing(dialog_margin);
-    QLabel* const headline = add_label("headline", Frmlog.headline, *rows);
+    QLabel* const headline = add_label("headline", Frmlog::state.headline, *rows);
     headline->setAlignment(Qt::AlignCenter);
     headline->setFont(headline_font(headline->font(), headline_size));
 
@@ -36,16 +36,16 @@ frmlog_view::frmlog_view(QWidget* parent)
     pairs->setHorizontalSpacing(dialog_margin);
     pairs->setColumnStretch(1, 1);
     middle->addLayout(pairs);
-    add_pair("Type:", "Lbllogtype", Frmlog.Lbllogtype, *pairs);
-    add_pair("Version:", "Lblversion", Frmlog.Lblversion, *pairs);
-    add_pair("Date:", "Lbldate", Frmlog.Lbldate, *pairs);
-    add_pair("developed by:", "Lbldev", Frmlog.Lbldev, *pairs);
-    add_pair("programmed by:", "Lblprog", Frmlog.Lblprog, *pairs);
+    add_pair("Type:", "Lbllogtype", Frmlog::state.Lbllogtype, *pairs);
+    add_pair("Version:", "Lblversion", Frmlog::state.Lblversion, *pairs);
+    add_pair("Date:", "Lbldate", Frmlog::state.Lbldate, *pairs);
+    add_pair("developed by:", "Lbldev", Frmlog::state.Lbldev, *pairs);
+    add_pair("programmed by:", "Lblprog", Frmlog::state.Lblprog, *pairs);
 
     auto* const buttons = new QHBoxLayout;
     rows->addLayout(buttons);
     buttons->addStretch();
-    add_button("Cmd_ok", Frmlog.Cmd_ok, Frmlog_Cmd_ok_click, true, *buttons);
+    add_button("Cmd_ok", Frmlog::state.Cmd_ok, Frmlog::Cmd_ok_click, true, *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 

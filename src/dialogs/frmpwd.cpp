@@ -3,43 +3,47 @@
 #include "platform/message_box.h"
 #include "settings/ini.h"
 
-namespace tyxo {
-
-void setup_passwd_click() {
-    frmpwd = {};
-    frmpwd.CmdOK.Enabled = false;
-    frmpwd.form.show();
-}
+namespace tyxo::frmpwd {
 
 void oldpasswd_change(std::string_view text) {
-    frmpwd.oldpasswd.Text = text;
-    frmpwd.CmdOK.Enabled = Ini::ini_read("passwd") == text;
+    state.oldpasswd.Text = text;
+    state.CmdOK.Enabled = Ini::ini_read("passwd") == text;
 }
 
 void newpasswd_change(std::string_view text) {
-    frmpwd.newpasswd.Text = text;
+    state.newpasswd.Text = text;
 }
 
 void newpasswd2_change(std::string_view text) {
-    frmpwd.newpasswd2.Text = text;
+    state.newpasswd2.Text = text;
 }
 
-void frmpwd_CmdOK_click() {
+void CmdOK_click() {
     // A click may arrive late, behind a change of the old password or when the dialog has closed.
-    if (!frmpwd.form.Loaded || !frmpwd.CmdOK.Enabled) return;
-    if (frmpwd.newpasswd.Text != frmpwd.newpasswd2.Text) {
+    if (!state.form.Loaded || !state.CmdOK.Enabled) return;
+    if (state.newpasswd.Text != state.newpasswd2.Text) {
         message_box("New password inputs different !! \r\nPlease enter password again ! ",
                     box_icon::critical);
         return;
     }
     // Looks like a mistake and stays: the stop lock keeps the old one until the program starts anew
     // (StopLock.AChangedPasswordIsValidOnlyAfterTheRestart).
-    Ini::ini_write("passwd", frmpwd.newpasswd.Text);
-    frmpwd_CmdCancel_click();
+    Ini::ini_write("passwd", state.newpasswd.Text);
+    CmdCancel_click();
 }
 
-void frmpwd_CmdCancel_click() {
-    frmpwd.form.unload();
+void CmdCancel_click() {
+    state.form.unload();
+}
+
+} // namespace tyxo::frmpwd
+
+namespace tyxo {
+
+void mainfrm::setup_passwd_click() {
+    frmpwd::state = {};
+    frmpwd::state.CmdOK.Enabled = false;
+    frmpwd::state.form.show();
 }
 
 } // namespace tyxo

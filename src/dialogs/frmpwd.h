@@ -5,9 +5,9 @@
 
 #include <string_view>
 
-namespace tyxo {
+namespace tyxo::frmpwd {
 
-struct frmpwd_form {
+struct window {
     Form form{.Caption = "Setup Password"};
     Frame Frame1{.Caption = "Change password"};
     TextBox oldpasswd;
@@ -17,10 +17,7 @@ struct frmpwd_form {
     Command CmdCancel{.Caption = "Cancel"};
 };
 
-inline frmpwd_form frmpwd;
-
-/// The menu entry: loads the dialog and shows it.
-void setup_passwd_click();
+inline window state;
 
 void oldpasswd_change(std::string_view text);
 void newpasswd_change(std::string_view text);
@@ -28,9 +25,16 @@ void newpasswd2_change(std::string_view text);
 
 /// Stores the new password and closes the dialog, or says that the two inputs differ, in a message box that
 /// waits. A settings file that cannot be written is not noticed here.
-void frmpwd_CmdOK_click();
+void CmdOK_click();
 
 /// Also every other way of closing it.
-void frmpwd_CmdCancel_click();
+void CmdCancel_click();
 
-} // namespace tyxo
+} // namespace tyxo::frmpwd
+
+namespace tyxo::mainfrm {
+
+/// The menu entry: loads the dialog and shows it.
+void setup_passwd_click();
+
+} // namespace tyxo::mainfrm

@@ -19,24 +19,26 @@ constexpr int box_width = 220; // px, at least
 } // namespace
 
 frmpwd_view::frmpwd_view(QWidget* parent)
-    : modal_dialog(parent, "frmpwd", frmpwd.form, frmpwd_CmdCancel_click) {
+    : modal_dialog(parent, "frmpwd", frmpwd::state.form, frmpwd::CmdCancel_click) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(password_margin, password_margin, password_margin, password_margin);
     rows->setSpacing(password_gap);
-    Frame1 = add_frame("Frame1", frmpwd.Frame1, *rows);
+    Frame1 = add_frame("Frame1", frmpwd::state.Frame1, *rows);
     auto* const grid = new QGridLayout(Frame1);
     grid->setContentsMargins(password_margin, password_margin, password_margin, password_margin);
     grid->setHorizontalSpacing(password_margin);
     grid->setVerticalSpacing(password_gap);
-    oldpasswd = add_box("oldpasswd", tr("Enter old password"), frmpwd.oldpasswd, oldpasswd_change, *grid);
-    add_box("newpasswd", tr("Enter new password"), frmpwd.newpasswd, newpasswd_change, *grid);
-    add_box("newpasswd2", tr("Confirm new password"), frmpwd.newpasswd2, newpasswd2_change, *grid);
+    oldpasswd = add_box("oldpasswd", tr("Enter old password"), frmpwd::state.oldpasswd,
+                        frmpwd::oldpasswd_change, *grid);
+    add_box("newpasswd", tr("Enter new password"), frmpwd::state.newpasswd, frmpwd::newpasswd_change, *grid);
+    add_box("newpasswd2", tr("Confirm new password"), frmpwd::state.newpasswd2, frmpwd::newpasswd2_change,
+            *grid);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(password_gap);
     rows->addLayout(buttons);
     buttons->addStretch();
-    add_button("CmdOK", frmpwd.CmdOK, frmpwd_CmdOK_click, true, *buttons);
-    add_button("CmdCancel", frmpwd.CmdCancel, frmpwd_CmdCancel_click, false, *buttons);
+    add_button("CmdOK", frmpwd::state.CmdOK, frmpwd::CmdOK_click, true, *buttons);
+    add_button("CmdCancel", frmpwd::state.CmdCancel, frmpwd::CmdCancel_click, false, *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 

@@ -6,7 +6,7 @@
 #include "link/serial.h"
 #include "platform/debug_output.h"
 
-namespace tyxo {
+namespace tyxo::FrmResetInhTime {
 
 namespace {
 
@@ -20,23 +20,27 @@ void record_restart(i16 channel) {
 
 } // namespace
 
-void Lbl_alminhibit_click(i16 channel) {
-    sensor::state.inhibit_reset_channel = channel;
-    FrmResetInhTime = {};
-    FrmResetInhTime.form.show();
-}
-
 void CmdDo_click() {
-    if (!FrmResetInhTime.form.Loaded) return; // the second of two quick clicks, or behind "Cancel"
+    if (!state.form.Loaded) return; // the second of two quick clicks, or behind "Cancel"
     const i16 channel = sensor::state.inhibit_reset_channel;
     // What the operator did is recorded, and the dialog closes, whether the command reached the line or not.
     const auto why = attempt([&] { serial::frame_send(restart_command, channel); },
-                             [&] { record_restart(channel); }, FrmResetInhTime_CmdCancel_click);
+                             [&] { record_restart(channel); }, CmdCancel_click);
     if (why) debug_output(*why);
 }
 
-void FrmResetInhTime_CmdCancel_click() {
-    FrmResetInhTime.form.unload();
+void CmdCancel_click() {
+    state.form.unload();
+}
+
+} // namespace tyxo::FrmResetInhTime
+
+namespace tyxo {
+
+void mainfrm::Lbl_alminhibit_click(i16 channel) {
+    sensor::state.inhibit_reset_channel = channel;
+    FrmResetInhTime::state = {};
+    FrmResetInhTime::state.form.show();
 }
 
 } // namespace tyxo

@@ -19,19 +19,20 @@ QString channel_title(i16 channel) {
 } // namespace
 
 frmresetinhtime_view::frmresetinhtime_view(QWidget* parent)
-    : modal_dialog(parent, "FrmResetInhTime", FrmResetInhTime.form, FrmResetInhTime_CmdCancel_click) {
+    : modal_dialog(parent, "FrmResetInhTime", FrmResetInhTime::state.form, FrmResetInhTime::CmdCancel_click) {
     auto* const rows = new QVBoxLayout(this);
     rows->setContentsMargins(dialog_margin, dialog_margin, dialog_margin, dialog_gap);
     rows->setSpacing(dialog_gap);
-    QLabel* const Label1 = add_label("Label1", FrmResetInhTime.Label1, *rows);
+    QLabel* const Label1 = add_label("Label1", FrmResetInhTime::state.Label1, *rows);
     channel_ = add_label("Lbl_channel", *rows);
     for (QLabel* label : {Label1, channel_})
         label->setAlignment(Qt::AlignCenter);
     auto* const buttons = new QHBoxLayout;
     buttons->setSpacing(dialog_gap);
     rows->addLayout(buttons);
-    CmdDo = add_button("CmdDo", FrmResetInhTime.CmdDo, CmdDo_click, true, *buttons);
-    add_button("CmdCancel", FrmResetInhTime.CmdCancel, FrmResetInhTime_CmdCancel_click, false, *buttons);
+    CmdDo = add_button("CmdDo", FrmResetInhTime::state.CmdDo, FrmResetInhTime::CmdDo_click, true, *buttons);
+    add_button("CmdCancel", FrmResetInhTime::state.CmdCancel, FrmResetInhTime::CmdCancel_click, false,
+               *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 

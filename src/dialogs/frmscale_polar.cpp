@@ -6,7 +6,7 @@
 #include "settings/ini.h"
 #include "settings/settings.h"
 
-namespace tyxo {
+namespace tyxo::frmscale_polar {
 
 namespace {
 
@@ -31,7 +31,7 @@ void choose(const std::array<choice_row<Value>, N>& choices, std::size_t index, 
 }
 
 void load() {
-    frmscale_polar_form& dialog = frmscale_polar;
+    window& dialog = state;
     dialog.Opt_scale = option_of(scale_choices, sensor::state.scale_polar_a);
     dialog.Opt_scale_t = option_of(scale_choices, sensor::state.scale_polar_t);
     dialog.Opt_refr = option_of(refresh_choices, sensor::state.upd_periode);
@@ -44,26 +44,21 @@ void load() {
 
 } // namespace
 
-void setup_scale_click() {
-    load();
-    frmscale_polar.form.show();
-}
-
 void Opt_scale_click(std::size_t index) {
-    choose(scale_choices, index, sensor::state.scale_polar_a, frmscale_polar.Opt_scale);
+    choose(scale_choices, index, sensor::state.scale_polar_a, state.Opt_scale);
 }
 
 void Opt_scale_t_click(std::size_t index) {
-    choose(scale_choices, index, sensor::state.scale_polar_t, frmscale_polar.Opt_scale_t);
+    choose(scale_choices, index, sensor::state.scale_polar_t, state.Opt_scale_t);
 }
 
 void Opt_refr_click(std::size_t index) {
     // The charts' timer follows with its next start.
-    choose(refresh_choices, index, sensor::state.upd_periode, frmscale_polar.Opt_refr);
+    choose(refresh_choices, index, sensor::state.upd_periode, state.Opt_refr);
 }
 
 void Opt_logtime_click(std::size_t index) {
-    choose(log_period_choices, index, settings.log_mode, frmscale_polar.Opt_logtime);
+    choose(log_period_choices, index, settings.log_mode, state.Opt_logtime);
 }
 
 void cmd_default_click() {
@@ -73,17 +68,26 @@ void cmd_default_click() {
     load();
 }
 
-void frmscale_polar_Cmd_ok_click() {
+void Cmd_ok_click() {
     const Ini::one_change all_keys;
     Ini::ini_write("scale_polar_a", signed_form(sensor::state.scale_polar_a));
     Ini::ini_write("scale_polar_t", signed_form(sensor::state.scale_polar_t));
     Ini::ini_write("log_mode", signed_form(settings.log_mode));
     Ini::ini_write("upd_periode", signed_form(sensor::state.upd_periode));
-    frmscale_polar_unload();
+    unload();
 }
 
-void frmscale_polar_unload() {
-    frmscale_polar.form.unload();
+void unload() {
+    state.form.unload();
+}
+
+} // namespace tyxo::frmscale_polar
+
+namespace tyxo {
+
+void mainfrm::setup_scale_click() {
+    frmscale_polar::load();
+    frmscale_polar::state.form.show();
 }
 
 } // namespace tyxo

@@ -44,7 +44,9 @@ inline constexpr std::array<choice_row<i16>, 2> log_period_choices{{
 /// The selected option of an array; none for a value that is not among the choices.
 using selection = std::optional<std::size_t>;
 
-struct frmscale_polar_form {
+namespace frmscale_polar {
+
+struct window {
     Form form{.Caption = "Setup scales"};
     Frame Frame1{.Caption = "Scale polardisplay"};
     Frame Frame_scale_a{.Caption = "Scale Angle acceleration"};
@@ -59,10 +61,7 @@ struct frmscale_polar_form {
     Command Cmd_ok{.Caption = "OK"};
 };
 
-inline frmscale_polar_form frmscale_polar;
-
-/// The menu entry: loads the dialog and shows it. While anything measures, the values can only be looked at.
-void setup_scale_click();
+inline window state;
 
 /// An option was selected. Failure: there is no such option.
 void Opt_scale_click(std::size_t index);
@@ -74,9 +73,18 @@ void Opt_logtime_click(std::size_t index);
 void cmd_default_click();
 
 /// Stores the four values, also while anything measures, and closes the dialog.
-void frmscale_polar_Cmd_ok_click();
+void Cmd_ok_click();
 
 /// The dialog was closed in another way.
-void frmscale_polar_unload();
+void unload();
+
+} // namespace frmscale_polar
+
+namespace mainfrm {
+
+/// The menu entry: loads the dialog and shows it. While anything measures, the values can only be looked at.
+void setup_scale_click();
+
+} // namespace mainfrm
 
 } // namespace tyxo

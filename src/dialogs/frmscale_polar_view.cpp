@@ -37,19 +37,21 @@ void add_options(option_array& options, QGroupBox& place, const Frame& frame, QB
 } // namespace
 
 frmscale_polar_view::frmscale_polar_view(QWidget* parent)
-    : modal_dialog(parent, "frmscale_polar", frmscale_polar.form, frmscale_polar_unload),
-      Opt_scale(this, "Opt_scale", Opt_scale_click), Opt_scale_t(this, "Opt_scale_t", Opt_scale_t_click),
-      Opt_refr(this, "Opt_refr", Opt_refr_click), Opt_logtime(this, "Opt_logtime", Opt_logtime_click) {
+    : modal_dialog(parent, "frmscale_polar", frmscale_polar::state.form, frmscale_polar::unload),
+      Opt_scale(this, "Opt_scale", frmscale_polar::Opt_scale_click),
+      Opt_scale_t(this, "Opt_scale_t", frmscale_polar::Opt_scale_t_click),
+      Opt_refr(this, "Opt_refr", frmscale_polar::Opt_refr_click),
+      Opt_logtime(this, "Opt_logtime", frmscale_polar::Opt_logtime_click) {
     auto* const rows = new QVBoxLayout(this);
-    QGroupBox* const Frame1 = add_frame("Frame1", frmscale_polar.Frame1, *rows);
+    QGroupBox* const Frame1 = add_frame("Frame1", frmscale_polar::state.Frame1, *rows);
     auto* const outer = new QVBoxLayout(Frame1);
     outer->setSpacing(frame_gap);
     make_scales(*outer);
     make_times(*outer);
-    bind(&Opt_scale, frmscale_polar.Opt_scale);
-    bind(&Opt_scale_t, frmscale_polar.Opt_scale_t);
-    bind(&Opt_refr, frmscale_polar.Opt_refr);
-    bind(&Opt_logtime, frmscale_polar.Opt_logtime);
+    bind(&Opt_scale, frmscale_polar::state.Opt_scale);
+    bind(&Opt_scale_t, frmscale_polar::state.Opt_scale_t);
+    bind(&Opt_refr, frmscale_polar::state.Opt_refr);
+    bind(&Opt_logtime, frmscale_polar::state.Opt_logtime);
     locked_ = add_label("Lbl_locked", *rows);
     locked_->setText(tr("The values are locked. Stop all channels first."));
     make_buttons(*rows);
@@ -60,12 +62,12 @@ void frmscale_polar_view::make_scales(QVBoxLayout& outer) {
     auto* const row = new QHBoxLayout;
     row->setSpacing(frame_gap);
     outer.addLayout(row);
-    QGroupBox* const Frame_scale_a = add_frame("Frame_scale_a", frmscale_polar.Frame_scale_a, *row);
-    QGroupBox* const Frame_scale_t = add_frame("Frame_scale_t", frmscale_polar.Frame_scale_t, *row);
+    QGroupBox* const Frame_scale_a = add_frame("Frame_scale_a", frmscale_polar::state.Frame_scale_a, *row);
+    QGroupBox* const Frame_scale_t = add_frame("Frame_scale_t", frmscale_polar::state.Frame_scale_t, *row);
     for (QGroupBox* frame : {Frame_scale_a, Frame_scale_t})
         frame->setMinimumWidth(scale_frame_width);
-    add_scale_options(Opt_scale, *Frame_scale_a, frmscale_polar.Frame_scale_a);
-    add_scale_options(Opt_scale_t, *Frame_scale_t, frmscale_polar.Frame_scale_t);
+    add_scale_options(Opt_scale, *Frame_scale_a, frmscale_polar::state.Frame_scale_a);
+    add_scale_options(Opt_scale_t, *Frame_scale_t, frmscale_polar::state.Frame_scale_t);
 }
 
 void frmscale_polar_view::add_scale_options(option_array& options, QGroupBox& place, const Frame& frame) {
@@ -89,24 +91,26 @@ void frmscale_polar_view::add_scale_options(option_array& options, QGroupBox& pl
 }
 
 void frmscale_polar_view::make_times(QVBoxLayout& outer) {
-    QGroupBox* const Frame_refresh = add_frame("Frame_refresh", frmscale_polar.Frame_refresh, outer);
+    QGroupBox* const Frame_refresh = add_frame("Frame_refresh", frmscale_polar::state.Frame_refresh, outer);
     auto* const refresh = new QHBoxLayout(Frame_refresh);
-    add_options(Opt_refr, *Frame_refresh, frmscale_polar.Frame_refresh, *refresh, refresh_choices);
-    QGroupBox* const Frame_logtime = add_frame("Frame_logtime", frmscale_polar.Frame_logtime, outer);
+    add_options(Opt_refr, *Frame_refresh, frmscale_polar::state.Frame_refresh, *refresh, refresh_choices);
+    QGroupBox* const Frame_logtime = add_frame("Frame_logtime", frmscale_polar::state.Frame_logtime, outer);
     auto* const log_period = new QHBoxLayout(Frame_logtime);
-    add_options(Opt_logtime, *Frame_logtime, frmscale_polar.Frame_logtime, *log_period, log_period_choices);
+    add_options(Opt_logtime, *Frame_logtime, frmscale_polar::state.Frame_logtime, *log_period,
+                log_period_choices);
 }
 
 void frmscale_polar_view::make_buttons(QVBoxLayout& outer) {
     auto* const row = new QHBoxLayout;
     outer.addLayout(row);
-    add_button("cmd_default", frmscale_polar.cmd_default, cmd_default_click, false, *row);
+    add_button("cmd_default", frmscale_polar::state.cmd_default, frmscale_polar::cmd_default_click, false,
+               *row);
     row->addStretch();
-    add_button("Cmd_ok", frmscale_polar.Cmd_ok, frmscale_polar_Cmd_ok_click, true, *row);
+    add_button("Cmd_ok", frmscale_polar::state.Cmd_ok, frmscale_polar::Cmd_ok_click, true, *row);
 }
 
 void frmscale_polar_view::show_state() {
-    show_on(*locked_, !frmscale_polar.Frame_scale_a.Enabled);
+    show_on(*locked_, !frmscale_polar::state.Frame_scale_a.Enabled);
     modal_dialog::show_state();
 }
 

@@ -9,7 +9,7 @@
 
 #include <cmath>
 
-namespace tyxo {
+namespace tyxo::frmselectprint {
 
 namespace {
 
@@ -32,71 +32,75 @@ std::string window_text(bool frozen) {
     const std::string& chosen = at(charts.Lbl_opt_res, charts.opt_res).Caption;
     if (!frozen) return chosen;
     constexpr double ms_per_day = 86'400'000;
-    const std::int64_t span = shown_rows(frmselectprint.print_channel).span();
+    const std::int64_t span = shown_rows(state.print_channel).span();
     for (const time_resolution& choice : time_resolutions)
         if (std::llround(choice.span * ms_per_day) == span) return std::string(choice.caption);
     return chosen;
 }
 
 void tell_what_prints() {
-    const std::string number = channel_number(frmselectprint.print_channel);
-    std::string& text = frmselectprint.LblPrint.Caption;
-    if (frmselectprint.print_channel >= sensor::state.max_sensors) {
+    const std::string number = channel_number(state.print_channel);
+    std::string& text = state.LblPrint.Caption;
+    if (state.print_channel >= sensor::state.max_sensors) {
         text = "Channel " + number + " is not installed";
         return;
     }
-    const bool frozen = charts.chart[frmselectprint.print_channel].Frozen;
+    const bool frozen = charts.chart[state.print_channel].Frozen;
     text = "Prints channel " + number + ", the last " + window_text(frozen);
     if (frozen) text += ", frozen";
 }
 
 void load() {
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        Command& option = frmselectprint.optPrint[channel];
+        Command& option = state.optPrint[channel];
         option.Caption = channel_number(channel) + ":   " + sensor::state.channels[channel].location;
         option.Enabled = channel < sensor::state.max_sensors;
     }
-    frmselectprint.selected.reset();
-    if (frmselectprint.print_channel < sensor::state.max_sensors)
-        frmselectprint.selected = static_cast<std::size_t>(frmselectprint.print_channel);
+    state.selected.reset();
+    if (state.print_channel < sensor::state.max_sensors)
+        state.selected = static_cast<std::size_t>(state.print_channel);
     tell_what_prints();
 }
 
 void close() {
-    frmselectprint.form.unload();
+    state.form.unload();
 }
 
 } // namespace
 
-void prt_click() {
-    load();
-    frmselectprint.form.show();
-}
-
 void optPrint_click(std::size_t index) {
-    if (index >= frmselectprint.optPrint.size()) failures::subscript();
-    frmselectprint.print_channel = narrow<i16>(index);
-    frmselectprint.selected = index;
+    if (index >= state.optPrint.size()) failures::subscript();
+    state.print_channel = narrow<i16>(index);
+    state.selected = index;
     tell_what_prints();
 }
 
-void frmselectprint_Cmd_ok_click() {
+void Cmd_ok_click() {
     close(); // the printer's own dialog is the next
-    printplot(frmselectprint.print_channel);
+    mainfrm::printplot(state.print_channel);
 }
 
 void cmd_cancel_click() {
     close();
 }
 
-void printplot(i16 channel) {
+} // namespace tyxo::frmselectprint
+
+namespace tyxo {
+
+void mainfrm::prt_click() {
+    frmselectprint::load();
+    frmselectprint::state.form.show();
+}
+
+void mainfrm::printplot(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
     chart.PrintFlag = true;
     chart.PrintMode = 1;
     chart.PrintFontName = "arial";
     chart.PrintFontSize = 12;
     chart.PrintFontBold = true;
-    title_lines title(chart);
+    frmselectprint::title_lines title(chart);
     title.add(" ");
     title.add("Sensor " + channel_number(channel) + ":  " + sensor::channel_at(channel).location);
     title.add(" ");

@@ -8,9 +8,9 @@
 #include <cstddef>
 #include <optional>
 
-namespace tyxo {
+namespace tyxo::frmselectprint {
 
-struct frmselectprint_form {
+struct window {
     Form form{.Caption = "Select print"};
     Label Lblprintheader{.Caption = "xy - diagram printout"};
     Frame Frmprint{.Caption = "Sensor select"};
@@ -22,22 +22,25 @@ struct frmselectprint_form {
     i16 print_channel = 0; ///< 0 to 3, kept between uses of the dialog
 };
 
-inline frmselectprint_form frmselectprint;
-
-/// The menu entry: loads the dialog and shows it.
-void prt_click();
+inline window state;
 
 /// A channel was chosen. Failure: there is no such channel.
 void optPrint_click(std::size_t index);
 
 /// Closes the dialog and prints the chart of the print channel, see `printplot`.
-void frmselectprint_Cmd_ok_click();
+void Cmd_ok_click();
 
 /// Closes the dialog; the choice stays.
 void cmd_cancel_click();
 
+} // namespace tyxo::frmselectprint
+
+namespace tyxo::mainfrm {
+
+/// The menu entry: loads the dialog and shows it.
+void prt_click();
 /// Prints the chart of a channel: what it shows, under its title lines. Waits for the operator as
 /// `print_chart` does. Failure: there is no such channel.
 void printplot(i16 channel);
 
-} // namespace tyxo
+} // namespace tyxo::mainfrm

@@ -29,34 +29,35 @@ void emphasise(QLabel& label) {
 } // namespace
 
 frmselectprint_view::frmselectprint_view(QWidget* parent)
-    : modal_dialog(parent, "frmselectprint", frmselectprint.form, cmd_cancel_click),
-      optPrint(this, "optPrint", optPrint_click) {
+    : modal_dialog(parent, "frmselectprint", frmselectprint::state.form, frmselectprint::cmd_cancel_click),
+      optPrint(this, "optPrint", frmselectprint::optPrint_click) {
     auto* const rows = new QVBoxLayout(this);
-    emphasise(*add_label("Lblprintheader", frmselectprint.Lblprintheader, *rows));
+    emphasise(*add_label("Lblprintheader", frmselectprint::state.Lblprintheader, *rows));
     rows->addSpacing(print_gap);
-    QGroupBox* const Frmprint = add_frame("Frmprint", frmselectprint.Frmprint, *rows);
+    QGroupBox* const Frmprint = add_frame("Frmprint", frmselectprint::state.Frmprint, *rows);
     Frmprint->setMinimumWidth(least_width);
     auto* const options = new QVBoxLayout(Frmprint);
-    for (std::size_t index = 0; index < frmselectprint.optPrint.size(); ++index)
+    for (std::size_t index = 0; index < frmselectprint::state.optPrint.size(); ++index)
         options->addWidget(optPrint.add(Frmprint));
-    bind(&optPrint, frmselectprint.selected);
-    add_label("LblPrint", frmselectprint.LblPrint, *rows);
+    bind(&optPrint, frmselectprint::state.selected);
+    add_label("LblPrint", frmselectprint::state.LblPrint, *rows);
     rows->addSpacing(print_gap);
     auto* const buttons = new QHBoxLayout;
     rows->addLayout(buttons);
     buttons->addStretch();
     const auto print = [this] {
         hide(); // the printer's own dialog opens before this command has ended
-        frmselectprint_Cmd_ok_click();
+        frmselectprint::Cmd_ok_click();
     };
-    add_button("Cmd_ok", frmselectprint.Cmd_ok, print, true, *buttons);
-    add_button("cmd_cancel", frmselectprint.cmd_cancel, cmd_cancel_click, false, *buttons);
+    add_button("Cmd_ok", frmselectprint::state.Cmd_ok, print, true, *buttons);
+    add_button("cmd_cancel", frmselectprint::state.cmd_cancel, frmselectprint::cmd_cancel_click, false,
+               *buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 void frmselectprint_view::show_state() {
-    for (std::size_t index = 0; index < frmselectprint.optPrint.size(); ++index) {
-        Command option = frmselectprint.optPrint[index];
+    for (std::size_t index = 0; index < frmselectprint::state.optPrint.size(); ++index) {
+        Command option = frmselectprint::state.optPrint[index];
         double_ampersands(option.Caption);
         show_on(*optPrint[index], option);
     }

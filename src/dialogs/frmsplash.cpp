@@ -2,18 +2,22 @@
 
 #include "logging/log_header.h"
 
-namespace tyxo {
+namespace tyxo::frmSplash {
 
-void about_click() {
-    frmSplash = {};
-    frmSplash.lblVersion.Caption = std::string(log::version) + "    " + std::string(log::version_date);
-    frmSplash.lblProductName.Caption = "Quarvo / Tyxo Data Logger";
-    frmSplash.lbllogo.Caption = "Watches up to four engines, day and night";
-    frmSplash.form.show();
+void unload() {
+    state.form.unload();
 }
 
-void frmSplash_unload() {
-    frmSplash.form.unload();
+} // namespace tyxo::frmSplash
+
+namespace tyxo {
+
+void mainfrm::about_click() {
+    frmSplash::state = {};
+    frmSplash::state.lblVersion.Caption = std::string(log::version) + "    " + std::string(log::version_date);
+    frmSplash::state.lblProductName.Caption = "Quarvo / Tyxo Data Logger";
+    frmSplash::state.lbllogo.Caption = "Watches up to four engines, day and night";
+    frmSplash::state.form.show();
 }
 
 } // namespace tyxo

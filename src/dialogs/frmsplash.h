@@ -3,9 +3,9 @@
 
 #include "controls/controls.h"
 
-namespace tyxo {
+namespace tyxo::frmSplash {
 
-struct frmsplash_form {
+struct window {
     Form form{.Caption = "About"};
     Frame Frame1;
     Label lblVersion;
@@ -13,12 +13,16 @@ struct frmsplash_form {
     Label lbllogo;
 };
 
-inline frmsplash_form frmSplash;
+inline window state;
+
+/// A key was pressed, or the window was clicked, or closed in another way.
+void unload();
+
+} // namespace tyxo::frmSplash
+
+namespace tyxo::mainfrm {
 
 /// The menu entry.
 void about_click();
 
-/// A key was pressed, or the window was clicked, or closed in another way.
-void frmSplash_unload();
-
-} // namespace tyxo
+} // namespace tyxo::mainfrm

@@ -26,9 +26,9 @@ bool is_modifier(int key) {
 } // namespace
 
 frmsplash_view::frmsplash_view(QWidget* parent)
-    : modal_dialog(parent, "frmSplash", frmSplash.form, frmSplash_unload, desktop::source::view) {
+    : modal_dialog(parent, "frmSplash", frmSplash::state.form, frmSplash::unload, desktop::source::view) {
     auto* const rows = new QVBoxLayout(this);
-    Frame1 = add_frame("Frame1", frmSplash.Frame1, *rows);
+    Frame1 = add_frame("Frame1", frmSplash::state.Frame1, *rows);
     auto* const row = new QHBoxLayout(Frame1);
     row->setContentsMargins(splash_margin, splash_margin, splash_margin, splash_margin);
     row->setSpacing(splash_gap);
@@ -38,10 +38,10 @@ frmsplash_view::frmsplash_view(QWidget* parent)
     auto* const texts = new QVBoxLayout;
     row->addLayout(texts);
     texts->addStretch();
-    QLabel* const lblProductName = add_label("lblProductName", frmSplash.lblProductName, *texts);
-    add_label("lblVersion", frmSplash.lblVersion, *texts);
+    QLabel* const lblProductName = add_label("lblProductName", frmSplash::state.lblProductName, *texts);
+    add_label("lblVersion", frmSplash::state.lblVersion, *texts);
     texts->addSpacing(splash_gap / 2);
-    add_label("lbllogo", frmSplash.lbllogo, *texts);
+    add_label("lbllogo", frmSplash::state.lbllogo, *texts);
     texts->addStretch();
     lblProductName->setFont(headline_font(lblProductName->font(), product_name_size));
     setAccessibleDescription(tr("Any key or a click closes this window"));

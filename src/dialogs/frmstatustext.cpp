@@ -2,20 +2,24 @@
 
 #include "link/indicators.h"
 
-namespace tyxo {
-
-void Text_status_dblclick() {
-    frmstatustext = {};
-    Cmdrefresh_click();
-    frmstatustext.form.show();
-}
+namespace tyxo::frmstatustext {
 
 void Cmdrefresh_click() {
-    frmstatustext.Text_status.Text = indicators.Text_status.text();
+    state.Text_status.Text = indicators.Text_status.text();
 }
 
 void Cmdclose_click() {
-    frmstatustext.form.unload();
+    state.form.unload();
+}
+
+} // namespace tyxo::frmstatustext
+
+namespace tyxo {
+
+void mainfrm::Text_status_dblclick() {
+    frmstatustext::state = {};
+    frmstatustext::Cmdrefresh_click();
+    frmstatustext::state.form.show();
 }
 
 } // namespace tyxo

@@ -3,23 +3,27 @@
 
 #include "controls/controls.h"
 
-namespace tyxo {
+namespace tyxo::frmstatustext {
 
-struct frmstatustext_form {
+struct window {
     Form form{.Caption = "Status window"};
     TextBox Text_status;
     Command Cmdrefresh{.Caption = "Refresh"};
     Command Cmdclose{.Caption = "Close"};
 };
 
-inline frmstatustext_form frmstatustext;
-
-/// A double click on the status text of the main window.
-void Text_status_dblclick();
+inline window state;
 
 void Cmdrefresh_click();
 
 /// Also every other way of closing it.
 void Cmdclose_click();
 
-} // namespace tyxo
+} // namespace tyxo::frmstatustext
+
+namespace tyxo::mainfrm {
+
+/// A double click on the status text of the main window.
+void Text_status_dblclick();
+
+} // namespace tyxo::mainfrm

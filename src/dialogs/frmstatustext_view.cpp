@@ -17,7 +17,8 @@ constexpr QSize usual_status_size(900, 600);
 } // namespace
 
 frmstatustext_view::frmstatustext_view(QWidget* parent)
-    : modal_dialog(parent, "frmstatustext", frmstatustext.form, Cmdclose_click, desktop::source::view),
+    : modal_dialog(parent, "frmstatustext", frmstatustext::state.form, frmstatustext::Cmdclose_click,
+                   desktop::source::view),
       Text_status(new QPlainTextEdit(this)) {
     auto* const rows = new QVBoxLayout(this);
     Text_status->setObjectName("Text_status");
@@ -30,21 +31,22 @@ frmstatustext_view::frmstatustext_view(QWidget* parent)
     auto* const buttons = new QHBoxLayout;
     rows->addLayout(buttons);
     buttons->addStretch();
-    add_button("Cmdrefresh", frmstatustext.Cmdrefresh, Cmdrefresh_click, false, *buttons);
-    add_button("Cmdclose", frmstatustext.Cmdclose, Cmdclose_click, true, *buttons);
+    add_button("Cmdrefresh", frmstatustext::state.Cmdrefresh, frmstatustext::Cmdrefresh_click, false,
+               *buttons);
+    add_button("Cmdclose", frmstatustext::state.Cmdclose, frmstatustext::Cmdclose_click, true, *buttons);
     setSizeGripEnabled(true);
     resize(usual_status_size);
 }
 
 void frmstatustext_view::show_text() {
-    shown_ = frmstatustext.Text_status.Text;
+    shown_ = frmstatustext::state.Text_status.Text;
     Text_status->setPlainText(qt_text(shown_));
     Text_status->moveCursor(QTextCursor::End);
     Text_status->verticalScrollBar()->setValue(Text_status->verticalScrollBar()->maximum());
 }
 
 void frmstatustext_view::show_state() {
-    const frmstatustext_form& window = frmstatustext;
+    const frmstatustext::window& window = frmstatustext::state;
     const bool opened = opens();
     modal_dialog::show_state();
     if (opened) Text_status->setFocus();

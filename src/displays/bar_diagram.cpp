@@ -73,7 +73,7 @@ struct bar_kind {
 };
 
 const bar_kind speed_kind{
-    frmbarpic,
+    frmbarpic::state,
     sensor::state.bar_channel_angacc,
     "Speed difference diagram ",
     "Cylinder speed difference diagram",
@@ -89,7 +89,7 @@ const bar_kind speed_kind{
 };
 
 const bar_kind thermo_kind{
-    Frmbarpic2,
+    Frmbarpic2::state,
     sensor::state.bar_channel_thermo,
     "Thermosignal difference diagram ",
     "Cylinder thermosignal difference diagram",
@@ -105,7 +105,7 @@ const bar_kind thermo_kind{
 };
 
 const bar_kind& kind_of(const bar_form& bars) {
-    return &bars == &frmbarpic ? speed_kind : thermo_kind;
+    return &bars == &frmbarpic::state ? speed_kind : thermo_kind;
 }
 
 channel_rec& selected_record(const bar_kind& kind) {
@@ -227,11 +227,11 @@ void open(const bar_kind& kind, i16 channel) {
 
 } // namespace
 
-void Cmd_diagramm_click(i16 channel) {
+void mainfrm::Cmd_diagramm_click(i16 channel) {
     open(speed_kind, channel);
 }
 
-void Cmd_diagramm2_click(i16 channel) {
+void mainfrm::Cmd_diagramm2_click(i16 channel) {
     open(thermo_kind, channel);
 }
 
@@ -255,12 +255,12 @@ void bar_form_unload(bar_form& bars) {
     bars = {};
 }
 
-void frmbarpic_unload() {
-    bar_form_unload(frmbarpic);
+void frmbarpic::unload() {
+    bar_form_unload(frmbarpic::state);
 }
 
-void Frmbarpic2_unload() {
-    bar_form_unload(Frmbarpic2);
+void Frmbarpic2::unload() {
+    bar_form_unload(Frmbarpic2::state);
 }
 
 } // namespace tyxo

@@ -22,8 +22,18 @@ struct bar_form {
     Label Lbl_mtyp2;
 };
 
-inline bar_form frmbarpic;  ///< speed
-inline bar_form Frmbarpic2; ///< thermosignal
+/// Speed.
+namespace frmbarpic {
+inline bar_form state;
+/// The window was closed: no channel is shown any more.
+void unload();
+} // namespace frmbarpic
+
+/// Thermosignal.
+namespace Frmbarpic2 {
+inline bar_form state;
+void unload();
+} // namespace Frmbarpic2
 
 /// Places of the design, in pixels of the window's client area.
 namespace bar_design {
@@ -36,12 +46,6 @@ inline constexpr double mtyp1_left = 8;
 inline constexpr double mtyp2_left = 100;
 } // namespace bar_design
 
-/// The panel's buttons "Speed difference" and "Thermosignal difference": select the channel and show the
-/// window, or a message box that waits while the channel's parameters are unknown; the channel stays selected
-/// then.
-void Cmd_diagramm_click(i16 channel);
-void Cmd_diagramm2_click(i16 channel);
-
 /// A new curve of the diagram's channel has come: its bars. The form is loaded when it is not, and stays
 /// hidden. Failure: as told in link/cylinder_values.h; the plot keeps its last bars.
 void refresh_speed_bars();
@@ -52,7 +56,15 @@ void bar_form_activate(bar_form& bars);
 
 /// The window was closed: no channel is shown any more.
 void bar_form_unload(bar_form& bars);
-void frmbarpic_unload();
-void Frmbarpic2_unload();
+
+namespace mainfrm {
+
+/// The panel's buttons "Speed difference" and "Thermosignal difference": select the channel and show the
+/// window, or a message box that waits while the channel's parameters are unknown; the channel stays selected
+/// then.
+void Cmd_diagramm_click(i16 channel);
+void Cmd_diagramm2_click(i16 channel);
+
+} // namespace mainfrm
 
 } // namespace tyxo

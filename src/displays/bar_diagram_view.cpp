@@ -55,7 +55,7 @@ double on_page(double place) {
 bar_diagram_view::bar_diagram_view(bar_form& form, const char* name, QWidget* parent)
     : QWidget(parent, Qt::Window), form_(form), plot_(new bar_plot_view(this)) {
     setObjectName(name);
-    plot_->setObjectName(&form == &frmbarpic ? "iPlotX_angle" : "iPlotX_thermo");
+    plot_->setObjectName(&form == &frmbarpic::state ? "iPlotX_angle" : "iPlotX_thermo");
     bind(plot_, form.plot);
     for (std::size_t index = 0; index < Lbl_bar.size(); ++index) {
         Lbl_bar[index] = make_label(element("Lbl_bar", static_cast<int>(index)), form.Lbl_bar[index]);

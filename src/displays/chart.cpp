@@ -94,7 +94,7 @@ void thaw(i16 channel) {
 
 } // namespace
 
-void opt_res_click(std::size_t index) {
+void mainfrm::opt_res_click(std::size_t index) {
     charts.opt_res = index;
     for (const time_resolution& choice : time_resolutions) {
         if (choice.caption != at(charts.Lbl_opt_res, static_cast<i32>(index)).Caption) continue;
@@ -109,7 +109,7 @@ void setup_time_resolution() {
     for (std::size_t index = 0; index < time_resolutions.size(); ++index) {
         charts.Lbl_opt_res[index].Caption = time_resolutions[index].caption;
     }
-    opt_res_click(0);
+    mainfrm::opt_res_click(0);
 }
 
 void setup_chart(i16 channel) {
@@ -130,7 +130,7 @@ void add_chart_row(i16 channel) {
     charts.last_row[channel] = charts.rows[channel].append(row);
 }
 
-void chart_click(i16 channel) {
+void mainfrm::chart_click(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
     Timer& minutes = mainfrm::timers.Timer_chartres[channel];
     if (chart.Frozen) {
@@ -143,7 +143,7 @@ void chart_click(i16 channel) {
     minutes.Enabled(true);
 }
 
-void Timer_chartres_tick(i16 channel) {
+void mainfrm::Timer_chartres_tick(i16 channel) {
     i16& minutes = charts.frozen_minutes[channel];
     ++minutes;
     if (minutes < longest_freeze) return;
@@ -152,7 +152,7 @@ void Timer_chartres_tick(i16 channel) {
     thaw(channel);
 }
 
-void cmd_zoom_xy_click(i16 channel) {
+void mainfrm::cmd_zoom_xy_click(i16 channel) {
     // The neighbour's state is its own: with both flags set, the last command decides which chart is seen.
     iStripChartX& chart = charts.chart[channel];
     iStripChartX& neighbour = charts.chart[row_neighbour(channel)];

@@ -41,20 +41,11 @@ struct chart_controls {
 
 inline chart_controls charts;
 
-/// Selects a time window for all four charts, by the caption beside the option.
-void opt_res_click(std::size_t index);
-
 /// Gives the options their captions and selects the first.
 void setup_time_resolution();
 
 /// Adds the record's values to the chart of a channel as one row, stamped with the time.
 void add_chart_row(i16 channel);
-
-/// Freezes the chart or lets it go on.
-void chart_click(i16 channel);
-
-/// A frozen chart goes on by itself at the tenth minute.
-void Timer_chartres_tick(i16 channel);
 
 /// The channel whose chart stands in the same row.
 [[nodiscard]] constexpr i16 row_neighbour(i16 channel) {
@@ -63,9 +54,6 @@ void Timer_chartres_tick(i16 channel);
         if (other != channel && quadrant_places[other].row == own.row) return other;
     return channel;
 }
-
-/// `cmd_zoom_xy`: gives the chart the whole width of its row and hides its neighbour, or takes that back.
-void cmd_zoom_xy_click(i16 channel);
 
 /// The main window has this layout now: charts in their places, enlarged ones in the whole width.
 void place_charts(const window_layout& layout);
@@ -88,5 +76,18 @@ void setup_chart(i16 channel);
 /// Hides the curves whose keys in the settings are 0, on the charts of all channels in use, and shows the
 /// others.
 void show_curves_by_settings();
+
+namespace mainfrm {
+
+/// Selects a time window for all four charts, by the caption beside the option.
+void opt_res_click(std::size_t index);
+/// Freezes the chart or lets it go on.
+void chart_click(i16 channel);
+/// A frozen chart goes on by itself at the tenth minute.
+void Timer_chartres_tick(i16 channel);
+/// `cmd_zoom_xy`: gives the chart the whole width of its row and hides its neighbour, or takes that back.
+void cmd_zoom_xy_click(i16 channel);
+
+} // namespace mainfrm
 
 } // namespace tyxo

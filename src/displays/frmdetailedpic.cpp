@@ -6,52 +6,52 @@
 
 namespace tyxo {
 
-const channel_rec& detailed_channel() {
+const channel_rec& frmdetailedpic::detailed_channel() {
     return sensor::channel_at(narrow<i16>(sensor::state.polar_channel - 1));
 }
 
-void show_frmdetailedpic(std::string_view caption) {
-    frmdetailedpic_form& window = frmdetailedpic;
+void frmdetailedpic::show(std::string_view caption) {
+    frmdetailedpic::window& window = frmdetailedpic::state;
     window.form.Caption = caption;
     if (!window.form.Loaded) {
         window.form.Loaded = true;
         window.Chck_tsrel = window.Chck_tsabs = window.Chck_aa = 1;
         window.open = true;
-        draw_scale();
+        frmdetailedpic::draw_scale();
     }
     window.form.Visible = true;
 }
 
-void frmdetailedpic_unload() {
+void frmdetailedpic::unload() {
     sensor::state.polar_channel = 0;
     // The surface goes on counting its changes, so that no view takes a later picture for this one.
-    canvas surface = std::move(frmdetailedpic.surface);
+    canvas surface = std::move(frmdetailedpic::state.surface);
     surface.clear();
-    frmdetailedpic = {};
-    frmdetailedpic.surface = std::move(surface);
+    frmdetailedpic::state = {};
+    frmdetailedpic::state.surface = std::move(surface);
 }
 
-void frmdetailedpic_resize(double width, double height) {
-    frmdetailedpic.surface.ScaleWidth = width;
-    frmdetailedpic.surface.ScaleHeight = height;
-    draw_scale();
+void frmdetailedpic::resize(double width, double height) {
+    frmdetailedpic::state.surface.ScaleWidth = width;
+    frmdetailedpic::state.surface.ScaleHeight = height;
+    frmdetailedpic::draw_scale();
 }
 
-void prepare_frmdetailedpic() {
-    frmdetailedpic.surface.clear();
-    draw_scale();
-    draw_engine(engine_picture::engine);
-    draw_refcircle();
+void frmdetailedpic::prepare() {
+    frmdetailedpic::state.surface.clear();
+    frmdetailedpic::draw_scale();
+    frmdetailedpic::draw_engine(engine_picture::engine);
+    frmdetailedpic::draw_refcircle();
 }
 
-void draw_scale() {
-    frmdetailedpic.surface.clear();
-    draw_engine(engine_picture::frame);
+void frmdetailedpic::draw_scale() {
+    frmdetailedpic::state.surface.clear();
+    frmdetailedpic::draw_engine(engine_picture::frame);
     if (sensor::state.max_sensors < sensor::state.polar_channel) return;
-    draw_refcircle();
-    draw_refline();
-    draw_almcircle();
-    draw_almline();
+    frmdetailedpic::draw_refcircle();
+    frmdetailedpic::draw_refline();
+    frmdetailedpic::draw_almcircle();
+    frmdetailedpic::draw_almline();
 }
 
 } // namespace tyxo

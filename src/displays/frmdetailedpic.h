@@ -18,7 +18,9 @@ struct canvas_label {
     bool operator==(const canvas_label&) const = default;
 };
 
-struct frmdetailedpic_form {
+namespace frmdetailedpic {
+
+struct window {
     Form form;
     bool open = false;  ///< from load to unload
     i16 Chck_tsrel = 0; ///< 1 draws the diagram with the next curve
@@ -31,24 +33,24 @@ struct frmdetailedpic_form {
     canvas surface;
 };
 
-inline frmdetailedpic_form frmdetailedpic;
+inline window state;
 
 /// The record of `polar_channel`; the subscript failure when no channel is selected.
 [[nodiscard]] const channel_rec& detailed_channel();
 
 /// Loads and shows the window for `polar_channel`.
-void show_frmdetailedpic(std::string_view caption);
+void show(std::string_view caption);
 
 /// The window was closed: no channel is shown any more. Only the size of the surface is kept.
-void frmdetailedpic_unload();
+void unload();
 
 /// The drawing surface has a new size, in its own units. What belongs to the engine and the curves is back
 /// with the next curve.
-void frmdetailedpic_resize(double width, double height);
+void resize(double width, double height);
 
 /// A new curve of `polar_channel` begins: the picture without measured curves. Failure: firing angles whose
 /// sum leaves the circle, more than 24 cylinders, no `polar_channel`.
-void prepare_frmdetailedpic();
+void prepare();
 
 /// The measured curves, each if its check box asks for it. Failure: an alarm level outside the table, a
 /// division by zero, a product beyond 32 bits; the curves after it are not drawn.
@@ -88,5 +90,7 @@ void draw_thermo_abs();
 
 /// `detail_angacc` around its mean; nothing at all if the mean is negative.
 void draw_angle();
+
+} // namespace frmdetailedpic
 
 } // namespace tyxo

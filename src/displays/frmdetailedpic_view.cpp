@@ -56,7 +56,7 @@ frmdetailedpic_view::frmdetailedpic_view(QWidget* parent) : QWidget(parent, Qt::
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 6);
     column->setSpacing(4);
-    surface_ = new canvas_view(frmdetailedpic.surface, surface_design, this);
+    surface_ = new canvas_view(frmdetailedpic::state.surface, surface_design, this);
     surface_->setObjectName("surface");
     surface_->setAccessibleName(tr("One engine cycle as circle and as straight diagram"));
     surface_->set_widest_text(widest_legend, widest_legend_room);
@@ -85,11 +85,12 @@ void frmdetailedpic_view::make_labels() {
     };
     for (int place = 0; place < cylinder_max; ++place) {
         const auto index = static_cast<std::size_t>(place);
-        add(cylinders_, element("Lblzyl", place), frmdetailedpic.Lblzyl[index], true); // around the circle
-        add(cylinders_, element("Lblzyl2", place), frmdetailedpic.Lblzyl2[index]);
+        add(cylinders_, element("Lblzyl", place), frmdetailedpic::state.Lblzyl[index],
+            true); // around the circle
+        add(cylinders_, element("Lblzyl2", place), frmdetailedpic::state.Lblzyl2[index]);
     }
-    add(ends_, "Lbl0deg", frmdetailedpic.Lbl0deg);
-    add(ends_, "Lblenddeg", frmdetailedpic.Lblenddeg);
+    add(ends_, "Lbl0deg", frmdetailedpic::state.Lbl0deg);
+    add(ends_, "Lblenddeg", frmdetailedpic::state.Lblenddeg);
 }
 
 void frmdetailedpic_view::make_check_boxes() {
@@ -111,9 +112,9 @@ void frmdetailedpic_view::make_check_boxes() {
         boxes_.push_back(box);
         row->addWidget(box);
     };
-    add("Chck_tsrel", tr("Thermosignal rel. to average"), rgb(255, 0, 0), frmdetailedpic.Chck_tsrel);
-    add("Chck_tsabs", tr("Thermosignal in % Alarmlevel"), rgb(255, 255, 0), frmdetailedpic.Chck_tsabs);
-    add("Chck_aa", tr("Angular acceleration"), rgb(0, 0, 255), frmdetailedpic.Chck_aa);
+    add("Chck_tsrel", tr("Thermosignal rel. to average"), rgb(255, 0, 0), frmdetailedpic::state.Chck_tsrel);
+    add("Chck_tsabs", tr("Thermosignal in % Alarmlevel"), rgb(255, 255, 0), frmdetailedpic::state.Chck_tsabs);
+    add("Chck_aa", tr("Angular acceleration"), rgb(0, 0, 255), frmdetailedpic::state.Chck_aa);
     row->addStretch();
     static_cast<QVBoxLayout*>(layout())->addLayout(row);
 }
@@ -128,7 +129,7 @@ void frmdetailedpic_view::resizeEvent(QResizeEvent* event) {
 
 void frmdetailedpic_view::surface_resized() {
     desktop::run_handler(desktop::source::view,
-                         [] { frmdetailedpic_resize(surface_design.width, surface_design.height); });
+                         [] { frmdetailedpic::resize(surface_design.width, surface_design.height); });
     place_labels();
 }
 
@@ -191,7 +192,7 @@ void frmdetailedpic_view::place_labels() {
 }
 
 void frmdetailedpic_view::show_state() {
-    const frmdetailedpic_form& window = frmdetailedpic;
+    const frmdetailedpic::window& window = frmdetailedpic::state;
     setWindowTitle(qt_text(window.form.Caption));
     if (isVisible() != window.form.Visible) setVisible(window.form.Visible);
     if (!window.form.Visible) return;
@@ -201,7 +202,7 @@ void frmdetailedpic_view::show_state() {
 }
 
 void frmdetailedpic_view::closeEvent(QCloseEvent* /*event*/) {
-    desktop::run_handler(desktop::source::view, frmdetailedpic_unload);
+    desktop::run_handler(desktop::source::view, frmdetailedpic::unload);
 }
 
 void frmdetailedpic_view::keyPressEvent(QKeyEvent* event) {

@@ -145,7 +145,7 @@ void setup_missing_panel(i16 channel) {
     indicators.start_channel[channel].Enabled = false;
 }
 
-void Label4_click(i16 channel) {
+void mainfrm::Label4_click(i16 channel) {
     channel_rec& rec = channel_at(channel);
     rec.th_dig_val = rec.th_dig_val != 1 ? 1 : 0;
     Ini::ini_write(Ini::key_of("th_dig_val ", channel), signed_form(rec.th_dig_val));
@@ -171,7 +171,7 @@ void update_panel(i16 channel) {
     show_evaluator_mode(channel);
 }
 
-void Timer_chart_upd_tick() {
+void mainfrm::Timer_chart_upd_tick() {
     for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         if (!sensor::state.channel_running[channel]) continue;
         add_chart_row(channel);

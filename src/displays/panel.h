@@ -39,14 +39,17 @@ void show_thermo_choice(i16 channel);
 void setup_panel(i16 channel);
 void setup_missing_panel(i16 channel);
 
-/// Toggles the value on the thermo gauge, `tsignal` or `teff_dc`, and keeps the choice in the settings.
-void Label4_click(i16 channel);
-
 /// Writes the record's values into the panel of a channel.
 void update_panel(i16 channel);
 
+namespace mainfrm {
+
+/// Toggles the value on the thermo gauge, `tsignal` or `teff_dc`, and keeps the choice in the settings.
+void Label4_click(i16 channel);
 /// The tick of `Timer_chart_upd`: all started channels, in order. Then the event loop goes on once, inside
 /// it.
 void Timer_chart_upd_tick();
+
+} // namespace mainfrm
 
 } // namespace tyxo

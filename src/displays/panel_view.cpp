@@ -122,7 +122,7 @@ void panel_view::make_gauges() {
 void panel_view::make_displays() {
     Label4 = instrument<click_label>("Label4", {166, 16, 84, 15});
     bind(Label4, panels.Label4[index_]);
-    connect(Label4, &click_label::clicked, this, on_view_command(Label4_click));
+    connect(Label4, &click_label::clicked, this, on_view_command(mainfrm::Label4_click));
     Label4->setToolTip(tr("A click shows the other value"));
     digi_Thermo = instrument<analog_display_view>("digi_Thermo", {166, 32, 84, 26}, 16);
     bind(digi_Thermo, indicators.digi_Thermo[index_]);
@@ -177,13 +177,13 @@ void panel_view::make_levels() {
 void panel_view::make_plot_side(QWidget* parent) {
     XYplot = make<xy_plot_view>("XYplot", parent);
     bind(XYplot, panels.XYplot[index_]);
-    connect(XYplot, &xy_plot_view::clicked, this, on_view_command(XYplot_click));
+    connect(XYplot, &xy_plot_view::clicked, this, on_view_command(mainfrm::XYplot_click));
     Cmd_diagramm = make<wrapped_button>("Cmd_diagramm", parent);
     bind(Cmd_diagramm, panels.Cmd_diagramm[index_]);
     Cmd_diagramm2 = make<wrapped_button>("Cmd_diagramm2", parent);
     bind(Cmd_diagramm2, panels.Cmd_diagramm2[index_]);
-    connect(Cmd_diagramm, &QPushButton::clicked, this, on_view_command(Cmd_diagramm_click));
-    connect(Cmd_diagramm2, &QPushButton::clicked, this, on_view_command(Cmd_diagramm2_click));
+    connect(Cmd_diagramm, &QPushButton::clicked, this, on_view_command(mainfrm::Cmd_diagramm_click));
+    connect(Cmd_diagramm2, &QPushButton::clicked, this, on_view_command(mainfrm::Cmd_diagramm2_click));
     name(XYplot, tr("Polar scope"));
     Frame_message = make<QGroupBox>("Frame_message", parent);
     bind(Frame_message, panels.Frame_message[index_]);
@@ -197,13 +197,13 @@ void panel_view::make_chart(QWidget* parent) {
     row_cover_ = new QWidget(parent);
     row_cover_->setAutoFillBackground(true);
     chart = make<chart_view>("chart", parent);
-    connect(chart, &chart_view::clicked, this, on_view_command(chart_click));
+    connect(chart, &chart_view::clicked, this, on_view_command(mainfrm::chart_click));
 }
 
 void panel_view::make_zoom_button(QWidget* parent) {
     cmd_zoom_xy = make<QPushButton>("cmd_zoom_xy", parent);
     bind(cmd_zoom_xy, panels.cmd_zoom_xy[index_]);
-    connect(cmd_zoom_xy, &QPushButton::clicked, this, on_view_command(cmd_zoom_xy_click));
+    connect(cmd_zoom_xy, &QPushButton::clicked, this, on_view_command(mainfrm::cmd_zoom_xy_click));
 }
 
 std::vector<QWidget*> panel_view::tab_stops() const {

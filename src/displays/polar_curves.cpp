@@ -60,7 +60,7 @@ void draw_relative(const sensor::curve& samples, double scale, const diagram& ki
     constexpr double mean_radius = 30;
     const double mean = std::accumulate(samples.begin(), samples.end(), 0.0) / 256.0;
     if (mean < 0) return;
-    canvas& surface = frmdetailedpic.surface;
+    canvas& surface = frmdetailedpic::state.surface;
     draw_round(surface, kind, [&](i32 k) {
         double deviation = (at(samples, k) - mean) * scale;
         if (deviation > outmost) deviation = outmost;
@@ -96,14 +96,14 @@ void draw_relative(const sensor::curve& samples, double scale, const diagram& ki
 
 } // namespace
 
-void draw_thermo() {
+void frmdetailedpic::draw_thermo() {
     draw_relative(sensor::state.detail_thermo, sensor::state.scale_polar_t, thermo);
 }
 
-void draw_thermo_abs() {
+void frmdetailedpic::draw_thermo_abs() {
     constexpr double farthest = 70;
-    const percentages percent = alarm_percentages(detailed_channel());
-    canvas& surface = frmdetailedpic.surface;
+    const percentages percent = alarm_percentages(frmdetailedpic::detailed_channel());
+    canvas& surface = frmdetailedpic::state.surface;
     draw_round(surface, thermo_abs, [&](i32 k) {
         double radius = at(percent, k) * 50 / 100;
         if (radius > farthest) radius = farthest;
@@ -114,15 +114,15 @@ void draw_thermo_abs() {
     draw_straight(surface, thermo_abs, [&](i32 k) { return zero - at(percent, k) * 75 / 100; });
 }
 
-void draw_angle() {
+void frmdetailedpic::draw_angle() {
     draw_relative(sensor::state.detail_angacc, sensor::state.scale_polar_a, angle);
 }
 
-void draw_curves() {
-    const frmdetailedpic_form& window = frmdetailedpic;
-    if (window.Chck_tsrel == 1) draw_thermo();
-    if (window.Chck_tsabs == 1) draw_thermo_abs();
-    if (window.Chck_aa == 1) draw_angle();
+void frmdetailedpic::draw_curves() {
+    const frmdetailedpic::window& window = frmdetailedpic::state;
+    if (window.Chck_tsrel == 1) frmdetailedpic::draw_thermo();
+    if (window.Chck_tsabs == 1) frmdetailedpic::draw_thermo_abs();
+    if (window.Chck_aa == 1) frmdetailedpic::draw_angle();
 }
 
 } // namespace tyxo

@@ -36,7 +36,7 @@ void put_cylinder(canvas_label& label, double left, double top, i32 entry) {
 }
 
 void hide_missing_cylinders(i32 cylinders) {
-    frmdetailedpic_form& window = frmdetailedpic;
+    frmdetailedpic::window& window = frmdetailedpic::state;
     for (i32 place = 0; place < cylinder_max; ++place) {
         if (place < cylinders) continue;
         at(window.Lblzyl, place).Visible = false;
@@ -57,7 +57,7 @@ void put_first_label(const canvas& surface, const channel_rec& rec) {
     // beside the top (DetailedLabels.SixCylindersOfAFourStrokeEngineAreSixthsOfTheCircle).
     constexpr double angle = 359 * polar::per_degree;
     constexpr double radius = 64;
-    put_cylinder(frmdetailedpic.Lblzyl[0], polar::turned_point(surface, radius, angle).x,
+    put_cylinder(frmdetailedpic::state.Lblzyl[0], polar::turned_point(surface, radius, angle).x,
                  surface.ScaleHeight / 2 - radius, rec.firingorder[0]);
 }
 
@@ -81,7 +81,7 @@ void draw_spokes(canvas& surface, const channel_rec& rec) {
         at(position, place) = degree;
         const double radius = stands_nearer(rec, place) ? near_label_radius : label_radius;
         const polar::point corner = polar::turned_point(surface, radius, angle);
-        put_cylinder(at(frmdetailedpic.Lblzyl, place), corner.x, corner.y, at(rec.firingorder, place));
+        put_cylinder(at(frmdetailedpic::state.Lblzyl, place), corner.x, corner.y, at(rec.firingorder, place));
     }
     const polar::point hub = polar::centre(surface);
     for (i32 place = 0; place < rec.numzyl; ++place) {
@@ -123,18 +123,18 @@ void draw_cylinder(canvas& surface, const channel_rec& rec, i32 place, i32 posit
     constexpr double far_label_top = 20;
     const double x = polar::left(surface) + position;
     surface.line(x, polar::baseline(surface), x, line_top);
-    put_cylinder(at(frmdetailedpic.Lblzyl2, place), x, stands_nearer(rec, place) ? far_label_top : label_top,
-                 at(rec.firingorder, place));
+    put_cylinder(at(frmdetailedpic::state.Lblzyl2, place), x,
+                 stands_nearer(rec, place) ? far_label_top : label_top, at(rec.firingorder, place));
 }
 
 void draw_cylinders(canvas& surface, const channel_rec& rec) {
     if (rec.numzyl <= 0) return;
     draw_cylinder(surface, rec, 0, 0);
     const double label_top = surface.ScaleHeight - 12;
-    frmdetailedpic.Lbl0deg.Caption = "0 deg.";
-    put_label(frmdetailedpic.Lbl0deg, polar::left(surface), label_top);
-    frmdetailedpic.Lblenddeg.Caption = four_strokes(rec) ? "720 deg." : "360 deg.";
-    put_label(frmdetailedpic.Lblenddeg, surface.ScaleWidth - 12, label_top);
+    frmdetailedpic::state.Lbl0deg.Caption = "0 deg.";
+    put_label(frmdetailedpic::state.Lbl0deg, polar::left(surface), label_top);
+    frmdetailedpic::state.Lblenddeg.Caption = four_strokes(rec) ? "720 deg." : "360 deg.";
+    put_label(frmdetailedpic::state.Lblenddeg, surface.ScaleWidth - 12, label_top);
 
     const auto width = static_cast<double>(round_even<i32>(polar::span(surface)));
     i32 position = 0;
@@ -149,24 +149,24 @@ void draw_cylinders(canvas& surface, const channel_rec& rec) {
 
 } // namespace
 
-void draw_engine(i16 mode) {
-    canvas& surface = frmdetailedpic.surface;
+void frmdetailedpic::draw_engine(i16 mode) {
+    canvas& surface = frmdetailedpic::state.surface;
     surface.ForeColor = rgb(0, 0, 0);
     polar::draw_circle(surface, outer_radius);
     if (mode == engine_picture::engine) {
-        const channel_rec& rec = detailed_channel();
+        const channel_rec& rec = frmdetailedpic::detailed_channel();
         hide_missing_cylinders(rec.numzyl);
         draw_spokes(surface, rec);
         print_engine(surface, rec);
     }
-    draw_xygraph(mode);
+    frmdetailedpic::draw_xygraph(mode);
 }
 
-void draw_xygraph(i16 mode) {
-    canvas& surface = frmdetailedpic.surface;
+void frmdetailedpic::draw_xygraph(i16 mode) {
+    canvas& surface = frmdetailedpic::state.surface;
     surface.ForeColor = rgb(0, 0, 0);
     draw_axes(surface);
-    if (mode == engine_picture::engine) draw_cylinders(surface, detailed_channel());
+    if (mode == engine_picture::engine) draw_cylinders(surface, frmdetailedpic::detailed_channel());
 }
 
 } // namespace tyxo

@@ -21,14 +21,14 @@ void draw_level(canvas& surface, double y) {
 
 } // namespace
 
-void draw_refcircle() {
-    canvas& surface = frmdetailedpic.surface;
+void frmdetailedpic::draw_refcircle() {
+    canvas& surface = frmdetailedpic::state.surface;
     surface.ForeColor = average_colour;
     polar::draw_circle(surface, 30);
 }
 
-void draw_refline() {
-    canvas& surface = frmdetailedpic.surface;
+void frmdetailedpic::draw_refline() {
+    canvas& surface = frmdetailedpic::state.surface;
     surface.ForeColor = average_colour;
     // Rounded twice, where the curves round once: in some heights line and mean differ by a unit.
     const auto middle = round_even<i32>(round_even<i32>(surface.ScaleHeight - 45) / 2.0);
@@ -36,15 +36,15 @@ void draw_refline() {
     polar::draw_legend(surface, 236, 5, average_colour, "average value");
 }
 
-void draw_almcircle() {
-    canvas& surface = frmdetailedpic.surface;
+void frmdetailedpic::draw_almcircle() {
+    canvas& surface = frmdetailedpic::state.surface;
     surface.ForeColor = alarm_colour;
     polar::draw_circle(surface, 50);
     polar::draw_legend(surface, 106, surface.ScaleHeight - 4, alarm_colour, "Thermosignal 100% Alarmlevel");
 }
 
-void draw_almline() {
-    canvas& surface = frmdetailedpic.surface;
+void frmdetailedpic::draw_almline() {
+    canvas& surface = frmdetailedpic::state.surface;
     surface.ForeColor = alarm_colour;
     draw_level(surface, surface.ScaleHeight - 90);
 }

@@ -99,7 +99,7 @@ template <class Run> void process(i16 channel, const curve_kind& kind, Run& run)
 
     run([&] { clear_curve(channel, kind.plot_curve); }, [&] { show_curve(channel, kind.plot_curve); },
         [&] {
-            if (number == sensor::state.polar_channel) prepare_frmdetailedpic();
+            if (number == sensor::state.polar_channel) frmdetailedpic::prepare();
         });
 
     double sum = 0;
@@ -129,7 +129,7 @@ template <class Run> void process(i16 channel, const curve_kind& kind, Run& run)
     }
     run([&] { set_axes(channel); },
         [&] {
-            if (number == sensor::state.polar_channel) draw_curves();
+            if (number == sensor::state.polar_channel) frmdetailedpic::draw_curves();
         },
         [&] {
             if (number == kind.bar_channel) kind.refresh_bars();
@@ -176,10 +176,10 @@ void clear_curves(i16 channel) {
         clear_curve(channel, curve);
 }
 
-void XYplot_click(i16 channel) {
+void mainfrm::XYplot_click(i16 channel) {
     sensor::state.polar_channel = static_cast<i16>(channel + 1);
     if (sensor::state.polar_channel > sensor::state.max_sensors) return;
-    show_frmdetailedpic("Detailed Display " + channel_at(channel).location);
+    frmdetailedpic::show("Detailed Display " + channel_at(channel).location);
 }
 
 } // namespace tyxo

@@ -23,7 +23,11 @@ void process_angacc(i16 channel);
 /// Takes both measured curves away: the link is lost. The reference circle stays.
 void clear_curves(i16 channel);
 
+namespace mainfrm {
+
 /// Opens the Detailed Display on the channel, if the channel is in use.
 void XYplot_click(i16 channel);
+
+} // namespace mainfrm
 
 } // namespace tyxo

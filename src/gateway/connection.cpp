@@ -48,7 +48,7 @@ bool connection_in_use() {
 /// (Connection.ASuccessBehindTwoFailuresLeavesTheCountAndTheNextFailureLocks).
 void connection_made() {
     tcp.tcp_connected = true;
-    show_tcp_status("Connected", status_colour::green);
+    FrmSetupTCP::show_tcp_status("Connected", status_colour::green);
     modbus.mb_timed_out = false;
     gateway.Timer_reconnect.Enabled(false);
 }
@@ -57,9 +57,9 @@ void connection_made() {
 /// own.
 void connection_failed() {
     tcp.tcp_connected = false;
-    show_tcp_status("Can't connect to " + FrmSetupTCP.Txt_IPadr +
-                        "  State: " + plain(gateway.Winsock_A.State()),
-                    status_colour::red);
+    FrmSetupTCP::show_tcp_status("Can't connect to " + FrmSetupTCP::state.Txt_IPadr +
+                                     "  State: " + plain(gateway.Winsock_A.State()),
+                                 status_colour::red);
     if (++tcp.tcp_fail_count < failures_to_lock) return;
     tcp.tcp_locked = true;
     tcp.tcp_fail_count = 0;
@@ -120,12 +120,12 @@ void set_send_interval() {
 void TCP_connect(u8 command) {
     if (command != connect_command || connection_in_use()) return;
     if (tcp.tcp_locked) {
-        show_tcp_status("Connection locked", status_colour::yellow);
+        FrmSetupTCP::show_tcp_status("Connection locked", status_colour::yellow);
         return;
     }
     if (gateway.Winsock_A.State() != socket_state::closed) gateway.Winsock_A.Close();
-    gateway.Winsock_A.RemoteHost(FrmSetupTCP.Txt_IPadr);
-    gateway.Winsock_A.RemotePort(round_even<i32>(leading_number(FrmSetupTCP.Txt_IPport)));
+    gateway.Winsock_A.RemoteHost(FrmSetupTCP::state.Txt_IPadr);
+    gateway.Winsock_A.RemotePort(round_even<i32>(leading_number(FrmSetupTCP::state.Txt_IPport)));
     gateway.Winsock_A.Connect();
     wait_for_connection();
     if (socket_connected())
@@ -139,16 +139,16 @@ void TCP_disconnect() {
     while (gateway.Winsock_A.State() > socket_state::closed)
         wait_events(wait_step);
     tcp.tcp_connected = false;
-    show_tcp_status("Disconnected", status_colour::red);
+    FrmSetupTCP::show_tcp_status("Disconnected", status_colour::red);
 }
 
-void Timer_reconnect_tick() {
+void FrmSetupTCP::Timer_reconnect_tick() {
     tcp.tcp_locked = false;
-    show_tcp_status("TCP IP connection auto reset!", status_colour::green);
+    FrmSetupTCP::show_tcp_status("TCP IP connection auto reset!", status_colour::green);
     TCP_connect(connect_command);
 }
 
-void Timer_TCP_tick() {
+void mainfrm::Timer_TCP_tick() {
     if (settings.IPAutoC != 1) return;
     if (!transaction_open()) run_cycle();
     do_events();
@@ -166,7 +166,7 @@ void start_gateway() {
         mainfrm::timers.Timer_TCP.Enabled(false);
         return;
     }
-    load_frmsetuptcp();
+    FrmSetupTCP::load();
     TCP_connect(connect_command);
 }
 

@@ -30,14 +30,23 @@ void TCP_connect(u8 command);
 /// Closes the connection, without waiting for the controller.
 void TCP_disconnect();
 
-/// Unlocks the connection and waits for it as `TCP_connect` does.
-void Timer_reconnect_tick();
+/// The start: timers as designed, `Timer_TCP` by `IPRefresh`, and the connection if the settings want it,
+/// which is waited for as `TCP_connect` does.
+void start_gateway();
+
+namespace mainfrm {
+
 /// One step of the cycle; a block waits for its answer as `FC16MB_write` does. A block that fails is told in
 /// the debug output and left out.
 void Timer_TCP_tick();
 
-/// The start: timers as designed, `Timer_TCP` by `IPRefresh`, and the connection if the settings want it,
-/// which is waited for as `TCP_connect` does.
-void start_gateway();
+} // namespace mainfrm
+
+namespace FrmSetupTCP {
+
+/// Unlocks the connection and waits for it as `TCP_connect` does.
+void Timer_reconnect_tick();
+
+} // namespace FrmSetupTCP
 
 } // namespace tyxo

@@ -8,7 +8,7 @@
 #include "settings/ini.h"
 #include "settings/settings.h"
 
-namespace tyxo {
+namespace tyxo::FrmSetupTCP {
 
 namespace {
 
@@ -18,28 +18,28 @@ constexpr std::string_view automatic_caption = "TCP IP FC16 transmission to hold
 /// By hand only while no block is sent automatically; the boxes then show the automatic frames.
 void apply_frame_rule() {
     const bool automatic = settings.IPenaTRS == 1 || settings.IPpolar == 1 || settings.IPsysstat == 1;
-    FrmSetupTCP.IP_Test_Frame.Enabled = !automatic;
-    FrmSetupTCP.IP_Test_Frame.Caption = automatic ? automatic_caption : manual_caption;
+    state.IP_Test_Frame.Enabled = !automatic;
+    state.IP_Test_Frame.Caption = automatic ? automatic_caption : manual_caption;
 }
 
 void apply_view_rule() {
     const bool registers = settings.REGView == 1;
-    FrmSetupTCP.Reg_content = registers;
-    FrmSetupTCP.IP_Test_Frame.Visible = registers;
-    FrmSetupTCP.Image_TCP_visible = !registers;
+    state.Reg_content = registers;
+    state.IP_Test_Frame.Visible = registers;
+    state.Image_TCP_visible = !registers;
 }
 
 /// The menu item of every `IPRefresh`.
-constexpr std::array<bool frmsetuptcp_form::*, send_intervals.size()> refresh_items{
-    &frmsetuptcp_form::slow, &frmsetuptcp_form::medium, &frmsetuptcp_form::fast};
+constexpr std::array<bool window::*, send_intervals.size()> refresh_items{&window::slow, &window::medium,
+                                                                          &window::fast};
 
 void check_item(u8 refresh) {
     for (std::size_t item = 0; item < refresh_items.size(); ++item)
-        FrmSetupTCP.*refresh_items[item] = item == refresh;
+        state.*refresh_items[item] = item == refresh;
 }
 
 void choose_refresh(u8 refresh) {
-    if (FrmSetupTCP.*at(refresh_items, refresh)) return;
+    if (state.*at(refresh_items, refresh)) return;
     check_item(refresh);
     settings.IPRefresh = refresh;
     Ini::ini_write("IPRefresh", signed_form(refresh));
@@ -47,7 +47,7 @@ void choose_refresh(u8 refresh) {
 }
 
 void fill() {
-    frmsetuptcp_form& form = FrmSetupTCP;
+    window& form = state;
     if (settings.REGNumber == 0) settings.REGNumber = 123;
     form.Txt_IPadr = settings.IPAdr;
     form.Txt_IPport = plain(settings.IPport);
@@ -87,58 +87,51 @@ constexpr std::array<unload_row, 6> unload_rows{{
 
 } // namespace
 
-void load_frmsetuptcp() {
-    if (FrmSetupTCP.form.Loaded) return;
-    FrmSetupTCP.form.Loaded = true;
+void load() {
+    if (state.form.Loaded) return;
+    state.form.Loaded = true;
     fill();
 }
 
-void setup_tcp_click() {
-    load_frmsetuptcp();
-    if (!FrmSetupTCP.form.Visible) fill();
-    FrmSetupTCP.form.Visible = true;
-    ++FrmSetupTCP.summoned;
-}
-
 void Txt_IPadr_change(std::string_view text) {
-    FrmSetupTCP.Txt_IPadr = text;
+    state.Txt_IPadr = text;
 }
 void Txt_IPport_change(std::string_view text) {
-    FrmSetupTCP.Txt_IPport = text;
+    state.Txt_IPport = text;
 }
 void Txt_regbase_change(std::string_view text) {
-    FrmSetupTCP.Txt_regbase = text;
+    state.Txt_regbase = text;
 }
 void Txt_sendbase_change(std::string_view text) {
-    FrmSetupTCP.Txt_sendbase = text;
+    state.Txt_sendbase = text;
 }
 void Txt_regnumber_change(std::string_view text) {
-    FrmSetupTCP.Txt_regnumber = text;
+    state.Txt_regnumber = text;
 }
 void Text4_change(std::size_t index, std::string_view text) {
-    if (index >= FrmSetupTCP.Text4.size()) failures::subscript();
-    FrmSetupTCP.Text4[index] = text;
+    if (index >= state.Text4.size()) failures::subscript();
+    state.Text4[index] = text;
 }
 
 void Check1_click() {
-    click(FrmSetupTCP.Check1, settings.IPAutoC);
+    click(state.Check1, settings.IPAutoC);
     if (settings.IPAutoC == 1) mainfrm::timers.Timer_TCP.Enabled(true);
 }
 void Check2_click() {
-    click(FrmSetupTCP.Check2, settings.IPenaTRS);
+    click(state.Check2, settings.IPenaTRS);
     apply_frame_rule();
 }
 void Check3_click() {
-    click(FrmSetupTCP.Check3, settings.IPpolar);
+    click(state.Check3, settings.IPpolar);
     apply_frame_rule();
 }
 void Check4_click() {
-    click(FrmSetupTCP.Check4, settings.IPsysstat);
+    click(state.Check4, settings.IPsysstat);
     apply_frame_rule();
 }
 
 void Reg_content_click() {
-    settings.REGView = FrmSetupTCP.Reg_content ? 0 : 1;
+    settings.REGView = state.Reg_content ? 0 : 1;
     apply_view_rule();
     Ini::ini_write("REGView", signed_form(settings.REGView));
 }
@@ -169,13 +162,24 @@ void cmd_discon_click() {
 }
 
 void Cmd_close_click() {
-    FrmSetupTCP.form.Visible = false;
+    state.form.Visible = false;
 }
 
-void frmsetuptcp_query_unload(close_reason reason) {
+void query_unload(close_reason reason) {
     const unload_row& row = at(unload_rows, static_cast<std::size_t>(reason));
     message_box(row.message, box_icon::none, box_buttons::ok, "");
-    if (!row.refused) FrmSetupTCP.form.Visible = false;
+    if (!row.refused) state.form.Visible = false;
+}
+
+} // namespace tyxo::FrmSetupTCP
+
+namespace tyxo {
+
+void mainfrm::setup_tcp_click() {
+    FrmSetupTCP::load();
+    if (!FrmSetupTCP::state.form.Visible) FrmSetupTCP::fill();
+    FrmSetupTCP::state.form.Visible = true;
+    ++FrmSetupTCP::state.summoned;
 }
 
 } // namespace tyxo

@@ -27,7 +27,9 @@ struct status_box {
     bool operator==(const status_box&) const = default;
 };
 
-struct frmsetuptcp_form {
+namespace FrmSetupTCP {
+
+struct window {
     Form form{"Setup data transmission over Modbus TCP/IP"};
     i32 summoned = 0; ///< how often the menu entry asked for the window, which then comes to the front
     std::string Txt_IPadr;
@@ -49,24 +51,20 @@ struct frmsetuptcp_form {
     bool medium = false;
     bool fast = false;
 
-    frmsetuptcp_form() { Text4.fill("0"); }
-    bool operator==(const frmsetuptcp_form&) const = default;
+    window() { Text4.fill("0"); }
+    bool operator==(const window&) const = default;
 };
 
-inline frmsetuptcp_form FrmSetupTCP;
+inline window state;
 
 /// Puts a text into the status box.
 inline void show_tcp_status(std::string_view text, colour background) {
-    FrmSetupTCP.Text5 = {std::string(text), background};
+    state.Text5 = {std::string(text), background};
 }
 
 /// The settings in the boxes, the check boxes and the menu. Runs before anything connects or shows the
 /// window; once the window is loaded it does nothing.
-void load_frmsetuptcp();
-
-/// The menu entry of the main window: fills the boxes from the settings again and shows the window. An open
-/// window comes to the front as it is.
-void setup_tcp_click();
+void load();
 
 /// A text was typed. Failure: there is no such register box.
 void Txt_IPadr_change(std::string_view text);
@@ -116,6 +114,16 @@ enum class close_reason { close_box, code, system_shutdown, task_manager, mdi_pa
 
 /// Shows the message of the reason and waits for the operator; any reason but the close box then hides the
 /// window.
-void frmsetuptcp_query_unload(close_reason reason);
+void query_unload(close_reason reason);
+
+} // namespace FrmSetupTCP
+
+namespace mainfrm {
+
+/// The menu entry of the main window: fills the boxes from the settings again and shows the window. An open
+/// window comes to the front as it is.
+void setup_tcp_click();
+
+} // namespace mainfrm
 
 } // namespace tyxo

@@ -9,7 +9,7 @@
 #include "settings/ini.h"
 #include "settings/settings.h"
 
-namespace tyxo {
+namespace tyxo::FrmSetupTCP {
 
 namespace {
 
@@ -24,15 +24,15 @@ void limit(std::string& box, i32 greatest) {
 }
 
 void limit_manual() {
-    limit(FrmSetupTCP.Txt_sendbase, greatest_sendbase);
-    limit(FrmSetupTCP.Txt_regnumber, most_registers);
+    limit(state.Txt_sendbase, greatest_sendbase);
+    limit(state.Txt_regnumber, most_registers);
 }
 
 i32 start_register() {
-    return round_even<i32>(leading_number(FrmSetupTCP.Txt_sendbase));
+    return round_even<i32>(leading_number(state.Txt_sendbase));
 }
 i16 register_count() {
-    return round_even<i16>(leading_number(FrmSetupTCP.Txt_regnumber));
+    return round_even<i16>(leading_number(state.Txt_regnumber));
 }
 
 /// True if a manual command may go on; a missing connection is told.
@@ -45,7 +45,7 @@ bool connected() {
 /// The boxes of the first registers as the values of the next write, and back as what is written.
 void take_values(i16 count) {
     for (i16 index = 0; index < count; ++index) {
-        std::string& box = at(FrmSetupTCP.Text4, index);
+        std::string& box = at(state.Text4, index);
         const double number = leading_number(box);
         if (number < 0 || number > greatest_register) box = plain(greatest_register);
         i32& value = at(modbus.mb_reg, index);
@@ -55,7 +55,7 @@ void take_values(i16 count) {
 }
 
 void save_address() {
-    const std::string& address = FrmSetupTCP.Txt_IPadr;
+    const std::string& address = state.Txt_IPadr;
     Ini::ini_write("IPAdr", address);
     settings.IPAdr = address;
     // Looks like a mistake and stays: without an automatic connection the socket is closed from here on,
@@ -65,7 +65,7 @@ void save_address() {
 }
 
 void save_port() {
-    std::string& box = FrmSetupTCP.Txt_IPport;
+    std::string& box = state.Txt_IPport;
     limit(box, greatest_port);
     Ini::ini_write("IPPort", box);
     // Looks like a mistake and stays: the box allows 65535, the setting 32767. In between the save ends here
@@ -74,15 +74,15 @@ void save_port() {
 }
 
 void save_register_base() {
-    std::string& box = FrmSetupTCP.Txt_regbase;
+    std::string& box = state.Txt_regbase;
     limit(box, greatest_regbase);
     Ini::ini_write("REGBase", signed_form(leading_number(box)));
     settings.REGBase = round_even<i32>(leading_number(box));
 }
 
 void save_register_count() {
-    limit(FrmSetupTCP.Txt_regnumber, most_registers);
-    Ini::ini_write("REGNumber", FrmSetupTCP.Txt_regnumber);
+    limit(state.Txt_regnumber, most_registers);
+    Ini::ini_write("REGNumber", state.Txt_regnumber);
     settings.REGNumber = register_count();
 }
 
@@ -96,8 +96,8 @@ void save_options() {
 
 /// Only in the file: the setting in memory stays until the next start.
 void save_start_register() {
-    limit(FrmSetupTCP.Txt_sendbase, greatest_sendbase);
-    Ini::ini_write("Sendbase", FrmSetupTCP.Txt_sendbase);
+    limit(state.Txt_sendbase, greatest_sendbase);
+    Ini::ini_write("Sendbase", state.Txt_sendbase);
 }
 
 } // namespace
@@ -129,4 +129,4 @@ void Cmd_save_click() {
     if (settings.IPAutoC == 1) TCP_connect(1);
 }
 
-} // namespace tyxo
+} // namespace tyxo::FrmSetupTCP

@@ -50,7 +50,7 @@ frmsetuptcp_view::frmsetuptcp_view(QWidget* parent) : QMainWindow(parent) {
     auto* const end = new QHBoxLayout;
     rows->addLayout(end);
     end->addStretch();
-    add_button("Cmd_close", "close", Cmd_close_click, *end);
+    add_button("Cmd_close", "close", FrmSetupTCP::Cmd_close_click, *end);
     resize(usual_gateway_size.boundedTo(screen_room(*this)));
 }
 
@@ -71,13 +71,14 @@ void frmsetuptcp_view::make_menu() {
     };
     QMenu* const view = menuBar()->addMenu("View");
     view->setObjectName("TCP_view");
-    add_check_item(view, "Reg_content", "Register Content", Reg_content_click, FrmSetupTCP.Reg_content);
-    add_item(view, "res_con", "Reset connection", res_con_click);
+    add_check_item(view, "Reg_content", "Register Content", FrmSetupTCP::Reg_content_click,
+                   FrmSetupTCP::state.Reg_content);
+    add_item(view, "res_con", "Reset connection", FrmSetupTCP::res_con_click);
     QMenu* const refresh = menuBar()->addMenu("Data refresh");
     refresh->setObjectName("data_refresh");
-    add_check_item(refresh, "slow", "slow", slow_click, FrmSetupTCP.slow);
-    add_check_item(refresh, "medium", "medium", medium_click, FrmSetupTCP.medium);
-    add_check_item(refresh, "fast", "fast", fast_click, FrmSetupTCP.fast);
+    add_check_item(refresh, "slow", "slow", FrmSetupTCP::slow_click, FrmSetupTCP::state.slow);
+    add_check_item(refresh, "medium", "medium", FrmSetupTCP::medium_click, FrmSetupTCP::state.medium);
+    add_check_item(refresh, "fast", "fast", FrmSetupTCP::fast_click, FrmSetupTCP::state.fast);
 }
 
 edit_box* frmsetuptcp_view::add_box(const char* name, const QString& label, void (*change)(std::string_view),
@@ -102,7 +103,7 @@ QPushButton* frmsetuptcp_view::add_button(const char* name, const QString& capti
 void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
     IP_frame = new QGroupBox(this);
     IP_frame->setObjectName("IP_frame");
-    bind(IP_frame, FrmSetupTCP.IP_frame);
+    bind(IP_frame, FrmSetupTCP::state.IP_frame);
     place.addWidget(IP_frame);
     auto* const grid = new QGridLayout(IP_frame);
     grid->setHorizontalSpacing(group_label_gap);
@@ -116,15 +117,17 @@ void frmsetuptcp_view::make_parameters(QBoxLayout& place) {
         grid->addWidget(label, row, 0);
         grid->addWidget(box, row++, 1);
     };
-    add(add_box("Txt_IPadr", "Target IP address", Txt_IPadr_change, FrmSetupTCP.Txt_IPadr));
-    add(add_box("Txt_IPport", "Target IP port", Txt_IPport_change, FrmSetupTCP.Txt_IPport));
-    add(add_box("Txt_regbase", "Register base address  0 - 62300", Txt_regbase_change,
-                FrmSetupTCP.Txt_regbase));
+    add(add_box("Txt_IPadr", "Target IP address", FrmSetupTCP::Txt_IPadr_change,
+                FrmSetupTCP::state.Txt_IPadr));
+    add(add_box("Txt_IPport", "Target IP port", FrmSetupTCP::Txt_IPport_change,
+                FrmSetupTCP::state.Txt_IPport));
+    add(add_box("Txt_regbase", "Register base address  0 - 62300", FrmSetupTCP::Txt_regbase_change,
+                FrmSetupTCP::state.Txt_regbase));
     make_options(*grid);
     auto* const end = new QVBoxLayout;
     grid->addLayout(end, 0, 4, 4, 1);
     end->addStretch();
-    add_button("Cmd_save", "Save parameters", Cmd_save_click, *end);
+    add_button("Cmd_save", "Save parameters", FrmSetupTCP::Cmd_save_click, *end);
 }
 
 void frmsetuptcp_view::make_options(QGridLayout& grid) {
@@ -136,10 +139,11 @@ void frmsetuptcp_view::make_options(QGridLayout& grid) {
         bind(check, value);
         grid.addWidget(check, row++, 3);
     };
-    add("Check1", "Enable automatic TCP IP connection", Check1_click, FrmSetupTCP.Check1);
-    add("Check2", "Enable linear data over  TCP IP", Check2_click, FrmSetupTCP.Check2);
-    add("Check3", "Enable differential data over TCP IP", Check3_click, FrmSetupTCP.Check3);
-    add("Check4", "Enable system status over TCP IP", Check4_click, FrmSetupTCP.Check4);
+    add("Check1", "Enable automatic TCP IP connection", FrmSetupTCP::Check1_click, FrmSetupTCP::state.Check1);
+    add("Check2", "Enable linear data over  TCP IP", FrmSetupTCP::Check2_click, FrmSetupTCP::state.Check2);
+    add("Check3", "Enable differential data over TCP IP", FrmSetupTCP::Check3_click,
+        FrmSetupTCP::state.Check3);
+    add("Check4", "Enable system status over TCP IP", FrmSetupTCP::Check4_click, FrmSetupTCP::state.Check4);
 }
 
 void frmsetuptcp_view::make_status(QBoxLayout& place) {
@@ -148,19 +152,19 @@ void frmsetuptcp_view::make_status(QBoxLayout& place) {
     auto* const label = new QLabel("Status", this);
     row->addWidget(label);
     auto* const Text5 = new status_line(this);
-    bind(Text5, FrmSetupTCP.Text5);
+    bind(Text5, FrmSetupTCP::state.Text5);
     Text5->setObjectName("Text5");
     Text5->setAccessibleName(label->text());
     label->setBuddy(Text5);
     row->addWidget(Text5, 1);
-    add_button("Connect", "Connect", Connect_click, *row);
-    add_button("cmd_discon", "Disconnect", cmd_discon_click, *row);
+    add_button("Connect", "Connect", FrmSetupTCP::Connect_click, *row);
+    add_button("cmd_discon", "Disconnect", FrmSetupTCP::cmd_discon_click, *row);
 }
 
 void frmsetuptcp_view::make_registers(QBoxLayout& place) {
     IP_Test_Frame = new QGroupBox(this);
     IP_Test_Frame->setObjectName("IP_Test_Frame");
-    bind(IP_Test_Frame, FrmSetupTCP.IP_Test_Frame);
+    bind(IP_Test_Frame, FrmSetupTCP::state.IP_Test_Frame);
     place.addWidget(IP_Test_Frame, 1);
     auto* const rows = new QVBoxLayout(IP_Test_Frame);
     auto* const commands = new QHBoxLayout;
@@ -174,11 +178,13 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
         commands->addWidget(box);
         commands->addSpacing(group_label_gap);
     };
-    add(add_box("Txt_sendbase", "Start register", Txt_sendbase_change, FrmSetupTCP.Txt_sendbase));
-    add(add_box("Txt_regnumber", "number max.123", Txt_regnumber_change, FrmSetupTCP.Txt_regnumber));
+    add(add_box("Txt_sendbase", "Start register", FrmSetupTCP::Txt_sendbase_change,
+                FrmSetupTCP::state.Txt_sendbase));
+    add(add_box("Txt_regnumber", "number max.123", FrmSetupTCP::Txt_regnumber_change,
+                FrmSetupTCP::state.Txt_regnumber));
     commands->addStretch();
-    add_button("Cmd_read_R", "Read registers", Cmd_read_R_click, *commands);
-    add_button("Cmd_write_R", "Write Registers", Cmd_write_R_click, *commands);
+    add_button("Cmd_read_R", "Read registers", FrmSetupTCP::Cmd_read_R_click, *commands);
+    add_button("Cmd_write_R", "Write Registers", FrmSetupTCP::Cmd_write_R_click, *commands);
     registers_ = new register_boxes(IP_Test_Frame);
     auto* const area = new QScrollArea(IP_Test_Frame); // a large font leaves the registers no room
     area->setObjectName("register_area");
@@ -192,7 +198,7 @@ void frmsetuptcp_view::make_registers(QBoxLayout& place) {
                           area->verticalScrollBar()->sizeHint().width());
     rows->addWidget(area, 1);
     auto* const Image_TCP = new tcp_picture(this);
-    bind(Image_TCP, FrmSetupTCP.Image_TCP_visible);
+    bind(Image_TCP, FrmSetupTCP::state.Image_TCP_visible);
     Image_TCP->setObjectName("Image_TCP");
     Image_TCP->setAccessibleName(tr("The way of the data to the plant controller"));
     place.addWidget(Image_TCP, 1);
@@ -205,19 +211,19 @@ void frmsetuptcp_view::grow() {
 }
 
 void frmsetuptcp_view::show_window() {
-    const Form& form = FrmSetupTCP.form;
+    const Form& form = FrmSetupTCP::state.form;
     const QString caption = qt_text(form.Caption);
     if (windowTitle() != caption) setWindowTitle(caption);
     if (isVisible() != form.Visible) setVisible(form.Visible);
-    if (summoned_ == FrmSetupTCP.summoned) return;
-    summoned_ = FrmSetupTCP.summoned;
+    if (summoned_ == FrmSetupTCP::state.summoned) return;
+    summoned_ = FrmSetupTCP::state.summoned;
     setWindowState(windowState() & ~Qt::WindowMinimized);
     raise();
     activateWindow();
 }
 
 void frmsetuptcp_view::show_state() {
-    if (!FrmSetupTCP.form.Visible && !isVisible()) return; // filled when it is opened
+    if (!FrmSetupTCP::state.form.Visible && !isVisible()) return; // filled when it is opened
     const bool registers_shown = IP_Test_Frame->isVisibleTo(this);
     show_bound();
     registers_->show_state();
@@ -228,7 +234,7 @@ void frmsetuptcp_view::show_state() {
 void frmsetuptcp_view::closeEvent(QCloseEvent* event) {
     event->ignore(); // whoever asks: nothing of this system closes the window in this way
     desktop::run_handler(desktop::source::operator_,
-                         [] { frmsetuptcp_query_unload(close_reason::close_box); });
+                         [] { FrmSetupTCP::query_unload(FrmSetupTCP::close_reason::close_box); });
 }
 
 } // namespace tyxo

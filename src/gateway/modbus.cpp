@@ -76,7 +76,7 @@ void send(std::string_view frame, bool reads) {
 }
 
 void refuse_write() {
-    show_tcp_status("Error writting registers", status_colour::red);
+    FrmSetupTCP::show_tcp_status("Error writting registers", status_colour::red);
     gateway.Timer_reconnect.Enabled(true);
 }
 
@@ -90,12 +90,12 @@ void close_transaction() {
 /// not looked at, an exception's code counts as the number of bytes
 /// (ModbusAnswer.AnExceptionToAReadIsTakenByItsCode).
 void take_registers() {
-    auto box = FrmSetupTCP.Text4.begin();
+    auto box = FrmSetupTCP::state.Text4.begin();
     const i32 last = modbus.mb_rx[9] + 9;
     for (i32 index = 10; index <= last; index += 2)
         *box++ = plain(at(modbus.mb_rx, index) * 256 + at(modbus.mb_rx, index + 1));
-    show_tcp_status("Registers read", status_colour::green);
-    std::fill(box, FrmSetupTCP.Text4.end(), not_read);
+    FrmSetupTCP::show_tcp_status("Registers read", status_colour::green);
+    std::fill(box, FrmSetupTCP::state.Text4.end(), not_read);
     close_transaction();
 }
 
@@ -103,10 +103,10 @@ void take_registers() {
 /// times out (ModbusAnswer.WithAnotherFunctionToAWriteIsReportedAndTimesOut).
 void take_confirmation() {
     if (modbus.mb_rx[8] != write_registers) {
-        show_tcp_status("Error writting registers feedback", status_colour::red);
+        FrmSetupTCP::show_tcp_status("Error writting registers feedback", status_colour::red);
         return;
     }
-    show_tcp_status("Registers written", status_colour::green);
+    FrmSetupTCP::show_tcp_status("Registers written", status_colour::green);
     modbus.mb_write_pending = false;
     close_transaction();
 }
@@ -152,7 +152,7 @@ void WaitForWinsock() {
     modbus.mb_waiting = false;
 }
 
-void Winsock_A_DataArrival(i32 bytesTotal) {
+void FrmSetupTCP::Winsock_A_DataArrival(i32 bytesTotal) {
     // Looks like a mistake and stays: an arrival is taken to be a whole answer, one in pieces counts as
     // several (ModbusAnswer.ByteByByteTimesOutAtFirst), and what an earlier answer left behind the bytes of
     // this one is looked at too (ModbusAnswer.ThatIsShorterThanItsCountShowsWhatEarlierOnesLeft).
@@ -162,10 +162,10 @@ void Winsock_A_DataArrival(i32 bytesTotal) {
     if (modbus.mb_write_active) take_confirmation();
 }
 
-void Timer1_tick() {
+void FrmSetupTCP::Timer1_tick() {
     if (++modbus.mb_tick_count <= tick_limit) return;
     close_transaction();
-    show_tcp_status("Modbus Time Out", status_colour::red);
+    FrmSetupTCP::show_tcp_status("Modbus Time Out", status_colour::red);
     modbus.mb_timed_out = true;
     modbus.mb_write_pending = false;
     gateway.Timer_reconnect.Enabled(true);

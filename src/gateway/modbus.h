@@ -56,10 +56,13 @@ void FC3MB_read(i32 address, i16 count);
 /// Waits until the open write has ended, by its answer or its time-out, while the event loop goes on.
 void WaitForWinsock();
 
-/// Failure: more than 255 bytes; an answer whose byte count runs past the array.
-void Winsock_A_DataArrival(i32 bytesTotal);
+namespace FrmSetupTCP {
 
 /// The 101st tick of a transaction gives it up: no more writes until the next successful connection.
 void Timer1_tick();
+/// Failure: more than 255 bytes; an answer whose byte count runs past the array.
+void Winsock_A_DataArrival(i32 bytesTotal);
+
+} // namespace FrmSetupTCP
 
 } // namespace tyxo

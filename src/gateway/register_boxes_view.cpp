@@ -34,20 +34,20 @@ register_boxes::register_boxes(QWidget* parent) : QWidget(parent) {
         add_heading(*grid, 0, column + 1, column, Qt::AlignHCenter);
         grid->setColumnStretch(column + 1, 1);
     }
-    const int count = static_cast<int>(FrmSetupTCP.Text4.size());
+    const int count = static_cast<int>(FrmSetupTCP::state.Text4.size());
     for (int index = 0; index < count; ++index) {
         const int row = index / boxes_in_row + 1;
         const int column = index % boxes_in_row + 1;
         if (column == 1) add_heading(*grid, row, 0, index, Qt::AlignRight);
         const auto change = [index](std::string_view text) {
-            Text4_change(static_cast<std::size_t>(index), text);
+            FrmSetupTCP::Text4_change(static_cast<std::size_t>(index), text);
         };
         auto* const box = new edit_box(this, element("Text4", index), change);
         box->setAccessibleName(tr("Register %1").arg(index));
         box->setAlignment(Qt::AlignRight);
         box->setMinimumWidth(least_box_width);
         grid->addWidget(box, row, column);
-        bind(box, FrmSetupTCP.Text4[static_cast<std::size_t>(index)]);
+        bind(box, FrmSetupTCP::state.Text4[static_cast<std::size_t>(index)]);
     }
     grid->setRowStretch(grid->rowCount(), 1); // room to spare goes below the last row
 }

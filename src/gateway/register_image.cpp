@@ -90,7 +90,7 @@ class block_writer {
     void put(double value) { store(round_even<i32>(value), plain_number(value)); }
     void store(i32 value, std::string text) {
         at(modbus.mb_reg, length_) = value;
-        at(FrmSetupTCP.Text4, length_) = std::move(text);
+        at(FrmSetupTCP::state.Text4, length_) = std::move(text);
         ++length_;
     }
 
@@ -116,8 +116,8 @@ void TCP_send(i16 channel, i16 block) {
     // Looks like a mistake and stays: the operator's number is replaced, but not in the settings file
     // (RegisterImage.ShowsTheBlockSentLastAndLeavesTheOtherBoxes).
     settings.REGNumber = writer.length();
-    FrmSetupTCP.Txt_sendbase = plain(address);
-    FrmSetupTCP.Txt_regnumber = plain(settings.REGNumber);
+    FrmSetupTCP::state.Txt_sendbase = plain(address);
+    FrmSetupTCP::state.Txt_regnumber = plain(settings.REGNumber);
     FC16MB_write(address, settings.REGNumber);
 }
 

@@ -24,7 +24,7 @@ std::string stopped(int number) {
 
 TEST(Autostart, StartsAllChannelsBehindTheStartLine) {
     prepare(autostart_settings(3));
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_TRUE(sensor::state.measure_running);
     for (i16 channel = 0; channel < channel_count; ++channel) {
         EXPECT_EQ(sensor::state.channel_running[channel], channel < 3);
@@ -47,7 +47,7 @@ TEST(Autostart, FollowsTheNumberOfItsSetting) {
                                  {"0", false},
                                  {"", false}}) {
         prepare(autostart_settings(1, row.value));
-        start_program(1272, 911);
+        mainfrm::start_program(1272, 911);
         EXPECT_EQ(sensor::state.measure_running, row.starts) << row.value;
         EXPECT_EQ(port(0).opened, row.starts ? 1 : 0) << row.value;
     }
@@ -55,11 +55,11 @@ TEST(Autostart, FollowsTheNumberOfItsSetting) {
 
 TEST(Autostart, WithoutChannelsSaysSo) {
     prepare(autostart_settings(0));
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(box_texts(), text_lines{std::string(no_sensor_text)});
     EXPECT_FALSE(sensor::state.measure_running);
     EXPECT_FALSE(world().exit_code.has_value());
-    EXPECT_NE(main_form.Caption, "");
+    EXPECT_NE(mainfrm::state.Caption, "");
 }
 
 TEST(Autostart, AMissingPortShowsItsBoxDuringTheLoadAndStopsTheChannelsBehindIt) {
@@ -67,7 +67,7 @@ TEST(Autostart, AMissingPortShowsItsBoxDuringTheLoadAndStopsTheChannelsBehindIt)
     world().ports[2].refuses_to_open = true;
     bool held = false;
     world().during_box = [&] { held = world().events_held; };
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_TRUE(held);
     EXPECT_EQ(box_texts(), text_lines{std::string(no_port_text) + "2"});
     EXPECT_EQ(world().boxes[0].icon, box_icon::critical);
@@ -76,12 +76,12 @@ TEST(Autostart, AMissingPortShowsItsBoxDuringTheLoadAndStopsTheChannelsBehindIt)
     EXPECT_EQ(port(2).opened, 0);
     EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), started(1), stopped(2)}));
-    EXPECT_NE(main_form.Caption, "") << "the load goes on";
+    EXPECT_NE(mainfrm::state.Caption, "") << "the load goes on";
 }
 
 TEST(Autostart, APortNumberOfNoughtIsAMissingPort) {
     prepare("[tyxo]\r\nmax_sensors=1\r\nautostart=1\r\n");
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(box_texts(), text_lines{std::string(no_port_text) + "1"});
 }
 
@@ -96,7 +96,7 @@ TEST(Autostart, BytesThatComeDuringABoxWaitForTheEndOfTheLoad) {
         EXPECT_EQ(sensor::state.channels[0].log_state, log_states::wanted);
         EXPECT_TRUE(world().opened.empty() || world().opened.back() == events_path) << "no log yet";
     };
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_FALSE(taken);
     EXPECT_EQ(speed_in_box, 0);
     EXPECT_EQ(sensor::state.channels[0].speed, 777);
@@ -113,7 +113,7 @@ TEST(Autostart, TimersDoNotTickDuringABox) {
         ticks = world().do_events_calls;
         connected = sensor::state.channels[0].connected;
     };
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(ticks, 0);
     EXPECT_TRUE(connected) << "the watchdog rests too";
     EXPECT_FALSE(world().events_held);
@@ -125,7 +125,7 @@ TEST(Autostart, TimersDoNotTickDuringABox) {
 TEST(Autostart, NoBoxWithOneButtonHoldsTheStartUp) {
     prepare(logging_settings(3, "eventfile_ena=1\r\nevtpath=Q:\\\r\nautostart=1\r\n"));
     world().ports[3].refuses_to_open = true;
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     ASSERT_EQ(world().boxes.size(), 2U);
     EXPECT_FALSE(world().boxes[0].waits) << "the event file";
     EXPECT_FALSE(world().boxes[1].waits) << "the port";
@@ -139,7 +139,7 @@ TEST(Autostart, NoBoxWithOneButtonHoldsTheStartUp) {
 TEST(Autostart, TheQuestionAboutTheScreenWaits) {
     prepare(autostart_settings(1));
     world().screen = {640, 480};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     ASSERT_EQ(world().boxes.size(), 1U);
     EXPECT_TRUE(world().boxes[0].waits);
 }
@@ -150,7 +150,7 @@ TEST(Autostart, EventsAreHeldInEveryBoxOfTheStartAndNoLonger) {
     world().ports[1].refuses_to_open = true;
     int held = 0;
     world().during_box = [&] { held += world().events_held ? 1 : 0; };
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().boxes.size(), 3U);
     EXPECT_EQ(held, 3);
     EXPECT_FALSE(world().events_held);

@@ -17,7 +17,7 @@ class Close : public testing::Test {
   protected:
     void SetUp() override {
         prepare(logging_settings(2, with_events));
-        start_program(1272, 911);
+        mainfrm::start_program(1272, 911);
         answer(true);
     }
     /// The stop lock from now on.
@@ -36,7 +36,7 @@ class Close : public testing::Test {
 
 TEST_F(Close, WhileIdleWritesTheStopLineAndEndsAtOnce) {
     const auto before = world().files;
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(world().exit_code, 0);
     EXPECT_EQ(asked_, 0);
     EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), std::string(stop_line)}));
@@ -48,7 +48,7 @@ TEST_F(Close, WhileIdleWritesTheStopLineAndEndsAtOnce) {
 
 TEST_F(Close, WhileMeasuringAsksTheStopLockBehindTheStopLine) {
     start_logging(0);
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(asked_, 1);
     EXPECT_EQ(asked_what_, "Stops all channels and ends the program");
     ASSERT_FALSE(events_when_asked_.empty());
@@ -60,7 +60,7 @@ TEST_F(Close, WhileMeasuringAndGrantedEndsWithoutStoppingAnything) {
     feed(0, measured_body());
     const std::string log_before = file(log_path(0));
     const std::string box_before(indicators.Text_status.text());
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(world().exit_code, 0);
     EXPECT_EQ(file(log_path(0)), log_before) << "no closing comment";
     EXPECT_EQ(indicators.Text_status.text(), box_before);
@@ -73,7 +73,7 @@ TEST_F(Close, WhileMeasuringAndGrantedEndsWithoutStoppingAnything) {
 TEST_F(Close, WhileMeasuringAndRefusedGoesOnMeasuringWithAStopLineWritten) {
     start_logging(0);
     answer(false);
-    EXPECT_FALSE(query_unload());
+    EXPECT_FALSE(mainfrm::query_unload());
     EXPECT_FALSE(world().exit_code.has_value());
     EXPECT_EQ(event_lines().back(), stop_line);
     EXPECT_TRUE(sensor::state.measure_running);
@@ -86,7 +86,7 @@ TEST_F(Close, EveryRefusedRequestWritesItsOwnLine) {
     start_logging(0);
     answer(false);
     for (int request = 0; request < 3; ++request)
-        EXPECT_FALSE(query_unload());
+        EXPECT_FALSE(mainfrm::query_unload());
     EXPECT_EQ(asked_, 3);
     const text_lines lines = event_lines();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), std::string(stop_line)), 3);
@@ -97,7 +97,7 @@ TEST_F(Close, BehindAStopOfAllChannelsIsIdleAgain) {
     mainfrm::start_channel_click(0);
     const int before = asked_;
     answer(false);
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(asked_, before);
     EXPECT_EQ(world().exit_code, 0);
 }
@@ -105,20 +105,20 @@ TEST_F(Close, BehindAStopOfAllChannelsIsIdleAgain) {
 TEST_F(Close, SavesNoSettings) {
     const std::string before = file("tyxo.ini");
     sensor::state.upd_periode = 100;
-    query_unload();
+    mainfrm::query_unload();
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 
 TEST_F(Close, WithABrokenEventFileEndsAllTheSame) {
     world().unwritable.insert(std::string(events_path));
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(world().boxes.size(), 1U);
     EXPECT_EQ(world().exit_code, 0);
 }
 
 TEST_F(Close, ByTheMachineWritesTheStopLineAndAsksNobody) {
     start_logging(0);
-    end_without_question(0);
+    mainfrm::end_without_question(0);
     EXPECT_EQ(asked_, 0);
     EXPECT_EQ(world().exit_code, 0);
     EXPECT_EQ(event_lines().back(), stop_line);
@@ -128,10 +128,10 @@ TEST_F(Close, ByTheMachineWritesTheStopLineAndAsksNobody) {
 TEST_F(Close, ByTheMachineWhileTheStopLockAsksEndsAllTheSame) {
     start_logging(0);
     calls.stop_lock = [](std::string_view) {
-        end_without_question(0);
+        mainfrm::end_without_question(0);
         return false;
     };
-    query_unload();
+    mainfrm::query_unload();
     EXPECT_EQ(world().exit_code, 0);
 }
 
@@ -140,23 +140,23 @@ TEST(CloseBeforeTheStart, ByTheMachineWritesNoStopLine) {
     world().screen = {640, 480};
     text_lines at_end{"not ended"};
     world().during_box = [&] {
-        end_without_question(0);
+        mainfrm::end_without_question(0);
         at_end = event_lines();
     };
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(at_end, text_lines{}) << "no start line, no stop line";
 }
 
 TEST_F(Close, IsGrantedWhileNoStopLockIsThere) {
     calls.stop_lock = link_calls{}.stop_lock;
     start_logging(0);
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(world().exit_code, 0);
 }
 
 TEST_F(Close, TheEndOfTheSessionWhileIdleEndsTheProgramWithoutAsking) {
     int leaves = 0;
-    EXPECT_TRUE(query_end_session([&] { return ++leaves > 0; }));
+    EXPECT_TRUE(mainfrm::query_end_session([&] { return ++leaves > 0; }));
     EXPECT_EQ(leaves, 0);
     EXPECT_EQ(asked_, 0);
     EXPECT_EQ(event_lines().back(), stop_line);

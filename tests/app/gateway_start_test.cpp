@@ -27,8 +27,8 @@ class GatewayStart : public testing::Test {
     static void prepare_gateway(std::string_view more = "") {
         prepare(logging_settings(2, std::string(gateway_on) + std::string(more)));
         // The boxes of the window, whoever fills them.
-        FrmSetupTCP.Txt_IPadr = "10.1.2.3";
-        FrmSetupTCP.Txt_IPport = "502";
+        FrmSetupTCP::state.Txt_IPadr = "10.1.2.3";
+        FrmSetupTCP::state.Txt_IPport = "502";
     }
     static void be_silent() {
         world().plant.answers = [](const std::string&) { return reply{}; };
@@ -37,7 +37,7 @@ class GatewayStart : public testing::Test {
 
 TEST_F(GatewayStart, ConnectsBeforeTheStartHasReturned) {
     prepare_gateway();
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     ASSERT_EQ(world().plant.attempts.size(), 1U);
     EXPECT_EQ(world().plant.attempts[0].host, "10.1.2.3");
     EXPECT_EQ(world().plant.attempts[0].port, 502);
@@ -50,35 +50,35 @@ TEST_F(GatewayStart, ConnectsBeforeTheStartHasReturned) {
 
 TEST_F(GatewayStart, SetsItsTimersAsDesigned) {
     prepare_gateway("IPRefresh=7\r\n");
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 300);
     EXPECT_EQ(gateway.Timer_reconnect.Interval(), 40'000);
     EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
     EXPECT_EQ(gateway.Timer1.Interval(), 1);
     EXPECT_FALSE(gateway.Timer1.Enabled());
-    EXPECT_FALSE(FrmSetupTCP.slow || FrmSetupTCP.medium || FrmSetupTCP.fast);
+    EXPECT_FALSE(FrmSetupTCP::state.slow || FrmSetupTCP::state.medium || FrmSetupTCP::state.fast);
 }
 
 TEST_F(GatewayStart, WithTheAutomaticOffConnectsNothingAndStopsTheCycle) {
     for (const char* value : {"IPAutoC=0\r\n", "IPAutoC=2\r\n", ""}) {
         prepare(logging_settings(2, "IPAdr=10.1.2.3\r\nIPRefresh=1\r\n" + std::string(value)));
-        start_program(1280, 960);
+        mainfrm::start_program(1280, 960);
         advance(5000);
         EXPECT_TRUE(world().plant.attempts.empty()) << value;
         EXPECT_FALSE(mainfrm::timers.Timer_TCP.Enabled());
         EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 450);
-        EXPECT_EQ(FrmSetupTCP.Text5.Text, "Disconnected");
+        EXPECT_EQ(FrmSetupTCP::state.Text5.Text, "Disconnected");
     }
 }
 
 TEST_F(GatewayStart, WaitsHalfASecondForAControllerThatIsNotThere) {
     prepare_gateway("IPRefresh=2\r\n");
     world().plant.connects = connecting::unanswered;
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     EXPECT_GE(world().now_ms, 500);
     EXPECT_LT(world().now_ms, 520);
-    EXPECT_EQ(FrmSetupTCP.Text5.Text, "Can't connect to 10.1.2.3  State: 6");
-    EXPECT_NE(main_form.Caption, "");
+    EXPECT_EQ(FrmSetupTCP::state.Text5.Text, "Can't connect to 10.1.2.3  State: 6");
+    EXPECT_NE(mainfrm::state.Caption, "");
     EXPECT_FALSE(world().exit_code.has_value());
 }
 
@@ -89,24 +89,24 @@ TEST_F(GatewayStart, MeasuringIsUnderWayBeforeTheConnection) {
     after(100, [&] {
         measuring = sensor::state.measure_running && gateway.Winsock_A.State() == socket_state::connecting;
     });
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     EXPECT_TRUE(measuring);
     EXPECT_TRUE(tcp.tcp_connected);
 }
 
 TEST_F(GatewayStart, ARefusedCloseRequestDisconnectsForGood) {
     prepare_gateway();
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     start_logging(0);
     advance(2000);
     calls.stop_lock = [](std::string_view) {
         EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connected) << "the answer comes first";
         return false;
     };
-    EXPECT_FALSE(query_unload());
+    EXPECT_FALSE(mainfrm::query_unload());
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     EXPECT_FALSE(tcp.tcp_connected);
-    EXPECT_EQ(FrmSetupTCP.Text5, (status_box{"Disconnected", 255}));
+    EXPECT_EQ(FrmSetupTCP::state.Text5, (status_box{"Disconnected", 255}));
     const std::size_t before = world().plant.frames.size();
     advance(600'000);
     EXPECT_EQ(world().plant.frames.size(), before);
@@ -116,19 +116,19 @@ TEST_F(GatewayStart, ARefusedCloseRequestDisconnectsForGood) {
 
 TEST_F(GatewayStart, AGrantedOrIdleCloseRequestLeavesTheConnection) {
     prepare_gateway();
-    start_program(1280, 960);
-    EXPECT_TRUE(query_unload());
+    mainfrm::start_program(1280, 960);
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connected);
     start_logging(0);
     calls.stop_lock = [](std::string_view) { return true; };
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::connected);
     EXPECT_TRUE(tcp.tcp_connected);
 }
 
 TEST_F(GatewayStart, AFrameThatArrivesDuringAWaitIsDecoded) {
     prepare_gateway();
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     start_logging(0);
     be_silent();
     i32 speed = 0;
@@ -142,12 +142,12 @@ TEST_F(GatewayStart, AFrameThatArrivesDuringAWaitIsDecoded) {
     EXPECT_TRUE(waiting);
     EXPECT_EQ(speed, 1480);
     EXPECT_EQ(logged(0).size(), 1U);
-    EXPECT_EQ(FrmSetupTCP.Text5.Text, "Modbus Time Out");
+    EXPECT_EQ(FrmSetupTCP::state.Text5.Text, "Modbus Time Out");
 }
 
 TEST_F(GatewayStart, TheWatchdogAndTheChartTickDuringAnAttempt) {
     prepare_gateway();
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     start_logging(0);
     feed(0, measured_body());
     advance(2700);
@@ -166,7 +166,7 @@ TEST_F(GatewayStart, TheWatchdogAndTheChartTickDuringAnAttempt) {
 
 TEST_F(GatewayStart, ARestOfARecordIsSentWhenTheLinkIsLost) {
     prepare_gateway();
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     start_logging(0);
     feed(0, measured_body());
     advance(1300); // two blocks have gone out, one of each channel

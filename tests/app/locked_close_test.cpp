@@ -23,8 +23,8 @@ class LockedClose : public testing::Test {
     void SetUp() override {
         prepare(logging_settings(2, std::string(with_events) + "passwd=Ruhe7\r\nIPAutoC= 1\r\n"
                                                                "IPAdr=10.0.0.5\r\nIPPort= 502\r\n"));
-        calls.stop_lock = stop_lock;
-        start_program(1272, 911);
+        calls.stop_lock = FrmAbort::stop_lock;
+        mainfrm::start_program(1272, 911);
         start_logging(0);
         ASSERT_TRUE(tcp.tcp_connected);
     }
@@ -47,7 +47,7 @@ class LockedClose : public testing::Test {
 TEST_F(LockedClose, ThePasswordEndsTheProgramAndStopsNothingFirst) {
     const auto before = logged(0);
     while_asked([] { stop_with("Ruhe7"); });
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(world().exit_code, 0);
     EXPECT_EQ(logged(0), before) << "no closing comment";
     EXPECT_TRUE(port(0).open);
@@ -58,9 +58,9 @@ TEST_F(LockedClose, ThePasswordEndsTheProgramAndStopsNothingFirst) {
 TEST_F(LockedClose, TheStopLineIsWrittenBeforeAnybodyIsAsked) {
     while_asked([] {
         EXPECT_EQ(stop_lines(), 1);
-        CmdContinue_click();
+        FrmAbort::CmdContinue_click();
     });
-    EXPECT_FALSE(query_unload());
+    EXPECT_FALSE(mainfrm::query_unload());
     EXPECT_EQ(stop_lines(), 1);
 }
 
@@ -68,9 +68,9 @@ TEST_F(LockedClose, ContinueLoggingKeepsTheProgramAndTheLogRunningAndDisconnects
     while_asked([] {
         type_password("Ruhe7");
         EXPECT_TRUE(tcp.tcp_connected);
-        CmdContinue_click();
+        FrmAbort::CmdContinue_click();
     });
-    EXPECT_FALSE(query_unload());
+    EXPECT_FALSE(mainfrm::query_unload());
     EXPECT_FALSE(tcp.tcp_connected);
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     expect_it_goes_on();
@@ -78,8 +78,8 @@ TEST_F(LockedClose, ContinueLoggingKeepsTheProgramAndTheLogRunningAndDisconnects
 }
 
 TEST_F(LockedClose, TheGatewayDoesNotComeBackByItself) {
-    while_asked(CmdContinue_click);
-    EXPECT_FALSE(query_unload());
+    while_asked(FrmAbort::CmdContinue_click);
+    EXPECT_FALSE(mainfrm::query_unload());
     advance(120'000);
     EXPECT_FALSE(tcp.tcp_connected);
 }
@@ -87,9 +87,9 @@ TEST_F(LockedClose, TheGatewayDoesNotComeBackByItself) {
 TEST_F(LockedClose, LeavingTheLockByEscapeOrItsFrameIsARefusal) {
     while_asked([] {
         type_password("Ruhe7");
-        FrmAbort_unload();
+        FrmAbort::unload();
     });
-    EXPECT_FALSE(query_unload());
+    EXPECT_FALSE(mainfrm::query_unload());
     EXPECT_FALSE(tcp.tcp_connected);
     expect_it_goes_on();
 }
@@ -101,37 +101,37 @@ TEST_F(LockedClose, FramesAreLoggedAndTheGatewaySendsWhileTheLockIsUp) {
     after(2000, [] { receive(0, closed(measured_body())); });
     after(4000, [] { receive(0, closed(measured_body())); });
     after(5000, [&] {
-        EXPECT_TRUE(FrmAbort.form.Visible);
+        EXPECT_TRUE(FrmAbort::state.form.Visible);
         EXPECT_EQ(logged(0).size(), before + 2);
         EXPECT_GT(world().do_events_calls, ticks) << "timers tick";
-        CmdContinue_click();
+        FrmAbort::CmdContinue_click();
     });
-    EXPECT_FALSE(query_unload());
+    EXPECT_FALSE(mainfrm::query_unload());
 }
 
 TEST_F(LockedClose, TheWindowClosesThoughTheMenusQuitIsDisabled) {
-    while_asked(CmdContinue_click);
+    while_asked(FrmAbort::CmdContinue_click);
     mainfrm::startstop_click();
     EXPECT_FALSE(indicators.Quit.Enabled);
     while_asked([] { stop_with("Ruhe7"); });
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(world().exit_code, 0);
 }
 
 TEST_F(LockedClose, ASecondRequestInsideTheQuestionIsRefusedAndLeavesTheGatewayAlone) {
     while_asked([] {
-        EXPECT_FALSE(query_unload());
+        EXPECT_FALSE(mainfrm::query_unload());
         EXPECT_EQ(stop_lines(), 2);
         EXPECT_TRUE(tcp.tcp_connected) << "nobody has answered yet";
         EXPECT_FALSE(world().exit_code.has_value());
         stop_with("Ruhe7");
     });
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
 }
 
 TEST_F(LockedClose, ARequestWhileAStopIsAskedEndsNothingThatTheOperatorDidNotGrant) {
     while_asked([] {
-        EXPECT_FALSE(query_unload());
+        EXPECT_FALSE(mainfrm::query_unload());
         stop_with("Ruhe7");
     });
     mainfrm::start_channel_click(0);
@@ -150,13 +150,13 @@ TEST_F(LockedClose, TheEndOfTheSessionIsGrantedWithThePassword) {
         EXPECT_EQ(stop_lines(), 1);
         stop_with("Ruhe7");
     });
-    EXPECT_TRUE(query_end_session(may_ask));
+    EXPECT_TRUE(mainfrm::query_end_session(may_ask));
     EXPECT_EQ(world().exit_code, 0);
 }
 
 TEST_F(LockedClose, ContinueLoggingKeepsTheSession) {
-    while_asked(CmdContinue_click);
-    EXPECT_FALSE(query_end_session(may_ask));
+    while_asked(FrmAbort::CmdContinue_click);
+    EXPECT_FALSE(mainfrm::query_end_session(may_ask));
     EXPECT_EQ(stop_lines(), 1);
     EXPECT_FALSE(tcp.tcp_connected) << "as with every refused close";
     expect_it_goes_on();
@@ -164,20 +164,20 @@ TEST_F(LockedClose, ContinueLoggingKeepsTheSession) {
 
 TEST_F(LockedClose, ASessionThatLetsNobodyAskEndsAndTheLogGoesOnUntilThen) {
     std::ptrdiff_t lines_when_asked_for_leave = 0;
-    EXPECT_TRUE(query_end_session([&] {
+    EXPECT_TRUE(mainfrm::query_end_session([&] {
         lines_when_asked_for_leave = stop_lines();
         return false;
     }));
     EXPECT_EQ(lines_when_asked_for_leave, 1) << "the line comes first";
     EXPECT_EQ(stop_lines(), 1);
-    EXPECT_FALSE(FrmAbort.form.Visible);
+    EXPECT_FALSE(FrmAbort::state.form.Visible);
     EXPECT_TRUE(tcp.tcp_connected);
     expect_it_goes_on();
 }
 
 TEST_F(LockedClose, TheEndOfTheSessionWhileAStopIsAskedKeepsTheSession) {
     while_asked([] {
-        EXPECT_FALSE(query_end_session(may_ask));
+        EXPECT_FALSE(mainfrm::query_end_session(may_ask));
         EXPECT_TRUE(tcp.tcp_connected);
         stop_with("Ruhe7");
     });

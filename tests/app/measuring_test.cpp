@@ -16,7 +16,7 @@ using mainfrm::startstop_click;
 
 void begin_with(i16 used) {
     prepare(logging_settings(used, with_events));
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
 }
 
 TEST(Measuring, ARefusedStopChangesNothing) {

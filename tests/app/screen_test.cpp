@@ -36,14 +36,14 @@ TEST_F(Screen, BelowItsLimitsIsWarnedAbout) {
                                 {5000, 480, true}}) {
         SetUp();
         world().screen = {row.width, row.height};
-        start_program(1272, 911);
+        mainfrm::start_program(1272, 911);
         EXPECT_EQ(world().boxes.size(), row.warned ? 1U : 0U) << row.width << " x " << row.height;
     }
 }
 
 TEST_F(Screen, TheWarningHasItsTextTitleIconAndButtons) {
     world().screen = {1271, 1024};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     ASSERT_EQ(world().boxes.size(), 1U);
     const shown_box& box = world().boxes[0];
     EXPECT_EQ(box.text, "Resolution is actual 1271 x 1024dots\r\n"
@@ -57,7 +57,7 @@ TEST_F(Screen, TheWarningHasItsTextTitleIconAndButtons) {
 
 TEST_F(Screen, TheWarningNamesTheSizesInPlainDecimals) {
     world().screen = {800, 0};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     ASSERT_EQ(world().boxes.size(), 1U);
     EXPECT_TRUE(world().boxes[0].text.starts_with("Resolution is actual 800 x 0dots\r\n"));
 }
@@ -65,18 +65,18 @@ TEST_F(Screen, TheWarningNamesTheSizesInPlainDecimals) {
 TEST_F(Screen, OkGoesOnWithTheStart) {
     world().screen = {1024, 768};
     world().answers = {box_answer::ok};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_FALSE(world().exit_code.has_value());
     EXPECT_EQ(panels.Frame_sensor[1].Caption, "2: Engine 2");
     EXPECT_TRUE(sensor::state.measure_running);
     EXPECT_EQ(event_lines().size(), 3U);
-    EXPECT_NE(main_form.Caption, "");
+    EXPECT_NE(mainfrm::state.Caption, "");
 }
 
 TEST_F(Screen, CancelWritesTheStartLineAndTheStopLineAndEnds) {
     world().screen = {1024, 768};
     world().answers = {box_answer::cancel};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().exit_code, 0);
     EXPECT_EQ(event_lines(), (text_lines{std::string(start_line), std::string(stop_line)}));
     EXPECT_EQ(world().boxes.size(), 1U);
@@ -85,7 +85,7 @@ TEST_F(Screen, CancelWritesTheStartLineAndTheStopLineAndEnds) {
 TEST_F(Screen, CancelStartsNoMeasuringWhateverTheSettingsSay) {
     world().screen = {1024, 768};
     world().answers = {box_answer::cancel};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_FALSE(sensor::state.measure_running);
     for (i16 channel = 0; channel < channel_count; ++channel)
         EXPECT_EQ(port(channel).opened, 0);
@@ -96,7 +96,7 @@ TEST_F(Screen, CancelWithTheEventFileDisabledEndsWithoutAFile) {
     const auto files = world().files;
     world().screen = {1024, 768};
     world().answers = {box_answer::cancel};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().exit_code, 0);
     EXPECT_EQ(world().files, files);
 }

@@ -29,7 +29,7 @@ class StartWithUnusableSettings : public testing::TestWithParam<fatal_row> {
 };
 
 TEST_P(StartWithUnusableSettings, EndsWithABoxAndExitCodeOne) {
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().exit_code, 1);
     EXPECT_EQ(box_texts(), text_lines{std::string(GetParam().description)});
     EXPECT_EQ(world().boxes[0].buttons, box_buttons::ok);
@@ -37,11 +37,11 @@ TEST_P(StartWithUnusableSettings, EndsWithABoxAndExitCodeOne) {
 }
 
 TEST_P(StartWithUnusableSettings, StartsNothing) {
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_TRUE(event_lines().empty());
     EXPECT_EQ(serial::serial_ports, std::nullopt);
     EXPECT_EQ(port(0).opened, 0);
-    EXPECT_EQ(main_form.Caption, "");
+    EXPECT_EQ(mainfrm::state.Caption, "");
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -61,7 +61,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(StartWithUnusableSettingsOfOthers, AChannelBeyondMaxSensorsIsNotReadAndSpoilsNothing) {
     prepare(logging_settings(1, "comport 2=99999\r\n"));
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_FALSE(world().exit_code.has_value());
     EXPECT_TRUE(world().boxes.empty());
 }
@@ -69,14 +69,14 @@ TEST(StartWithUnusableSettingsOfOthers, AChannelBeyondMaxSensorsIsNotReadAndSpoi
 TEST(StartWithUnusableSettingsOfOthers, TheFailureComesInFrontOfTheScreenTest) {
     prepare("[tyxo]\r\nIPRefresh=-1\r\n");
     world().screen = {640, 480};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(box_texts(), text_lines{"IPRefresh: Overflow"});
 }
 
 TEST(SecondCopy, SaysWhoHoldsTheFolderAndEndsWithACodeOfItsOwn) {
     prepare(logging_settings(1, std::string(with_events) + "autostart=1\r\n"));
     world().folder_holder = "process 1234";
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().exit_code, 2);
     EXPECT_EQ(box_texts(), text_lines{"Another Tyxo Data Logger runs in this folder: process 1234.\r\n"
                                       "This one ends now."});
@@ -88,7 +88,7 @@ TEST(SecondCopy, TouchesNothing) {
             std::string(with_events));
     const auto files = world().files;
     world().folder_holder = "process 1234";
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().files, files);
     EXPECT_TRUE(world().opened.empty());
     EXPECT_EQ(port(0).opened, 0);
@@ -97,7 +97,7 @@ TEST(SecondCopy, TouchesNothing) {
 
 TEST(StartWithUnusableSettingsOfOthers, RepairsInFrontOfTheFailureAreWritten) {
     prepare("[tyxo]\r\nadc_offset=1\r\nzyl_speed_range=2\r\nIPRefresh=-1\r\n");
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().exit_code, 1);
     EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nadc_offset=479\r\nzyl_speed_range=2\r\nIPRefresh=-1\r\n");
 }

@@ -24,7 +24,7 @@ class Start : public testing::Test {
 
 TEST_F(Start, BeginsWithItsMessageInTheDebugOutput) {
     world().port_names = {{"source", "COM3"}};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     ASSERT_GE(world().debug.size(), 2U);
     EXPECT_EQ(world().debug.front(), "Programmstart");
     EXPECT_EQ(std::ranges::count(world().debug, "Programmstart"), 1);
@@ -32,29 +32,29 @@ TEST_F(Start, BeginsWithItsMessageInTheDebugOutput) {
 
 TEST_F(Start, KeepsScreenAndWindowSizes) {
     world().screen = {1920, 1080};
-    start_program(1299.5, 951.25);
-    EXPECT_EQ(main_form.screen_w, 1920);
-    EXPECT_EQ(main_form.screen_h, 1080);
-    EXPECT_EQ(main_form.design_w, 1299.5);
-    EXPECT_EQ(main_form.design_h, 951.25);
+    mainfrm::start_program(1299.5, 951.25);
+    EXPECT_EQ(mainfrm::state.screen_w, 1920);
+    EXPECT_EQ(mainfrm::state.screen_h, 1080);
+    EXPECT_EQ(mainfrm::state.design_w, 1299.5);
+    EXPECT_EQ(mainfrm::state.design_h, 951.25);
     for (std::size_t channel = 0; channel < 4; ++channel) {
-        EXPECT_EQ(main_form.chart_w[channel], 635.0F);
-        EXPECT_EQ(main_form.chart_h[channel], 278.0F);
+        EXPECT_EQ(mainfrm::state.chart_w[channel], 635.0F);
+        EXPECT_EQ(mainfrm::state.chart_h[channel], 278.0F);
     }
 }
 
 TEST_F(Start, TheDesignSizeOfAChartIsTakenBeforeItsWidthIsSet) {
     charts.chart[2].Width = 700;
     charts.chart[2].Height = 300;
-    start_program(1272, 911);
-    EXPECT_EQ(main_form.chart_w[2], 700.0F);
-    EXPECT_EQ(main_form.chart_h[2], 300.0F);
+    mainfrm::start_program(1272, 911);
+    EXPECT_EQ(mainfrm::state.chart_w[2], 700.0F);
+    EXPECT_EQ(mainfrm::state.chart_h[2], 300.0F);
     EXPECT_EQ(charts.chart[2].Width, 635);
     EXPECT_EQ(charts.chart[2].Height, 300);
 }
 
 TEST_F(Start, MarksEveryEvaluatorAsUnknownAndEveryLinkAsUp) {
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     for (i16 channel = 0; channel < channel_count; ++channel) {
         EXPECT_EQ(sensor::state.channels[channel].eva_mode, 99) << channel;
         EXPECT_TRUE(sensor::state.channels[channel].connected) << channel;
@@ -62,7 +62,7 @@ TEST_F(Start, MarksEveryEvaluatorAsUnknownAndEveryLinkAsUp) {
 }
 
 TEST_F(Start, AnEvaluatorThatAnswersAtOnceIsNotAnnounced) {
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     start_logging(0);
     feed(0, measured_body());
     EXPECT_EQ(indicators.Text_status.text(), "07-02-2026 13:05:09 KVD Engine 1 ## Measure started \r\n");
@@ -71,19 +71,19 @@ TEST_F(Start, AnEvaluatorThatAnswersAtOnceIsNotAnnounced) {
 }
 
 TEST_F(Start, GivesTheWindowItsCaption) {
-    start_program(1272, 911);
-    EXPECT_EQ(main_form.Caption, " Quarvo / Tyxo Data Logger  Version 2.10_4");
+    mainfrm::start_program(1272, 911);
+    EXPECT_EQ(mainfrm::state.Caption, " Quarvo / Tyxo Data Logger  Version 2.10_4");
 }
 
 TEST_F(Start, ListsTheSerialPortsOnce) {
     world().port_names = {{"a", "COM7"}, {"b", "COM1"}};
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(serial::serial_ports, (std::vector<i16>{1, 7}));
 }
 
 TEST_F(Start, GoesOnWithoutAListOfSerialPorts) {
     world().port_list_unreadable = true;
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(serial::serial_ports, std::nullopt);
     EXPECT_FALSE(world().exit_code.has_value());
     EXPECT_EQ(event_lines(), text_lines{std::string(start_line)});
@@ -91,7 +91,7 @@ TEST_F(Start, GoesOnWithoutAListOfSerialPorts) {
 
 TEST_F(Start, EndsIdleAndWritesItsLine) {
     sensor::state.measure_running = true;
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_FALSE(sensor::state.measure_running);
     EXPECT_EQ(event_lines(), text_lines{std::string(start_line)});
     EXPECT_TRUE(world().boxes.empty());
@@ -113,7 +113,7 @@ TEST_F(Start, SetsTheSendTimersIntervalFromTheRefreshSetting) {
                                     {"", 600},
                                     {"1.5", 300}}) {
         prepare(logging_settings(1, "IPRefresh=" + std::string(row.refresh) + "\r\n"));
-        start_program(1272, 911);
+        mainfrm::start_program(1272, 911);
         EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), row.interval) << row.refresh;
     }
 }
@@ -121,7 +121,7 @@ TEST_F(Start, SetsTheSendTimersIntervalFromTheRefreshSetting) {
 TEST_F(Start, WithoutASettingsFileEndsWithThatOfTheTwoRepairs) {
     prepare("");
     world().files.clear();
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     EXPECT_EQ(world().files.size(), 1U);
     EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nadc_offset=479\r\nzyl_speed_range=1\r\n");
     EXPECT_FALSE(world().exit_code.has_value());
@@ -129,7 +129,7 @@ TEST_F(Start, WithoutASettingsFileEndsWithThatOfTheTwoRepairs) {
 
 TEST_F(Start, WithoutChannelsAllPanelsReadNotInstalledAndTheStartButtonSaysSo) {
     prepare(logging_settings(0));
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     for (i16 channel = 0; channel < channel_count; ++channel) {
         EXPECT_EQ(panels.Frame_sensor[channel].Caption, "not installed");
         EXPECT_EQ(charts.chart[channel].Title, "not installed");
@@ -160,13 +160,13 @@ sight sight_at(std::string_view box_text) {
         if (result.seen || !world().boxes.back().text.starts_with(text)) return;
         result = {true,
                   panels.Frame_sensor[0].Caption,
-                  main_form.design_w,
+                  mainfrm::state.design_w,
                   serial::serial_ports ? serial::serial_ports->size() : 0,
                   event_lines(),
-                  main_form.Caption,
+                  mainfrm::state.Caption,
                   sensor::state.max_sensors};
     };
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     world().during_box = {};
     EXPECT_TRUE(result.seen);
     return result;
@@ -189,7 +189,7 @@ TEST_F(Start, WritesItsLineBehindPanelsAndPortsAndInFrontOfTheCaption) {
     EXPECT_EQ(at_line.design_w, 1272);
     EXPECT_EQ(at_line.ports, 1U);
     EXPECT_EQ(at_line.window_caption, "");
-    EXPECT_NE(main_form.Caption, "");
+    EXPECT_NE(mainfrm::state.Caption, "");
 }
 
 TEST_F(Start, StartsMeasuringBehindItsLineAndInFrontOfTheCaption) {
@@ -199,14 +199,14 @@ TEST_F(Start, StartsMeasuringBehindItsLineAndInFrontOfTheCaption) {
     EXPECT_EQ(at_port.events, text_lines{std::string(start_line)});
     EXPECT_EQ(at_port.window_caption, "");
     EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 300);
-    EXPECT_NE(main_form.Caption, "");
+    EXPECT_NE(mainfrm::state.Caption, "");
 }
 
 TEST_F(Start, ShowsItsBoxesInOrder) {
     prepare(logging_settings(2, "eventfile_ena=1\r\nevtpath=Q:\\\r\nautostart=1\r\n"));
     world().screen = {1024, 768};
     world().ports[2].refuses_to_open = true;
-    start_program(1272, 911);
+    mainfrm::start_program(1272, 911);
     ASSERT_EQ(world().boxes.size(), 3U);
     EXPECT_TRUE(box_texts()[0].starts_with("Resolution is actual"));
     EXPECT_TRUE(box_texts()[1].starts_with("Directory for Eventfile"));

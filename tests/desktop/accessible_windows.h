@@ -58,56 +58,58 @@ struct accessible_window {
 
 inline void open_setup(i16 tab, bool measuring) {
     sensor::state.measure_running = measuring;
-    setup_click();
-    SSTab_click(tab);
+    mainfrm::setup_click();
+    frmSetup::SSTab_click(tab);
 }
 
 inline void close_setup() {
-    frmSetup_cmd_cancel_click();
+    frmSetup::cmd_cancel_click();
     sensor::state.measure_running = false;
 }
 
 /// As the stop lock stands before an operator who has not answered yet.
 inline void show_stop_lock(std::string_view typed) {
-    FrmAbort.form.Loaded = FrmAbort.form.Visible = true;
-    TextPassword_change(typed);
+    FrmAbort::state.form.Loaded = FrmAbort::state.form.Visible = true;
+    FrmAbort::TextPassword_change(typed);
 }
 
 /// The alert in one of its phases, which does not change meanwhile.
 inline void show_alert(colour phase) {
-    open_alert();
+    FrmAlert::open_alert();
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        show_alert_line(channel);
-        alert_text(channel, sensor::state.channels[channel].location + "  Mainalarm AC");
+        FrmAlert::show_alert_line(channel);
+        FrmAlert::alert_text(channel, sensor::state.channels[channel].location + "  Mainalarm AC");
     }
-    while (FrmAlert.BackColor != phase)
-        timer_alert_tick();
-    timer_alert.Interval(60'000);
+    while (FrmAlert::state.BackColor != phase)
+        FrmAlert::timer_alert_tick();
+    FrmAlert::timer_alert.Interval(60'000);
 }
 
 inline const std::vector<accessible_window>& windows() {
     static const std::vector<accessible_window> rows{
         {"mainfrm", [] {}, [] {}, false},
-        {"FrmSetupTCP", setup_tcp_click, Cmd_close_click, true},
+        {"FrmSetupTCP", mainfrm::setup_tcp_click, FrmSetupTCP::Cmd_close_click, true},
         {"FrmSetupTCP registers",
          [] {
-             setup_tcp_click();
-             if (!FrmSetupTCP.Reg_content) Reg_content_click();
+             mainfrm::setup_tcp_click();
+             if (!FrmSetupTCP::state.Reg_content) FrmSetupTCP::Reg_content_click();
          },
          [] {
-             Reg_content_click();
-             Cmd_close_click();
+             FrmSetupTCP::Reg_content_click();
+             FrmSetupTCP::Cmd_close_click();
          },
          true},
-        {"frmdetailedpic", [] { XYplot_click(0); }, frmdetailedpic_unload, false},
-        {"frmbarpic", [] { Cmd_diagramm_click(0); }, [] { bar_form_unload(frmbarpic); }, false},
-        {"Frmbarpic2", [] { Cmd_diagramm2_click(0); }, [] { bar_form_unload(Frmbarpic2); }, false},
-        {"frmscale_polar", setup_scale_click, frmscale_polar_unload, true},
-        {"frmselectprint", prt_click, cmd_cancel_click, true},
-        {"FrmResetInhTime", [] { Lbl_alminhibit_click(1); }, FrmResetInhTime_CmdCancel_click, true},
-        {"frmstatustext", Text_status_dblclick, Cmdclose_click, true},
-        {"Frmlog", Lbl_TY_logger_click, Frmlog_Cmd_ok_click, true},
-        {"frmSplash", about_click, frmSplash_unload, true},
+        {"frmdetailedpic", [] { mainfrm::XYplot_click(0); }, frmdetailedpic::unload, false},
+        {"frmbarpic", [] { mainfrm::Cmd_diagramm_click(0); }, [] { bar_form_unload(frmbarpic::state); },
+         false},
+        {"Frmbarpic2", [] { mainfrm::Cmd_diagramm2_click(0); }, [] { bar_form_unload(Frmbarpic2::state); },
+         false},
+        {"frmscale_polar", mainfrm::setup_scale_click, frmscale_polar::unload, true},
+        {"frmselectprint", mainfrm::prt_click, frmselectprint::cmd_cancel_click, true},
+        {"FrmResetInhTime", [] { mainfrm::Lbl_alminhibit_click(1); }, FrmResetInhTime::CmdCancel_click, true},
+        {"frmstatustext", mainfrm::Text_status_dblclick, frmstatustext::Cmdclose_click, true},
+        {"Frmlog", mainfrm::Lbl_TY_logger_click, Frmlog::Cmd_ok_click, true},
+        {"frmSplash", mainfrm::about_click, frmSplash::unload, true},
         {"frmSetup", [] { open_setup(0, false); }, close_setup, true},
         {"frmSetup measuring", [] { open_setup(0, true); }, close_setup, true},
         {"frmSetup tab 1", [] { open_setup(1, false); }, close_setup, true},
@@ -117,19 +119,20 @@ inline const std::vector<accessible_window>& windows() {
         {"frmbrowse",
          [] {
              open_setup(0, false);
-             cmd_browse_path_click(0);
+             frmSetup::cmd_browse_path_click(0);
          },
          [] {
-             frmbrowse_unload();
+             frmbrowse::unload();
              close_setup();
          },
          true},
-        {"frmpwd", setup_passwd_click, frmpwd_CmdCancel_click, true},
-        {"frmpwd known", [] { setup_passwd_click(), oldpasswd_change(""); }, frmpwd_CmdCancel_click, true},
-        {"FrmAbort", [] { show_stop_lock("x"); }, FrmAbort_unload, true},
-        {"FrmAbort known", [] { show_stop_lock(""); }, FrmAbort_unload, true},
-        {"FrmAlert red", [] { show_alert(alert_colour::red); }, FrmAlert_unload, true},
-        {"FrmAlert light", [] { show_alert(alert_colour::light); }, FrmAlert_unload, true},
+        {"frmpwd", mainfrm::setup_passwd_click, frmpwd::CmdCancel_click, true},
+        {"frmpwd known", [] { mainfrm::setup_passwd_click(), frmpwd::oldpasswd_change(""); },
+         frmpwd::CmdCancel_click, true},
+        {"FrmAbort", [] { show_stop_lock("x"); }, FrmAbort::unload, true},
+        {"FrmAbort known", [] { show_stop_lock(""); }, FrmAbort::unload, true},
+        {"FrmAlert red", [] { show_alert(alert_colour::red); }, FrmAlert::unload, true},
+        {"FrmAlert light", [] { show_alert(alert_colour::light); }, FrmAlert::unload, true},
     };
     return rows;
 }

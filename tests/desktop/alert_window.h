@@ -48,7 +48,7 @@ inline void wait_until_it_takes_keys() {
 }
 
 inline void confirm_alert() {
-    desktop::run_handler(desktop::source::operator_, FrmAlert_CmdAck_click);
+    desktop::run_handler(desktop::source::operator_, FrmAlert::CmdAck_click);
     QTRY_VERIFY(!alert_window()->isVisible());
 }
 
@@ -63,7 +63,7 @@ inline void end_alarms() {
 inline void expect_confirmed() {
     QTRY_VERIFY(!alert_window()->isVisible());
     QVERIFY(!sensor::state.alert_open);
-    QVERIFY(!timer_alert.Enabled());
+    QVERIFY(!FrmAlert::timer_alert.Enabled());
     QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));
 }
 

@@ -62,15 +62,15 @@ struct window_row {
 inline const std::vector<window_row>& all_windows() {
     using enum window_kind;
     static const std::vector<window_row> rows{
-        {"frmSetup", dialog, setup_click, frmSetup_cmd_cancel_click, "Text_sensor_loc(0)"},
+        {"frmSetup", dialog, mainfrm::setup_click, frmSetup::cmd_cancel_click, "Text_sensor_loc(0)"},
         {"frmbrowse", dialog,
          [] {
-             setup_click();
-             cmd_browse_path_click(0);
+             mainfrm::setup_click();
+             frmSetup::cmd_browse_path_click(0);
          },
          [] {
-             frmbrowse_unload();
-             frmSetup_cmd_cancel_click();
+             frmbrowse::unload();
+             frmSetup::cmd_cancel_click();
          },
          "fileNameEdit"},
         {"FrmAbort", dialog,
@@ -78,26 +78,27 @@ inline const std::vector<window_row>& all_windows() {
              sensor::state.measure_running = true;
              mainfrm::startstop_click(); // waits for the answer
          },
-         FrmAbort_unload, "TextPassword"},
-        {"frmpwd", dialog, setup_passwd_click, frmpwd_CmdCancel_click, "newpasswd"},
-        {"FrmResetInhTime", dialog, [] { Lbl_alminhibit_click(1); }, FrmResetInhTime_CmdCancel_click},
-        {"frmstatustext", dialog, Text_status_dblclick, Cmdclose_click},
-        {"Frmlog", dialog, Lbl_TY_logger_click, Frmlog_Cmd_ok_click},
-        {"frmSplash", dialog, about_click, frmSplash_unload},
-        {"frmscale_polar", dialog, setup_scale_click, frmscale_polar_unload},
-        {"frmselectprint", dialog, prt_click, cmd_cancel_click},
+         FrmAbort::unload, "TextPassword"},
+        {"frmpwd", dialog, mainfrm::setup_passwd_click, frmpwd::CmdCancel_click, "newpasswd"},
+        {"FrmResetInhTime", dialog, [] { mainfrm::Lbl_alminhibit_click(1); },
+         FrmResetInhTime::CmdCancel_click},
+        {"frmstatustext", dialog, mainfrm::Text_status_dblclick, frmstatustext::Cmdclose_click},
+        {"Frmlog", dialog, mainfrm::Lbl_TY_logger_click, Frmlog::Cmd_ok_click},
+        {"frmSplash", dialog, mainfrm::about_click, frmSplash::unload},
+        {"frmscale_polar", dialog, mainfrm::setup_scale_click, frmscale_polar::unload},
+        {"frmselectprint", dialog, mainfrm::prt_click, frmselectprint::cmd_cancel_click},
         {"print_dialog", dialog,
          [] {
-             prt_click();
-             frmselectprint_Cmd_ok_click(); // waits for the answer
+             mainfrm::prt_click();
+             frmselectprint::Cmd_ok_click(); // waits for the answer
          },
          [] {
              if (auto* const window = qobject_cast<QDialog*>(shown_window("print_dialog"))) window->reject();
          }},
-        {"frmdetailedpic", scope, [] { XYplot_click(0); }, frmdetailedpic_unload},
-        {"frmbarpic", diagram, [] { Cmd_diagramm_click(0); }, frmbarpic_unload},
-        {"Frmbarpic2", diagram, [] { Cmd_diagramm2_click(0); }, Frmbarpic2_unload},
-        {"FrmSetupTCP", beside, setup_tcp_click, Cmd_close_click, "Txt_IPport"},
+        {"frmdetailedpic", scope, [] { mainfrm::XYplot_click(0); }, frmdetailedpic::unload},
+        {"frmbarpic", diagram, [] { mainfrm::Cmd_diagramm_click(0); }, frmbarpic::unload},
+        {"Frmbarpic2", diagram, [] { mainfrm::Cmd_diagramm2_click(0); }, Frmbarpic2::unload},
+        {"FrmSetupTCP", beside, mainfrm::setup_tcp_click, FrmSetupTCP::Cmd_close_click, "Txt_IPport"},
     };
     return rows;
 }

@@ -43,9 +43,9 @@ struct bar_window_row {
 };
 
 inline const bar_window_row both[] = {
-    {"frmbarpic", "iPlotX_angle", "Cmd_diagramm", frmbarpic, sensor::state.bar_channel_angacc,
+    {"frmbarpic", "iPlotX_angle", "Cmd_diagramm", frmbarpic::state, sensor::state.bar_channel_angacc,
      refresh_speed_bars, rgb(0, 0, 255), "Cylinder speed difference diagram", "Speed difference diagram "},
-    {"Frmbarpic2", "iPlotX_thermo", "Cmd_diagramm2", Frmbarpic2, sensor::state.bar_channel_thermo,
+    {"Frmbarpic2", "iPlotX_thermo", "Cmd_diagramm2", Frmbarpic2::state, sensor::state.bar_channel_thermo,
      refresh_thermo_bars, rgb(255, 0, 0), "Cylinder thermosignal difference diagram",
      "Thermosignal difference diagram "},
 };
@@ -61,7 +61,7 @@ class bar_windows : public QObject {
                                     "location 3=Engine 3\r\n"));
         wire();
         main_ = new mainfrm_view;
-        start_program(main_->width(), main_->height());
+        mainfrm::start_program(main_->width(), main_->height());
         for (std::size_t channel = 0; channel < 3; ++channel)
             panels.Cmd_diagramm[channel].Visible = panels.Cmd_diagramm2[channel].Visible = true;
         main_->show_state();

@@ -18,7 +18,7 @@ namespace tyxo {
 class detailed_window : public QObject {
   protected:
     void make_window() {
-        frmdetailedpic_unload();
+        frmdetailedpic::unload();
         sensor::state.channels = {};
         window_ = std::make_unique<frmdetailedpic_view>(nullptr);
         surface_ = window_->findChild<canvas_view*>("surface");
@@ -53,7 +53,7 @@ class detailed_window : public QObject {
     void check_labels(const QString& what) {
         const QFontMetricsF metrics(surface_->text_font());
         std::vector<QRectF> taken;
-        for (const canvas_text& one : frmdetailedpic.surface.texts) {
+        for (const canvas_text& one : frmdetailedpic::state.surface.texts) {
             const double wide = metrics.horizontalAdvance(QString::fromStdString(one.text));
             taken.emplace_back(surface_->place(one.x - 7, one.y),
                                surface_->place(one.x, one.y) + QPointF(wide, metrics.height() - 1));

@@ -32,7 +32,7 @@ class started_window {
         wire();
         use_light_palette();
         window_ = std::make_unique<mainfrm_view>();
-        start_program(window_->width(), window_->height());
+        mainfrm::start_program(window_->width(), window_->height());
         show_state();
         window_->show();
         QVERIFY(QTest::qWaitForWindowExposed(window_.get()));

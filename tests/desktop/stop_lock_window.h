@@ -40,7 +40,7 @@ class stop_lock_window : public QObject {
 
     void measure() {
         QTRY_VERIFY(!lock_->isVisible());
-        SetPassword("R\xFChe7");
+        FrmAbort::SetPassword("R\xFChe7");
         sensor::state.measure_running = true;
         sensor::state.channel_running = {{true, true, false, false}};
         indicators.Quit.Enabled = true;
@@ -56,7 +56,7 @@ class stop_lock_window : public QObject {
             look->stop();
             look->deleteLater();
             act();
-            if (FrmAbort.form.Visible) lock_->reject();
+            if (FrmAbort::state.form.Visible) lock_->reject();
         });
         look->start();
     }

@@ -105,9 +105,9 @@ void fill_instruments(i16 channel) {
 
 void take_diagrams(picture_taker& pictures, i16 channel, const engine& what) {
     const QString name = what.name;
-    XYplot_click(channel);
-    Cmd_diagramm_click(channel);
-    Cmd_diagramm2_click(channel);
+    mainfrm::XYplot_click(channel);
+    mainfrm::Cmd_diagramm_click(channel);
+    mainfrm::Cmd_diagramm2_click(channel);
     // A new size shows curves only with the next cycle.
     for (const auto& [prefix, size] :
          {std::pair{"detailed-", QSize(1240, 900)}, {"detailed-small-", {860, 540}}}) {
@@ -115,31 +115,31 @@ void take_diagrams(picture_taker& pictures, i16 channel, const engine& what) {
         run_engine(channel, what.parameters);
         pictures.take("frmdetailedpic", prefix + name);
     }
-    frmdetailedpic_unload();
+    frmdetailedpic::unload();
     pictures.take("frmbarpic", "speed-bars-" + name);
     pictures.take("Frmbarpic2", "thermo-bars-" + name);
     settings.speedbar_mode = 1;
-    Cmd_diagramm_click(channel);
+    mainfrm::Cmd_diagramm_click(channel);
     process_angacc(channel);
     pictures.resize("frmbarpic", {1100, 700});
     pictures.take("frmbarpic", "speed-bars-firing-order-" + name);
     settings.speedbar_mode = 0;
-    frmbarpic_unload();
-    Frmbarpic2_unload();
+    frmbarpic::unload();
+    Frmbarpic2::unload();
 }
 
 /// The gateway's window by hand, with automatic blocks, and without its registers.
 void take_gateway(picture_taker& pictures) {
     settings.REGView = 1;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     pictures.take("FrmSetupTCP", "gateway");
-    for (std::size_t box = 0; box < FrmSetupTCP.Text4.size(); ++box)
-        FrmSetupTCP.Text4[box] = std::to_string(box * 531 % 65536);
-    show_tcp_status("Registers written", status_colour::green);
-    Check2_click();
+    for (std::size_t box = 0; box < FrmSetupTCP::state.Text4.size(); ++box)
+        FrmSetupTCP::state.Text4[box] = std::to_string(box * 531 % 65536);
+    FrmSetupTCP::show_tcp_status("Registers written", status_colour::green);
+    FrmSetupTCP::Check2_click();
     pictures.take("FrmSetupTCP", "gateway-automatic");
-    show_tcp_status("Connection locked", status_colour::yellow);
-    Reg_content_click();
+    FrmSetupTCP::show_tcp_status("Connection locked", status_colour::yellow);
+    FrmSetupTCP::Reg_content_click();
     pictures.take("FrmSetupTCP", "gateway-without-registers");
 }
 
@@ -148,18 +148,18 @@ void take_gateway(picture_taker& pictures) {
 void take_setup(picture_taker& pictures, bool measuring) {
     const QString prefix = measuring ? "setup-measuring-" : "setup-";
     sensor::state.measure_running = measuring;
-    setup_click();
+    mainfrm::setup_click();
     for (i16 tab = 0; tab < 5; ++tab) {
-        frmSetup.SSTab.Tab = tab;
+        frmSetup::state.SSTab.Tab = tab;
         pictures.take("frmSetup", prefix + QString::number(tab));
     }
-    frmSetup.SSTab.Tab = 0;
+    frmSetup::state.SSTab.Tab = 0;
     if (!measuring) {
-        cmd_browse_path_click(0);
+        frmSetup::cmd_browse_path_click(0);
         pictures.take("frmbrowse", "setup-browse");
-        frmbrowse_Ok_click("logs");
+        frmbrowse::Ok_click("logs");
     }
-    frmSetup_cmd_cancel_click();
+    frmSetup::cmd_cancel_click();
     sensor::state.measure_running = false;
 }
 
@@ -175,60 +175,60 @@ void prepare_setup() {
 
 /// The alert in its two phases: one channel, then three.
 void take_alert(picture_taker& pictures) {
-    open_alert();
-    show_alert_line(1);
-    alert_text(1, "Generator 2  Mainalarm DC");
+    FrmAlert::open_alert();
+    FrmAlert::show_alert_line(1);
+    FrmAlert::alert_text(1, "Generator 2  Mainalarm DC");
     pictures.take("FrmAlert", "alert");
-    show_alert_line(0);
-    alert_text(0, "Port main engine  Mainalarm AC");
-    show_alert_line(3);
-    alert_text(3, "WWWWWWWWWWWWWWWWWWWWWWWWW  Mainalarm DC");
-    timer_alert_tick();
+    FrmAlert::show_alert_line(0);
+    FrmAlert::alert_text(0, "Port main engine  Mainalarm AC");
+    FrmAlert::show_alert_line(3);
+    FrmAlert::alert_text(3, "WWWWWWWWWWWWWWWWWWWWWWWWW  Mainalarm DC");
+    FrmAlert::timer_alert_tick();
     pictures.take("FrmAlert", "alert-dark");
-    FrmAlert_unload();
+    FrmAlert::unload();
 }
 
 /// The stop lock before and behind the right password, without anybody who waits for its answer.
 void take_stop_lock(picture_taker& pictures) {
-    SetPassword("Kessel 7");
-    FrmAbort.form.Loaded = FrmAbort.form.Visible = true;
-    FrmAbort.Lbl_what.Caption = "Stops channel 2: Generator 2";
-    TextPassword_change("Kess");
+    FrmAbort::SetPassword("Kessel 7");
+    FrmAbort::state.form.Loaded = FrmAbort::state.form.Visible = true;
+    FrmAbort::state.Lbl_what.Caption = "Stops channel 2: Generator 2";
+    FrmAbort::TextPassword_change("Kess");
     pictures.take("FrmAbort", "stop-lock");
-    TextPassword_change("Kessel 7");
+    FrmAbort::TextPassword_change("Kessel 7");
     pictures.take("FrmAbort", "stop-lock-open");
-    FrmAbort_unload();
+    FrmAbort::unload();
 }
 
 void take_questions(picture_taker& pictures) {
     take_alert(pictures);
     take_stop_lock(pictures);
-    setup_passwd_click();
-    newpasswd_change("Kessel 7");
-    newpasswd2_change("Kessel 7");
+    mainfrm::setup_passwd_click();
+    frmpwd::newpasswd_change("Kessel 7");
+    frmpwd::newpasswd2_change("Kessel 7");
     pictures.take("frmpwd", "password");
-    frmpwd_CmdCancel_click();
-    Lbl_alminhibit_click(2);
+    frmpwd::CmdCancel_click();
+    mainfrm::Lbl_alminhibit_click(2);
     pictures.take("FrmResetInhTime", "inhibit-reset");
-    FrmResetInhTime_CmdCancel_click();
-    Text_status_dblclick();
+    FrmResetInhTime::CmdCancel_click();
+    mainfrm::Text_status_dblclick();
     pictures.take("frmstatustext", "status-window");
-    Cmdclose_click();
-    Lbl_TY_logger_click();
+    frmstatustext::Cmdclose_click();
+    mainfrm::Lbl_TY_logger_click();
     pictures.take("Frmlog", "software-info");
-    Frmlog_Cmd_ok_click();
-    about_click();
+    Frmlog::Cmd_ok_click();
+    mainfrm::about_click();
     pictures.take("frmSplash", "about");
-    frmSplash_unload();
+    frmSplash::unload();
 }
 
 /// On a screen of its own the main window is seen maximised too.
 void take_maximised(picture_taker& pictures) {
     pictures.maximise(true);
     pictures.take("mainfrm", "main-window-maximised-enlarged");
-    cmd_zoom_xy_click(3);
+    mainfrm::cmd_zoom_xy_click(3);
     pictures.take("mainfrm", "main-window-maximised");
-    cmd_zoom_xy_click(3);
+    mainfrm::cmd_zoom_xy_click(3);
     pictures.maximise(false);
 }
 
@@ -247,17 +247,17 @@ void take_all(picture_taker& pictures, bool own_screen) {
                     {" KVD " + sensor::state.channels[channel].location + " ## Measure started ", "", ""});
     }
     pictures.take("mainfrm", "main-window");
-    chart_click(0);
-    cmd_zoom_xy_click(3);
+    mainfrm::chart_click(0);
+    mainfrm::cmd_zoom_xy_click(3);
     pictures.take("mainfrm", "main-window-frozen-and-enlarged");
     if (own_screen) take_maximised(pictures);
     for (std::size_t index = 0; index < all.size(); ++index)
         take_diagrams(pictures, static_cast<i16>(std::min<std::size_t>(index, 3)), all[index]);
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     pictures.take("frmscale_polar", "setup-scales");
-    prt_click();
+    mainfrm::prt_click();
     pictures.take("frmselectprint", "select-print");
-    cmd_cancel_click();
+    frmselectprint::cmd_cancel_click();
     take_questions(pictures);
     take_gateway(pictures);
 }
@@ -300,7 +300,7 @@ int main(int argc, char** argv) {
     wire();
     options.answer_boxes();
     mainfrm_view main_window;
-    form_load(main_window.width(), main_window.height());
+    mainfrm::form_load(main_window.width(), main_window.height());
     main_window.show();
     picture_taker pictures(folder, main_window);
     take_all(pictures, options.own_screen);

@@ -13,7 +13,7 @@ namespace {
 TEST_F(Alert, ConfirmingWritesOneLineAndClosesTheWindow) {
     status(0, relay | ac);
     const std::string before = box();
-    FrmAlert_CmdAck_click();
+    FrmAlert::CmdAck_click();
     EXPECT_EQ(box(), before + std::string(confirmed));
     EXPECT_EQ(indicators.Text_status.caret(), indicators.Text_status.appended());
     expect_closed();
@@ -26,22 +26,22 @@ TEST_F(Alert, ClosingTheWindowIsAConfirmationToo) {
     status(0, relay | ac);
     advance(600);
     const std::string before = box();
-    FrmAlert_unload();
+    FrmAlert::unload();
     EXPECT_EQ(box(), before + std::string(confirmed));
     expect_closed();
 }
 
 TEST_F(Alert, ASecondConfirmationWritesNothing) {
     status(0, relay | ac);
-    FrmAlert_CmdAck_click();
-    FrmAlert_CmdAck_click();
-    FrmAlert_unload();
+    FrmAlert::CmdAck_click();
+    FrmAlert::CmdAck_click();
+    FrmAlert::unload();
     EXPECT_EQ(confirmations(), 1U);
 }
 
 TEST_F(Alert, ConfirmedWithTheAlarmStandingStaysClosed) {
     status(0, relay | ac);
-    FrmAlert_CmdAck_click();
+    FrmAlert::CmdAck_click();
     status(0, relay | ac);
     status(0, relay | ac | dc);
     EXPECT_TRUE(indicators.LED_Alarm[0].Active);
@@ -53,24 +53,24 @@ TEST_F(Alert, ConfirmedWithTheAlarmStandingStaysClosed) {
 
 TEST_F(Alert, ComesAgainWhenTheRelayReturnsOrAnotherChannelAlarms) {
     status(0, relay | ac);
-    FrmAlert_CmdAck_click();
+    FrmAlert::CmdAck_click();
     status(1, relay | dc);
-    EXPECT_TRUE(FrmAlert.form.Visible);
+    EXPECT_TRUE(FrmAlert::state.form.Visible);
     EXPECT_EQ(lines_shown(), std::vector<int>{1}); // the confirmed channel is no longer named
     expect_red();
-    FrmAlert_CmdAck_click();
+    FrmAlert::CmdAck_click();
     status(0, 0);
     expect_closed();
     status(0, relay);
     EXPECT_EQ(lines_shown(), std::vector<int>{0});
-    EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "TY 1"); // a new window has its design texts
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[0].Caption, "TY 1"); // a new window has its design texts
     EXPECT_EQ(world().beeps, 3);
 }
 
 TEST_F(Alert, ConfirmedInTheDarkPhaseBeginsTheNextAlarmRed) {
     status(0, relay | ac);
     advance(600);
-    FrmAlert_CmdAck_click();
+    FrmAlert::CmdAck_click();
     status(1, relay | ac);
     expect_red();
     advance(600);
@@ -79,7 +79,7 @@ TEST_F(Alert, ConfirmedInTheDarkPhaseBeginsTheNextAlarmRed) {
 
 TEST_F(Alert, ConfirmedInTheRedPhaseBeginsTheNextAlarmRedToo) {
     status(0, relay | ac);
-    FrmAlert_CmdAck_click();
+    FrmAlert::CmdAck_click();
     advance(300);
     status(1, relay | ac);
     expect_red();
@@ -90,20 +90,20 @@ TEST_F(Alert, ConfirmedInTheRedPhaseBeginsTheNextAlarmRedToo) {
 }
 
 TEST_F(Alert, OpensWithItsDesignValues) {
-    show_alert_line(2);
-    alert_text(2, "left over");
-    FrmAlert.Lbl_relay.ForeColor = red;
+    FrmAlert::show_alert_line(2);
+    FrmAlert::alert_text(2, "left over");
+    FrmAlert::state.Lbl_relay.ForeColor = red;
     status(0, relay | ac);
     EXPECT_EQ(lines_shown(), std::vector<int>{0});
-    EXPECT_EQ(FrmAlert.lbl_inst1[2].Caption, "TY 3");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[2].Caption, "TY 3");
     expect_red();
 }
 
 TEST_F(Alert, ActivationStartsAStoppedClock) {
     status(0, relay | ac);
-    timer_alert.Enabled(false);
-    FrmAlert_activate();
-    EXPECT_TRUE(timer_alert.Enabled());
+    FrmAlert::timer_alert.Enabled(false);
+    FrmAlert::activate();
+    EXPECT_TRUE(FrmAlert::timer_alert.Enabled());
     advance(600);
     expect_dark();
 }
@@ -111,7 +111,7 @@ TEST_F(Alert, ActivationStartsAStoppedClock) {
 TEST_F(Alert, ActivationDoesNotPutThePhaseOff) {
     status(0, relay | ac);
     for (int turn = 0; turn < 6; ++turn) {
-        FrmAlert_activate();
+        FrmAlert::activate();
         advance(100);
     }
     expect_dark();
@@ -119,8 +119,8 @@ TEST_F(Alert, ActivationDoesNotPutThePhaseOff) {
 
 TEST_F(Alert, ActivationOfAClosedWindowStartsNothing) {
     status(0, relay | ac);
-    FrmAlert_CmdAck_click();
-    FrmAlert_activate();
+    FrmAlert::CmdAck_click();
+    FrmAlert::activate();
     advance(6000);
     expect_closed();
     EXPECT_EQ(world().beeps, 1);
@@ -131,37 +131,37 @@ TEST_F(Alert, HidesTheDiagramsThatAreOpenAndNothingElseOfThem) {
         window.form.Loaded = window.form.Visible = window.open = true;
         auto expected = window;
         expected.form.Visible = false;
-        open_alert();
+        FrmAlert::open_alert();
         EXPECT_EQ(window.form, expected.form);
         EXPECT_TRUE(window.open);
-        FrmAlert_CmdAck_click();
+        FrmAlert::CmdAck_click();
         advance(1200);
         EXPECT_FALSE(window.form.Visible); // nobody shows it again
         window = {};
     };
-    expect_hidden(frmbarpic);
-    expect_hidden(Frmbarpic2);
-    expect_hidden(frmdetailedpic);
+    expect_hidden(frmbarpic::state);
+    expect_hidden(Frmbarpic2::state);
+    expect_hidden(frmdetailedpic::state);
 }
 
 TEST_F(Alert, ADiagramThatIsNotMarkedOpenIsLeftAlone) {
     const auto expect_left = [](auto& window) {
         window.form.Loaded = window.form.Visible = true;
         window.open = false;
-        open_alert();
+        FrmAlert::open_alert();
         EXPECT_TRUE(window.form.Visible);
-        FrmAlert_CmdAck_click();
+        FrmAlert::CmdAck_click();
     };
-    expect_left(frmbarpic);
-    expect_left(Frmbarpic2);
-    expect_left(frmdetailedpic);
+    expect_left(frmbarpic::state);
+    expect_left(Frmbarpic2::state);
+    expect_left(frmdetailedpic::state);
 }
 
 TEST_F(Alert, ASecondChannelLeavesADiagramThatWasOpenedAgain) {
     status(0, relay | ac);
-    frmbarpic.open = frmbarpic.form.Visible = true;
+    frmbarpic::state.open = frmbarpic::state.form.Visible = true;
     status(1, relay | ac);
-    EXPECT_TRUE(frmbarpic.form.Visible);
+    EXPECT_TRUE(frmbarpic::state.form.Visible);
 }
 
 TEST_F(Alert, AlarmsWhileAMessageBoxIsUp) {
@@ -179,8 +179,8 @@ TEST_F(Alert, AlarmsWhileAMessageBoxIsUp) {
 
 TEST_F(Alert, ChannelsThatDoNotExistAreFailures) {
     for (const i16 channel : std::array<i16, 2>{-1, 4}) {
-        EXPECT_THROW(show_alert_line(channel), failure);
-        EXPECT_THROW(alert_text(channel, "x"), failure);
+        EXPECT_THROW(FrmAlert::show_alert_line(channel), failure);
+        EXPECT_THROW(FrmAlert::alert_text(channel, "x"), failure);
     }
 }
 

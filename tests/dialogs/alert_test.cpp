@@ -9,26 +9,26 @@ namespace {
 TEST_F(Alert, IsClosedAndSilentBeforeAnAlarm) {
     advance(5000);
     expect_closed();
-    EXPECT_EQ(FrmAlert.form.Caption, "Mainalarm");
-    EXPECT_EQ(FrmAlert.Lbl_attention.Caption, "ATTENTION");
-    EXPECT_EQ(FrmAlert.Lbl_relay.Caption, "Main Alarm Relay triggered!");
-    EXPECT_EQ(FrmAlert.CmdAck.Caption, "confirm");
-    EXPECT_EQ(FrmAlert.lbl_inst[3].Caption, "Tyxo 4:");
-    EXPECT_EQ(FrmAlert.lbl_inst1[3].Caption, "TY 4");
+    EXPECT_EQ(FrmAlert::state.form.Caption, "Mainalarm");
+    EXPECT_EQ(FrmAlert::state.Lbl_attention.Caption, "ATTENTION");
+    EXPECT_EQ(FrmAlert::state.Lbl_relay.Caption, "Main Alarm Relay triggered!");
+    EXPECT_EQ(FrmAlert::state.CmdAck.Caption, "confirm");
+    EXPECT_EQ(FrmAlert::state.lbl_inst[3].Caption, "Tyxo 4:");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[3].Caption, "TY 4");
     EXPECT_TRUE(world().sounds.empty());
     EXPECT_EQ(world().beeps, 0);
 }
 
 TEST_F(Alert, OpensWithTheRelayAndNamesTheChannel) {
     status(1, relay | ac);
-    EXPECT_TRUE(FrmAlert.form.Visible);
-    EXPECT_TRUE(FrmAlert.form.Loaded);
+    EXPECT_TRUE(FrmAlert::state.form.Visible);
+    EXPECT_TRUE(FrmAlert::state.form.Loaded);
     EXPECT_TRUE(sensor::state.alert_open);
     EXPECT_TRUE(sensor::state.alert_latched[1]);
     EXPECT_EQ(lines_shown(), std::vector<int>{1});
-    EXPECT_EQ(FrmAlert.lbl_inst1[1].Caption, "Engine 2  Mainalarm AC");
-    EXPECT_EQ(timer_alert.Interval(), 600);
-    EXPECT_TRUE(timer_alert.Enabled());
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[1].Caption, "Engine 2  Mainalarm AC");
+    EXPECT_EQ(FrmAlert::timer_alert.Interval(), 600);
+    EXPECT_TRUE(FrmAlert::timer_alert.Enabled());
 }
 
 TEST_F(Alert, BeginsItsFirstRedPhaseAtOnce) {
@@ -90,13 +90,13 @@ TEST_F(Alert, ASoundFileThatComesLaterIsPlayed) {
 
 TEST_F(Alert, TheColourOfTheRelayLineAloneTellsThePhase) {
     status(0, relay | ac);
-    FrmAlert.BackColor = light;
-    FrmAlert.Lbl_attention.ForeColor = black;
-    timer_alert_tick();
+    FrmAlert::state.BackColor = light;
+    FrmAlert::state.Lbl_attention.ForeColor = black;
+    FrmAlert::timer_alert_tick();
     expect_dark();
-    FrmAlert.Lbl_relay.ForeColor = 254;
-    FrmAlert.BackColor = red;
-    timer_alert_tick();
+    FrmAlert::state.Lbl_relay.ForeColor = 254;
+    FrmAlert::state.BackColor = red;
+    FrmAlert::timer_alert_tick();
     expect_red();
 }
 
@@ -104,8 +104,8 @@ TEST_F(Alert, TwoChannelsInTheSameSecondMakeOneWindowWithTwoLines) {
     status(0, relay | ac);
     status(2, relay | dc);
     EXPECT_EQ(lines_shown(), (std::vector<int>{0, 2}));
-    EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "Engine 1  Mainalarm AC");
-    EXPECT_EQ(FrmAlert.lbl_inst1[2].Caption, "Engine 3  Mainalarm DC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[0].Caption, "Engine 1  Mainalarm AC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[2].Caption, "Engine 3  Mainalarm DC");
     EXPECT_EQ(world().beeps, 1);
     advance(600);
     expect_dark(); // the second one did not begin the phase anew
@@ -121,7 +121,7 @@ TEST_F(Alert, FourChannelsAtOnceMakeOneWindowWithFourLines) {
 TEST_F(Alert, ALocationOf30CharactersIsCutTo25) {
     sensor::state.channels[0].location = "ABCDEFGHIJKLMNOPQRSTUVWXYZ1234";
     status(0, relay | ac);
-    EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "ABCDEFGHIJKLMNOPQRSTUVWXY  Mainalarm AC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[0].Caption, "ABCDEFGHIJKLMNOPQRSTUVWXY  Mainalarm AC");
 }
 
 TEST_F(Alert, ALocationMayBeEmptyOrHoldAnyLetter) {
@@ -129,23 +129,23 @@ TEST_F(Alert, ALocationMayBeEmptyOrHoldAnyLetter) {
     sensor::state.channels[1].location = "A & <b>\xDC</b>";
     status(0, relay | ac);
     status(1, relay | dc);
-    EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "  Mainalarm AC");
-    EXPECT_EQ(FrmAlert.lbl_inst1[1].Caption, "A & <b>\xDC</b>  Mainalarm DC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[0].Caption, "  Mainalarm AC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[1].Caption, "A & <b>\xDC</b>  Mainalarm DC");
 }
 
 TEST_F(Alert, WithBothAlarmsTheLineSaysDc) {
     status(0, relay | ac | dc);
-    EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "Engine 1  Mainalarm DC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[0].Caption, "Engine 1  Mainalarm DC");
 }
 
 TEST_F(Alert, ARelayWithoutAcAndDcKeepsTheTextOfItsLine) {
     status(3, relay);
     EXPECT_EQ(lines_shown(), std::vector<int>{3});
-    EXPECT_EQ(FrmAlert.lbl_inst1[3].Caption, "TY 4");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[3].Caption, "TY 4");
     status(0, relay | ac);
     status(0, 0);
     status(0, relay);
-    EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "Engine 1  Mainalarm AC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[0].Caption, "Engine 1  Mainalarm AC");
 }
 
 TEST_F(Alert, AChannelThatAlarmsAgainIsWrittenOverItsOwnLine) {
@@ -156,7 +156,7 @@ TEST_F(Alert, AChannelThatAlarmsAgainIsWrittenOverItsOwnLine) {
     expect_dark();
     status(0, relay | dc);
     EXPECT_EQ(lines_shown(), std::vector<int>{0});
-    EXPECT_EQ(FrmAlert.lbl_inst1[0].Caption, "Engine 1  Mainalarm DC");
+    EXPECT_EQ(FrmAlert::state.lbl_inst1[0].Caption, "Engine 1  Mainalarm DC");
     expect_dark();
     EXPECT_EQ(world().beeps, 1);
 }
@@ -168,7 +168,7 @@ TEST_F(Alert, AClearedRelayLeavesTheWindow) {
     advance(600);
     expect_dark();
     EXPECT_TRUE(sensor::state.alert_open);
-    EXPECT_TRUE(FrmAlert.form.Visible);
+    EXPECT_TRUE(FrmAlert::state.form.Visible);
 }
 
 } // namespace

@@ -48,30 +48,30 @@ class Alert : public testing::Test {
         std::vector<int> shown;
         for (int index = 0; index < channel_count; ++index) {
             const auto at = static_cast<std::size_t>(index);
-            EXPECT_EQ(FrmAlert.lbl_inst[at].Visible, FrmAlert.lbl_inst1[at].Visible);
-            if (FrmAlert.lbl_inst[at].Visible) shown.push_back(index);
+            EXPECT_EQ(FrmAlert::state.lbl_inst[at].Visible, FrmAlert::state.lbl_inst1[at].Visible);
+            if (FrmAlert::state.lbl_inst[at].Visible) shown.push_back(index);
         }
         return shown;
     }
     static void expect_red() {
-        EXPECT_EQ(FrmAlert.Lbl_relay.ForeColor, red);
-        EXPECT_EQ(FrmAlert.Lbl_attention.ForeColor, red);
-        EXPECT_EQ(FrmAlert.BackColor, red);
-        EXPECT_TRUE(FrmAlert.Image1_visible);
-        EXPECT_TRUE(FrmAlert.Image2_visible);
+        EXPECT_EQ(FrmAlert::state.Lbl_relay.ForeColor, red);
+        EXPECT_EQ(FrmAlert::state.Lbl_attention.ForeColor, red);
+        EXPECT_EQ(FrmAlert::state.BackColor, red);
+        EXPECT_TRUE(FrmAlert::state.Image1_visible);
+        EXPECT_TRUE(FrmAlert::state.Image2_visible);
     }
     static void expect_dark() {
-        EXPECT_EQ(FrmAlert.Lbl_relay.ForeColor, black);
-        EXPECT_EQ(FrmAlert.Lbl_attention.ForeColor, black);
-        EXPECT_EQ(FrmAlert.BackColor, light);
-        EXPECT_FALSE(FrmAlert.Image1_visible);
-        EXPECT_FALSE(FrmAlert.Image2_visible);
+        EXPECT_EQ(FrmAlert::state.Lbl_relay.ForeColor, black);
+        EXPECT_EQ(FrmAlert::state.Lbl_attention.ForeColor, black);
+        EXPECT_EQ(FrmAlert::state.BackColor, light);
+        EXPECT_FALSE(FrmAlert::state.Image1_visible);
+        EXPECT_FALSE(FrmAlert::state.Image2_visible);
     }
     static void expect_closed() {
-        EXPECT_FALSE(FrmAlert.form.Visible);
-        EXPECT_FALSE(FrmAlert.form.Loaded);
+        EXPECT_FALSE(FrmAlert::state.form.Visible);
+        EXPECT_FALSE(FrmAlert::state.form.Loaded);
         EXPECT_FALSE(sensor::state.alert_open);
-        EXPECT_FALSE(timer_alert.Enabled());
+        EXPECT_FALSE(FrmAlert::timer_alert.Enabled());
         EXPECT_EQ(lines_shown(), std::vector<int>{});
     }
 };

@@ -18,20 +18,20 @@ class Browse : public testing::Test {
 
     int chosen = 0;
     void open() {
-        browse([this] { ++chosen; });
+        frmbrowse::browse([this] { ++chosen; });
     }
 };
 
 TEST_F(Browse, BearsItsCaptionAndIsShownUntilAFolderIsChosen) {
-    EXPECT_EQ(frmbrowse.form.Caption, "Pathselect");
-    EXPECT_FALSE(frmbrowse.form.Visible);
+    EXPECT_EQ(frmbrowse::state.form.Caption, "Pathselect");
+    EXPECT_FALSE(frmbrowse::state.form.Visible);
     open();
-    EXPECT_TRUE(frmbrowse.form.Visible);
-    EXPECT_TRUE(frmbrowse.form.Loaded);
+    EXPECT_TRUE(frmbrowse::state.form.Visible);
+    EXPECT_TRUE(frmbrowse::state.form.Loaded);
     EXPECT_EQ(chosen, 0);
-    frmbrowse_Ok_click("/var/log");
-    EXPECT_FALSE(frmbrowse.form.Visible);
-    EXPECT_FALSE(frmbrowse.form.Loaded);
+    frmbrowse::Ok_click("/var/log");
+    EXPECT_FALSE(frmbrowse::state.form.Visible);
+    EXPECT_FALSE(frmbrowse::state.form.Loaded);
     EXPECT_EQ(chosen, 1);
 }
 
@@ -47,41 +47,41 @@ TEST_F(Browse, GivesThePathWithExactlyOneClosingSeparator) {
                                 {"/", "/"},
                                 {"M\xFChle", "M\xFChle/"}}) {
         open();
-        frmbrowse_Ok_click(row.path);
-        EXPECT_EQ(frmbrowse.result, row.result);
+        frmbrowse::Ok_click(row.path);
+        EXPECT_EQ(frmbrowse::state.result, row.result);
     }
 }
 
 TEST_F(Browse, ClosedInAnotherWayChoosesNothing) {
     open();
-    frmbrowse_unload();
+    frmbrowse::unload();
     EXPECT_EQ(chosen, 0);
     open();
-    frmbrowse_Ok_click("/first");
+    frmbrowse::Ok_click("/first");
     open();
-    frmbrowse_unload();
+    frmbrowse::unload();
     EXPECT_EQ(chosen, 1);
-    EXPECT_FALSE(frmbrowse.form.Visible);
+    EXPECT_FALSE(frmbrowse::state.form.Visible);
 }
 
 TEST_F(Browse, ItsCallerIsToldOnceWithTheResultInPlaceAndTheWindowClosed) {
     std::string seen;
-    browse([&] { seen = frmbrowse.form.Visible ? "still open" : frmbrowse.result; });
-    frmbrowse_Ok_click("/first");
+    frmbrowse::browse([&] { seen = frmbrowse::state.form.Visible ? "still open" : frmbrowse::state.result; });
+    frmbrowse::Ok_click("/first");
     EXPECT_EQ(seen, "/first/");
     seen = "not again";
-    frmbrowse_unload();
+    frmbrowse::unload();
     EXPECT_EQ(seen, "not again");
 }
 
 TEST_F(Browse, ItsCallerMayBrowseAgainAtOnce) {
-    browse([this] { open(); });
-    frmbrowse_Ok_click("/first");
-    EXPECT_TRUE(frmbrowse.form.Visible);
-    frmbrowse_Ok_click("/second");
+    frmbrowse::browse([this] { open(); });
+    frmbrowse::Ok_click("/first");
+    EXPECT_TRUE(frmbrowse::state.form.Visible);
+    frmbrowse::Ok_click("/second");
     EXPECT_EQ(chosen, 1);
-    EXPECT_EQ(frmbrowse.result, "/second/");
-    EXPECT_FALSE(frmbrowse.form.Visible);
+    EXPECT_EQ(frmbrowse::state.result, "/second/");
+    EXPECT_FALSE(frmbrowse::state.form.Visible);
 }
 
 } // namespace

@@ -22,7 +22,7 @@ class InhibitReset : public testing::Test {
         indicators.Text_status.keep_last(0);
     }
 
-    static frmresetinhtime_form& dialog() { return FrmResetInhTime; }
+    static FrmResetInhTime::window& dialog() { return FrmResetInhTime::state; }
     static std::string status() { return std::string(indicators.Text_status.text()); }
     static std::string last_event() { return lines_of(file("C:/logs/TY_all_events.txt")).back(); }
 };
@@ -37,7 +37,7 @@ TEST_F(InhibitReset, BearsItsCaptions) {
 TEST_F(InhibitReset, TheInhibitLabelOpensItForItsChannel) {
     EXPECT_FALSE(dialog().form.Visible);
     for (const i16 channel : {i16{2}, i16{0}, i16{3}}) {
-        Lbl_alminhibit_click(channel);
+        mainfrm::Lbl_alminhibit_click(channel);
         EXPECT_EQ(sensor::state.inhibit_reset_channel, channel);
         EXPECT_TRUE(dialog().form.Visible);
         EXPECT_TRUE(dialog().form.Loaded);
@@ -47,44 +47,44 @@ TEST_F(InhibitReset, TheInhibitLabelOpensItForItsChannel) {
 }
 
 TEST_F(InhibitReset, SendsTheCommandWithItsCheck) {
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(sent(1), command);
     EXPECT_EQ(sent(0), "");
     EXPECT_EQ(sent(2), "");
 }
 
 TEST_F(InhibitReset, IsWrittenIntoTheStatusText) {
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(status(), box_line);
 }
 
 TEST_F(InhibitReset, IsAddedBehindWhatTheStatusTextHolds) {
     indicators.Text_status.append("first\r\n");
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(status(), "first\r\n" + std::string(box_line));
 }
 
 TEST_F(InhibitReset, IsAnEventOfThePlant) {
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(last_event(), event_record);
 }
 
 TEST_F(InhibitReset, IsACommentInTheChannelsLog) {
     start_logging(1);
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_NE(logged(1).back().find("<!-- "), std::string::npos) << logged(1).back();
     EXPECT_NE(logged(1).back().find("KVD Engine 2 ## Restart Alarm Inhibit Time"), std::string::npos);
 }
 
 TEST_F(InhibitReset, WithNoLogOpenNothingIsWrittenThere) {
     const auto before = world().files.size();
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(world().files.size(), before);
     EXPECT_FALSE(exists(log_path(1)));
     EXPECT_EQ(status(), box_line); // the other two places have it
@@ -101,8 +101,8 @@ TEST_F(InhibitReset, TakesItsStepsInTheirOrder) {
     };
     calls.log_comment = [&](i16 channel, std::string_view text) { seen("log", channel, text); };
     calls.event_line = [&](std::string_view text) { seen("event", 1, text); };
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     const std::string both_done =
         "sent " + std::to_string(command.size()) + ", box " + std::to_string(box_line.size());
     EXPECT_EQ(steps, (text_lines{"log 1 KVD Engine 2 ## Restart Alarm Inhibit Time", both_done,
@@ -111,9 +111,9 @@ TEST_F(InhibitReset, TakesItsStepsInTheirOrder) {
 }
 
 TEST_F(InhibitReset, ClosesTheDialogAndWaitsForNoAnswer) {
-    Lbl_alminhibit_click(1);
+    mainfrm::Lbl_alminhibit_click(1);
     const auto before = world().now_ms;
-    CmdDo_click();
+    FrmResetInhTime::CmdDo_click();
     EXPECT_FALSE(dialog().form.Visible);
     EXPECT_FALSE(dialog().form.Loaded);
     EXPECT_EQ(world().now_ms, before);
@@ -123,15 +123,15 @@ TEST_F(InhibitReset, IsSentWhateverTheStateOfTheInhibitTime) {
     for (const i32 left : {0, 1, 600}) {
         sent(1).clear();
         sensor::state.channels[1].alminhibit_left = left;
-        Lbl_alminhibit_click(1);
-        CmdDo_click();
+        mainfrm::Lbl_alminhibit_click(1);
+        FrmResetInhTime::CmdDo_click();
         EXPECT_EQ(sent(1), command) << left;
     }
 }
 
 TEST_F(InhibitReset, OpensAClosedPortForTheTimeOfTheSend) {
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(port(1).opened, 1);
     EXPECT_EQ(port(1).number, 2);
     EXPECT_FALSE(port(1).open);
@@ -140,8 +140,8 @@ TEST_F(InhibitReset, OpensAClosedPortForTheTimeOfTheSend) {
 TEST_F(InhibitReset, LeavesTheOpenPortOfAMeasuringChannelOpen) {
     mainfrm::start_channel_click(1);
     const int opened = port(1).opened;
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(port(1).opened, opened);
     EXPECT_TRUE(port(1).open);
     EXPECT_TRUE(sent(1).ends_with(command));
@@ -151,8 +151,8 @@ TEST_F(InhibitReset, IsRecordedAndClosedWhenTheCommandCannotBeSent) {
     start_logging(0);
     world().ports[1].refuses_output = true;
     world().debug.clear();
-    Lbl_alminhibit_click(0);
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(0);
+    FrmResetInhTime::CmdDo_click();
     EXPECT_NE(status().find("KVD Engine 1 ## Restart Alarm Inhibit Time\r\n"), std::string::npos);
     EXPECT_NE(logged(0).back().find("KVD Engine 1 ## Restart"), std::string::npos);
     EXPECT_TRUE(last_event().ends_with(";KVD Engine 1 ## Restart Alarm Inhibit Time"));
@@ -164,32 +164,32 @@ TEST_F(InhibitReset, IsRecordedAndClosedWhenTheCommandCannotBeSent) {
 }
 
 TEST_F(InhibitReset, OfAChannelThatDoesNotExistOnlyCloses) {
-    Lbl_alminhibit_click(0);
+    mainfrm::Lbl_alminhibit_click(0);
     sensor::state.inhibit_reset_channel = 4;
-    CmdDo_click();
+    FrmResetInhTime::CmdDo_click();
     EXPECT_FALSE(dialog().form.Visible);
     EXPECT_EQ(status(), "");
     EXPECT_EQ(world().debug.back(), "Subscript out of range");
 }
 
 TEST_F(InhibitReset, TheFirstClickCountsWhenASecondComesLate) {
-    Lbl_alminhibit_click(1);
-    CmdDo_click();
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdDo_click();
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(sent(1), command);
     EXPECT_EQ(status(), box_line);
     sent(1).clear();
-    Lbl_alminhibit_click(1);
-    FrmResetInhTime_CmdCancel_click();
-    CmdDo_click();
+    mainfrm::Lbl_alminhibit_click(1);
+    FrmResetInhTime::CmdCancel_click();
+    FrmResetInhTime::CmdDo_click();
     EXPECT_EQ(sent(1), "");
     EXPECT_EQ(status(), box_line);
 }
 
 TEST_F(InhibitReset, CancelledDoesNothingElse) {
-    Lbl_alminhibit_click(1);
+    mainfrm::Lbl_alminhibit_click(1);
     const std::string events = file("C:/logs/TY_all_events.txt");
-    FrmResetInhTime_CmdCancel_click();
+    FrmResetInhTime::CmdCancel_click();
     EXPECT_FALSE(dialog().form.Visible);
     EXPECT_EQ(sent(1), "");
     EXPECT_EQ(port(1).opened, 0);

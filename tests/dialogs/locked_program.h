@@ -23,7 +23,7 @@ class StopLock : public testing::Test {
 
     static void start_with(std::string_view more) {
         start_on(logging_settings(2, more));
-        calls.stop_lock = stop_lock;
+        calls.stop_lock = FrmAbort::stop_lock;
         start_logging(0);
         start_logging(1);
     }
@@ -31,9 +31,9 @@ class StopLock : public testing::Test {
     static bool asked(std::function<void()> look) {
         while_asked([look = std::move(look)] {
             look();
-            FrmAbort_unload();
+            FrmAbort::unload();
         });
-        return stop_lock(what);
+        return FrmAbort::stop_lock(what);
     }
     static bool measures(i16 channel) { return sensor::state.channel_running[channel] && port(channel).open; }
 };

@@ -17,19 +17,19 @@ class Password : public testing::Test {
   protected:
     void SetUp() override {
         start_on(logging_settings(1, "passwd=Ruhe7\r\n"));
-        setup_passwd_click();
+        mainfrm::setup_passwd_click();
     }
     static void change(std::string_view old_one, std::string_view first, std::string_view second) {
-        oldpasswd_change(old_one);
-        newpasswd_change(first);
-        newpasswd2_change(second);
-        frmpwd_CmdOK_click();
+        frmpwd::oldpasswd_change(old_one);
+        frmpwd::newpasswd_change(first);
+        frmpwd::newpasswd2_change(second);
+        frmpwd::CmdOK_click();
     }
     /// Sets a password through the dialog, from whatever is stored.
     static void set(std::string_view password) {
-        setup_passwd_click();
+        mainfrm::setup_passwd_click();
         change(Ini::ini_read("passwd"), password, password);
-        EXPECT_FALSE(frmpwd.form.Visible);
+        EXPECT_FALSE(frmpwd::state.form.Visible);
     }
     static std::string stored_line() {
         for (const std::string& line : lines_of(file("tyxo.ini"))) {
@@ -40,69 +40,69 @@ class Password : public testing::Test {
 };
 
 TEST_F(Password, OpensEmptyWithItsTextsAndOkDisabled) {
-    EXPECT_TRUE(frmpwd.form.Visible);
-    EXPECT_TRUE(frmpwd.form.Loaded);
-    EXPECT_EQ(frmpwd.form.Caption, "Setup Password");
-    EXPECT_EQ(frmpwd.Frame1.Caption, "Change password");
-    EXPECT_EQ(frmpwd.CmdOK.Caption, "OK");
-    EXPECT_EQ(frmpwd.CmdCancel.Caption, "Cancel");
-    EXPECT_FALSE(frmpwd.CmdOK.Enabled);
-    EXPECT_TRUE(frmpwd.CmdCancel.Enabled);
-    for (const TextBox* box : {&frmpwd.oldpasswd, &frmpwd.newpasswd, &frmpwd.newpasswd2})
+    EXPECT_TRUE(frmpwd::state.form.Visible);
+    EXPECT_TRUE(frmpwd::state.form.Loaded);
+    EXPECT_EQ(frmpwd::state.form.Caption, "Setup Password");
+    EXPECT_EQ(frmpwd::state.Frame1.Caption, "Change password");
+    EXPECT_EQ(frmpwd::state.CmdOK.Caption, "OK");
+    EXPECT_EQ(frmpwd::state.CmdCancel.Caption, "Cancel");
+    EXPECT_FALSE(frmpwd::state.CmdOK.Enabled);
+    EXPECT_TRUE(frmpwd::state.CmdCancel.Enabled);
+    for (const TextBox* box : {&frmpwd::state.oldpasswd, &frmpwd::state.newpasswd, &frmpwd::state.newpasswd2})
         EXPECT_EQ(box->Text, "");
 }
 
 TEST_F(Password, OpensAnewWhateverWasTypedBefore) {
-    oldpasswd_change("Ruhe7");
-    newpasswd_change("a");
-    newpasswd2_change("b");
-    frmpwd_CmdCancel_click();
-    setup_passwd_click();
-    EXPECT_FALSE(frmpwd.CmdOK.Enabled);
-    for (const TextBox* box : {&frmpwd.oldpasswd, &frmpwd.newpasswd, &frmpwd.newpasswd2})
+    frmpwd::oldpasswd_change("Ruhe7");
+    frmpwd::newpasswd_change("a");
+    frmpwd::newpasswd2_change("b");
+    frmpwd::CmdCancel_click();
+    mainfrm::setup_passwd_click();
+    EXPECT_FALSE(frmpwd::state.CmdOK.Enabled);
+    for (const TextBox* box : {&frmpwd::state.oldpasswd, &frmpwd::state.newpasswd, &frmpwd::state.newpasswd2})
         EXPECT_EQ(box->Text, "");
 }
 
 TEST_F(Password, TheOldPasswordEnablesOkExactly) {
     for (const std::string_view text : {"R", "Ruhe", "ruhe7", "RUHE7", "Ruhe7 ", ""}) {
-        oldpasswd_change(text);
-        EXPECT_FALSE(frmpwd.CmdOK.Enabled) << text;
+        frmpwd::oldpasswd_change(text);
+        EXPECT_FALSE(frmpwd::state.CmdOK.Enabled) << text;
     }
-    oldpasswd_change("Ruhe7");
-    EXPECT_TRUE(frmpwd.CmdOK.Enabled);
-    oldpasswd_change("Ruhe7x");
-    EXPECT_FALSE(frmpwd.CmdOK.Enabled);
-    EXPECT_EQ(frmpwd.oldpasswd.Text, "Ruhe7x");
+    frmpwd::oldpasswd_change("Ruhe7");
+    EXPECT_TRUE(frmpwd::state.CmdOK.Enabled);
+    frmpwd::oldpasswd_change("Ruhe7x");
+    EXPECT_FALSE(frmpwd::state.CmdOK.Enabled);
+    EXPECT_EQ(frmpwd::state.oldpasswd.Text, "Ruhe7x");
 }
 
 TEST_F(Password, EachChangeReadsTheFileAnew) {
-    oldpasswd_change("Ruhe7");
-    EXPECT_TRUE(frmpwd.CmdOK.Enabled);
+    frmpwd::oldpasswd_change("Ruhe7");
+    EXPECT_TRUE(frmpwd::state.CmdOK.Enabled);
     Ini::ini_write("passwd", "other");
-    EXPECT_TRUE(frmpwd.CmdOK.Enabled) << "until the next change";
-    oldpasswd_change("Ruhe7");
-    EXPECT_FALSE(frmpwd.CmdOK.Enabled);
-    oldpasswd_change("other");
-    EXPECT_TRUE(frmpwd.CmdOK.Enabled);
+    EXPECT_TRUE(frmpwd::state.CmdOK.Enabled) << "until the next change";
+    frmpwd::oldpasswd_change("Ruhe7");
+    EXPECT_FALSE(frmpwd::state.CmdOK.Enabled);
+    frmpwd::oldpasswd_change("other");
+    EXPECT_TRUE(frmpwd::state.CmdOK.Enabled);
 }
 
 TEST_F(Password, WithoutAPasswordOkIsEnabledWhenTheOldBoxIsEmptyAgain) {
     for (const std::string_view more : {"passwd=\r\n", ""}) {
         start_on(logging_settings(1, more));
-        setup_passwd_click();
-        EXPECT_FALSE(frmpwd.CmdOK.Enabled) << "nothing has changed yet";
-        oldpasswd_change("x");
-        EXPECT_FALSE(frmpwd.CmdOK.Enabled);
-        oldpasswd_change("");
-        EXPECT_TRUE(frmpwd.CmdOK.Enabled);
+        mainfrm::setup_passwd_click();
+        EXPECT_FALSE(frmpwd::state.CmdOK.Enabled) << "nothing has changed yet";
+        frmpwd::oldpasswd_change("x");
+        EXPECT_FALSE(frmpwd::state.CmdOK.Enabled);
+        frmpwd::oldpasswd_change("");
+        EXPECT_TRUE(frmpwd::state.CmdOK.Enabled);
     }
 }
 
 TEST_F(Password, EqualNewInputsAreStoredAtOnceAndTheDialogCloses) {
     const std::string before = file("tyxo.ini");
     change("Ruhe7", "Neu8", "Neu8");
-    EXPECT_FALSE(frmpwd.form.Visible);
-    EXPECT_FALSE(frmpwd.form.Loaded);
+    EXPECT_FALSE(frmpwd::state.form.Visible);
+    EXPECT_FALSE(frmpwd::state.form.Loaded);
     EXPECT_TRUE(world().boxes.empty());
     std::string expected = before;
     expected.replace(expected.find("passwd=Ruhe7"), 12, "passwd=Neu8");
@@ -110,66 +110,66 @@ TEST_F(Password, EqualNewInputsAreStoredAtOnceAndTheDialogCloses) {
 }
 
 TEST_F(Password, DifferentNewInputsAreToldAndTheDialogStaysWithItsContents) {
-    world().during_box = [] { EXPECT_TRUE(frmpwd.form.Visible); };
+    world().during_box = [] { EXPECT_TRUE(frmpwd::state.form.Visible); };
     const std::string before = file("tyxo.ini");
     change("Ruhe7", "Neu8", "neu8");
     ASSERT_EQ(world().boxes.size(), 1U);
     EXPECT_EQ(world().boxes[0].text, "New password inputs different !! \r\nPlease enter password again ! ");
     EXPECT_EQ(world().boxes[0].icon, box_icon::critical);
     EXPECT_EQ(world().boxes[0].buttons, box_buttons::ok);
-    EXPECT_TRUE(frmpwd.form.Visible);
-    EXPECT_EQ(frmpwd.oldpasswd.Text, "Ruhe7");
-    EXPECT_EQ(frmpwd.newpasswd.Text, "Neu8");
-    EXPECT_EQ(frmpwd.newpasswd2.Text, "neu8");
-    EXPECT_TRUE(frmpwd.CmdOK.Enabled);
+    EXPECT_TRUE(frmpwd::state.form.Visible);
+    EXPECT_EQ(frmpwd::state.oldpasswd.Text, "Ruhe7");
+    EXPECT_EQ(frmpwd::state.newpasswd.Text, "Neu8");
+    EXPECT_EQ(frmpwd::state.newpasswd2.Text, "neu8");
+    EXPECT_TRUE(frmpwd::state.CmdOK.Enabled);
     EXPECT_EQ(file("tyxo.ini"), before);
-    newpasswd2_change("Neu8");
-    frmpwd_CmdOK_click();
+    frmpwd::newpasswd2_change("Neu8");
+    frmpwd::CmdOK_click();
     EXPECT_EQ(Ini::ini_read("passwd"), "Neu8");
 }
 
 TEST_F(Password, AnEmptyNewPasswordInBothBoxesIsAccepted) {
     change("Ruhe7", "", "");
-    EXPECT_FALSE(frmpwd.form.Visible);
+    EXPECT_FALSE(frmpwd::state.form.Visible);
     EXPECT_TRUE(world().boxes.empty());
     EXPECT_EQ(stored_line(), "passwd=");
-    load_settings();
-    EXPECT_EQ(FrmAbort.stop_password, "");
+    mainfrm::load_settings();
+    EXPECT_EQ(FrmAbort::state.stop_password, "");
 }
 
 TEST_F(Password, CancelStoresNothing) {
     const std::string before = file("tyxo.ini");
-    oldpasswd_change("Ruhe7");
-    newpasswd_change("Neu8");
-    newpasswd2_change("Neu8");
-    frmpwd_CmdCancel_click();
-    EXPECT_FALSE(frmpwd.form.Visible);
-    EXPECT_FALSE(frmpwd.form.Loaded);
+    frmpwd::oldpasswd_change("Ruhe7");
+    frmpwd::newpasswd_change("Neu8");
+    frmpwd::newpasswd2_change("Neu8");
+    frmpwd::CmdCancel_click();
+    EXPECT_FALSE(frmpwd::state.form.Visible);
+    EXPECT_FALSE(frmpwd::state.form.Loaded);
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 
 TEST_F(Password, OkCountsOnlyWhileTheOldPasswordIsRightAndTheDialogIsOpen) {
     const std::string before = file("tyxo.ini");
     change("Ruhe7x", "Neu8", "Neu8"); // a click that was on its way when the last letter came
-    EXPECT_TRUE(frmpwd.form.Visible);
+    EXPECT_TRUE(frmpwd::state.form.Visible);
     EXPECT_EQ(file("tyxo.ini"), before);
-    oldpasswd_change("Ruhe7");
-    frmpwd_CmdCancel_click();
-    frmpwd_CmdOK_click();
+    frmpwd::oldpasswd_change("Ruhe7");
+    frmpwd::CmdCancel_click();
+    frmpwd::CmdOK_click();
     EXPECT_EQ(file("tyxo.ini"), before);
     EXPECT_TRUE(world().boxes.empty());
 }
 
 TEST_F(Password, TheNewOneIsValidInTheDialogAtOnceAndTheProgramKeepsTheOldOne) {
     set("Neu8");
-    setup_passwd_click();
-    oldpasswd_change("Ruhe7");
-    EXPECT_FALSE(frmpwd.CmdOK.Enabled);
-    oldpasswd_change("Neu8");
-    EXPECT_TRUE(frmpwd.CmdOK.Enabled);
-    EXPECT_EQ(FrmAbort.stop_password, "Ruhe7");
-    load_settings();
-    EXPECT_EQ(FrmAbort.stop_password, "Neu8");
+    mainfrm::setup_passwd_click();
+    frmpwd::oldpasswd_change("Ruhe7");
+    EXPECT_FALSE(frmpwd::state.CmdOK.Enabled);
+    frmpwd::oldpasswd_change("Neu8");
+    EXPECT_TRUE(frmpwd::state.CmdOK.Enabled);
+    EXPECT_EQ(FrmAbort::state.stop_password, "Ruhe7");
+    mainfrm::load_settings();
+    EXPECT_EQ(FrmAbort::state.stop_password, "Neu8");
 }
 
 TEST_F(Password, IsStoredAsItWasTypedAndReadAsTheFileIsRead) {
@@ -188,20 +188,20 @@ TEST_F(Password, IsStoredAsItWasTypedAndReadAsTheFileIsRead) {
                             row{"[, ; and = are letters", ";[a]=b", ";[a]=b"}}) {
         set(each.typed);
         EXPECT_EQ(stored_line(), "passwd=" + each.typed) << each.name;
-        setup_passwd_click();
-        oldpasswd_change(each.valid);
-        EXPECT_TRUE(frmpwd.CmdOK.Enabled) << each.name;
-        oldpasswd_change(each.typed);
-        EXPECT_EQ(frmpwd.CmdOK.Enabled, each.typed == each.valid) << each.name;
-        load_settings();
-        EXPECT_EQ(FrmAbort.stop_password, each.valid) << each.name;
+        mainfrm::setup_passwd_click();
+        frmpwd::oldpasswd_change(each.valid);
+        EXPECT_TRUE(frmpwd::state.CmdOK.Enabled) << each.name;
+        frmpwd::oldpasswd_change(each.typed);
+        EXPECT_EQ(frmpwd::state.CmdOK.Enabled, each.typed == each.valid) << each.name;
+        mainfrm::load_settings();
+        EXPECT_EQ(FrmAbort::state.stop_password, each.valid) << each.name;
     }
 }
 
 TEST_F(Password, AFileThatCannotBeWrittenIsNotNoticed) {
     world().unwritable.insert("tyxo.ini");
     change("Ruhe7", "Neu8", "Neu8");
-    EXPECT_FALSE(frmpwd.form.Visible);
+    EXPECT_FALSE(frmpwd::state.form.Visible);
     EXPECT_TRUE(world().boxes.empty());
     EXPECT_EQ(Ini::ini_read("passwd"), "Ruhe7");
 }

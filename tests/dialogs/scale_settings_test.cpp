@@ -24,7 +24,7 @@ class ScaleSettings : public testing::Test {
   protected:
     void SetUp() override { start_on(logging_settings(2, "log_mode= 1\r\n")); }
 
-    static frmscale_polar_form& dialog() { return frmscale_polar; }
+    static frmscale_polar::window& dialog() { return frmscale_polar::state; }
     static std::vector<const Frame*> value_frames() {
         return {&dialog().Frame_scale_a, &dialog().Frame_scale_t, &dialog().Frame_logtime,
                 &dialog().Frame_refresh};
@@ -51,11 +51,11 @@ TEST_F(ScaleSettings, BothScalesHaveEightFactorsWithTheirCaptions) {
     for (std::size_t index = 0; index < scales.size(); ++index) {
         EXPECT_EQ(scale_choices[index].caption, scales[index].caption);
         sensor::state.scale_polar_a = sensor::state.scale_polar_t = 99;
-        Opt_scale_click(index);
+        frmscale_polar::Opt_scale_click(index);
         EXPECT_EQ(sensor::state.scale_polar_a, scales[index].factor);
         EXPECT_EQ(sensor::state.scale_polar_t, 99);
         EXPECT_EQ(dialog().Opt_scale, index);
-        Opt_scale_t_click(index);
+        frmscale_polar::Opt_scale_t_click(index);
         EXPECT_EQ(sensor::state.scale_polar_t, scales[index].factor);
         EXPECT_EQ(sensor::state.scale_polar_a, scales[index].factor);
         EXPECT_EQ(dialog().Opt_scale_t, index);
@@ -66,7 +66,7 @@ TEST_F(ScaleSettings, TheRefreshTimeHasFourChoicesWithTheirCaptions) {
     ASSERT_EQ(refresh_choices.size(), refresh_times.size());
     for (std::size_t index = 0; index < refresh_times.size(); ++index) {
         EXPECT_EQ(refresh_choices[index].caption, refresh_times[index].caption);
-        Opt_refr_click(index);
+        frmscale_polar::Opt_refr_click(index);
         EXPECT_EQ(sensor::state.upd_periode, refresh_times[index].value);
         EXPECT_EQ(dialog().Opt_refr, index);
     }
@@ -76,19 +76,19 @@ TEST_F(ScaleSettings, TheLogPeriodIsAnHourOrADay) {
     ASSERT_EQ(log_period_choices.size(), log_periods.size());
     for (std::size_t index = 0; index < log_periods.size(); ++index) {
         EXPECT_EQ(log_period_choices[index].caption, log_periods[index].caption);
-        Opt_logtime_click(index);
+        frmscale_polar::Opt_logtime_click(index);
         EXPECT_EQ(settings.log_mode, log_periods[index].value);
         EXPECT_EQ(dialog().Opt_logtime, index);
     }
 }
 
 TEST_F(ScaleSettings, AnOptionThatDoesNotExistFailsAndChangesNothing) {
-    setup_scale_click();
-    const frmscale_polar_form before = dialog();
-    EXPECT_THROW(Opt_scale_click(8), failure);
-    EXPECT_THROW(Opt_scale_t_click(8), failure);
-    EXPECT_THROW(Opt_refr_click(4), failure);
-    EXPECT_THROW(Opt_logtime_click(2), failure);
+    mainfrm::setup_scale_click();
+    const frmscale_polar::window before = dialog();
+    EXPECT_THROW(frmscale_polar::Opt_scale_click(8), failure);
+    EXPECT_THROW(frmscale_polar::Opt_scale_t_click(8), failure);
+    EXPECT_THROW(frmscale_polar::Opt_refr_click(4), failure);
+    EXPECT_THROW(frmscale_polar::Opt_logtime_click(2), failure);
     EXPECT_EQ(sensor::state.scale_polar_a, 2.5);
     EXPECT_EQ(sensor::state.upd_periode, 500);
     EXPECT_EQ(dialog().Opt_refr, before.Opt_refr);
@@ -112,14 +112,14 @@ TEST_F(ScaleSettings, OpenWithTheOptionsOfTheValuesSelected) {
         sensor::state.scale_polar_t = scales[7 - index].factor;
         sensor::state.upd_periode = refresh_times[index % 4].value;
         settings.log_mode = log_periods[index % 2].value;
-        setup_scale_click();
+        mainfrm::setup_scale_click();
         EXPECT_TRUE(dialog().form.Visible);
         EXPECT_TRUE(dialog().form.Loaded);
         EXPECT_EQ(dialog().Opt_scale, index);
         EXPECT_EQ(dialog().Opt_scale_t, 7 - index);
         EXPECT_EQ(dialog().Opt_refr, index % 4);
         EXPECT_EQ(dialog().Opt_logtime, index % 2);
-        frmscale_polar_unload();
+        frmscale_polar::unload();
     }
 }
 
@@ -127,7 +127,7 @@ TEST_F(ScaleSettings, MatchAFactorOnlyToItsLastBit) {
     for (const scale_row& row : scales) {
         sensor::state.scale_polar_a = std::nextafter(row.factor, 10);
         sensor::state.scale_polar_t = std::nextafter(row.factor, 0);
-        setup_scale_click();
+        mainfrm::setup_scale_click();
         EXPECT_FALSE(dialog().Opt_scale) << row.caption;
         EXPECT_FALSE(dialog().Opt_scale_t) << row.caption;
     }
@@ -135,11 +135,11 @@ TEST_F(ScaleSettings, MatchAFactorOnlyToItsLastBit) {
 
 TEST_F(ScaleSettings, FindTheFactorsThatTheyHaveStored) {
     for (std::size_t index = 0; index < scales.size(); ++index) {
-        Opt_scale_click(index);
-        Opt_scale_t_click(7 - index);
-        frmscale_polar_Cmd_ok_click();
-        load_settings();
-        setup_scale_click();
+        frmscale_polar::Opt_scale_click(index);
+        frmscale_polar::Opt_scale_t_click(7 - index);
+        frmscale_polar::Cmd_ok_click();
+        mainfrm::load_settings();
+        mainfrm::setup_scale_click();
         EXPECT_EQ(dialog().Opt_scale, index);
         EXPECT_EQ(dialog().Opt_scale_t, 7 - index);
     }
@@ -147,13 +147,13 @@ TEST_F(ScaleSettings, FindTheFactorsThatTheyHaveStored) {
 
 TEST_F(ScaleSettings, OfAnotherFactorSelectNothingAndUseItAsItStandsUntilOneIsPicked) {
     start_on("[tyxo]\r\nmax_sensors=1\r\nscale_polar_t= 0.7\r\n");
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     EXPECT_FALSE(dialog().Opt_scale_t);
     sensor::state.channels[0].thermo_data.fill(100);
     sensor::state.channels[0].thermo_data[0] = 100 + 256;
     process_thermo(0);
     EXPECT_NEAR(panels.XYplot[0].curves[1].points[0].y, 255 * 0.7 + 30, 0.01);
-    Opt_scale_t_click(3);
+    frmscale_polar::Opt_scale_t_click(3);
     EXPECT_EQ(sensor::state.scale_polar_t, 1.0);
     process_thermo(0);
     EXPECT_NEAR(panels.XYplot[0].curves[1].points[0].y, 255 + 30, 0.01); // with the next curve, before "OK"
@@ -162,32 +162,32 @@ TEST_F(ScaleSettings, OfAnotherFactorSelectNothingAndUseItAsItStandsUntilOneIsPi
 TEST_F(ScaleSettings, OfAnotherTimeOrModeSelectNothing) {
     sensor::state.upd_periode = 499;
     settings.log_mode = 2;
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     EXPECT_FALSE(dialog().Opt_refr);
     EXPECT_FALSE(dialog().Opt_logtime);
 }
 
 TEST_F(ScaleSettings, CanBeChangedOnlyWhileNothingMeasures) {
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     for (const Frame* frame : value_frames())
         EXPECT_TRUE(frame->Enabled) << frame->Caption;
-    frmscale_polar_unload();
+    frmscale_polar::unload();
     mainfrm::start_channel_click(0);
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     for (const Frame* frame : value_frames())
         EXPECT_FALSE(frame->Enabled) << frame->Caption;
     EXPECT_TRUE(dialog().Frame1.Enabled);
-    frmscale_polar_unload();
+    frmscale_polar::unload();
     mainfrm::start_channel_click(0);
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     for (const Frame* frame : value_frames())
         EXPECT_TRUE(frame->Enabled) << frame->Caption;
 }
 
 TEST_F(ScaleSettings, DefaultsAreThreeAndAHalfAndAreSelected) {
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     EXPECT_FALSE(dialog().Opt_scale);
-    cmd_default_click();
+    frmscale_polar::cmd_default_click();
     EXPECT_EQ(sensor::state.scale_polar_t, 3.0);
     EXPECT_EQ(sensor::state.scale_polar_a, 0.5);
     EXPECT_EQ(dialog().Opt_scale_t, 1U);
@@ -197,10 +197,10 @@ TEST_F(ScaleSettings, DefaultsAreThreeAndAHalfAndAreSelected) {
 }
 
 TEST_F(ScaleSettings, DefaultsLeaveRefreshTimeAndLogPeriodAlone) {
-    setup_scale_click();
-    Opt_refr_click(0);
-    Opt_logtime_click(1);
-    cmd_default_click();
+    mainfrm::setup_scale_click();
+    frmscale_polar::Opt_refr_click(0);
+    frmscale_polar::Opt_logtime_click(1);
+    frmscale_polar::cmd_default_click();
     EXPECT_EQ(sensor::state.upd_periode, 100);
     EXPECT_EQ(settings.log_mode, 0);
     EXPECT_EQ(dialog().Opt_refr, 0U);
@@ -209,8 +209,8 @@ TEST_F(ScaleSettings, DefaultsLeaveRefreshTimeAndLogPeriodAlone) {
 
 TEST_F(ScaleSettings, DefaultsHaveNoEffectWhileMeasuring) {
     mainfrm::start_channel_click(0);
-    setup_scale_click();
-    cmd_default_click();
+    mainfrm::setup_scale_click();
+    frmscale_polar::cmd_default_click();
     EXPECT_EQ(sensor::state.scale_polar_a, 2.5);
     EXPECT_EQ(sensor::state.scale_polar_t, 0.75);
     EXPECT_FALSE(dialog().Opt_scale);
@@ -222,8 +222,8 @@ TEST_F(ScaleSettings, AreStoredInOrderInTheFormOfTheSettings) {
     sensor::state.scale_polar_t = 5;
     settings.log_mode = 0;
     sensor::state.upd_periode = 1000;
-    setup_scale_click();
-    frmscale_polar_Cmd_ok_click();
+    mainfrm::setup_scale_click();
+    frmscale_polar::Cmd_ok_click();
     EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nscale_polar_a= .03\r\nscale_polar_t= 5\r\nlog_mode= 0\r\n"
                                 "upd_periode= 1000\r\n");
     EXPECT_EQ(world().replacements, 1);
@@ -234,8 +234,8 @@ TEST_F(ScaleSettings, AreStoredInOrderInTheFormOfTheSettings) {
 TEST_F(ScaleSettings, AreStoredWhileMeasuringToo) {
     mainfrm::start_channel_click(0);
     sensor::state.scale_polar_a = 0.7;
-    setup_scale_click();
-    frmscale_polar_Cmd_ok_click();
+    mainfrm::setup_scale_click();
+    frmscale_polar::Cmd_ok_click();
     EXPECT_EQ(Ini::ini_read("scale_polar_a"), ".7");
     EXPECT_EQ(Ini::ini_read("scale_polar_t"), ".75");
     EXPECT_EQ(Ini::ini_read("log_mode"), "1");
@@ -245,19 +245,19 @@ TEST_F(ScaleSettings, AreStoredWhileMeasuringToo) {
 
 TEST_F(ScaleSettings, ClosedInAnotherWayStayInMemoryAndAreNotStored) {
     const std::string before = file("tyxo.ini");
-    setup_scale_click();
-    Opt_scale_click(0);
-    Opt_scale_t_click(6);
-    Opt_refr_click(3);
-    Opt_logtime_click(1);
-    frmscale_polar_unload();
+    mainfrm::setup_scale_click();
+    frmscale_polar::Opt_scale_click(0);
+    frmscale_polar::Opt_scale_t_click(6);
+    frmscale_polar::Opt_refr_click(3);
+    frmscale_polar::Opt_logtime_click(1);
+    frmscale_polar::unload();
     EXPECT_EQ(file("tyxo.ini"), before);
     EXPECT_EQ(sensor::state.scale_polar_a, 5.0);
     EXPECT_EQ(sensor::state.scale_polar_t, 0.1);
     EXPECT_EQ(sensor::state.upd_periode, 1000);
     EXPECT_EQ(settings.log_mode, 0);
     EXPECT_FALSE(dialog().form.Visible);
-    setup_scale_click();
+    mainfrm::setup_scale_click();
     EXPECT_EQ(dialog().Opt_scale, 0U);
     EXPECT_EQ(dialog().Opt_refr, 3U);
 }
@@ -265,8 +265,8 @@ TEST_F(ScaleSettings, ClosedInAnotherWayStayInMemoryAndAreNotStored) {
 TEST_F(ScaleSettings, ANewRefreshTimeTakesEffectWithTheNextStartOfTheCharts) {
     mainfrm::start_channel_click(0);
     EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 500);
-    Opt_refr_click(0);
-    frmscale_polar_Cmd_ok_click();
+    frmscale_polar::Opt_refr_click(0);
+    frmscale_polar::Cmd_ok_click();
     EXPECT_EQ(mainfrm::timers.Timer_chart_upd.Interval(), 500);
     mainfrm::start_channel_click(0);
     mainfrm::start_channel_click(0);
@@ -280,7 +280,7 @@ TEST_F(ScaleSettings, ANewRefreshTimeWaitsForTheNextStartThoughAnotherChannelSta
         return shown_rows(0).rows() - before;
     };
     mainfrm::startstop_click();
-    Opt_refr_click(0); // 100 ms
+    frmscale_polar::Opt_refr_click(0); // 100 ms
     EXPECT_EQ(rows_of_a_second(), 2U);
     mainfrm::start_channel_click(1);
     mainfrm::start_channel_click(1); // the first channel measures all the time

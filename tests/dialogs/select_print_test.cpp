@@ -17,7 +17,7 @@ class SelectPrint : public testing::Test {
   protected:
     void SetUp() override { start_on(logging_settings(3)); }
 
-    static frmselectprint_form& dialog() { return frmselectprint; }
+    static frmselectprint::window& dialog() { return frmselectprint::state; }
     static const std::vector<printed_chart>& prints() { return world().prints; }
 };
 
@@ -31,7 +31,7 @@ TEST_F(SelectPrint, BearsItsCaptions) {
 
 TEST_F(SelectPrint, OffersTheChannelsInUse) {
     EXPECT_FALSE(dialog().form.Visible);
-    prt_click();
+    mainfrm::prt_click();
     EXPECT_TRUE(dialog().form.Visible);
     EXPECT_TRUE(dialog().form.Loaded);
     const std::array<std::string, 4> captions{"1:   Engine 1", "2:   Engine 2", "3:   Engine 3", "4:   "};
@@ -42,38 +42,38 @@ TEST_F(SelectPrint, OffersTheChannelsInUse) {
 }
 
 TEST_F(SelectPrint, BeginsWithTheFirstChannel) {
-    prt_click();
-    EXPECT_EQ(frmselectprint.print_channel, 0);
+    mainfrm::prt_click();
+    EXPECT_EQ(frmselectprint::state.print_channel, 0);
     EXPECT_EQ(dialog().selected, 0U);
 }
 
 TEST_F(SelectPrint, AChoiceIsThePrintChannelAtOnce) {
-    prt_click();
+    mainfrm::prt_click();
     for (const std::size_t index : {2U, 1U, 0U, 3U}) {
-        optPrint_click(index);
-        EXPECT_EQ(frmselectprint.print_channel, static_cast<i16>(index));
+        frmselectprint::optPrint_click(index);
+        EXPECT_EQ(frmselectprint::state.print_channel, static_cast<i16>(index));
         EXPECT_EQ(dialog().selected, index);
     }
-    EXPECT_THROW(optPrint_click(4), failure);
-    EXPECT_EQ(frmselectprint.print_channel, 3);
+    EXPECT_THROW(frmselectprint::optPrint_click(4), failure);
+    EXPECT_EQ(frmselectprint::state.print_channel, 3);
 }
 
 TEST_F(SelectPrint, CancelClosesWithoutAPrintAndTheChannelSurvives) {
-    prt_click();
-    optPrint_click(2);
-    cmd_cancel_click();
+    mainfrm::prt_click();
+    frmselectprint::optPrint_click(2);
+    frmselectprint::cmd_cancel_click();
     EXPECT_FALSE(dialog().form.Visible);
     EXPECT_FALSE(dialog().form.Loaded);
     EXPECT_TRUE(prints().empty());
-    prt_click();
+    mainfrm::prt_click();
     EXPECT_EQ(dialog().selected, 2U);
-    EXPECT_EQ(frmselectprint.print_channel, 2);
+    EXPECT_EQ(frmselectprint::state.print_channel, 2);
 }
 
 TEST_F(SelectPrint, OkPrintsThePrintChannelAndCloses) {
-    prt_click();
-    optPrint_click(1);
-    frmselectprint_Cmd_ok_click();
+    mainfrm::prt_click();
+    frmselectprint::optPrint_click(1);
+    frmselectprint::Cmd_ok_click();
     ASSERT_EQ(prints().size(), 1U);
     EXPECT_EQ(prints()[0].chart.Title, "2: Engine 2");
     EXPECT_FALSE(dialog().form.Visible);
@@ -81,59 +81,59 @@ TEST_F(SelectPrint, OkPrintsThePrintChannelAndCloses) {
 }
 
 TEST_F(SelectPrint, IsClosedBeforeThePrinterIsAsked) {
-    prt_click();
+    mainfrm::prt_click();
     bool open = true;
     world().during_print = [&] { open = dialog().form.Visible; };
-    frmselectprint_Cmd_ok_click();
+    frmselectprint::Cmd_ok_click();
     EXPECT_FALSE(open);
 }
 
 TEST_F(SelectPrint, AChannelThatWentOutOfUseStaysAndNoOptionIsSelected) {
-    prt_click();
-    optPrint_click(2);
-    cmd_cancel_click();
+    mainfrm::prt_click();
+    frmselectprint::optPrint_click(2);
+    frmselectprint::cmd_cancel_click();
     sensor::state.max_sensors = 2;
-    prt_click();
+    mainfrm::prt_click();
     EXPECT_FALSE(dialog().selected);
     EXPECT_FALSE(dialog().optPrint[2].Enabled);
-    EXPECT_EQ(frmselectprint.print_channel, 2);
+    EXPECT_EQ(frmselectprint::state.print_channel, 2);
     EXPECT_EQ(dialog().LblPrint.Caption, "Channel 3 is not installed");
-    cmd_cancel_click();
+    frmselectprint::cmd_cancel_click();
     sensor::state.max_sensors = 3;
-    prt_click();
+    mainfrm::prt_click();
     EXPECT_EQ(dialog().selected, 2U);
 }
 
 TEST_F(SelectPrint, TellsWhatItWillPrint) {
-    prt_click();
+    mainfrm::prt_click();
     EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 1, the last 2 min");
-    opt_res_click(2);
-    chart_click(1);
-    optPrint_click(1);
+    mainfrm::opt_res_click(2);
+    mainfrm::chart_click(1);
+    frmselectprint::optPrint_click(1);
     EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 2, the last 1 h, frozen");
-    prt_click();
+    mainfrm::prt_click();
     EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 2, the last 1 h, frozen");
 }
 
 TEST_F(SelectPrint, NamesTheWindowThatAChartWasFrozenWith) {
-    opt_res_click(3);
-    chart_click(1);
-    opt_res_click(0); // the frozen chart keeps its own
-    prt_click();
-    optPrint_click(1);
+    mainfrm::opt_res_click(3);
+    mainfrm::chart_click(1);
+    mainfrm::opt_res_click(0); // the frozen chart keeps its own
+    mainfrm::prt_click();
+    frmselectprint::optPrint_click(1);
     EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 2, the last 24 h, frozen");
-    optPrint_click(0);
+    frmselectprint::optPrint_click(0);
     EXPECT_EQ(dialog().LblPrint.Caption, "Prints channel 1, the last 2 min");
-    frmselectprint_Cmd_ok_click();
-    optPrint_click(1);
-    printplot(1);
+    frmselectprint::Cmd_ok_click();
+    frmselectprint::optPrint_click(1);
+    mainfrm::printplot(1);
     EXPECT_EQ(prints()[1].rows.span(), 86'400'000);
 }
 
 class Printplot : public SelectPrint {};
 
 TEST_F(Printplot, HasFourTitleLinesInOrder) {
-    printplot(2);
+    mainfrm::printplot(2);
     ASSERT_EQ(prints().size(), 1U);
     EXPECT_EQ(
         prints()[0].chart.PrintTitle,
@@ -142,12 +142,12 @@ TEST_F(Printplot, HasFourTitleLinesInOrder) {
 
 TEST_F(Printplot, NamesTheVersionOfTheLogs) {
     EXPECT_EQ(log::version, "Version 2.10_4");
-    EXPECT_EQ(main_form.Caption, " Quarvo / Tyxo Data Logger  Version 2.10_4");
+    EXPECT_EQ(mainfrm::state.Caption, " Quarvo / Tyxo Data Logger  Version 2.10_4");
 }
 
 TEST_F(Printplot, AsksForThePrinterAndPrintsAcrossInBoldArial) {
     EXPECT_FALSE(charts.chart[0].PrintFlag);
-    printplot(0);
+    mainfrm::printplot(0);
     const iStripChartX& chart = prints().at(0).chart;
     EXPECT_TRUE(chart.PrintFlag);
     EXPECT_EQ(chart.PrintMode, 1);
@@ -162,7 +162,7 @@ TEST_F(Printplot, HasNarrowMarginsAtTheLeftAndTheTopAndWideOnesElsewhere) {
                                     chart.PrinterMarginBottom})
             EXPECT_EQ(margin, 0.5); // the design's
     }
-    printplot(0);
+    mainfrm::printplot(0);
     const iStripChartX& chart = prints().at(0).chart;
     EXPECT_EQ(chart.PrinterMarginLeft, 0.5);
     EXPECT_EQ(chart.PrinterMarginTop, 0.5);
@@ -172,15 +172,15 @@ TEST_F(Printplot, HasNarrowMarginsAtTheLeftAndTheTopAndWideOnesElsewhere) {
 
 TEST_F(Printplot, SetsEverythingAgain) {
     charts.chart[0].PrinterMarginLeft = charts.chart[0].PrinterMarginTop = 9;
-    printplot(0);
+    mainfrm::printplot(0);
     EXPECT_EQ(prints().at(0).chart.PrinterMarginLeft, 0.5);
     EXPECT_EQ(prints().at(0).chart.PrinterMarginTop, 0.5);
 }
 
 TEST_F(Printplot, TakesTheTitleLinesAwayAfterwards) {
-    printplot(1);
+    mainfrm::printplot(1);
     EXPECT_TRUE(charts.chart[1].PrintTitle.empty());
-    printplot(1);
+    mainfrm::printplot(1);
     EXPECT_EQ(prints().at(1).chart.PrintTitle.size(), 4U);
 }
 
@@ -190,36 +190,36 @@ TEST_F(Printplot, TakesTheTitleLinesAwayWhenPrintingFailed) {
         lines = charts.chart[1].PrintTitle.size();
         throw failure("Printer error");
     };
-    EXPECT_THROW(printplot(1), failure);
+    EXPECT_THROW(mainfrm::printplot(1), failure);
     EXPECT_EQ(lines, 4U);
     EXPECT_TRUE(charts.chart[1].PrintTitle.empty());
 }
 
 TEST_F(Printplot, PrintsTheRowsThatTheChartShowsWithItsSpanAndItsVisibleCurves) {
-    opt_res_click(1);
+    mainfrm::opt_res_click(1);
     charts.chart[0].curves[3].Visible = false;
     for (int row = 0; row < 5; ++row)
         add_chart_row(0);
-    printplot(0);
+    mainfrm::printplot(0);
     EXPECT_EQ(prints().at(0).rows.rows(), 5);
     EXPECT_EQ(prints().at(0).rows.span(), 900'000);
     EXPECT_EQ(prints().at(0).chart.XAxisSpan, 1.0 / 96);
     EXPECT_FALSE(prints().at(0).chart.curves[3].Visible);
-    chart_click(0);
+    mainfrm::chart_click(0);
     add_chart_row(0);
-    printplot(0);
+    mainfrm::printplot(0);
     EXPECT_EQ(prints().at(1).rows.rows(), 5); // frozen
 }
 
 TEST_F(Printplot, ChangesNoOtherChart) {
     const auto before = charts.chart[1];
-    printplot(0);
+    mainfrm::printplot(0);
     EXPECT_EQ(charts.chart[1], before);
 }
 
 TEST_F(Printplot, OfAChannelThatDoesNotExistFails) {
-    EXPECT_THROW(printplot(4), failure);
-    EXPECT_THROW(printplot(-1), failure);
+    EXPECT_THROW(mainfrm::printplot(4), failure);
+    EXPECT_THROW(mainfrm::printplot(-1), failure);
     EXPECT_TRUE(prints().empty());
 }
 

@@ -11,7 +11,7 @@ class SetupChanges : public setup_world {
   protected:
     void SetUp() override {
         start(2);
-        setup_click();
+        mainfrm::setup_click();
     }
 
     static bool shown(i16 channel, std::size_t curve) {
@@ -41,7 +41,7 @@ TEST_F(SetupChanges, ACheckBoxStoresItsKeyAtOnceAndShowsOrHidesItsTraceOnEveryCo
 TEST_F(SetupChanges, ACheckBoxTouchesNoKeyButItsOwn) {
     for (const trace_box& row : trace_boxes) {
         start(2);
-        setup_click();
+        mainfrm::setup_click();
         text_lines expected = saved_lines();
         for (std::string& line : expected) {
             if (line == std::string(row.key) + "=1") line = std::string(row.key) + "= 0";
@@ -53,8 +53,8 @@ TEST_F(SetupChanges, ACheckBoxTouchesNoKeyButItsOwn) {
 
 TEST_F(SetupChanges, ATraceWhoseKeyIsAnotherNumberThanZeroStaysShown) {
     start(2, "xy_tha=1\r\nxy_tmv=7\r\nxy_theff=-1\r\nxy_theff_AC=0\r\n");
-    setup_click();
-    th_a_click();
+    mainfrm::setup_click();
+    frmSetup::th_a_click();
     EXPECT_FALSE(shown(0, 0));
     EXPECT_TRUE(shown(0, 3));
     EXPECT_TRUE(shown(0, 4));
@@ -62,34 +62,34 @@ TEST_F(SetupChanges, ATraceWhoseKeyIsAnotherNumberThanZeroStaysShown) {
 }
 
 TEST_F(SetupChanges, AChannelThatCameIntoUseAfterTheStartHasNoTracesToHide) {
-    scroll_max_commport_change(4);
-    frmSetup_cmd_OK_click();
-    setup_click();
-    th_eff_AC_click();
+    frmSetup::scroll_max_commport_change(4);
+    frmSetup::cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::th_eff_AC_click();
     EXPECT_FALSE(shown(0, 5));
     EXPECT_FALSE(shown(1, 5));
     EXPECT_TRUE(charts.chart[2].curves.empty());
 }
 
 TEST_F(SetupChanges, ADroppedChannelsChartIsLeftAlone) {
-    scroll_max_commport_change(1);
-    frmSetup_cmd_OK_click();
-    setup_click();
-    th_a_click();
+    frmSetup::scroll_max_commport_change(1);
+    frmSetup::cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::th_a_click();
     EXPECT_FALSE(shown(0, 0));
     EXPECT_TRUE(shown(1, 0));
 }
 
 TEST_F(SetupChanges, CancelAfterTogglingThAKeepsTheNewStateOfTheTraceAndOfTheSettingsFile) {
-    th_a_click();
-    frmSetup_cmd_cancel_click();
+    frmSetup::th_a_click();
+    frmSetup::cmd_cancel_click();
     EXPECT_FALSE(shown(0, 0));
     EXPECT_FALSE(shown(1, 0));
     EXPECT_EQ(Ini::ini_read("xy_tha"), "0");
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().th_a.Value, 0);
     EXPECT_EQ(dialog().TvmV.Value, 1);
-    frmSetup_cmd_cancel_click();
+    frmSetup::cmd_cancel_click();
     restart();
     EXPECT_FALSE(shown(0, 0));
     EXPECT_TRUE(shown(0, 3));
@@ -98,7 +98,7 @@ TEST_F(SetupChanges, CancelAfterTogglingThAKeepsTheNewStateOfTheTraceAndOfTheSet
 TEST_F(SetupChanges, TheTestSignalBoxIsTheChannelsSettingAtOnce) {
     const std::string before = file("tyxo.ini");
     for (const i16 value : {i16{1}, i16{0}, i16{1}}) {
-        Check_tst_click(1);
+        frmSetup::Check_tst_click(1);
         EXPECT_EQ(sensor::state.channels[1].tstsig_visible, value);
         EXPECT_EQ(dialog().Check_tst[1].Value, value);
         EXPECT_EQ(sensor::state.channels[0].tstsig_visible, 0);
@@ -109,10 +109,10 @@ TEST_F(SetupChanges, TheTestSignalBoxIsTheChannelsSettingAtOnce) {
 TEST_F(SetupChanges, TheOptionsAreTheSettingsAtOnceAndTheEventFileWaitsForTheNextStart) {
     settings.eventfile_ena = 0;
     for (const std::size_t option : {1U, 0U, 1U}) {
-        Opt_diffmode_click(option);
+        frmSetup::Opt_diffmode_click(option);
         EXPECT_EQ(settings.speedbar_mode, static_cast<i16>(option));
         EXPECT_EQ(dialog().Opt_diffmode, option);
-        Opt_event_click(option);
+        frmSetup::Opt_event_click(option);
         EXPECT_EQ(settings.eventfile_ena_edit, static_cast<i16>(option));
         EXPECT_EQ(dialog().Opt_event, option);
         EXPECT_EQ(settings.eventfile_ena, 0);
@@ -121,10 +121,10 @@ TEST_F(SetupChanges, TheOptionsAreTheSettingsAtOnceAndTheEventFileWaitsForTheNex
 
 TEST_F(SetupChanges, TheFolderOfARowIsTheChannelsAtOnceAndTheBoxShowsIt) {
     const std::string before = file("tyxo.ini");
-    cmd_browse_path_click(1);
+    frmSetup::cmd_browse_path_click(1);
     EXPECT_EQ(sensor::state.channels[1].logpath, "C:\\logs\\") << "while the browser is up";
     choose_folder("/var/log");
-    EXPECT_FALSE(frmbrowse.form.Visible);
+    EXPECT_FALSE(frmbrowse::state.form.Visible);
     EXPECT_EQ(sensor::state.channels[1].logpath, "/var/log/");
     EXPECT_EQ(dialog().Text_logfile_path[1].Text, "/var/log/");
     EXPECT_EQ(sensor::state.channels[0].logpath, "C:\\logs\\");
@@ -134,45 +134,45 @@ TEST_F(SetupChanges, TheFolderOfARowIsTheChannelsAtOnceAndTheBoxShowsIt) {
 
 TEST_F(SetupChanges, TheFolderOfTheEventFileOnlyFillsItsBox) {
     settings.evtpath = "C:\\old\\";
-    cmd_browse_evtpath_click();
+    frmSetup::cmd_browse_evtpath_click();
     choose_folder("/var/log/");
     EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "/var/log/");
     EXPECT_EQ(settings.evtpath, "C:\\old\\");
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(settings.evtpath, "/var/log/");
     EXPECT_EQ(Ini::ini_read("evtpath"), "/var/log/");
 }
 
 TEST_F(SetupChanges, ABrowserClosedWithoutAChoiceKeepsThePathThatStoodThere) {
-    cmd_browse_path_click(0);
-    frmbrowse_unload();
+    frmSetup::cmd_browse_path_click(0);
+    frmbrowse::unload();
     EXPECT_EQ(sensor::state.channels[0].logpath, "C:\\logs\\");
     EXPECT_EQ(dialog().Text_logfile_path[0].Text, "C:\\logs\\");
-    cmd_browse_evtpath_click();
+    frmSetup::cmd_browse_evtpath_click();
     choose_folder("/events");
-    cmd_browse_path_click(1);
-    frmbrowse_unload();
+    frmSetup::cmd_browse_path_click(1);
+    frmbrowse::unload();
     EXPECT_EQ(sensor::state.channels[1].logpath, "C:\\logs\\") << "what was chosen for another row";
-    cmd_browse_evtpath_click();
-    frmbrowse_unload();
+    frmSetup::cmd_browse_evtpath_click();
+    frmbrowse::unload();
     EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "/events/");
 }
 
 TEST_F(SetupChanges, CancelUndoesNothingThatTookEffectAtOnceAndTakesNothingElse) {
-    Check_tst_click(0);
-    cmd_browse_path_click(0);
+    frmSetup::Check_tst_click(0);
+    frmSetup::cmd_browse_path_click(0);
     choose_folder("/chosen");
-    Opt_diffmode_click(1);
-    Opt_event_click(1);
+    frmSetup::Opt_diffmode_click(1);
+    frmSetup::Opt_event_click(1);
     for (const trace_box& row : trace_boxes)
         row.click();
-    scroll_max_commport_change(3);
+    frmSetup::scroll_max_commport_change(3);
     for (const row_box& box : row_boxes)
         box.change(0, "typed");
-    Text_evtlogfile_path_change("typed");
-    Select_com_click(0, 4);
+    frmSetup::Text_evtlogfile_path_change("typed");
+    frmSetup::Select_com_click(0, 4);
     const std::string before = file("tyxo.ini");
-    frmSetup_cmd_cancel_click();
+    frmSetup::cmd_cancel_click();
 
     EXPECT_EQ(sensor::state.channels[0].tstsig_visible, 1);
     EXPECT_EQ(sensor::state.channels[0].logpath, "/chosen/");
@@ -193,7 +193,7 @@ TEST_F(SetupChanges, CancelUndoesNothingThatTookEffectAtOnceAndTakesNothingElse)
     EXPECT_EQ(sensor::state.channels[0].text_almrel2, "Alarmrel 2");
     EXPECT_EQ(settings.evtpath, "");
 
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Check_tst[0].Value, 1);
     EXPECT_EQ(dialog().Text_logfile_path[0].Text, "/chosen/");
     EXPECT_EQ(dialog().Opt_diffmode, 1U);
@@ -205,19 +205,19 @@ TEST_F(SetupChanges, APortIsTheNumberBehindTheFirstThreeCharactersOfItsEntry) {
     const std::vector<i16> numbers{1, 2, 3, 4, 12};
     for (i16 row = 0; row < 2; ++row) {
         for (std::size_t entry = 0; entry < numbers.size(); ++entry) {
-            Select_com_click(row, entry);
+            frmSetup::Select_com_click(row, entry);
             EXPECT_EQ(dialog().comport_edit[row], numbers[entry]);
             EXPECT_EQ(dialog().Select_com[row].ListIndex, static_cast<i32>(entry));
         }
     }
     EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{1, 2, 0, 0}})) << "until OK";
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{12, 12, 0, 0}}));
 }
 
 TEST_F(SetupChanges, TheScrollBarSetsTheNumberAndTheRows) {
     for (const i16 number : {i16{4}, i16{3}, i16{1}, i16{2}}) {
-        scroll_max_commport_change(number);
+        frmSetup::scroll_max_commport_change(number);
         EXPECT_EQ(dialog().scroll_max_commport.Value, number);
         EXPECT_EQ(dialog().Text_num_sensors, std::to_string(number));
         EXPECT_EQ(dialog().num_sensors_edit, number);
@@ -232,9 +232,9 @@ TEST_F(SetupChanges, TheScrollBarSetsTheNumberAndTheRows) {
 }
 
 TEST_F(SetupChanges, TheScrollBarStaysInItsRange) {
-    scroll_max_commport_change(5);
+    frmSetup::scroll_max_commport_change(5);
     EXPECT_EQ(dialog().num_sensors_edit, 4);
-    scroll_max_commport_change(0);
+    frmSetup::scroll_max_commport_change(0);
     EXPECT_EQ(dialog().num_sensors_edit, 1);
     EXPECT_EQ(dialog().Text_num_sensors, "1");
 }
@@ -244,10 +244,10 @@ TEST_F(SetupChanges, TheScrollBarShowsTheProgramsValuesAgainInTheRowsInUseAndLea
         box.change(0, "typed");
         box.change(1, "typed too");
     }
-    Text_evtlogfile_path_change("typed");
-    Select_com_click(0, 4);
-    Check_tst_click(1);
-    scroll_max_commport_change(1);
+    frmSetup::Text_evtlogfile_path_change("typed");
+    frmSetup::Select_com_click(0, 4);
+    frmSetup::Check_tst_click(1);
+    frmSetup::scroll_max_commport_change(1);
     for (const row_box& box : row_boxes) {
         EXPECT_EQ((dialog().*box.boxes)[0].Text, sensor::state.channels[0].*box.value) << box.name;
         EXPECT_EQ((dialog().*box.boxes)[1].Text, "typed too") << box.name;
@@ -258,27 +258,28 @@ TEST_F(SetupChanges, TheScrollBarShowsTheProgramsValuesAgainInTheRowsInUseAndLea
 }
 
 TEST_F(SetupChanges, WhatDoesNotExistFailsAndChangesNothing) {
-    const frmsetup_form before = dialog();
+    const frmSetup::window before = dialog();
     for (const i16 row : {i16{-1}, channel_count}) {
         for (const row_box& box : row_boxes)
             EXPECT_THROW(box.change(row, "x"), failure) << box.name;
-        EXPECT_THROW(Select_com_click(row, 0), failure);
-        EXPECT_THROW(Check_tst_click(row), failure);
-        EXPECT_THROW(cmd_browse_path_click(row), failure);
-        EXPECT_THROW(write_parameter(row), failure);
+        EXPECT_THROW(frmSetup::Select_com_click(row, 0), failure);
+        EXPECT_THROW(frmSetup::Check_tst_click(row), failure);
+        EXPECT_THROW(frmSetup::cmd_browse_path_click(row), failure);
+        EXPECT_THROW(frmSetup::write_parameter(row), failure);
     }
-    EXPECT_THROW(Select_com_click(0, 5), failure);
-    EXPECT_THROW(Select_com_click(2, 0), failure) << "the list of a row that is not in use is empty";
-    EXPECT_THROW(Opt_diffmode_click(2), failure);
-    EXPECT_THROW(Opt_event_click(2), failure);
+    EXPECT_THROW(frmSetup::Select_com_click(0, 5), failure);
+    EXPECT_THROW(frmSetup::Select_com_click(2, 0), failure)
+        << "the list of a row that is not in use is empty";
+    EXPECT_THROW(frmSetup::Opt_diffmode_click(2), failure);
+    EXPECT_THROW(frmSetup::Opt_event_click(2), failure);
     EXPECT_EQ(dialog(), before);
-    EXPECT_FALSE(frmbrowse.form.Visible);
+    EXPECT_FALSE(frmbrowse::state.form.Visible);
 }
 
 TEST_F(SetupChanges, OnlyTheOneBoxTakesWhatIsTyped) {
     for (const row_box& box : row_boxes) {
         for (i16 row = 0; row < channel_count; ++row) {
-            frmsetup_form expected = dialog();
+            frmSetup::window expected = dialog();
             (expected.*box.boxes)[row].Text = "typed";
             box.change(row, "typed");
             EXPECT_EQ(dialog(), expected) << box.name << row;

@@ -13,7 +13,7 @@ class SetupMeasuring : public setup_world {
 };
 
 TEST_F(SetupMeasuring, WhileIdleItStartsOnTabZeroAndEverythingCanBeChanged) {
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().SSTab.Tab, 0);
     EXPECT_TRUE(dialog().XY_Chart.Enabled);
     EXPECT_TRUE(dialog().frame_comport.Enabled);
@@ -24,7 +24,7 @@ TEST_F(SetupMeasuring, WhileIdleItStartsOnTabZeroAndEverythingCanBeChanged) {
 
 TEST_F(SetupMeasuring, OpenedDuringAMeasurementItStartsOnTabOneAndSettingsAndCheckBoxesAreLocked) {
     measure();
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().SSTab.Tab, 1);
     EXPECT_FALSE(dialog().XY_Chart.Enabled);
     EXPECT_FALSE(dialog().frame_comport.Enabled);
@@ -40,10 +40,10 @@ TEST_F(SetupMeasuring, OpenedDuringAMeasurementItStartsOnTabOneAndSettingsAndChe
 
 TEST_F(SetupMeasuring, AfterAMeasurementEverythingCanBeChangedAgain) {
     measure();
-    setup_click();
-    frmSetup_cmd_cancel_click();
+    mainfrm::setup_click();
+    frmSetup::cmd_cancel_click();
     sensor::state.measure_running = false;
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().SSTab.Tab, 0);
     EXPECT_TRUE(dialog().XY_Chart.Enabled);
     EXPECT_TRUE(dialog().frame_comport.Enabled);
@@ -54,14 +54,14 @@ TEST_F(SetupMeasuring, AfterAMeasurementEverythingCanBeChangedAgain) {
 }
 
 TEST_F(SetupMeasuring, RefreshLocksTheRowsOfAMeasurementThatBeganMeanwhileAndFreesThemBehindIt) {
-    setup_click();
+    mainfrm::setup_click();
     sensor::state.measure_running = true;
-    cmd_Refresh_click();
+    frmSetup::cmd_Refresh_click();
     expect_row_enabled(0, false);
     EXPECT_FALSE(dialog().scroll_max_commport.Enabled);
     EXPECT_FALSE(dialog().Text_evtlogfile_path.Enabled);
     sensor::state.measure_running = false;
-    cmd_Refresh_click();
+    frmSetup::cmd_Refresh_click();
     expect_row_enabled(0, true);
     EXPECT_TRUE(dialog().scroll_max_commport.Enabled);
     EXPECT_TRUE(dialog().Text_evtlogfile_path.Enabled);

@@ -25,14 +25,14 @@ TEST_F(SetupOpen, BearsItsCaptions) {
     EXPECT_EQ(dialog().cmd_cancel.Caption, "Cancel");
     EXPECT_EQ(dialog().cmd_Refresh.Caption, "Refresh");
     EXPECT_EQ(dialog().cmd_browse_evtpath.Caption, "Browse");
-    for (const Command& browse : dialog().cmd_browse_path)
-        EXPECT_EQ(browse.Caption, "Browse");
+    for (const Command& button : dialog().cmd_browse_path)
+        EXPECT_EQ(button.Caption, "Browse");
 }
 
 TEST_F(SetupOpen, IsShownByTheMenuAndClosedByCancelAndOk) {
     EXPECT_FALSE(dialog().form.Visible);
-    for (const auto close : {frmSetup_cmd_cancel_click, frmSetup_cmd_OK_click}) {
-        setup_click();
+    for (const auto close : {frmSetup::cmd_cancel_click, frmSetup::cmd_OK_click}) {
+        mainfrm::setup_click();
         EXPECT_TRUE(dialog().form.Visible);
         EXPECT_TRUE(dialog().form.Loaded);
         close();
@@ -44,12 +44,12 @@ TEST_F(SetupOpen, IsShownByTheMenuAndClosedByCancelAndOk) {
 TEST_F(SetupOpen, APortThatWasPluggedInLaterIsListedAfterTheNextStart) {
     world().port_names = {{"", "COM1"}, {"", "COM9"}};
     for (int time = 0; time < 2; ++time) {
-        setup_click();
+        mainfrm::setup_click();
         EXPECT_EQ(dialog().Select_com[0].List, (port_texts{"COM1", "COM2", "COM3", "COM4", "COM12"}));
-        frmSetup_cmd_OK_click();
+        frmSetup::cmd_OK_click();
     }
     start(file("tyxo.ini"), {"COM9", "COM1"});
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Select_com[0].List, (port_texts{"COM1", "COM9"}));
 }
 
@@ -59,7 +59,7 @@ TEST_F(SetupOpen, ShowsTheValuesOfEachChannelInItsRow) {
             sensor::state.channels[row].*box.value = std::string(box.name) + " of " + channel_number(row);
         sensor::state.channels[row].tstsig_visible = row;
     }
-    setup_click();
+    mainfrm::setup_click();
     for (i16 row = 0; row < 2; ++row) {
         for (const row_box& box : row_boxes)
             EXPECT_EQ((dialog().*box.boxes)[row].Text, std::string(box.name) + " of " + channel_number(row));
@@ -69,7 +69,7 @@ TEST_F(SetupOpen, ShowsTheValuesOfEachChannelInItsRow) {
 
 TEST_F(SetupOpen, ListsThePortsInAscendingOrderAndSelectsTheChannels) {
     sensor::state.comport = {{2, 12, 3, 4}};
-    setup_click();
+    mainfrm::setup_click();
     const port_texts ports{"COM1", "COM2", "COM3", "COM4", "COM12"};
     EXPECT_EQ(dialog().Select_com[0].List, ports);
     EXPECT_EQ(dialog().Select_com[1].List, ports);
@@ -80,22 +80,22 @@ TEST_F(SetupOpen, ListsThePortsInAscendingOrderAndSelectsTheChannels) {
 
 TEST_F(SetupOpen, APortThatIsNoLongerListedLeavesTheSelectorEmptyAndOkKeepsItsNumber) {
     sensor::state.comport[0] = 77;
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Select_com[0].ListIndex, -1);
     EXPECT_EQ(dialog().Select_com[0].List.size(), 5U);
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.comport[0], 77);
     EXPECT_EQ(Ini::ini_read("comport 1"), "77");
 }
 
 TEST_F(SetupOpen, OnAMachineWithoutPortsTheSelectorsAreEmptyAndTheRowsFilled) {
     start(logging_settings(2), {});
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Select_com[0].List, port_texts{});
     EXPECT_EQ(dialog().Select_com[0].ListIndex, -1);
     EXPECT_EQ(dialog().Text_sensor_loc[0].Text, "Engine 1");
     EXPECT_EQ(dialog().Text_sensor_loc[1].Text, "Engine 2");
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.comport[1], 2);
     EXPECT_EQ(sensor::state.channels[1].location, "Engine 2");
 }
@@ -105,8 +105,8 @@ TEST_F(SetupOpen, WithoutAListOfPortsTheRowsHoldTheirDesignAndTheRestIsFilled) {
     settings.evtpath = "C:\\events\\";
     settings.speedbar_mode = 1;
     sensor::state.comport = {{5, 6, 7, 8}};
-    setup_click();
-    const frmsetup_form design;
+    mainfrm::setup_click();
+    const frmSetup::window design;
     for (i16 row = 0; row < 2; ++row) {
         EXPECT_EQ(dialog().Select_com[row], design.Select_com[row]);
         for (const row_box& box : row_boxes)
@@ -124,16 +124,16 @@ TEST_F(SetupOpen, WithoutAListOfPortsTheRowsHoldTheirDesignAndTheRestIsFilled) {
 
 TEST_F(SetupOpen, WithoutAListOfPortsRefreshKeepsWhatTheRowsHold) {
     start_without_list(2);
-    setup_click();
-    Text_sensor_loc_change(0, "typed");
-    Check_tst_click(1);
-    cmd_Refresh_click();
+    mainfrm::setup_click();
+    frmSetup::Text_sensor_loc_change(0, "typed");
+    frmSetup::Check_tst_click(1);
+    frmSetup::cmd_Refresh_click();
     EXPECT_EQ(dialog().Text_sensor_loc[0].Text, "typed");
     EXPECT_EQ(dialog().Check_tst[1].Value, 1);
 }
 
 TEST_F(SetupOpen, WithTwoSensorsRowsTwoAndThreeAreDisabledAndTheirTabsReadNoSensor) {
-    setup_click();
+    mainfrm::setup_click();
     expect_row_enabled(0, true);
     expect_row_enabled(1, true);
     expect_row_enabled(2, false);
@@ -154,7 +154,7 @@ TEST_F(SetupOpen, FromNoSensorToFourAsManyRowsAndTabsAreInUse) {
         start(used);
         for (channel_rec& rec : sensor::state.channels)
             rec.status_valid = true;
-        setup_click();
+        mainfrm::setup_click();
         EXPECT_TRUE(dialog().SSTab.TabEnabled[0]);
         EXPECT_EQ(dialog().Text_num_sensors, std::to_string(used));
         EXPECT_EQ(dialog().scroll_max_commport.Value, 1) << "whatever number is shown";
@@ -172,12 +172,12 @@ TEST_F(SetupOpen, AnEvaluatorThatHasNotYetSentAStatusFrameHasItsTabDisabled) {
     mainfrm::start_channel_click(0);
     mainfrm::start_channel_click(1);
     feed(1, parameter_body({}));
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_FALSE(dialog().SSTab.TabEnabled[1]);
     EXPECT_FALSE(dialog().SSTab.TabEnabled[2]);
     feed(1, status_body());
     EXPECT_FALSE(dialog().SSTab.TabEnabled[2]) << "before a refresh";
-    cmd_Refresh_click();
+    frmSetup::cmd_Refresh_click();
     EXPECT_FALSE(dialog().SSTab.TabEnabled[1]);
     EXPECT_TRUE(dialog().SSTab.TabEnabled[2]);
 }
@@ -190,12 +190,12 @@ TEST_F(SetupOpen, TheOptionsStandByTheirValuesAndOthersSelectNeither) {
     for (const option_row& row : {option_row{0, 0}, {1, 1}, {2, {}}, {-1, {}}}) {
         settings.speedbar_mode = row.value;
         settings.eventfile_ena_edit = 0;
-        setup_click();
+        mainfrm::setup_click();
         EXPECT_EQ(dialog().Opt_diffmode, row.option) << row.value;
         EXPECT_EQ(dialog().Opt_event, 0U);
         settings.speedbar_mode = 1;
         settings.eventfile_ena_edit = row.value;
-        cmd_Refresh_click();
+        frmSetup::cmd_Refresh_click();
         EXPECT_EQ(dialog().Opt_event, row.option) << row.value;
         EXPECT_EQ(dialog().Opt_diffmode, 1U);
     }
@@ -204,7 +204,7 @@ TEST_F(SetupOpen, TheOptionsStandByTheirValuesAndOthersSelectNeither) {
 TEST_F(SetupOpen, TheEventOptionShowsTheEditableCopyNotTheOneThatRuns) {
     settings.eventfile_ena = 1;
     settings.eventfile_ena_edit = 0;
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Opt_event, 0U);
 }
 
@@ -214,7 +214,7 @@ TEST_F(SetupOpen, ACheckBoxIsClearedByAZeroOnly) {
             start(2);
             settings.*row.setting = value;
             const std::string before = file("tyxo.ini");
-            setup_click();
+            mainfrm::setup_click();
             for (const trace_box& other : trace_boxes)
                 EXPECT_EQ((dialog().*other.box).Value, &other == &row && value == 0 ? 0 : 1) << other.name;
             EXPECT_EQ(settings.*row.setting, value) << "opening changes nothing";
@@ -226,21 +226,21 @@ TEST_F(SetupOpen, ACheckBoxIsClearedByAZeroOnly) {
 TEST_F(SetupOpen, ATestSignalSettingOfAnyNumberButZeroIsCheckedAndStaysWhatItIs) {
     sensor::state.channels[0].tstsig_visible = 5;
     sensor::state.channels[1].tstsig_visible = -1;
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Check_tst[0].Value, 1);
     EXPECT_EQ(dialog().Check_tst[1].Value, 1);
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.channels[0].tstsig_visible, 5);
     EXPECT_EQ(Ini::ini_read("tstsig_visible 2"), "-1");
 }
 
 TEST_F(SetupOpen, EachOpeningBeginsWithTheDesign) {
-    setup_click();
-    scroll_max_commport_change(4);
-    Text_sensor_loc_change(3, "left over");
-    SSTab_click(0);
-    frmSetup_cmd_cancel_click();
-    setup_click();
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(4);
+    frmSetup::Text_sensor_loc_change(3, "left over");
+    frmSetup::SSTab_click(0);
+    frmSetup::cmd_cancel_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().scroll_max_commport.Value, 1);
     EXPECT_EQ(dialog().num_sensors_edit, 2);
     EXPECT_EQ(dialog().Text_sensor_loc[3].Text, "");
@@ -248,13 +248,13 @@ TEST_F(SetupOpen, EachOpeningBeginsWithTheDesign) {
 }
 
 TEST_F(SetupOpen, RefreshShowsTheProgramsValuesAgain) {
-    setup_click();
-    Text_sensor_loc_change(0, "typed");
-    Text_evtlogfile_path_change("typed");
-    Select_com_click(0, 4);
-    scroll_max_commport_change(3);
+    mainfrm::setup_click();
+    frmSetup::Text_sensor_loc_change(0, "typed");
+    frmSetup::Text_evtlogfile_path_change("typed");
+    frmSetup::Select_com_click(0, 4);
+    frmSetup::scroll_max_commport_change(3);
     sensor::state.channels[1].location = "Renamed";
-    cmd_Refresh_click();
+    frmSetup::cmd_Refresh_click();
     EXPECT_EQ(dialog().Text_sensor_loc[0].Text, "Engine 1");
     EXPECT_EQ(dialog().Text_evtlogfile_path.Text, "");
     EXPECT_EQ(dialog().comport_edit[0], 1);
@@ -269,15 +269,15 @@ TEST_F(SetupOpen, RefreshShowsTheProgramsValuesAgain) {
 
 TEST_F(SetupOpen, ATabCanBeChosenWhenItIsEnabled) {
     sensor::state.channels[1].status_valid = true;
-    setup_click();
-    SSTab_click(2);
+    mainfrm::setup_click();
+    frmSetup::SSTab_click(2);
     EXPECT_EQ(dialog().SSTab.Tab, 2);
-    SSTab_click(1);
+    frmSetup::SSTab_click(1);
     EXPECT_EQ(dialog().SSTab.Tab, 2);
-    SSTab_click(0);
+    frmSetup::SSTab_click(0);
     EXPECT_EQ(dialog().SSTab.Tab, 0);
-    EXPECT_THROW(SSTab_click(5), failure);
-    EXPECT_THROW(SSTab_click(-1), failure);
+    EXPECT_THROW(frmSetup::SSTab_click(5), failure);
+    EXPECT_THROW(frmSetup::SSTab_click(-1), failure);
 }
 
 } // namespace

@@ -16,19 +16,19 @@ class SetupSave : public setup_world {
   protected:
     void SetUp() override {
         start(2);
-        setup_click();
+        mainfrm::setup_click();
     }
 };
 
 TEST_F(SetupSave, TakesEveryBoxOfEveryRow) {
-    scroll_max_commport_change(4);
+    frmSetup::scroll_max_commport_change(4);
     for (i16 row = 0; row < channel_count; ++row) {
         for (const row_box& box : row_boxes)
             box.change(row, std::string(box.name) + channel_number(row));
-        Select_com_click(row, static_cast<std::size_t>(3 - row));
+        frmSetup::Select_com_click(row, static_cast<std::size_t>(3 - row));
     }
-    Text_evtlogfile_path_change("C:\\events\\");
-    frmSetup_cmd_OK_click();
+    frmSetup::Text_evtlogfile_path_change("C:\\events\\");
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.max_sensors, 4);
     EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{4, 3, 2, 1}}));
     EXPECT_EQ(settings.evtpath, "C:\\events\\");
@@ -44,13 +44,13 @@ TEST_F(SetupSave, TakesEveryBoxOfEveryRow) {
 TEST_F(SetupSave, WritesItsKeysInTheirOrder) {
     put_file("tyxo.ini", "");
     settings.autostart = true;
-    Text_sensor_loc_change(1, "M\xFChle");
-    Check_tst_click(1);
-    Select_com_click(1, 4);
-    Opt_diffmode_click(1);
-    Opt_event_click(1);
-    Text_evtlogfile_path_change("C:\\events\\");
-    frmSetup_cmd_OK_click();
+    frmSetup::Text_sensor_loc_change(1, "M\xFChle");
+    frmSetup::Check_tst_click(1);
+    frmSetup::Select_com_click(1, 4);
+    frmSetup::Opt_diffmode_click(1);
+    frmSetup::Opt_event_click(1);
+    frmSetup::Text_evtlogfile_path_change("C:\\events\\");
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(saved_lines(), (text_lines{"[tyxo]",
                                          "upd_periode= 500",
                                          "cmd_periode= 0",
@@ -76,20 +76,20 @@ TEST_F(SetupSave, WritesItsKeysInTheirOrder) {
 }
 
 TEST_F(SetupSave, WritesAllItsKeysAsOneChange) {
-    Text_sensor_loc_change(1, "Renamed");
+    frmSetup::Text_sensor_loc_change(1, "Renamed");
     const int before = world().replacements;
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(world().replacements, before + 1);
     EXPECT_EQ(Ini::ini_read("location 2"), "Renamed");
 }
 
 TEST_F(SetupSave, AnEmptiedTypeCodeIsUnknownAtOnceAndStaysEmptyInTheFile) {
-    scroll_max_commport_change(3);
-    Text_type_code_change(0, "TX-6");
-    Text_type_code_change(1, "");
-    Text_type_code_change(2, "");
-    Text_type_code_change(3, "");
-    frmSetup_cmd_OK_click();
+    frmSetup::scroll_max_commport_change(3);
+    frmSetup::Text_type_code_change(0, "TX-6");
+    frmSetup::Text_type_code_change(1, "");
+    frmSetup::Text_type_code_change(2, "");
+    frmSetup::Text_type_code_change(3, "");
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.channels[0].typecode, "TX-6");
     EXPECT_EQ(sensor::state.channels[1].typecode, "unknown");
     EXPECT_EQ(sensor::state.channels[2].typecode, "unknown");
@@ -101,23 +101,23 @@ TEST_F(SetupSave, AnEmptiedTypeCodeIsUnknownAtOnceAndStaysEmptyInTheFile) {
 }
 
 TEST_F(SetupSave, AnOkThatComesBehindACancelStoresNothing) {
-    Text_sensor_loc_change(0, "Renamed");
+    frmSetup::Text_sensor_loc_change(0, "Renamed");
     const std::string before = file("tyxo.ini");
-    frmSetup_cmd_cancel_click();
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_cancel_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 
 TEST_F(SetupSave, EnablesTheStartEntriesOfTheChannelsInUseAndNamesTheirRelays) {
     for (const i16 number : {i16{4}, i16{1}, i16{3}}) {
-        setup_click();
-        scroll_max_commport_change(number);
+        mainfrm::setup_click();
+        frmSetup::scroll_max_commport_change(number);
         for (i16 row = 0; row < number; ++row) {
-            Text_alm1_change(row, "first " + std::to_string(number));
-            Text_alm2_change(row, "second " + std::to_string(number));
+            frmSetup::Text_alm1_change(row, "first " + std::to_string(number));
+            frmSetup::Text_alm2_change(row, "second " + std::to_string(number));
         }
-        frmSetup_cmd_OK_click();
+        frmSetup::cmd_OK_click();
         for (i16 row = 0; row < channel_count; ++row) {
             EXPECT_EQ(indicators.start_channel[row].Enabled, row < number);
             if (row >= number) continue;
@@ -129,10 +129,10 @@ TEST_F(SetupSave, EnablesTheStartEntriesOfTheChannelsInUseAndNamesTheirRelays) {
 }
 
 TEST_F(SetupSave, DoesNotReachTheRestOfTheMainWindowBeforeTheNextStart) {
-    scroll_max_commport_change(3);
-    Text_sensor_loc_change(0, "Renamed");
-    Text_sensor_loc_change(2, "New");
-    frmSetup_cmd_OK_click();
+    frmSetup::scroll_max_commport_change(3);
+    frmSetup::Text_sensor_loc_change(0, "Renamed");
+    frmSetup::Text_sensor_loc_change(2, "New");
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(panels.Frame_sensor[0].Caption.find("Renamed"), std::string::npos);
     EXPECT_EQ(panels.Frame_sensor[2].Caption, "not installed");
     EXPECT_EQ(charts.chart[0].Title, "1: Engine 1");
@@ -144,9 +144,9 @@ TEST_F(SetupSave, DoesNotReachTheRestOfTheMainWindowBeforeTheNextStart) {
 
 TEST_F(SetupSave, LoweringTheNumberLeavesTheKeysOfTheDroppedChannelsInTheFile) {
     start(4);
-    setup_click();
-    scroll_max_commport_change(2);
-    frmSetup_cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(2);
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.max_sensors, 2);
     EXPECT_EQ(Ini::ini_read("max_sensors"), "2");
     EXPECT_EQ(Ini::ini_read("location 3"), "Engine 3");
@@ -157,35 +157,35 @@ TEST_F(SetupSave, LoweringTheNumberLeavesTheKeysOfTheDroppedChannelsInTheFile) {
 
 TEST_F(SetupSave, RaisingTheNumberAgainShowsEmptyRowsAndBringsTheOldValuesBackOnlyAfterARestart) {
     start(4);
-    setup_click();
-    scroll_max_commport_change(2);
-    frmSetup_cmd_OK_click();
-    setup_click();
-    frmSetup_cmd_OK_click(); // rows 2 and 3 were empty: so are the channels now
-    setup_click();
-    scroll_max_commport_change(4);
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(2);
+    frmSetup::cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::cmd_OK_click(); // rows 2 and 3 were empty: so are the channels now
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(4);
     for (const row_box& box : row_boxes)
         EXPECT_EQ((dialog().*box.boxes)[3].Text, "") << box.name;
     EXPECT_EQ(dialog().comport_edit[3], 4) << "the working copy of the ports has no empty rows";
-    frmSetup_cmd_cancel_click();
+    frmSetup::cmd_cancel_click();
 
     Ini::ini_write("max_sensors", " 4");
     restart();
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Text_sensor_loc[3].Text, "Engine 4");
     EXPECT_EQ(dialog().Text_logfile_path[3].Text, "C:\\logs\\");
 }
 
 TEST_F(SetupSave, RaisingTheNumberAgainWithOkStoresWhatTheRowsShow) {
     start(4);
-    setup_click();
-    scroll_max_commport_change(2);
-    frmSetup_cmd_OK_click();
-    setup_click();
-    frmSetup_cmd_OK_click();
-    setup_click();
-    scroll_max_commport_change(4);
-    frmSetup_cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(2);
+    frmSetup::cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(4);
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(Ini::ini_read("location 4"), "");
     EXPECT_EQ(Ini::ini_read("comport 4"), "4");
 }
@@ -193,8 +193,8 @@ TEST_F(SetupSave, RaisingTheNumberAgainWithOkStoresWhatTheRowsShow) {
 TEST_F(SetupSave, WithoutAListOfPortsKeepsThePortsAndOverwritesNamesAndPathsWithTheEmptyBoxes) {
     start_without_list(2);
     settings.evtpath = "C:\\events\\";
-    setup_click();
-    frmSetup_cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::cmd_OK_click();
     for (i16 row = 0; row < 2; ++row) {
         const std::string number = channel_number(row);
         EXPECT_EQ(sensor::state.comport[row], row + 1);
@@ -212,8 +212,8 @@ TEST_F(SetupSave, WithoutAListOfPortsKeepsThePortsAndOverwritesNamesAndPathsWith
 
 TEST_F(SetupSave, DuringAMeasurementStoresWhatItShowsAndChangesNothing) {
     measure();
-    setup_click();
-    frmSetup_cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.max_sensors, 2);
     EXPECT_EQ(sensor::state.comport, (per_channel<i16>{{1, 2, 0, 0}}));
     EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
@@ -225,8 +225,8 @@ TEST_F(SetupSave, DuringAMeasurementStoresWhatItShowsAndChangesNothing) {
 TEST_F(SetupSave, OfAFileThatCannotBeWrittenTakesTheValuesAllTheSame) {
     world().unwritable.insert("tyxo.ini");
     const std::string before = file("tyxo.ini");
-    Text_sensor_loc_change(0, "Renamed");
-    EXPECT_NO_THROW(frmSetup_cmd_OK_click());
+    frmSetup::Text_sensor_loc_change(0, "Renamed");
+    EXPECT_NO_THROW(frmSetup::cmd_OK_click());
     EXPECT_EQ(sensor::state.channels[0].location, "Renamed");
     EXPECT_EQ(file("tyxo.ini"), before);
     EXPECT_TRUE(world().boxes.empty());
@@ -235,14 +235,14 @@ TEST_F(SetupSave, OfAFileThatCannotBeWrittenTakesTheValuesAllTheSame) {
 
 TEST_F(SetupSave, AFirstSensorIsSetUpOnAnEmptySettingsFile) {
     start("", {"COM3"});
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().Text_num_sensors, "0");
-    scroll_max_commport_change(2);
-    scroll_max_commport_change(1);
-    Select_com_click(0, 0);
-    Text_sensor_loc_change(0, "Mill");
-    Text_logfile_path_change(0, "C:\\logs\\");
-    frmSetup_cmd_OK_click();
+    frmSetup::scroll_max_commport_change(2);
+    frmSetup::scroll_max_commport_change(1);
+    frmSetup::Select_com_click(0, 0);
+    frmSetup::Text_sensor_loc_change(0, "Mill");
+    frmSetup::Text_logfile_path_change(0, "C:\\logs\\");
+    frmSetup::cmd_OK_click();
     EXPECT_TRUE(indicators.start_channel[0].Enabled);
     EXPECT_FALSE(indicators.start_channel[1].Enabled);
     restart();
@@ -266,10 +266,10 @@ class SetupTyped : public setup_world, public testing::WithParamInterface<typed_
 TEST_P(SetupTyped, GoesThroughUncheckedToTheLog) {
     start(1);
     world().folders.insert("relative");
-    setup_click();
-    Text_sensor_loc_change(0, GetParam().location);
-    Text_logfile_path_change(0, GetParam().logpath);
-    frmSetup_cmd_OK_click();
+    mainfrm::setup_click();
+    frmSetup::Text_sensor_loc_change(0, GetParam().location);
+    frmSetup::Text_logfile_path_change(0, GetParam().logpath);
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sensor::state.channels[0].location, GetParam().location);
     EXPECT_EQ(sensor::state.channels[0].logpath, GetParam().logpath);
     const text_lines lines = saved_lines();
@@ -304,9 +304,9 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(SetupSave, AnEventPathWithoutClosingSeparatorGoesThroughToTheEventFile) {
-    Opt_event_click(1);
-    Text_evtlogfile_path_change("C:\\logs");
-    frmSetup_cmd_OK_click();
+    frmSetup::Opt_event_click(1);
+    frmSetup::Text_evtlogfile_path_change("C:\\logs");
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(settings.evtpath, "C:\\logs");
     EXPECT_FALSE(exists("C:/logsTY_all_events.txt")) << "before the next start";
     restart();

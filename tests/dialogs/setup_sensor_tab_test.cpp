@@ -13,7 +13,7 @@ class SetupSensorTab : public setup_world {
 
     static const sensor_tab& tab_of(const channel_rec& rec) {
         sensor::state.channels[1] = rec;
-        setup_click();
+        mainfrm::setup_click();
         return dialog().sensors[1];
     }
 };
@@ -168,7 +168,7 @@ TEST_F(SetupSensorTab, OfAnotherEngineTypeAndOrderEntryARefreshLeavesTheFieldsAs
     sensor::state.channels[1].enginetype = sensor::state.channels[1].cylconf = 9;
     sensor::state.channels[1].firingorder[0] = 100;
     sensor::state.channels[1].firingorder[1] = 200;
-    cmd_Refresh_click();
+    frmSetup::cmd_Refresh_click();
     const sensor_tab& tab = dialog().sensors[1];
     EXPECT_EQ(tab.txt_engine_typ, "4 stroke");
     EXPECT_EQ(tab.txt_engine_anord, "in-line");
@@ -211,7 +211,7 @@ TEST_F(SetupSensorTab, EachChannelHasItsOwn) {
     sensor::state.channels[1] = full_record();
     sensor::state.channels[1].numzyl = 16;
     sensor::state.channels[1].evasnr = "inactive";
-    setup_click();
+    mainfrm::setup_click();
     EXPECT_EQ(dialog().sensors[0].txt_num_cyl, "6");
     EXPECT_EQ(dialog().sensors[1].txt_num_cyl, "16");
     EXPECT_EQ(dialog().sensors[1].Txt_eva_snr, "inactive");
@@ -221,7 +221,7 @@ TEST_F(SetupSensorTab, EachChannelHasItsOwn) {
 TEST_F(SetupSensorTab, ShowsWhatTheFramesBrought) {
     start_logging(0);
     feed(0, status_body());
-    setup_click();
+    mainfrm::setup_click();
     const sensor_tab& tab = dialog().sensors[0];
     EXPECT_EQ(tab.txt_Eva_ver, "V3.10-0042");
     EXPECT_EQ(tab.Txt_eva_snr, "SN004711");
@@ -235,7 +235,7 @@ TEST_F(SetupSensorTab, ShowsWhatTheFramesBrought) {
 TEST_F(SetupSensorTab, OfAnOldFirmwareReadsNaWhereItIsSilent) {
     start_logging(0, {}, parameter_form::shortest);
     feed(0, status_body());
-    setup_click();
+    mainfrm::setup_click();
     const sensor_tab& tab = dialog().sensors[0];
     EXPECT_EQ(tab.txt_Eva_ver, "V2.07");
     EXPECT_EQ(tab.txt_alarmlevel, "320");

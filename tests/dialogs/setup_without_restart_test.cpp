@@ -20,14 +20,14 @@ class SetupWithoutRestart : public setup_world {
   protected:
     /// Fills a row that may be empty.
     static void fill_row(i16 row, std::size_t port_entry) {
-        Select_com_click(row, port_entry);
-        Text_sensor_loc_change(row, "Engine " + channel_number(row));
-        Text_logfile_path_change(row, "C:\\logs\\");
+        frmSetup::Select_com_click(row, port_entry);
+        frmSetup::Text_sensor_loc_change(row, "Engine " + channel_number(row));
+        frmSetup::Text_logfile_path_change(row, "C:\\logs\\");
     }
     static void set_number(i16 number) {
-        setup_click();
-        scroll_max_commport_change(number);
-        frmSetup_cmd_OK_click();
+        mainfrm::setup_click();
+        frmSetup::scroll_max_commport_change(number);
+        frmSetup::cmd_OK_click();
     }
     static void expect_measuring(i16 used) {
         for (i16 channel = 0; channel < channel_count; ++channel) {
@@ -49,13 +49,13 @@ class SetupWithoutRestart : public setup_world {
     /// Every command that concerns a channel's displays, twice: there and back.
     static void use_displays(i16 channel) {
         for (int time = 0; time < 2; ++time) {
-            chart_click(channel);
-            cmd_zoom_xy_click(channel);
-            Label4_click(channel);
-            XYplot_click(channel);
-            Cmd_diagramm_click(channel);
-            Cmd_diagramm2_click(channel);
-            printplot(channel);
+            mainfrm::chart_click(channel);
+            mainfrm::cmd_zoom_xy_click(channel);
+            mainfrm::Label4_click(channel);
+            mainfrm::XYplot_click(channel);
+            mainfrm::Cmd_diagramm_click(channel);
+            mainfrm::Cmd_diagramm2_click(channel);
+            mainfrm::printplot(channel);
         }
     }
     static void expect_no_complaint() {
@@ -73,16 +73,16 @@ TEST_F(SetupWithoutRestart, TwoSensorsOfAFirstStartMeasureShowAndLog) {
     ASSERT_EQ(world().boxes.size(), 1U) << "no sensor yet";
     world().boxes.clear();
 
-    setup_click();
-    scroll_max_commport_change(2);
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(2);
     fill_row(0, 0);
     fill_row(1, 1);
-    Text_alm1_change(1, "Horn");
-    frmSetup_cmd_OK_click();
-    setup_scale_click();
-    Opt_refr_click(1); // 250 ms
-    cmd_default_click();
-    frmscale_polar_Cmd_ok_click();
+    frmSetup::Text_alm1_change(1, "Horn");
+    frmSetup::cmd_OK_click();
+    mainfrm::setup_scale_click();
+    frmscale_polar::Opt_refr_click(1); // 250 ms
+    frmscale_polar::cmd_default_click();
+    frmscale_polar::Cmd_ok_click();
     world().debug.clear();
 
     mainfrm::startstop_click();
@@ -91,7 +91,7 @@ TEST_F(SetupWithoutRestart, TwoSensorsOfAFirstStartMeasureShowAndLog) {
     EXPECT_EQ(port(1).number, 7);
     for (i16 channel = 0; channel < 2; ++channel) {
         feed_everything(channel);
-        FrmAlert_CmdAck_click();
+        FrmAlert::CmdAck_click();
         use_displays(channel);
     }
     advance(1000);
@@ -105,14 +105,14 @@ TEST_F(SetupWithoutRestart, TwoSensorsOfAFirstStartMeasureShowAndLog) {
     }
     EXPECT_EQ(indicators.Lbl_alm1[1].Caption, "Horn");
 
-    setup_click();
-    EXPECT_EQ(frmSetup.SSTab.Tab, 1);
-    EXPECT_EQ(frmSetup.sensors[1].txt_num_cyl, "6");
-    th_a_click();
+    mainfrm::setup_click();
+    EXPECT_EQ(frmSetup::state.SSTab.Tab, 1);
+    EXPECT_EQ(frmSetup::state.sensors[1].txt_num_cyl, "6");
+    frmSetup::th_a_click();
     EXPECT_EQ(Ini::ini_read("xy_tha"), "1");
-    th_a_click();
+    frmSetup::th_a_click();
     EXPECT_EQ(Ini::ini_read("xy_tha"), "0");
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     expect_measuring(2);
     advance(1000);
     feed(0, measured_body({.speed = 999}));
@@ -129,10 +129,10 @@ TEST_F(SetupWithoutRestart, TwoSensorsOfAFirstStartMeasureShowAndLog) {
 
 TEST_F(SetupWithoutRestart, AnAddedSensorThatAnswersAtOnceIsNotAnnounced) {
     start(1, with_events);
-    setup_click();
-    scroll_max_commport_change(2);
+    mainfrm::setup_click();
+    frmSetup::scroll_max_commport_change(2);
     fill_row(1, 1);
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_OK_click();
     mainfrm::start_channel_click(1);
     feed(1, measured_body());
     EXPECT_TRUE(sensor::state.channels[1].connected);
@@ -146,7 +146,7 @@ TEST_F(SetupWithoutRestart, FourSensorsLoweredToTwoAndRaisedToThreeMeasureWithou
     mainfrm::startstop_click();
     for (i16 channel = 0; channel < 4; ++channel)
         feed_everything(channel);
-    FrmAlert_CmdAck_click();
+    FrmAlert::CmdAck_click();
     mainfrm::startstop_click();
 
     set_number(2);
@@ -171,14 +171,14 @@ TEST_F(SetupWithoutRestart, FourSensorsLoweredToTwoAndRaisedToThreeMeasureWithou
         EXPECT_EQ(panels.Frame_sensor[channel].Caption,
                   channel_number(channel) + ": Engine " + channel_number(channel));
     }
-    Timer_chart_upd_tick();
+    mainfrm::Timer_chart_upd_tick();
     EXPECT_EQ(shown_rows(2).rows(), 1);
     EXPECT_EQ(shown_rows(3).rows(), 0);
-    setup_click();
-    th_a_click();
+    mainfrm::setup_click();
+    frmSetup::th_a_click();
     for (i16 channel = 0; channel < 4; ++channel)
         EXPECT_EQ(charts.chart[channel].curves.at(0).Visible, channel == 3) << channel;
-    frmSetup_cmd_cancel_click();
+    frmSetup::cmd_cancel_click();
     mainfrm::startstop_click();
     expect_measuring(0);
     for (i16 channel = 0; channel < 3; ++channel)

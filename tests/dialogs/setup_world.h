@@ -27,7 +27,7 @@ class setup_world : public testing::Test {
         prepare(settings_text);
         for (const std::string& port : ports)
             world().port_names.push_back({"", port});
-        start_program(1280, 960);
+        mainfrm::start_program(1280, 960);
         world().debug.clear();
     }
     /// Channels 1 to `used` on COM1 and so on, named "Engine 1" and so on; COM1 to COM4 and COM12 exist.
@@ -38,7 +38,7 @@ class setup_world : public testing::Test {
     static void start_without_list(i16 used) {
         prepare(logging_settings(used, all_traces));
         world().port_list_unreadable = true;
-        start_program(1280, 960);
+        mainfrm::start_program(1280, 960);
     }
     static void measure() {
         mainfrm::start_channel_click(0);
@@ -51,56 +51,59 @@ class setup_world : public testing::Test {
     }
     /// "Browse" was clicked: a folder is chosen.
     static void choose_folder(std::string_view path) {
-        ASSERT_TRUE(frmbrowse.form.Visible);
-        frmbrowse_Ok_click(path);
+        ASSERT_TRUE(frmbrowse::state.form.Visible);
+        frmbrowse::Ok_click(path);
     }
 
     static text_lines saved_lines() { return lines_of(file("tyxo.ini")); }
-    static frmsetup_form& dialog() { return frmSetup; }
+    static frmSetup::window& dialog() { return frmSetup::state; }
 };
 
 /// A row's text boxes, in the order of their columns.
 struct row_box {
     std::string_view name;
-    per_channel<TextBox> frmsetup_form::*boxes;
+    per_channel<TextBox> frmSetup::window::*boxes;
     void (*change)(i16 row, std::string_view text);
     std::string channel_rec::*value;
     std::string_view stem; ///< of the key
 };
 inline const std::vector<row_box> row_boxes{
-    {"Text_sensor_loc", &frmsetup_form::Text_sensor_loc, Text_sensor_loc_change, &channel_rec::location,
-     "location "},
-    {"Text_logfile_path", &frmsetup_form::Text_logfile_path, Text_logfile_path_change, &channel_rec::logpath,
-     "logpath "},
-    {"Text_type_code", &frmsetup_form::Text_type_code, Text_type_code_change, &channel_rec::typecode,
-     "typecode "},
-    {"Text_alm1", &frmsetup_form::Text_alm1, Text_alm1_change, &channel_rec::text_almrel1, "text_almrel1 "},
-    {"Text_alm2", &frmsetup_form::Text_alm2, Text_alm2_change, &channel_rec::text_almrel2, "text_almrel2 "},
+    {"Text_sensor_loc", &frmSetup::window::Text_sensor_loc, frmSetup::Text_sensor_loc_change,
+     &channel_rec::location, "location "},
+    {"Text_logfile_path", &frmSetup::window::Text_logfile_path, frmSetup::Text_logfile_path_change,
+     &channel_rec::logpath, "logpath "},
+    {"Text_type_code", &frmSetup::window::Text_type_code, frmSetup::Text_type_code_change,
+     &channel_rec::typecode, "typecode "},
+    {"Text_alm1", &frmSetup::window::Text_alm1, frmSetup::Text_alm1_change, &channel_rec::text_almrel1,
+     "text_almrel1 "},
+    {"Text_alm2", &frmSetup::window::Text_alm2, frmSetup::Text_alm2_change, &channel_rec::text_almrel2,
+     "text_almrel2 "},
 };
 
 /// The check boxes of `XY_Chart` and the curves that they show and hide.
 struct trace_box {
     std::string_view name;
-    CheckBox frmsetup_form::*box;
+    CheckBox frmSetup::window::*box;
     void (*click)();
     i16 settings_rec::*setting;
     std::string_view key;
     std::size_t curve;
 };
 inline const std::vector<trace_box> trace_boxes{
-    {"th_a", &frmsetup_form::th_a, th_a_click, &settings_rec::xy_tha, "xy_tha", 0},
-    {"TvmV", &frmsetup_form::TvmV, TvmV_click, &settings_rec::xy_tmv, "xy_tmv", 3},
-    {"th_eff", &frmsetup_form::th_eff, th_eff_click, &settings_rec::xy_theff, "xy_theff", 4},
-    {"th_eff_AC", &frmsetup_form::th_eff_AC, th_eff_AC_click, &settings_rec::xy_theff_AC, "xy_theff_AC", 5},
+    {"th_a", &frmSetup::window::th_a, frmSetup::th_a_click, &settings_rec::xy_tha, "xy_tha", 0},
+    {"TvmV", &frmSetup::window::TvmV, frmSetup::TvmV_click, &settings_rec::xy_tmv, "xy_tmv", 3},
+    {"th_eff", &frmSetup::window::th_eff, frmSetup::th_eff_click, &settings_rec::xy_theff, "xy_theff", 4},
+    {"th_eff_AC", &frmSetup::window::th_eff_AC, frmSetup::th_eff_AC_click, &settings_rec::xy_theff_AC,
+     "xy_theff_AC", 5},
 };
 
 /// Whether everything in a row can be changed.
 inline void expect_row_enabled(i16 row, bool enabled) {
-    EXPECT_EQ(frmSetup.Select_com[row].Enabled, enabled) << row;
+    EXPECT_EQ(frmSetup::state.Select_com[row].Enabled, enabled) << row;
     for (const row_box& box : row_boxes)
-        EXPECT_EQ((frmSetup.*box.boxes)[row].Enabled, enabled) << box.name << row;
-    EXPECT_EQ(frmSetup.cmd_browse_path[row].Enabled, enabled) << row;
-    EXPECT_EQ(frmSetup.Check_tst[row].Enabled, enabled) << row;
+        EXPECT_EQ((frmSetup::state.*box.boxes)[row].Enabled, enabled) << box.name << row;
+    EXPECT_EQ(frmSetup::state.cmd_browse_path[row].Enabled, enabled) << row;
+    EXPECT_EQ(frmSetup::state.Check_tst[row].Enabled, enabled) << row;
 }
 
 } // namespace tyxo::simulation

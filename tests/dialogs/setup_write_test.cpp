@@ -20,13 +20,13 @@ class SetupWrite : public setup_world {
             rec.prealarmlevel = 75;
             rec.firingorder = {1, 5, 3, 6, 2, 4};
         }
-        setup_click();
+        mainfrm::setup_click();
     }
 };
 
 TEST_F(SetupWrite, SendsWhatTheChannelsTabShowsAndStoresThen) {
-    Text_sensor_loc_change(0, "Renamed");
-    write_parameter(1);
+    frmSetup::Text_sensor_loc_change(0, "Renamed");
+    frmSetup::write_parameter(1);
     const std::string order = "010503060204000000000000000000000000000000000000";
     EXPECT_EQ(sent(1), closed(":07010005DC06720006" + order + "004B"));
     EXPECT_EQ(sent(1).size(), 75U);
@@ -37,18 +37,18 @@ TEST_F(SetupWrite, SendsWhatTheChannelsTabShowsAndStoresThen) {
 
 TEST_F(SetupWrite, AFiringOrderEntryWithALetterFailsAndNothingIsSentOrStored) {
     sensor::state.channels[1].firingorder[2] = 103;
-    cmd_Refresh_click();
-    Text_sensor_loc_change(0, "Renamed");
+    frmSetup::cmd_Refresh_click();
+    frmSetup::Text_sensor_loc_change(0, "Renamed");
     const std::string before = file("tyxo.ini");
-    EXPECT_THROW(write_parameter(1), failure);
+    EXPECT_THROW(frmSetup::write_parameter(1), failure);
     EXPECT_EQ(sent(1), "");
     EXPECT_EQ(sensor::state.channels[0].location, "Engine 1");
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 
 TEST_F(SetupWrite, NoButtonOfTheDialogSendsAnything) {
-    cmd_Refresh_click();
-    frmSetup_cmd_OK_click();
+    frmSetup::cmd_Refresh_click();
+    frmSetup::cmd_OK_click();
     EXPECT_EQ(sent(0) + sent(1), "");
 }
 

@@ -19,30 +19,30 @@ class StatusWindow : public testing::Test {
     }
 
     static void add(const std::string& line) { indicators.Text_status.append(line + "\r\n"); }
-    static const std::string& text() { return frmstatustext.Text_status.Text; }
-    static const Form& form() { return frmstatustext.form; }
+    static const std::string& text() { return frmstatustext::state.Text_status.Text; }
+    static const Form& form() { return frmstatustext::state.form; }
 };
 
 TEST_F(StatusWindow, BearsItsCaptions) {
     EXPECT_EQ(form().Caption, "Status window");
-    EXPECT_EQ(frmstatustext.Cmdrefresh.Caption, "Refresh");
-    EXPECT_EQ(frmstatustext.Cmdclose.Caption, "Close");
+    EXPECT_EQ(frmstatustext::state.Cmdrefresh.Caption, "Refresh");
+    EXPECT_EQ(frmstatustext::state.Cmdclose.Caption, "Close");
 }
 
 TEST_F(StatusWindow, OpensWithTheWholeStatusText) {
     EXPECT_FALSE(form().Visible);
     add("second");
-    Text_status_dblclick();
+    mainfrm::Text_status_dblclick();
     EXPECT_TRUE(form().Visible);
     EXPECT_TRUE(form().Loaded);
     EXPECT_EQ(text(), "first\r\nsecond\r\n");
 }
 
 TEST_F(StatusWindow, ALineThatArrivesShowsOnlyAfterRefresh) {
-    Text_status_dblclick();
+    mainfrm::Text_status_dblclick();
     raise_event(0, {.box = " KVD Engine 1 ## Main Error", .comment = "", .file = ""});
     EXPECT_EQ(text(), "first\r\n");
-    Cmdrefresh_click();
+    frmstatustext::Cmdrefresh_click();
     EXPECT_EQ(text(), "first\r\n07-02-2026 13:05:09 KVD Engine 1 ## Main Error\r\n");
     EXPECT_TRUE(form().Visible);
     add("third");
@@ -50,28 +50,28 @@ TEST_F(StatusWindow, ALineThatArrivesShowsOnlyAfterRefresh) {
 }
 
 TEST_F(StatusWindow, ClosingAndReopeningBringsTheTextUpToDate) {
-    Text_status_dblclick();
+    mainfrm::Text_status_dblclick();
     add("second");
-    Cmdclose_click();
+    frmstatustext::Cmdclose_click();
     EXPECT_FALSE(form().Visible);
     EXPECT_FALSE(form().Loaded);
     EXPECT_EQ(text(), "first\r\n");
-    Text_status_dblclick();
+    mainfrm::Text_status_dblclick();
     EXPECT_EQ(text(), "first\r\nsecond\r\n");
 }
 
 TEST_F(StatusWindow, KeepsItsTextWhenTheStatusTextIsCut) {
-    Text_status_dblclick();
+    mainfrm::Text_status_dblclick();
     indicators.Text_status.keep_last(0);
     EXPECT_EQ(text(), "first\r\n");
-    Cmdrefresh_click();
+    frmstatustext::Cmdrefresh_click();
     EXPECT_EQ(text(), "");
 }
 
 TEST_F(StatusWindow, ChangesNothingOfTheStatusText) {
-    Text_status_dblclick();
-    Cmdrefresh_click();
-    Cmdclose_click();
+    mainfrm::Text_status_dblclick();
+    frmstatustext::Cmdrefresh_click();
+    frmstatustext::Cmdclose_click();
     EXPECT_EQ(indicators.Text_status.text(), "first\r\n");
 }
 

@@ -24,7 +24,7 @@ TEST_F(StopCommand, StopsAllChannelsWithThePassword) {
 TEST_F(StopCommand, StopsNothingAndLeavesQuitDisabledOnContinue) {
     while_asked([] {
         type_password("Ruhe7");
-        CmdContinue_click();
+        FrmAbort::CmdContinue_click();
     });
     mainfrm::startstop_click();
     EXPECT_TRUE(sensor::state.measure_running);
@@ -34,7 +34,7 @@ TEST_F(StopCommand, StopsNothingAndLeavesQuitDisabledOnContinue) {
 }
 
 TEST_F(StopCommand, QuitIsEnabledAgainByTheNextGrantedStop) {
-    while_asked(CmdContinue_click);
+    while_asked(FrmAbort::CmdContinue_click);
     mainfrm::startstop_click();
     EXPECT_FALSE(indicators.Quit.Enabled);
     while_asked([] { stop_with("Ruhe7"); });
@@ -46,7 +46,7 @@ TEST_F(StopCommand, IsNotAskedForAStart) {
     while_asked([] { stop_with("Ruhe7"); });
     mainfrm::startstop_click();
     mainfrm::startstop_click();
-    EXPECT_FALSE(FrmAbort.form.Visible);
+    EXPECT_FALSE(FrmAbort::state.form.Visible);
     EXPECT_TRUE(measures(0));
 }
 
@@ -66,7 +66,7 @@ TEST_F(StopCommand, StopsOneChannelAndTheMeasurementWithTheLastOne) {
 }
 
 TEST_F(StopCommand, LeavesTheChannelRunningAndQuitDisabledOnContinue) {
-    while_asked(CmdContinue_click);
+    while_asked(FrmAbort::CmdContinue_click);
     mainfrm::start_channel_click(1);
     EXPECT_TRUE(measures(0));
     EXPECT_TRUE(measures(1));

@@ -28,10 +28,10 @@ struct bars_under_test {
 };
 
 const bars_under_test both[] = {
-    {"speed", frmbarpic, sensor::state.bar_channel_angacc, Cmd_diagramm_click, refresh_speed_bars,
-     frmbarpic_unload},
-    {"thermosignal", Frmbarpic2, sensor::state.bar_channel_thermo, Cmd_diagramm2_click, refresh_thermo_bars,
-     Frmbarpic2_unload},
+    {"speed", frmbarpic::state, sensor::state.bar_channel_angacc, mainfrm::Cmd_diagramm_click,
+     refresh_speed_bars, frmbarpic::unload},
+    {"thermosignal", Frmbarpic2::state, sensor::state.bar_channel_thermo, mainfrm::Cmd_diagramm2_click,
+     refresh_thermo_bars, Frmbarpic2::unload},
 };
 
 class BarDiagram : public testing::Test {
@@ -70,9 +70,9 @@ class BarDiagram : public testing::Test {
 };
 
 TEST_F(BarDiagram, OfSpeedHasItsTitlesColoursAndAxes) {
-    Cmd_diagramm_click(0);
-    const iPlotX& plot = frmbarpic.plot;
-    EXPECT_EQ(frmbarpic.form.Caption, "Speed difference diagram Engine 1");
+    mainfrm::Cmd_diagramm_click(0);
+    const iPlotX& plot = frmbarpic::state.plot;
+    EXPECT_EQ(frmbarpic::state.form.Caption, "Speed difference diagram Engine 1");
     EXPECT_EQ(plot.Title, "Cylinder speed difference diagram");
     ASSERT_EQ(plot.series.size(), 2U);
     EXPECT_EQ(plot.series[0].Title, "Speed absolut");
@@ -89,9 +89,9 @@ TEST_F(BarDiagram, OfSpeedHasItsTitlesColoursAndAxes) {
 }
 
 TEST_F(BarDiagram, OfThermosignalHasItsTitlesColoursAndAxes) {
-    Cmd_diagramm2_click(0);
-    const iPlotX& plot = Frmbarpic2.plot;
-    EXPECT_EQ(Frmbarpic2.form.Caption, "Thermosignal difference diagram Engine 1");
+    mainfrm::Cmd_diagramm2_click(0);
+    const iPlotX& plot = Frmbarpic2::state.plot;
+    EXPECT_EQ(Frmbarpic2::state.form.Caption, "Thermosignal difference diagram Engine 1");
     EXPECT_EQ(plot.Title, "Cylinder thermosignal difference diagram");
     ASSERT_EQ(plot.series.size(), 2U);
     EXPECT_EQ(plot.series[0].Title, "Signal absolut");
@@ -121,24 +121,24 @@ TEST_F(BarDiagram, TheAxisOfSpeedFollowsOverspeed) {
                                  {2900, 8000, 500}, {65535, 8000, 500}};
     for (const span_row& row : rows) {
         record().overspeed = row.overspeed;
-        Cmd_diagramm_click(0);
-        EXPECT_EQ(frmbarpic.plot.YAxes[0].Min, 0);
-        EXPECT_EQ(frmbarpic.plot.YAxes[0].Span, row.span) << row.overspeed;
-        EXPECT_EQ(frmbarpic.plot.YAxes[0].Increment, row.increment) << row.overspeed;
-        frmbarpic_unload();
+        mainfrm::Cmd_diagramm_click(0);
+        EXPECT_EQ(frmbarpic::state.plot.YAxes[0].Min, 0);
+        EXPECT_EQ(frmbarpic::state.plot.YAxes[0].Span, row.span) << row.overspeed;
+        EXPECT_EQ(frmbarpic::state.plot.YAxes[0].Increment, row.increment) << row.overspeed;
+        frmbarpic::unload();
     }
 }
 
 TEST_F(BarDiagram, ALaterOverspeedDoesNotMoveTheAxis) {
-    Cmd_diagramm_click(0);
+    mainfrm::Cmd_diagramm_click(0);
     record().overspeed = 100;
     refresh_speed_bars();
-    Cmd_diagramm_click(0);
-    bar_form_activate(frmbarpic);
-    EXPECT_EQ(frmbarpic.plot.YAxes[0].Span, 6650);
-    frmbarpic_unload();
-    Cmd_diagramm_click(0);
-    EXPECT_EQ(frmbarpic.plot.YAxes[0].Span, 267);
+    mainfrm::Cmd_diagramm_click(0);
+    bar_form_activate(frmbarpic::state);
+    EXPECT_EQ(frmbarpic::state.plot.YAxes[0].Span, 6650);
+    frmbarpic::unload();
+    mainfrm::Cmd_diagramm_click(0);
+    EXPECT_EQ(frmbarpic::state.plot.YAxes[0].Span, 267);
 }
 
 TEST_F(BarDiagram, EachBarStandsAtItsCylindersNumberHalfAWidthWide) {
@@ -170,8 +170,8 @@ TEST_F(BarDiagram, AgreesWithThePlainModelInBothOrders) {
         sensor::state.adc_offset = static_cast<i16>(460 + round % 61);
         sensor::state.detail_angacc = random_curve(random, 1, round % 2 == 0 ? 500 : 65535);
         sensor::state.detail_thermo = random_curve(random, 300, 900);
-        Cmd_diagramm_click(0);
-        Cmd_diagramm2_click(0);
+        mainfrm::Cmd_diagramm_click(0);
+        mainfrm::Cmd_diagramm2_click(0);
         refresh_speed_bars();
         refresh_thermo_bars();
         const model_values speed =
@@ -179,10 +179,10 @@ TEST_F(BarDiagram, AgreesWithThePlainModelInBothOrders) {
         const model_values signal =
             model_thermosignals(record(), sensor::state.detail_thermo, sensor::state.zyl_speed_range,
                                 sensor::state.adc_offset, firing);
-        ASSERT_EQ(heights(frmbarpic, 0), speed.value) << round;
-        ASSERT_EQ(heights(frmbarpic, 1), speed.difference) << round;
-        ASSERT_EQ(heights(Frmbarpic2, 0), signal.value) << round;
-        ASSERT_EQ(heights(Frmbarpic2, 1), signal.difference) << round;
+        ASSERT_EQ(heights(frmbarpic::state, 0), speed.value) << round;
+        ASSERT_EQ(heights(frmbarpic::state, 1), speed.difference) << round;
+        ASSERT_EQ(heights(Frmbarpic2::state, 0), signal.value) << round;
+        ASSERT_EQ(heights(Frmbarpic2::state, 1), signal.difference) << round;
         for (std::size_t bar = 0; bar < speed.value.size(); ++bar) {
             ASSERT_EQ(record().bar_angacc_val[bar], speed.value[bar]);
             ASSERT_EQ(record().bar_angacc_diff[bar], speed.difference[bar]);
@@ -231,7 +231,7 @@ TEST_F(BarDiagram, AHiddenFormComputesWithEveryCurveAfterARefusal) {
         EXPECT_TRUE(form.bars.form.Visible) << form.name;
     }
     EXPECT_EQ(record(2).bar_angacc_val[0], 1000);
-    EXPECT_EQ(frmbarpic.plot.YAxes[0].Span, 6650);
+    EXPECT_EQ(frmbarpic::state.plot.YAxes[0].Span, 6650);
 }
 
 TEST_F(BarDiagram, AChannelNotInUseIsSelectedAndNothingElse) {
@@ -273,15 +273,15 @@ TEST_F(BarDiagram, UnloadSelectsNoChannelAndClosesTheWindow) {
 }
 
 TEST_F(BarDiagram, EachFormIsClosedByItself) {
-    Cmd_diagramm_click(0);
-    Cmd_diagramm2_click(1);
-    frmbarpic_unload();
+    mainfrm::Cmd_diagramm_click(0);
+    mainfrm::Cmd_diagramm2_click(1);
+    frmbarpic::unload();
     EXPECT_EQ(sensor::state.bar_channel_thermo, 2);
-    EXPECT_TRUE(Frmbarpic2.open);
-    Cmd_diagramm_click(0);
-    Frmbarpic2_unload();
+    EXPECT_TRUE(Frmbarpic2::state.open);
+    mainfrm::Cmd_diagramm_click(0);
+    Frmbarpic2::unload();
     EXPECT_EQ(sensor::state.bar_channel_angacc, 1);
-    EXPECT_TRUE(frmbarpic.open);
+    EXPECT_TRUE(frmbarpic::state.open);
 }
 
 TEST_F(BarDiagram, AnOpenWindowSwitchesToTheChannelOfAnotherButton) {
@@ -296,7 +296,7 @@ TEST_F(BarDiagram, AnOpenWindowSwitchesToTheChannelOfAnotherButton) {
         EXPECT_EQ(form.bars.Lbl_mtyp2.Caption, "6 cylinder in line");
         EXPECT_TRUE(heights(form.bars, 0).empty()) << "no bar of the other engine stays";
     }
-    EXPECT_EQ(frmbarpic.plot.YAxes[0].Span, 6650);
+    EXPECT_EQ(frmbarpic::state.plot.YAxes[0].Span, 6650);
 }
 
 TEST_F(BarDiagram, AfterARefusalAnOpenWindowFollowsWithTheNextCurve) {

@@ -32,16 +32,16 @@ class BarLabels : public testing::Test {
 
     /// The visible labels of both forms, opened anew; they are the same.
     static std::string opened() {
-        frmbarpic_unload();
-        Frmbarpic2_unload();
-        Cmd_diagramm_click(0);
-        Cmd_diagramm2_click(0);
-        EXPECT_EQ(frmbarpic.Lbl_bar, Frmbarpic2.Lbl_bar);
-        EXPECT_EQ(frmbarpic.Lbl_bar_middle, Frmbarpic2.Lbl_bar_middle);
-        EXPECT_EQ(frmbarpic.Lbl_mtyp1, Frmbarpic2.Lbl_mtyp1);
-        EXPECT_EQ(frmbarpic.Lbl_mtyp2, Frmbarpic2.Lbl_mtyp2);
+        frmbarpic::unload();
+        Frmbarpic2::unload();
+        mainfrm::Cmd_diagramm_click(0);
+        mainfrm::Cmd_diagramm2_click(0);
+        EXPECT_EQ(frmbarpic::state.Lbl_bar, Frmbarpic2::state.Lbl_bar);
+        EXPECT_EQ(frmbarpic::state.Lbl_bar_middle, Frmbarpic2::state.Lbl_bar_middle);
+        EXPECT_EQ(frmbarpic::state.Lbl_mtyp1, Frmbarpic2::state.Lbl_mtyp1);
+        EXPECT_EQ(frmbarpic::state.Lbl_mtyp2, Frmbarpic2::state.Lbl_mtyp2);
         std::string texts;
-        for (const Label& label : frmbarpic.Lbl_bar)
+        for (const Label& label : frmbarpic::state.Lbl_bar)
             if (label.Visible) texts += (texts.empty() ? "" : " ") + label.Caption;
         return texts;
     }
@@ -50,10 +50,10 @@ class BarLabels : public testing::Test {
 TEST_F(BarLabels, StandEvenlyApartBetweenTheEndsOfTheAxis) {
     opened();
     for (int place = 1; place <= 6; ++place)
-        EXPECT_DOUBLE_EQ(frmbarpic.Lbl_bar_middle[static_cast<std::size_t>(place - 1)],
+        EXPECT_DOUBLE_EQ(frmbarpic::state.Lbl_bar_middle[static_cast<std::size_t>(place - 1)],
                          142 + 602.0 * place / 7);
-    EXPECT_EQ(frmbarpic.Lbl_zyl.Caption, "Cylinder");
-    EXPECT_TRUE(frmbarpic.Lbl_zyl.Visible);
+    EXPECT_EQ(frmbarpic::state.Lbl_zyl.Caption, "Cylinder");
+    EXPECT_TRUE(frmbarpic::state.Lbl_zyl.Visible);
 }
 
 TEST_F(BarLabels, InFiringOrderOfAVEngineAreItsEntries) {
@@ -100,41 +100,41 @@ TEST_F(BarLabels, ALabelWithoutATextKeepsTheOneThatItHas) {
     rec = banked_engine(3);
     EXPECT_EQ(opened(), "1A 1B 2A");
     rec.firingorder = {101, 200, 203};
-    bar_form_activate(frmbarpic);
-    EXPECT_EQ(frmbarpic.Lbl_bar[1].Caption, "1B");
-    EXPECT_EQ(frmbarpic.Lbl_bar[2].Caption, "3B");
+    bar_form_activate(frmbarpic::state);
+    EXPECT_EQ(frmbarpic::state.Lbl_bar[1].Caption, "1B");
+    EXPECT_EQ(frmbarpic::state.Lbl_bar[2].Caption, "3B");
 }
 
 TEST_F(BarLabels, TheEngineTextsFollowTheParameters) {
     opened();
-    EXPECT_EQ(frmbarpic.Lbl_mtyp1.Caption, "4 stroke engine");
-    EXPECT_EQ(frmbarpic.Lbl_mtyp2.Caption, "6 cylinder in line");
-    EXPECT_TRUE(frmbarpic.Lbl_mtyp1.Visible);
-    EXPECT_TRUE(frmbarpic.Lbl_mtyp2.Visible);
+    EXPECT_EQ(frmbarpic::state.Lbl_mtyp1.Caption, "4 stroke engine");
+    EXPECT_EQ(frmbarpic::state.Lbl_mtyp2.Caption, "6 cylinder in line");
+    EXPECT_TRUE(frmbarpic::state.Lbl_mtyp1.Visible);
+    EXPECT_TRUE(frmbarpic::state.Lbl_mtyp2.Visible);
     rec = banked_engine(16);
     rec.enginetype = 2;
     opened();
-    EXPECT_EQ(frmbarpic.Lbl_mtyp1.Caption, "2 stroke engine");
-    EXPECT_EQ(frmbarpic.Lbl_mtyp2.Caption, "16 cylinder V - type");
+    EXPECT_EQ(frmbarpic::state.Lbl_mtyp1.Caption, "2 stroke engine");
+    EXPECT_EQ(frmbarpic::state.Lbl_mtyp2.Caption, "16 cylinder V - type");
     rec.enginetype = 3;
     opened();
-    EXPECT_EQ(frmbarpic.Lbl_mtyp1.Caption, "");
+    EXPECT_EQ(frmbarpic::state.Lbl_mtyp1.Caption, "");
 }
 
 TEST_F(BarLabels, AnotherCountOfCylindersMovesLabelsAndAxisAtActivation) {
     opened();
     rec = in_line_engine(4);
-    bar_form_activate(frmbarpic);
-    EXPECT_EQ(frmbarpic.plot.XAxis.Span, 5);
-    EXPECT_TRUE(frmbarpic.Lbl_bar[3].Visible);
-    EXPECT_FALSE(frmbarpic.Lbl_bar[4].Visible);
-    EXPECT_DOUBLE_EQ(frmbarpic.Lbl_bar_middle[3], 142 + 602.0 * 4 / 5);
+    bar_form_activate(frmbarpic::state);
+    EXPECT_EQ(frmbarpic::state.plot.XAxis.Span, 5);
+    EXPECT_TRUE(frmbarpic::state.Lbl_bar[3].Visible);
+    EXPECT_FALSE(frmbarpic::state.Lbl_bar[4].Visible);
+    EXPECT_DOUBLE_EQ(frmbarpic::state.Lbl_bar_middle[3], 142 + 602.0 * 4 / 5);
 }
 
 TEST_F(BarLabels, AHiddenFormIsNotActivated) {
-    bar_form_activate(frmbarpic);
-    EXPECT_FALSE(frmbarpic.open);
-    EXPECT_EQ(frmbarpic.Lbl_mtyp1.Caption, "");
+    bar_form_activate(frmbarpic::state);
+    EXPECT_FALSE(frmbarpic::state.open);
+    EXPECT_EQ(frmbarpic::state.Lbl_mtyp1.Caption, "");
 }
 
 TEST_F(BarLabels, EnginesOf0And1And24CylindersAreShown) {
@@ -144,20 +144,20 @@ TEST_F(BarLabels, EnginesOf0And1And24CylindersAreShown) {
         opened();
         refresh_speed_bars();
         refresh_thermo_bars();
-        EXPECT_EQ(frmbarpic.plot.series[1].points.size(), static_cast<std::size_t>(cylinders));
-        EXPECT_EQ(Frmbarpic2.plot.series[1].points.size(), static_cast<std::size_t>(cylinders));
-        EXPECT_EQ(frmbarpic.plot.XAxis.Span, cylinders + 1);
-        EXPECT_TRUE(frmbarpic.open);
+        EXPECT_EQ(frmbarpic::state.plot.series[1].points.size(), static_cast<std::size_t>(cylinders));
+        EXPECT_EQ(Frmbarpic2::state.plot.series[1].points.size(), static_cast<std::size_t>(cylinders));
+        EXPECT_EQ(frmbarpic::state.plot.XAxis.Span, cylinders + 1);
+        EXPECT_TRUE(frmbarpic::state.open);
     }
 }
 
 TEST_F(BarLabels, Of25CylindersFailAndTheWindowCanBeClosed) {
     rec.numzyl = 25;
-    EXPECT_THROW(Cmd_diagramm_click(0), failure);
+    EXPECT_THROW(mainfrm::Cmd_diagramm_click(0), failure);
     EXPECT_THROW(refresh_speed_bars(), failure);
-    EXPECT_TRUE(frmbarpic.form.Visible);
-    frmbarpic_unload();
-    EXPECT_FALSE(frmbarpic.form.Visible);
+    EXPECT_TRUE(frmbarpic::state.form.Visible);
+    frmbarpic::unload();
+    EXPECT_FALSE(frmbarpic::state.form.Visible);
 }
 
 /// What makes a pass fail.
@@ -195,25 +195,25 @@ TEST_F(BarLabels, AFailedPassKeepsTheLastBarsAndTheNextCurveDrawsAgain) {
     opened();
     refresh_speed_bars();
     refresh_thermo_bars();
-    const iPlotX speed = frmbarpic.plot;
-    const iPlotX thermo = Frmbarpic2.plot;
+    const iPlotX speed = frmbarpic::state.plot;
+    const iPlotX thermo = Frmbarpic2::state.plot;
     for (const bad_input& row : rows) {
         row.spoil(rec);
         if (row.of_speed) {
             EXPECT_THROW(refresh_speed_bars(), failure) << row.name;
-            EXPECT_EQ(frmbarpic.plot, speed) << row.name;
+            EXPECT_EQ(frmbarpic::state.plot, speed) << row.name;
         }
         if (row.of_thermo) {
             EXPECT_THROW(refresh_thermo_bars(), failure) << row.name;
-            EXPECT_EQ(Frmbarpic2.plot, thermo) << row.name;
+            EXPECT_EQ(Frmbarpic2::state.plot, thermo) << row.name;
         }
         rec = good;
         sensor::state.detail_angacc = flat_curve(352);
         sensor::state.detail_thermo = flat_curve(579);
         refresh_speed_bars();
         refresh_thermo_bars();
-        EXPECT_EQ(frmbarpic.plot.series[0].points[5].y, 2000) << row.name;
-        EXPECT_EQ(Frmbarpic2.plot.series[0].points[5].y, 100) << row.name;
+        EXPECT_EQ(frmbarpic::state.plot.series[0].points[5].y, 2000) << row.name;
+        EXPECT_EQ(Frmbarpic2::state.plot.series[0].points[5].y, 100) << row.name;
         sensor::state.detail_angacc = flat_curve(704);
         sensor::state.detail_thermo = flat_curve(529);
         refresh_speed_bars();

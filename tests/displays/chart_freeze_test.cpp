@@ -28,7 +28,7 @@ TEST_F(ChartFreeze, AChartIsLiveAtTheStart) {
 }
 
 TEST_F(ChartFreeze, AClickFreezesThisChartAndStartsItsMinutes) {
-    chart_click(2);
+    mainfrm::chart_click(2);
     for (std::size_t channel = 0; channel < channel_count; ++channel) {
         EXPECT_EQ(charts.chart[channel].Frozen, channel == 2);
         EXPECT_EQ(minutes(channel).Enabled(), channel == 2);
@@ -37,8 +37,8 @@ TEST_F(ChartFreeze, AClickFreezesThisChartAndStartsItsMinutes) {
 }
 
 TEST_F(ChartFreeze, ASecondClickLetsItGoOn) {
-    chart_click(1);
-    chart_click(1);
+    mainfrm::chart_click(1);
+    mainfrm::chart_click(1);
     EXPECT_FALSE(charts.chart[1].Frozen);
     EXPECT_FALSE(minutes(1).Enabled());
 }
@@ -47,38 +47,38 @@ TEST_F(ChartFreeze, AFrozenChartTakesRowsAndKeepsItsPicture) {
     add_chart_row(0);
     advance(500);
     add_chart_row(0);
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(500);
     add_chart_row(0);
     EXPECT_EQ(charts.last_row[0], 2);
     EXPECT_EQ(shown_rows(0).rows(), 2);
     EXPECT_EQ(shown_rows(0).newest(), 500);
-    chart_click(0);
+    mainfrm::chart_click(0);
     EXPECT_EQ(shown_rows(0).rows(), 3);
     EXPECT_EQ(shown_rows(0).newest(), 1000);
 }
 
 TEST_F(ChartFreeze, AFrozenChartKeepsItsRangeWhenAnotherTimeIsChosen) {
     add_chart_row(0);
-    chart_click(0);
-    opt_res_click(2);
+    mainfrm::chart_click(0);
+    mainfrm::opt_res_click(2);
     EXPECT_EQ(charts.chart[0].XAxisSpan, 1.0 / 24);
     EXPECT_EQ(shown_rows(0).span(), strip_spans[0]);
     EXPECT_EQ(shown_rows(1).span(), strip_spans[2]);
-    chart_click(0);
+    mainfrm::chart_click(0);
     EXPECT_EQ(shown_rows(0).span(), strip_spans[2]);
 }
 
 TEST_F(ChartFreeze, EachTimeResolutionShowsItsOwnWindow) {
     for (std::size_t index = 0; index < strip_spans.size(); ++index) {
-        opt_res_click(index);
+        mainfrm::opt_res_click(index);
         EXPECT_EQ(shown_rows(3).span(), strip_spans[index]);
     }
 }
 
 TEST_F(ChartFreeze, AFrozenChartGoesOnByItselfAtTheTenthMinute) {
     charts.chart[0].FrozenMode = 7;
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(10 * minute - 1);
     EXPECT_TRUE(charts.chart[0].Frozen);
     EXPECT_EQ(charts.frozen_minutes[0], 9);
@@ -92,28 +92,28 @@ TEST_F(ChartFreeze, AFrozenChartGoesOnByItselfAtTheTenthMinute) {
 }
 
 TEST_F(ChartFreeze, AClickDoesNotResetTheMinutesSoTheNextFreezeIsShorter) {
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(3 * minute + 30'000);
-    chart_click(0);
+    mainfrm::chart_click(0);
     EXPECT_EQ(charts.frozen_minutes[0], 3);
     advance(60 * minute);
     EXPECT_EQ(charts.frozen_minutes[0], 3);
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(7 * minute - 1);
     EXPECT_TRUE(charts.chart[0].Frozen);
     advance(1);
     EXPECT_FALSE(charts.chart[0].Frozen);
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(10 * minute - 1);
     EXPECT_TRUE(charts.chart[0].Frozen) << "the self-made end has reset the count";
 }
 
 TEST_F(ChartFreeze, TwoClicksWithinAMinuteAndOneLaterStartAWholeMinuteAnew) {
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(59'999);
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(5000);
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(minute - 1);
     EXPECT_EQ(charts.frozen_minutes[0], 0);
     advance(1);
@@ -121,9 +121,9 @@ TEST_F(ChartFreeze, TwoClicksWithinAMinuteAndOneLaterStartAWholeMinuteAnew) {
 }
 
 TEST_F(ChartFreeze, ChartsCountForThemselves) {
-    chart_click(0);
+    mainfrm::chart_click(0);
     advance(4 * minute);
-    chart_click(3);
+    mainfrm::chart_click(3);
     advance(6 * minute);
     EXPECT_FALSE(charts.chart[0].Frozen);
     EXPECT_TRUE(charts.chart[3].Frozen);
@@ -131,16 +131,16 @@ TEST_F(ChartFreeze, ChartsCountForThemselves) {
 }
 
 TEST_F(ChartFreeze, AnEmptyChartCanBeFrozen) {
-    chart_click(0);
+    mainfrm::chart_click(0);
     add_chart_row(0);
     EXPECT_EQ(shown_rows(0).rows(), 0);
-    chart_click(0);
+    mainfrm::chart_click(0);
     EXPECT_EQ(shown_rows(0).rows(), 1);
 }
 
 TEST_F(ChartFreeze, AChartThatDoesNotExistIsAFailure) {
-    EXPECT_THROW(chart_click(4), failure);
-    EXPECT_THROW(Timer_chartres_tick(-1), failure);
+    EXPECT_THROW(mainfrm::chart_click(4), failure);
+    EXPECT_THROW(mainfrm::Timer_chartres_tick(-1), failure);
 }
 
 } // namespace

@@ -47,7 +47,7 @@ TEST_F(ChartRows, ATickAddsOneRowToTheChartOfEachStartedChannel) {
     start_channel_click(2);
     for (i32 tick = 1; tick <= 3; ++tick) {
         advance(100);
-        Timer_chart_upd_tick();
+        mainfrm::Timer_chart_upd_tick();
         EXPECT_EQ(charts.last_row[0], row_count(0) - 1);
         EXPECT_EQ(row_count(0), row_count(2));
         EXPECT_EQ(row_count(1), 0);

@@ -129,7 +129,7 @@ TEST_F(Chart, TheTimeResolutionsSetTheSpanOfAllFourCharts) {
     for (const std::size_t index : {3U, 1U, 0U, 2U}) {
         for (iStripChartX& chart : charts.chart)
             chart.XAxisMin = 5;
-        opt_res_click(index);
+        mainfrm::opt_res_click(index);
         EXPECT_EQ(charts.opt_res, index);
         EXPECT_EQ(charts.Lbl_opt_res[index].Caption, options[index].caption);
         for (const iStripChartX& chart : charts.chart) {
@@ -140,7 +140,7 @@ TEST_F(Chart, TheTimeResolutionsSetTheSpanOfAllFourCharts) {
 }
 
 TEST_F(Chart, TheProgramStartsWithTwoMinutesWhateverWasChosenBefore) {
-    opt_res_click(3);
+    mainfrm::opt_res_click(3);
     const std::string kept = file("tyxo.ini");
     start_on(kept);
     EXPECT_EQ(charts.opt_res, 0U);
@@ -149,10 +149,10 @@ TEST_F(Chart, TheProgramStartsWithTwoMinutesWhateverWasChosenBefore) {
 
 TEST_F(Chart, ATimeResolutionIsChosenByTheCaptionBesideIt) {
     charts.Lbl_opt_res[1].Caption = "24 h";
-    opt_res_click(1);
+    mainfrm::opt_res_click(1);
     EXPECT_EQ(charts.chart[0].XAxisSpan, 1.0);
     charts.Lbl_opt_res[1].Caption = "no such span";
-    opt_res_click(1);
+    mainfrm::opt_res_click(1);
     EXPECT_EQ(charts.chart[0].XAxisSpan, 1.0) << "an unknown caption changes nothing";
 }
 

@@ -53,14 +53,14 @@ class ChartZoom : public testing::TestWithParam<size_row> {
 
 TEST_P(ChartZoom, EnlargesOverTheNeighbourAndBack) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        cmd_zoom_xy_click(channel);
+        mainfrm::cmd_zoom_xy_click(channel);
         expect_enlarged(channel);
         EXPECT_TRUE(sensor::state.channels[channel].xy_zoom_state);
         EXPECT_EQ(panels.cmd_zoom_xy[channel].Caption, "Reduce XY graph");
         for (i16 other = 0; other < channel_count; ++other)
             EXPECT_EQ(charts.chart[other].Visible, other != neighbour(channel)) << channel << other;
 
-        cmd_zoom_xy_click(channel);
+        mainfrm::cmd_zoom_xy_click(channel);
         expect_small(channel);
         EXPECT_FALSE(sensor::state.channels[channel].xy_zoom_state);
         EXPECT_EQ(panels.cmd_zoom_xy[channel].Caption, "Enlarge XY graph");
@@ -70,8 +70,8 @@ TEST_P(ChartZoom, EnlargesOverTheNeighbourAndBack) {
 }
 
 TEST_P(ChartZoom, TheLastCommandDecidesWhichChartOfTheRowIsSeen) {
-    cmd_zoom_xy_click(0);
-    cmd_zoom_xy_click(2);
+    mainfrm::cmd_zoom_xy_click(0);
+    mainfrm::cmd_zoom_xy_click(2);
     EXPECT_TRUE(sensor::state.channels[0].xy_zoom_state);
     EXPECT_TRUE(sensor::state.channels[2].xy_zoom_state);
     expect_enlarged(0);
@@ -79,20 +79,20 @@ TEST_P(ChartZoom, TheLastCommandDecidesWhichChartOfTheRowIsSeen) {
     EXPECT_FALSE(charts.chart[0].Visible);
     EXPECT_TRUE(charts.chart[2].Visible);
 
-    cmd_zoom_xy_click(0); // reduced while hidden: it stays hidden, its enlarged neighbour stays
+    mainfrm::cmd_zoom_xy_click(0); // reduced while hidden: it stays hidden, its enlarged neighbour stays
     expect_small(0);
     EXPECT_FALSE(charts.chart[0].Visible);
     EXPECT_TRUE(charts.chart[2].Visible);
 
-    cmd_zoom_xy_click(2);
+    mainfrm::cmd_zoom_xy_click(2);
     expect_small(2);
     EXPECT_TRUE(charts.chart[0].Visible);
     EXPECT_TRUE(charts.chart[2].Visible);
 }
 
 TEST_P(ChartZoom, RowsDoNotTouchEachOther) {
-    cmd_zoom_xy_click(0);
-    cmd_zoom_xy_click(1);
+    mainfrm::cmd_zoom_xy_click(0);
+    mainfrm::cmd_zoom_xy_click(1);
     EXPECT_TRUE(charts.chart[0].Visible);
     EXPECT_TRUE(charts.chart[1].Visible);
     EXPECT_FALSE(charts.chart[2].Visible);
@@ -102,7 +102,7 @@ TEST_P(ChartZoom, RowsDoNotTouchEachOther) {
 }
 
 TEST_P(ChartZoom, AnEnlargedChartFollowsTheWindowsSize) {
-    cmd_zoom_xy_click(3);
+    mainfrm::cmd_zoom_xy_click(3);
     layout_ = layout_window(2000, 1300, true);
     small_ = (1300 - layout_.Text_status.height - 2 * layout_.quadrants[0].Frame_sensor.height - 40) / 2;
     place_charts(layout_);
@@ -135,7 +135,7 @@ bool lies_in(const rectangle& inner, const rectangle& outer) {
 TEST_P(ChartZoom, TheWholeRowDownToItsFramesLowerEdgeIsCovered) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
         EXPECT_FALSE(fills_row(channel));
-        cmd_zoom_xy_click(channel);
+        mainfrm::cmd_zoom_xy_click(channel);
         EXPECT_TRUE(fills_row(channel));
         EXPECT_FALSE(fills_row(neighbour(channel)));
         const rectangle row = row_place(channel);
@@ -149,7 +149,7 @@ TEST_P(ChartZoom, TheWholeRowDownToItsFramesLowerEdgeIsCovered) {
         EXPECT_TRUE(lies_in({chart.Left, chart.Top, chart.Width, chart.Height}, row));
         const rectangle& frame = layout_.quadrants[channel].Frame_sensor;
         EXPECT_EQ(row.top + row.height, frame.top + frame.height) << "nothing of the next row";
-        cmd_zoom_xy_click(channel);
+        mainfrm::cmd_zoom_xy_click(channel);
     }
 }
 
@@ -160,13 +160,13 @@ TEST_P(ChartZoom, BothButtonsOfARowStandInTheChartThatIsSeen) {
     };
     for (i16 channel = 0; channel < channel_count; ++channel) {
         EXPECT_TRUE(lies_in(zoom_button_place(channel), place_of(channel)));
-        cmd_zoom_xy_click(channel);
+        mainfrm::cmd_zoom_xy_click(channel);
         const rectangle own = zoom_button_place(channel);
         const rectangle other = zoom_button_place(neighbour(channel));
         EXPECT_TRUE(lies_in(own, place_of(channel)));
         EXPECT_TRUE(lies_in(other, place_of(channel)));
         EXPECT_TRUE(own.left + own.width <= other.left || other.left + other.width <= own.left);
-        cmd_zoom_xy_click(channel);
+        mainfrm::cmd_zoom_xy_click(channel);
     }
 }
 
@@ -178,8 +178,8 @@ INSTANTIATE_TEST_SUITE_P(Windows, ChartZoom,
 
 TEST(ChartZoomOfNoChart, IsAFailure) {
     start_on(logging_settings(4));
-    EXPECT_THROW(cmd_zoom_xy_click(4), failure);
-    EXPECT_THROW(cmd_zoom_xy_click(-1), failure);
+    EXPECT_THROW(mainfrm::cmd_zoom_xy_click(4), failure);
+    EXPECT_THROW(mainfrm::cmd_zoom_xy_click(-1), failure);
 }
 
 TEST(ChartZoomAtTheStart, ChartsHaveTheirDesignSize) {

@@ -11,11 +11,13 @@ class CurveOrder : public curve_test {
   protected:
     void SetUp() override {
         curve_test::SetUp();
-        XYplot_click(0);
-        frmdetailedpic_resize(280, 140);
+        mainfrm::XYplot_click(0);
+        frmdetailedpic::resize(280, 140);
     }
-    [[nodiscard]] bar_form& bars() const { return kind().plot_curve == 1 ? Frmbarpic2 : frmbarpic; }
-    [[nodiscard]] std::size_t strokes() const { return frmdetailedpic.surface.strokes.size(); }
+    [[nodiscard]] bar_form& bars() const {
+        return kind().plot_curve == 1 ? Frmbarpic2::state : frmbarpic::state;
+    }
+    [[nodiscard]] std::size_t strokes() const { return frmdetailedpic::state.surface.strokes.size(); }
 };
 
 TEST_P(CurveOrder, OfNoughtsThePictureIsPreparedAndNotDrawn) {
@@ -32,9 +34,9 @@ TEST_P(CurveOrder, ViewsAreServedBeforeTheCalculation) {
     fill();
     process();
     const std::size_t drawn_strokes = strokes();
-    frmdetailedpic.surface.clear();
-    Cmd_diagramm_click(0);
-    Cmd_diagramm2_click(0);
+    frmdetailedpic::state.surface.clear();
+    mainfrm::Cmd_diagramm_click(0);
+    mainfrm::Cmd_diagramm2_click(0);
     const iPlotX before = bars().plot;
     fill(0, 900);
     data()[40] = 1100;
@@ -48,15 +50,15 @@ TEST_P(CurveOrder, ViewsAreServedBeforeTheCalculation) {
 
 TEST_P(CurveOrder, ViewsOfAnotherChannelAreLeftAlone) {
     fill(1);
-    Cmd_diagramm_click(2);
-    Cmd_diagramm2_click(2);
-    const unsigned passes = frmdetailedpic.surface.passes;
-    const iPlotX speed = frmbarpic.plot;
-    const iPlotX thermo = Frmbarpic2.plot;
+    mainfrm::Cmd_diagramm_click(2);
+    mainfrm::Cmd_diagramm2_click(2);
+    const unsigned passes = frmdetailedpic::state.surface.passes;
+    const iPlotX speed = frmbarpic::state.plot;
+    const iPlotX thermo = Frmbarpic2::state.plot;
     process(1);
-    EXPECT_EQ(frmdetailedpic.surface.passes, passes);
-    EXPECT_EQ(frmbarpic.plot, speed);
-    EXPECT_EQ(Frmbarpic2.plot, thermo);
+    EXPECT_EQ(frmdetailedpic::state.surface.passes, passes);
+    EXPECT_EQ(frmbarpic::state.plot, speed);
+    EXPECT_EQ(Frmbarpic2::state.plot, thermo);
 }
 
 INSTANTIATE_TEST_SUITE_P(kinds, CurveOrder, testing::Values(thermo_kind, angacc_kind),

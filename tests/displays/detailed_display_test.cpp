@@ -12,53 +12,53 @@ namespace {
 TEST_F(DetailedDisplay, OpensWithItsCaptionAllBoxesCheckedAndTheFixedPicture) {
     sensor::state.max_sensors = 1;
     sensor::state.polar_channel = 1;
-    show_frmdetailedpic("Detailed Display Engine 1");
-    EXPECT_EQ(frmdetailedpic.form.Caption, "Detailed Display Engine 1");
-    EXPECT_TRUE(frmdetailedpic.form.Loaded);
-    EXPECT_TRUE(frmdetailedpic.form.Visible);
-    EXPECT_TRUE(frmdetailedpic.open);
-    EXPECT_EQ(frmdetailedpic.Chck_tsrel, 1);
-    EXPECT_EQ(frmdetailedpic.Chck_tsabs, 1);
-    EXPECT_EQ(frmdetailedpic.Chck_aa, 1);
+    frmdetailedpic::show("Detailed Display Engine 1");
+    EXPECT_EQ(frmdetailedpic::state.form.Caption, "Detailed Display Engine 1");
+    EXPECT_TRUE(frmdetailedpic::state.form.Loaded);
+    EXPECT_TRUE(frmdetailedpic::state.form.Visible);
+    EXPECT_TRUE(frmdetailedpic::state.open);
+    EXPECT_EQ(frmdetailedpic::state.Chck_tsrel, 1);
+    EXPECT_EQ(frmdetailedpic::state.Chck_tsabs, 1);
+    EXPECT_EQ(frmdetailedpic::state.Chck_aa, 1);
     EXPECT_EQ(strokes().size(), 256U + 7 + 256 + 255 + 1 + 256 + 1 + 255);
 }
 
 TEST_F(DetailedDisplay, ALoadedFormIsOnlyShownAgain) {
     open_with(engine(4, 6, in_line));
-    frmdetailedpic.Chck_tsabs = 0;
-    frmdetailedpic.form.Visible = false;
+    frmdetailedpic::state.Chck_tsabs = 0;
+    frmdetailedpic::state.form.Visible = false;
     const auto before = strokes();
-    show_frmdetailedpic("Detailed Display Engine 2");
-    EXPECT_TRUE(frmdetailedpic.form.Visible);
-    EXPECT_EQ(frmdetailedpic.form.Caption, "Detailed Display Engine 2");
-    EXPECT_EQ(frmdetailedpic.Chck_tsabs, 0);
+    frmdetailedpic::show("Detailed Display Engine 2");
+    EXPECT_TRUE(frmdetailedpic::state.form.Visible);
+    EXPECT_EQ(frmdetailedpic::state.form.Caption, "Detailed Display Engine 2");
+    EXPECT_EQ(frmdetailedpic::state.Chck_tsabs, 0);
     EXPECT_EQ(strokes(), before);
 }
 
 TEST_F(DetailedDisplay, UnloadSelectsNoChannelAndForgetsAllButTheSize) {
     open_with(engine(4, 6, in_line));
-    frmdetailedpic.Chck_tsabs = 0;
-    const unsigned passes = frmdetailedpic.surface.passes;
-    frmdetailedpic_unload();
+    frmdetailedpic::state.Chck_tsabs = 0;
+    const unsigned passes = frmdetailedpic::state.surface.passes;
+    frmdetailedpic::unload();
     EXPECT_EQ(sensor::state.polar_channel, 0);
-    EXPECT_FALSE(frmdetailedpic.open);
-    EXPECT_FALSE(frmdetailedpic.form.Loaded);
-    EXPECT_FALSE(frmdetailedpic.form.Visible);
+    EXPECT_FALSE(frmdetailedpic::state.open);
+    EXPECT_FALSE(frmdetailedpic::state.form.Loaded);
+    EXPECT_FALSE(frmdetailedpic::state.form.Visible);
     EXPECT_TRUE(strokes().empty());
     EXPECT_TRUE(texts().empty());
     EXPECT_EQ(visible_labels(), 0U);
-    EXPECT_EQ(frmdetailedpic.surface.ScaleWidth, 280);
-    EXPECT_EQ(frmdetailedpic.surface.ScaleHeight, 190);
-    EXPECT_NE(frmdetailedpic.surface.passes, passes);
+    EXPECT_EQ(frmdetailedpic::state.surface.ScaleWidth, 280);
+    EXPECT_EQ(frmdetailedpic::state.surface.ScaleHeight, 190);
+    EXPECT_NE(frmdetailedpic::state.surface.passes, passes);
     sensor::state.polar_channel = 1;
-    show_frmdetailedpic("again");
-    EXPECT_EQ(frmdetailedpic.Chck_tsabs, 1);
+    frmdetailedpic::show("again");
+    EXPECT_EQ(frmdetailedpic::state.Chck_tsabs, 1);
 }
 
 TEST_F(DetailedDisplay, AResizeDrawsTheFixedPictureInTheNewSize) {
     open_with(engine(4, 6, in_line));
-    draw_curves();
-    frmdetailedpic_resize(400, 300);
+    frmdetailedpic::draw_curves();
+    frmdetailedpic::resize(400, 300);
     EXPECT_EQ(strokes().size(), 256U + 7 + 256 + 255 + 1 + 256 + 1 + 255);
     expect_stroke(strokes()[255], {130 - 0.013553158671, 151.104355283531, 130, 150, black});
     EXPECT_EQ(texts().size(), 2U);
@@ -67,11 +67,11 @@ TEST_F(DetailedDisplay, AResizeDrawsTheFixedPictureInTheNewSize) {
 TEST_F(DetailedDisplay, WithoutItsChannelInUseHasNoReferenceElements) {
     sensor::state.max_sensors = 1;
     sensor::state.polar_channel = 2;
-    draw_scale();
+    frmdetailedpic::draw_scale();
     EXPECT_EQ(strokes().size(), 256U + 7);
     EXPECT_TRUE(texts().empty());
     sensor::state.max_sensors = 2;
-    draw_scale();
+    frmdetailedpic::draw_scale();
     EXPECT_GT(strokes().size(), 256U + 7);
 }
 
@@ -93,8 +93,8 @@ std::vector<colour_run> colour_runs(const std::vector<stroke>& strokes) {
 TEST_F(DetailedDisplay, ANewCurveRedrawsEverythingInItsOrder) {
     open_detailed_display(engine(4, 6, in_line));
     take_curves(sensor::state.channels[0]);
-    frmdetailedpic.surface.line(1, 2, 3, 4);
-    prepare_frmdetailedpic();
+    frmdetailedpic::state.surface.line(1, 2, 3, 4);
+    frmdetailedpic::prepare();
     const std::vector<colour_run> prepared{
         {black, 256 + 7},         // the fixed picture
         {white, 256 + 255 + 1},   //
@@ -104,7 +104,7 @@ TEST_F(DetailedDisplay, ANewCurveRedrawsEverythingInItsOrder) {
     };
     EXPECT_EQ(colour_runs(strokes()), prepared);
     clear();
-    draw_curves();
+    frmdetailedpic::draw_curves();
     EXPECT_EQ(colour_runs(strokes()), (std::vector<colour_run>{{red, 512}, {yellow, 512}, {blue, 512}}));
 }
 
@@ -123,11 +123,11 @@ TEST_F(DetailedDisplay, TextsOfAPassStandInTheirOrder) {
 
 TEST_F(DetailedDisplay, HiddenByTheAlertWindowItGoesOn) {
     open_detailed_display(engine(4, 6, in_line));
-    frmdetailedpic.form.Visible = false;
+    frmdetailedpic::state.form.Visible = false;
     take_curves(sensor::state.channels[0]);
     draw_pass();
     EXPECT_EQ(strokes().size(), 256U + 7 + 512 + 512 + 256 + 6 + 7 + 6 + 256 + 3 * 512);
-    EXPECT_FALSE(frmdetailedpic.form.Visible);
+    EXPECT_FALSE(frmdetailedpic::state.form.Visible);
 }
 
 // --- Circles, axes, reference elements --------------------------------------------------------------------
@@ -151,9 +151,9 @@ const std::vector<circle_row> circle_rows{
 TEST_F(DetailedDisplay, CirclesHave256StepsAndAreClosed) {
     for (const circle_row& row : circle_rows) {
         clear();
-        if (row.radius == 45) draw_engine(1);
-        if (row.radius == 30) draw_refcircle();
-        if (row.radius == 50) draw_almcircle();
+        if (row.radius == 45) frmdetailedpic::draw_engine(1);
+        if (row.radius == 30) frmdetailedpic::draw_refcircle();
+        if (row.radius == 50) frmdetailedpic::draw_almcircle();
         expect_joined(strokes(), 0, 256);
         // Segment k - 1 ends in point k, the last one in point 0.
         const stroke& to_point = strokes()[(row.k + 255) % 256];
@@ -169,9 +169,9 @@ TEST_F(DetailedDisplay, AxesAreSevenLines) {
         {128, 25, 129, 27, black},   {278, 175, 276, 176, black}, {278, 175, 276, 174, black},
         {275, 176, 275, 174, black},
     };
-    only([] { draw_xygraph(1); });
+    only([] { frmdetailedpic::draw_xygraph(1); });
     EXPECT_EQ(strokes(), expected);
-    only([] { draw_engine(1); });
+    only([] { frmdetailedpic::draw_engine(1); });
     EXPECT_EQ(std::vector<stroke>(strokes().begin() + 256, strokes().end()), expected);
     EXPECT_TRUE(texts().empty());
 }
@@ -186,8 +186,8 @@ const std::vector<line_row> line_rows{{190, 175 - 72}, {190.4, 175.4 - 72}, {192
 
 TEST_F(DetailedDisplay, TheMeanLineIsHalfwayUpWholeUnits) {
     for (const line_row& row : line_rows) {
-        frmdetailedpic.surface.ScaleHeight = row.height;
-        only(draw_refline);
+        frmdetailedpic::state.surface.ScaleHeight = row.height;
+        only(frmdetailedpic::draw_refline);
         ASSERT_EQ(strokes().size(), 255U + 1);
         for (std::size_t k = 0; k < 255; ++k)
             expect_stroke(strokes()[k],
@@ -197,15 +197,15 @@ TEST_F(DetailedDisplay, TheMeanLineIsHalfwayUpWholeUnits) {
 }
 
 TEST_F(DetailedDisplay, ReferenceLinesHaveAWholeLength) {
-    frmdetailedpic.surface.ScaleWidth = 283; // the usable width 146.5 becomes 146
-    only(draw_refline);
+    frmdetailedpic::state.surface.ScaleWidth = 283; // the usable width 146.5 becomes 146
+    only(frmdetailedpic::draw_refline);
     EXPECT_DOUBLE_EQ(strokes()[254].x2, 131.5 + 146);
-    only(draw_almline);
+    only(frmdetailedpic::draw_almline);
     EXPECT_DOUBLE_EQ(strokes()[254].x2, 131.5 + 146);
 }
 
 TEST_F(DetailedDisplay, TheAlarmLineLies90AboveTheLowerEdge) {
-    only(draw_almline);
+    only(frmdetailedpic::draw_almline);
     ASSERT_EQ(strokes().size(), 255U);
     for (const stroke& one : strokes()) {
         EXPECT_EQ(one.y1, 100);
@@ -218,15 +218,15 @@ TEST_F(DetailedDisplay, TheAlarmLineLies90AboveTheLowerEdge) {
 }
 
 TEST_F(DetailedDisplay, ReferenceElementsHaveTheirLegends) {
-    only(draw_refline);
+    only(frmdetailedpic::draw_refline);
     EXPECT_EQ(strokes().back(), (stroke{236, 5, 241, 5, white}));
     ASSERT_EQ(texts().size(), 1U);
     expect_text(texts()[0], 243, 3, "average value");
-    only(draw_almcircle);
+    only(frmdetailedpic::draw_almcircle);
     EXPECT_EQ(strokes().back(), (stroke{106, 186, 111, 186, orange}));
     ASSERT_EQ(texts().size(), 1U);
     expect_text(texts()[0], 113, 184, "Thermosignal 100% Alarmlevel");
-    only(draw_refcircle);
+    only(frmdetailedpic::draw_refcircle);
     EXPECT_TRUE(texts().empty());
 }
 

@@ -15,7 +15,7 @@ class DetailedEngine : public PolarSurface {
     }
     /// The cylinder lines of `draw_xygraph(2)`, in units from its left end.
     static std::vector<double> line_places() {
-        only([] { draw_xygraph(2); });
+        only([] { frmdetailedpic::draw_xygraph(2); });
         std::vector<double> places;
         for (std::size_t line = 7; line < strokes().size(); ++line) {
             EXPECT_EQ(strokes()[line].y1, base);
@@ -29,16 +29,16 @@ class DetailedEngine : public PolarSurface {
 
 TEST_F(DetailedEngine, TheFirstFiringAngleTakesNoPart) {
     open_with(4, {700, 90, 90});
-    EXPECT_EQ(failure_of(prepare_frmdetailedpic), "");
+    EXPECT_EQ(failure_of(frmdetailedpic::prepare), "");
     EXPECT_EQ(line_places(), (std::vector<double>{0, 18, 36}));
 }
 
 TEST_F(DetailedEngine, LabelsLieAtTheExactAngleSpokesInPartAtTheWholeDegree) {
     open_with(4, {0, 15}); // 7.5 degrees, which is point 8
-    only([] { draw_engine(2); });
+    only([] { frmdetailedpic::draw_engine(2); });
     expect_stroke(strokes()[257], {61, 95, 68.654520552804, 40.470532624440, black});
-    EXPECT_NEAR(frmdetailedpic.Lblzyl[1].Left, 69.484202494303, near_enough);
-    EXPECT_NEAR(frmdetailedpic.Lblzyl[1].Top, 30.556084010702, near_enough);
+    EXPECT_NEAR(frmdetailedpic::state.Lblzyl[1].Left, 69.484202494303, near_enough);
+    EXPECT_NEAR(frmdetailedpic::state.Lblzyl[1].Top, 30.556084010702, near_enough);
 }
 
 TEST_F(DetailedEngine, PlacesInTheStraightDiagramAreRoundedAtEachStep) {
@@ -46,12 +46,12 @@ TEST_F(DetailedEngine, PlacesInTheStraightDiagramAreRoundedAtEachStep) {
     open_with(4, {0, 12, 12, 12, 12, 12, 12});
     EXPECT_EQ(line_places(), (std::vector<double>{0, 2, 4, 6, 8, 10, 12}));
     for (std::size_t place = 0; place < 7; ++place) {
-        EXPECT_EQ(frmdetailedpic.Lblzyl2[place].Left, left_end + 2.0 * static_cast<double>(place));
-        EXPECT_TRUE(frmdetailedpic.Lblzyl2[place].Visible);
+        EXPECT_EQ(frmdetailedpic::state.Lblzyl2[place].Left, left_end + 2.0 * static_cast<double>(place));
+        EXPECT_TRUE(frmdetailedpic::state.Lblzyl2[place].Visible);
     }
     // The circle sums exact degrees: 36 at the end.
-    only([] { draw_engine(2); });
-    EXPECT_NEAR(frmdetailedpic.Lblzyl[6].Left, 61 + 65 * 0.587785252292473, 1e-6);
+    only([] { frmdetailedpic::draw_engine(2); });
+    EXPECT_NEAR(frmdetailedpic::state.Lblzyl[6].Left, 61 + 65 * 0.587785252292473, 1e-6);
 }
 
 TEST_F(DetailedEngine, AHalfUnitGoesToTheEvenNeighbour) {
@@ -69,25 +69,26 @@ TEST_F(DetailedEngine, PlacesOfFourStrokesGoToTheNearestUnit) {
     EXPECT_EQ(line_places(), (std::vector<double>{0, 4, 8, 12}));
     open_with(4, {0, 15, 72}); // 3.02 -> 3; 14.5 + 3 = 17.5 -> 18
     EXPECT_EQ(line_places(), (std::vector<double>{0, 3, 18}));
-    frmdetailedpic.surface.ScaleWidth = 282; // the span of 146 stands for 720 degrees
+    frmdetailedpic::state.surface.ScaleWidth = 282; // the span of 146 stands for 720 degrees
     open_with(4, {0, 360});
-    only([] { draw_xygraph(2); });
+    only([] { frmdetailedpic::draw_xygraph(2); });
     EXPECT_EQ(strokes().back().x1, 282.0 / 2 - 10 + 73);
-    frmdetailedpic.surface.ScaleWidth = 283; // so does that of 146.5, which is rounded first: not 145.69
+    frmdetailedpic::state.surface.ScaleWidth =
+        283; // so does that of 146.5, which is rounded first: not 145.69
     open_with(4, {0, 716});
-    only([] { draw_xygraph(2); });
+    only([] { frmdetailedpic::draw_xygraph(2); });
     EXPECT_EQ(strokes().back().x1, 283.0 / 2 - 10 + 145);
 }
 
 TEST_F(DetailedEngine, BothEndsOfTheStraightDiagramBearTheirDegrees) {
     open_with(4, {0, 360});
-    prepare_frmdetailedpic();
-    EXPECT_EQ(frmdetailedpic.Lbl0deg, (canvas_label{130, 178, "0 deg.", true}));
-    EXPECT_EQ(frmdetailedpic.Lblenddeg, (canvas_label{268, 178, "720 deg.", true}));
+    frmdetailedpic::prepare();
+    EXPECT_EQ(frmdetailedpic::state.Lbl0deg, (canvas_label{130, 178, "0 deg.", true}));
+    EXPECT_EQ(frmdetailedpic::state.Lblenddeg, (canvas_label{268, 178, "720 deg.", true}));
     sensor::state.channels[0].enginetype = 3;
     sensor::state.channels[0].firingangle[1] = 180;
-    prepare_frmdetailedpic();
-    EXPECT_EQ(frmdetailedpic.Lblenddeg.Caption, "360 deg.");
+    frmdetailedpic::prepare();
+    EXPECT_EQ(frmdetailedpic::state.Lblenddeg.Caption, "360 deg.");
 }
 
 struct text_row {
@@ -106,7 +107,7 @@ TEST_F(DetailedEngine, StrokesArePrintedWhenTheyAreKnownAndWhatIsNoVTypeIsInLine
         open_with(4, {0, 60, 60});
         sensor::state.channels[0].enginetype = row.strokes;
         sensor::state.channels[0].cylconf = row.arrangement;
-        only([] { draw_engine(2); });
+        only([] { frmdetailedpic::draw_engine(2); });
         ASSERT_EQ(texts().size(), row.texts.size()) << row.strokes << " " << row.arrangement;
         for (std::size_t text = 0; text < row.texts.size(); ++text) {
             const bool cylinders = row.texts[text].find("cylinder") != std::string::npos;
@@ -118,7 +119,7 @@ TEST_F(DetailedEngine, StrokesArePrintedWhenTheyAreKnownAndWhatIsNoVTypeIsInLine
 TEST_F(DetailedEngine, AnEngineThatNobodyHasDescribedHasNoCylinderText) {
     open_with(4, {});
     sensor::state.channels[0].enginetype = sensor::state.channels[0].cylconf = 0;
-    only([] { draw_engine(2); });
+    only([] { frmdetailedpic::draw_engine(2); });
     EXPECT_TRUE(texts().empty());
 }
 
@@ -143,53 +144,54 @@ TEST_F(DetailedEngine, FiringAnglesThatLeaveTheCircleFailAndTheNextCurveDrawsAga
     for (const angle_row& row : angle_rows) {
         open_with(row.strokes, row.angles);
         const std::string what = std::to_string(row.strokes) + " strokes, " + std::to_string(row.angles[1]);
-        EXPECT_EQ(failure_of(prepare_frmdetailedpic).empty(), row.fits) << what;
+        EXPECT_EQ(failure_of(frmdetailedpic::prepare).empty(), row.fits) << what;
         open_with(4, {0, 360});
-        EXPECT_EQ(failure_of(prepare_frmdetailedpic), "") << what;
+        EXPECT_EQ(failure_of(frmdetailedpic::prepare), "") << what;
         EXPECT_EQ(strokes().size(), 256U + 7 + 512 + 512 + 256 + 2 + 7 + 2 + 256) << what;
     }
 }
 
 TEST_F(DetailedEngine, TheFailureBeyondTheCircleIsThatOfASubscript) {
     open_with(4, {0, 360, 359});
-    EXPECT_EQ(failure_of(prepare_frmdetailedpic), failure_of([] { failures::subscript(); }));
+    EXPECT_EQ(failure_of(frmdetailedpic::prepare), failure_of([] { failures::subscript(); }));
     // The places before stand, spokes and straight diagram were not reached.
-    EXPECT_TRUE(frmdetailedpic.Lblzyl[1].Visible);
-    EXPECT_FALSE(frmdetailedpic.Lblzyl[2].Visible);
-    EXPECT_FALSE(frmdetailedpic.Lblzyl2[0].Visible);
+    EXPECT_TRUE(frmdetailedpic::state.Lblzyl[1].Visible);
+    EXPECT_FALSE(frmdetailedpic::state.Lblzyl[2].Visible);
+    EXPECT_FALSE(frmdetailedpic::state.Lblzyl2[0].Visible);
     EXPECT_EQ(strokes().size(), 256U + 7 + 512 + 512 + 256);
 }
 
 TEST_F(DetailedEngine, OneAnd24CylindersAreDrawn25Fail) {
     for (const i32 cylinders : {1, 24}) {
         open_detailed_display(engine(4, cylinders, in_line));
-        EXPECT_EQ(failure_of(prepare_frmdetailedpic), "");
+        EXPECT_EQ(failure_of(frmdetailedpic::prepare), "");
         const auto count = static_cast<std::size_t>(cylinders);
         EXPECT_EQ(strokes().size(), 256U + 7 + 512 + 512 + 256 + count + 7 + count + 256);
-        EXPECT_TRUE(frmdetailedpic.Lblzyl[count - 1].Visible);
+        EXPECT_TRUE(frmdetailedpic::state.Lblzyl[count - 1].Visible);
     }
     for (const i32 cylinders : {25, 32767, 2147483647}) {
         channel_rec rec = engine(4, 24, in_line);
         rec.numzyl = cylinders;
         open_detailed_display(rec);
-        EXPECT_EQ(failure_of(prepare_frmdetailedpic), failure_of([] { failures::subscript(); }));
-        EXPECT_EQ(failure_of([] { draw_xygraph(2); }), failure_of([] { failures::subscript(); }));
+        EXPECT_EQ(failure_of(frmdetailedpic::prepare), failure_of([] { failures::subscript(); }));
+        EXPECT_EQ(failure_of([] { frmdetailedpic::draw_xygraph(2); }),
+                  failure_of([] { failures::subscript(); }));
     }
     open_detailed_display(engine(4, 6, in_line));
-    EXPECT_EQ(failure_of(prepare_frmdetailedpic), "");
+    EXPECT_EQ(failure_of(frmdetailedpic::prepare), "");
 }
 
 TEST_F(DetailedEngine, WithoutASelectedChannelAPassFails) {
     sensor::state.max_sensors = 4;
-    EXPECT_EQ(failure_of(prepare_frmdetailedpic), failure_of([] { failures::subscript(); }));
-    EXPECT_EQ(failure_of(draw_scale), "");
+    EXPECT_EQ(failure_of(frmdetailedpic::prepare), failure_of([] { failures::subscript(); }));
+    EXPECT_EQ(failure_of(frmdetailedpic::draw_scale), "");
 }
 
 TEST_F(DetailedEngine, TheEngineIsThatOfTheSelectedChannel) {
     open_detailed_display(engine(4, 6, in_line));
     sensor::state.channels[1] = engine(4, 3, in_line);
     sensor::state.polar_channel = 2;
-    only([] { draw_engine(2); });
+    only([] { frmdetailedpic::draw_engine(2); });
     EXPECT_EQ(strokes().size(), 256U + 3 + 7 + 3);
 }
 

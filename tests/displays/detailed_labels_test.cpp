@@ -34,7 +34,7 @@ TEST_F(DetailedLabels, SixCylindersOfAFourStrokeEngineAreSixthsOfTheCircle) {
         EXPECT_NEAR(around(place).Top, row.label_y, near_enough) << place;
         EXPECT_TRUE(around(place).Visible) << place;
     }
-    EXPECT_EQ(frmdetailedpic.Lblenddeg.Caption, "720 deg.");
+    EXPECT_EQ(frmdetailedpic::state.Lblenddeg.Caption, "720 deg.");
 }
 
 TEST_F(DetailedLabels, TheSameAnglesAreTwiceAsFarApartOnATwoStrokeEngine) {
@@ -48,7 +48,7 @@ TEST_F(DetailedLabels, TheSameAnglesAreTwiceAsFarApartOnATwoStrokeEngine) {
         EXPECT_NEAR(around(place).Left, row.label_x, near_enough) << place;
     }
     EXPECT_EQ(line_places(3), (std::vector<double>{0, 48, 96})); // 48.33 and 96.33
-    EXPECT_EQ(frmdetailedpic.Lblenddeg.Caption, "360 deg.");
+    EXPECT_EQ(frmdetailedpic::state.Lblenddeg.Caption, "360 deg.");
 }
 
 TEST_F(DetailedLabels, LabelsOfVEnginesAlternateAndBeginOutside) {
@@ -61,7 +61,7 @@ TEST_F(DetailedLabels, LabelsOfVEnginesAlternateAndBeginOutside) {
     }
     EXPECT_NEAR(around(0).Top, 31, near_enough);
     EXPECT_EQ(above(0).Top, 25);
-    frmdetailedpic.Lblzyl2 = {};
+    frmdetailedpic::state.Lblzyl2 = {};
     open_with(engine(4, 6, in_line));
     for (std::size_t place = 0; place < 6; ++place)
         EXPECT_EQ(above(place).Top, 25) << place;
@@ -77,7 +77,7 @@ TEST_F(DetailedLabels, WithoutCylindersThereAreCirclesAndAxesAndNoLabels) {
             return rec;
         }());
         EXPECT_EQ(visible_labels(), 0U);
-        only([] { draw_engine(2); });
+        only([] { frmdetailedpic::draw_engine(2); });
         EXPECT_EQ(strokes().size(), 256U + 7);
         EXPECT_EQ(texts().size(), 2U);
     }
@@ -96,10 +96,10 @@ TEST_F(DetailedLabels, LabelsOfAnEngineThatShrankAreHidden) {
 
 TEST_F(DetailedLabels, TheFixedPictureLeavesTheLabelsAlone) {
     open_with(engine(4, 6, in_line));
-    const auto before = frmdetailedpic.Lblzyl;
+    const auto before = frmdetailedpic::state.Lblzyl;
     sensor::state.channels[0].numzyl = 2;
-    draw_scale();
-    EXPECT_EQ(frmdetailedpic.Lblzyl, before);
+    frmdetailedpic::draw_scale();
+    EXPECT_EQ(frmdetailedpic::state.Lblzyl, before);
 }
 
 struct label_row {
@@ -137,7 +137,7 @@ TEST_F(DetailedLabels, AFiringOrderEntryOf100Or200KeepsTheTextThatIsThere) {
         EXPECT_EQ(above(1).Caption, "8");
         EXPECT_EQ(around(2).Caption, "4");
         EXPECT_TRUE(around(0).Visible && above(1).Visible);
-        frmdetailedpic_unload();
+        frmdetailedpic::unload();
         open_with(rec);
         EXPECT_EQ(around(0).Caption, "") << "nothing was there";
     }

@@ -40,7 +40,7 @@ inline void open_detailed_display(const channel_rec& rec) {
     sensor::state.scale_polar_t = 3.0;
     sensor::state.scale_polar_a = 0.5;
     sensor::state.adc_offset = 479;
-    show_frmdetailedpic("Detailed Display Engine 1");
+    frmdetailedpic::show("Detailed Display Engine 1");
 }
 
 /// Curves as a running engine has them: a bump for each cylinder, one of them too large.
@@ -61,8 +61,8 @@ inline void take_curves(const channel_rec& rec) {
 
 /// One whole pass, as a new curve makes it.
 inline void draw_pass() {
-    prepare_frmdetailedpic();
-    draw_curves();
+    frmdetailedpic::prepare();
+    frmdetailedpic::draw_curves();
 }
 
 } // namespace tyxo

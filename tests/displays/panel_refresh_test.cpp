@@ -51,7 +51,7 @@ TEST_F(PanelRefresh, ATickWritesStartedChannelsOnly) {
     const auto third = shown(2);
     const auto missing = shown(3);
     const auto second = shown(1);
-    Timer_chart_upd_tick();
+    mainfrm::Timer_chart_upd_tick();
     EXPECT_NE(shown(1), second);
     EXPECT_EQ(indicators.drehzahl[1].Position, 500);
     EXPECT_EQ(shown(0), first);
@@ -63,7 +63,7 @@ TEST_F(PanelRefresh, ATickNeverTouchesAMissingChannelEvenIfItsFlagWereSet) {
     fill(3);
     sensor::state.channel_running[3] = true;
     const auto before = shown(3);
-    Timer_chart_upd_tick();
+    mainfrm::Timer_chart_upd_tick();
     EXPECT_EQ(shown(3), before);
 }
 
@@ -78,14 +78,14 @@ TEST_F(PanelRefresh, ATickYieldsOnceBehindTheLastChannel) {
             indicators.drehzahl, [](const auto& gauge) { return gauge.Position == 500; }));
     };
     const int before = world().do_events_calls;
-    Timer_chart_upd_tick();
+    mainfrm::Timer_chart_upd_tick();
     EXPECT_EQ(world().do_events_calls, before + 1);
     EXPECT_EQ(written, 3);
 }
 
 TEST_F(PanelRefresh, ATickWithoutARunningChannelYieldsAllTheSame) {
     const int before = world().do_events_calls;
-    Timer_chart_upd_tick();
+    mainfrm::Timer_chart_upd_tick();
     EXPECT_EQ(world().do_events_calls, before + 1);
 }
 

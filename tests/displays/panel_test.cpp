@@ -255,7 +255,7 @@ TEST_F(Panel, AClickTogglesTheThermoChoiceAndKeepsItInTheSettings) {
                                  {-1, 1, teff_digits, teff_pointer, "Teff %DCA"}}) {
         for (i16 channel = 0; channel < channel_count; ++channel) {
             sensor::state.channels[channel].th_dig_val = row.before;
-            Label4_click(channel);
+            mainfrm::Label4_click(channel);
             EXPECT_EQ(sensor::state.channels[channel].th_dig_val, row.after) << row.before;
             EXPECT_EQ(Ini::ini_read("th_dig_val " + std::to_string(channel + 1)), std::to_string(row.after));
             EXPECT_EQ(indicators.digi_Thermo[channel].ForeColor, row.digits) << row.before;
@@ -267,9 +267,9 @@ TEST_F(Panel, AClickTogglesTheThermoChoiceAndKeepsItInTheSettings) {
 
 TEST_F(Panel, AClickWritesItsKeyAtOnceInTheFormOfNumbers) {
     start_on("[tyxo]\r\nmax_sensors= 1\r\nadc_offset=479\r\nzyl_speed_range=1\r\n");
-    Label4_click(0);
+    mainfrm::Label4_click(0);
     EXPECT_TRUE(file("tyxo.ini").ends_with("zyl_speed_range=1\r\nth_dig_val 1= 1\r\n"));
-    Label4_click(0);
+    mainfrm::Label4_click(0);
     EXPECT_TRUE(file("tyxo.ini").ends_with("zyl_speed_range=1\r\nth_dig_val 1= 0\r\n"));
 }
 
@@ -287,10 +287,10 @@ TEST_F(Panel, TheStoredThermoChoiceIsShownAtTheStart) {
 TEST_F(Panel, ATwoIsShownAsTeffAndTakesTwoClicksToTsig) {
     start_on(logging_settings(1, "th_dig_val 1=2\r\n"));
     const iLinearGaugeX shown = panels.Gauge_thermo[0];
-    Label4_click(0);
+    mainfrm::Label4_click(0);
     EXPECT_EQ(panels.Gauge_thermo[0], shown);
     EXPECT_EQ(panels.Label4[0].Caption, "Teff %DCA");
-    Label4_click(0);
+    mainfrm::Label4_click(0);
     EXPECT_EQ(panels.Label4[0].Caption, "Tsig %DCA");
 }
 

@@ -42,7 +42,7 @@ TEST_F(PolarCurves, AFailureEndsThePassAndTheNextCurveDrawsAgain) {
         sensor::state.scale_polar_t = 0;
         const std::string what = std::to_string(row.alarmlevel) + " " + std::to_string(row.dcalarmpercent);
         clear();
-        EXPECT_EQ(failure_of(draw_curves), failure_of(row.description)) << what;
+        EXPECT_EQ(failure_of(frmdetailedpic::draw_curves), failure_of(row.description)) << what;
         // The relative thermosignal was drawn, unless its mean was negative; nothing of what follows.
         EXPECT_EQ(strokes().size(), row.sample < 0 ? 0 : diagram_strokes) << what;
         EXPECT_EQ(texts().size(), row.sample < 0 ? 0U : 1U) << what;
@@ -58,12 +58,12 @@ TEST_F(PolarCurves, ProductsJustWithin32BitsAreDrawn) {
     sensor::state.channels[0].dcpercent_valid = true;
     sensor::state.channels[0].dcalarmpercent = 4772185;
     sensor::state.detail_thermo.fill(479 + 21474836);
-    EXPECT_EQ(failure_of(draw_thermo_abs), "");
+    EXPECT_EQ(failure_of(frmdetailedpic::draw_thermo_abs), "");
 }
 
 TEST_F(PolarCurves, ADcPercentageOfNoughtDoesNoHarmWhileItIsNotValid) {
     sensor::state.channels[0].dcalarmpercent = 0;
-    EXPECT_EQ(failure_of(draw_thermo_abs), "");
+    EXPECT_EQ(failure_of(frmdetailedpic::draw_thermo_abs), "");
 }
 
 TEST_F(PolarCurves, StrangeCurvesAndScalesAreDrawnInFull) {
@@ -79,7 +79,7 @@ TEST_F(PolarCurves, StrangeCurvesAndScalesAreDrawnInFull) {
             samples(sensor::state.detail_angacc, curve);
             sensor::state.scale_polar_t = sensor::state.scale_polar_a = scale;
             clear();
-            EXPECT_EQ(failure_of(draw_curves), "");
+            EXPECT_EQ(failure_of(frmdetailedpic::draw_curves), "");
             ASSERT_EQ(strokes().size(), 3 * diagram_strokes);
             for (const stroke& one : strokes()) {
                 EXPECT_TRUE(std::isfinite(one.x1 + one.x2));

@@ -13,9 +13,9 @@ struct diagram_row {
 };
 
 const std::vector<diagram_row> diagram_rows{
-    {draw_thermo, red, 106, 5, "Thermosignal rel. to average value"},
-    {draw_thermo_abs, yellow, 106, 9, "Thermosignal in % Alarmlevel"},
-    {draw_angle, blue, 166, 5, "Angular acceleration rel. to average value"},
+    {frmdetailedpic::draw_thermo, red, 106, 5, "Thermosignal rel. to average value"},
+    {frmdetailedpic::draw_thermo_abs, yellow, 106, 9, "Thermosignal in % Alarmlevel"},
+    {frmdetailedpic::draw_angle, blue, 166, 5, "Angular acceleration rel. to average value"},
 };
 
 TEST_F(PolarCurves, EachDiagramHasItsColourItsLinesAndItsLegend) {
@@ -61,7 +61,7 @@ TEST_F(PolarCurves, RelativeDiagramsFollowTheDeviationFromTheMean) {
         samples(thermo ? sensor::state.detail_thermo : sensor::state.detail_angacc, one_above_another);
         sensor::state.scale_polar_t = thermo ? 0.25 : 77;
         sensor::state.scale_polar_a = thermo ? 77 : 0.25;
-        only(thermo ? draw_thermo : draw_angle);
+        only(thermo ? frmdetailedpic::draw_thermo : frmdetailedpic::draw_angle);
         for (const point_row& row : ramp) {
             // Stroke k - 1 ends in point k.
             const stroke& around = round_part((row.k + 255) % 256);
@@ -77,11 +77,11 @@ TEST_F(PolarCurves, RelativeDiagramsFollowTheDeviationFromTheMean) {
 
 TEST_F(PolarCurves, ASampleEqualToTheMeanLiesOnTheWhiteCircleAndLine) {
     sensor::state.detail_thermo.fill(600);
-    only(draw_refline);
+    only(frmdetailedpic::draw_refline);
     const double white_line = strokes()[0].y1;
-    only(draw_refcircle);
+    only(frmdetailedpic::draw_refcircle);
     const std::vector<stroke> white_circle = strokes();
-    only(draw_thermo);
+    only(frmdetailedpic::draw_thermo);
     // The circle begins at the right, the curve at the top, a quarter of the way round.
     for (std::size_t k = 0; k < 256; ++k) {
         EXPECT_NEAR(round_part(k).x1, white_circle[(k + 192) % 256].x1, 1e-6);
@@ -119,7 +119,7 @@ TEST_F(PolarCurves, RelativeDeviationsAreLimitedOutwardsAndPastTheCentre) {
         sensor::state.detail_thermo.fill(10000);
         sensor::state.detail_thermo[0] += row.deviation;
         sensor::state.detail_thermo[128] -= row.deviation;
-        only(draw_thermo);
+        only(frmdetailedpic::draw_thermo);
         EXPECT_NEAR(first_radius(), row.radius, near_enough) << row.deviation;
         EXPECT_NEAR(round_part(0).x1, centre_x, near_enough) << row.deviation;
         EXPECT_NEAR(straight_part(0).y1, row.height_y, near_enough) << row.deviation;
@@ -127,7 +127,7 @@ TEST_F(PolarCurves, RelativeDeviationsAreLimitedOutwardsAndPastTheCentre) {
 }
 
 TEST_F(PolarCurves, ANegativeMeanDrawsNothingNotEvenTheLegend) {
-    for (auto* const draw : {draw_thermo, draw_angle}) {
+    for (auto* const draw : {frmdetailedpic::draw_thermo, frmdetailedpic::draw_angle}) {
         sensor::state.detail_thermo.fill(0);
         sensor::state.detail_angacc.fill(0);
         only(draw);
@@ -138,7 +138,7 @@ TEST_F(PolarCurves, ANegativeMeanDrawsNothingNotEvenTheLegend) {
         EXPECT_TRUE(texts().empty());
     }
     sensor::state.detail_thermo.fill(-5);
-    only(draw_thermo_abs);
+    only(frmdetailedpic::draw_thermo_abs);
     EXPECT_EQ(strokes().size(), diagram_strokes) << "the absolute diagram has no mean";
 }
 
@@ -146,7 +146,7 @@ TEST_F(PolarCurves, TheMeanIsNotRounded) {
     sensor::state.detail_thermo.fill(100);
     sensor::state.detail_thermo[128] = 101; // mean 100.00390625
     sensor::state.scale_polar_t = 256;
-    only(draw_thermo);
+    only(frmdetailedpic::draw_thermo);
     EXPECT_NEAR(first_radius(), 29, near_enough);
 }
 
@@ -186,7 +186,7 @@ TEST_F(PolarCurves, TheAbsoluteDiagramIsInPercentOfTheAlarmLevel) {
         rec.dcpercent_valid = row.dcalarmpercent != 0;
         rec.dcalarmpercent = row.dcalarmpercent != 0 ? row.dcalarmpercent : 33;
         first_deviates(row.deviation);
-        only(draw_thermo_abs);
+        only(frmdetailedpic::draw_thermo_abs);
         const std::string what = std::to_string(row.alarmlevel) + ": " + std::to_string(row.deviation);
         EXPECT_NEAR(first_radius(), row.radius, near_enough) << what;
         EXPECT_NEAR(first_height(), row.height, near_enough) << what;
@@ -206,7 +206,7 @@ const std::vector<point_row> saw{
 
 TEST_F(PolarCurves, TheAbsoluteDiagramRunsClockwiseFromTheTop) {
     samples(sensor::state.detail_thermo, [](i32 k) { return 479 + k % 30; });
-    only(draw_thermo_abs);
+    only(frmdetailedpic::draw_thermo_abs);
     for (const point_row& row : saw) {
         const stroke& around = round_part((row.k + 255) % 256);
         EXPECT_NEAR(around.x2, row.round_x, near_enough) << row.k;
@@ -220,9 +220,9 @@ TEST_F(PolarCurves, TheAbsoluteDiagramRunsClockwiseFromTheTop) {
 TEST_F(PolarCurves, AHundredPercentLiesOnTheOrangeCircleAndLine) {
     sensor::state.channels[0].alarmlevel = 1;
     sensor::state.detail_thermo.fill(479 + 25);
-    only(draw_almline);
+    only(frmdetailedpic::draw_almline);
     const double orange_line = strokes()[0].y1;
-    only(draw_thermo_abs);
+    only(frmdetailedpic::draw_thermo_abs);
     for (std::size_t k = 0; k < 256; ++k)
         EXPECT_NEAR(std::hypot(round_part(k).x1 - 61, round_part(k).y1 - 95), 50, 1e-6);
     for (std::size_t k = 0; k < 255; ++k)
@@ -233,10 +233,10 @@ TEST_F(PolarCurves, TheZeroPointCountsAtBothEndsOfItsRange) {
     for (const i16 zero : {i16{460}, i16{520}}) {
         sensor::state.adc_offset = zero;
         first_deviates(25);
-        only(draw_thermo_abs);
+        only(frmdetailedpic::draw_thermo_abs);
         EXPECT_NEAR(first_radius(), 25, near_enough) << zero;
         sensor::state.detail_thermo.fill(490);
-        only(draw_thermo_abs);
+        only(frmdetailedpic::draw_thermo_abs);
         EXPECT_NEAR(first_radius(), 30, near_enough) << zero;
     }
 }
@@ -254,10 +254,10 @@ TEST_F(PolarCurves, EachDiagramIsDrawnIfItsBoxIsExactlyOneInTheirOrder) {
                                                    {1, 1, 0, {red, yellow}},
                                                    {0, 0, 0, {}},
                                                    {2, -1, 1, {blue}}}) {
-        frmdetailedpic.Chck_tsrel = row.tsrel;
-        frmdetailedpic.Chck_tsabs = row.tsabs;
-        frmdetailedpic.Chck_aa = row.aa;
-        only(draw_curves);
+        frmdetailedpic::state.Chck_tsrel = row.tsrel;
+        frmdetailedpic::state.Chck_tsabs = row.tsabs;
+        frmdetailedpic::state.Chck_aa = row.aa;
+        only(frmdetailedpic::draw_curves);
         ASSERT_EQ(strokes().size(), row.drawn.size() * diagram_strokes);
         for (std::size_t diagram = 0; diagram < row.drawn.size(); ++diagram)
             EXPECT_EQ(strokes()[diagram * diagram_strokes].ForeColor, row.drawn[diagram]);
@@ -267,11 +267,11 @@ TEST_F(PolarCurves, EachDiagramIsDrawnIfItsBoxIsExactlyOneInTheirOrder) {
 TEST_F(PolarCurves, AChangedScaleShowsWithTheNextCurve) {
     first_deviates(8);
     sensor::state.detail_thermo[128] -= 8;
-    only(draw_thermo);
+    only(frmdetailedpic::draw_thermo);
     const double before = first_radius();
     sensor::state.scale_polar_t = 2;
     EXPECT_EQ(first_radius(), before);
-    only(draw_thermo);
+    only(frmdetailedpic::draw_thermo);
     EXPECT_NEAR(first_radius() - 30, 2 * (before - 30), near_enough);
 }
 

@@ -32,13 +32,13 @@ class PolarSurface : public testing::Test {
   protected:
     void SetUp() override {
         simulation::fresh_world();
-        frmdetailedpic.surface.ScaleWidth = 280;
-        frmdetailedpic.surface.ScaleHeight = 190;
+        frmdetailedpic::state.surface.ScaleWidth = 280;
+        frmdetailedpic::state.surface.ScaleHeight = 190;
     }
 
-    static const std::vector<stroke>& strokes() { return frmdetailedpic.surface.strokes; }
-    static const std::vector<canvas_text>& texts() { return frmdetailedpic.surface.texts; }
-    static void clear() { frmdetailedpic.surface.clear(); }
+    static const std::vector<stroke>& strokes() { return frmdetailedpic::state.surface.strokes; }
+    static const std::vector<canvas_text>& texts() { return frmdetailedpic::state.surface.texts; }
+    static void clear() { frmdetailedpic::state.surface.clear(); }
 
     /// Strokes and texts of a single element.
     static void only(const std::function<void()>& draw) {
@@ -63,7 +63,8 @@ class PolarCurves : public PolarSurface {
         sensor::state.adc_offset = 479;
         sensor::state.scale_polar_t = sensor::state.scale_polar_a = 1;
         sensor::state.channels[0] = engine(4, 6, in_line);
-        frmdetailedpic.Chck_tsrel = frmdetailedpic.Chck_tsabs = frmdetailedpic.Chck_aa = 1;
+        frmdetailedpic::state.Chck_tsrel = frmdetailedpic::state.Chck_tsabs = frmdetailedpic::state.Chck_aa =
+            1;
     }
     static void samples(sensor::curve& curve, const std::function<i32(i32 k)>& value) {
         for (i32 k = 0; k < 256; ++k)

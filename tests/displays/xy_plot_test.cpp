@@ -100,16 +100,16 @@ TEST_F(XYPlot, OfAChannelThatCameIntoUseAfterTheStartStaysEmptyWhenItIsCleared) 
 
 TEST_F(XYPlot, AClickChoosesTheChannelOfTheDetailedDisplay) {
     for (i16 channel = 0; channel < 3; ++channel) {
-        XYplot_click(channel);
+        mainfrm::XYplot_click(channel);
         EXPECT_EQ(sensor::state.polar_channel, channel + 1);
     }
 }
 
 TEST_F(XYPlot, AClickOnAChannelNotInUseOpensNothing) {
-    XYplot_click(3);
+    mainfrm::XYplot_click(3);
     EXPECT_EQ(sensor::state.polar_channel, 4); // is set all the same
-    EXPECT_FALSE(frmdetailedpic.form.Visible);
-    EXPECT_FALSE(frmdetailedpic.open);
+    EXPECT_FALSE(frmdetailedpic::state.form.Visible);
+    EXPECT_FALSE(frmdetailedpic::state.open);
 }
 
 constexpr plot_axis axis{-65, 130};

@@ -35,9 +35,9 @@ TEST_F(ConnectionLoss, AFailedStartStaysSilentUntilTheOperatorActs) {
     start();
     EXPECT_EQ(status().Text, "Can't connect to 10.1.2.3  State: 9");
     plant().connects = connecting::accepted;
-    const frmsetuptcp_form before = FrmSetupTCP;
+    const FrmSetupTCP::window before = FrmSetupTCP::state;
     advance(hour);
-    EXPECT_EQ(FrmSetupTCP, before);
+    EXPECT_EQ(FrmSetupTCP::state, before);
     EXPECT_EQ(plant().attempts.size(), 1U);
     EXPECT_FALSE(gateway.Timer_reconnect.Enabled());
     EXPECT_TRUE(mainfrm::timers.Timer_TCP.Enabled());

@@ -20,8 +20,8 @@ class Connection : public gateway_world {
 };
 
 TEST_F(Connection, IsMadeWithTheTextsOfTheBoxes) {
-    FrmSetupTCP.Txt_IPadr = "plc.plant.example";
-    FrmSetupTCP.Txt_IPport = " 1502 or so";
+    FrmSetupTCP::state.Txt_IPadr = "plc.plant.example";
+    FrmSetupTCP::state.Txt_IPport = " 1502 or so";
     modbus.mb_timed_out = true;
     gateway.Timer_reconnect.Enabled(true);
     EXPECT_EQ(lasting([] { TCP_connect(1); }), 5) << "the wait ends with the connection";
@@ -38,7 +38,7 @@ TEST_F(Connection, ThatIsThereIsLeftAlone) {
     connect();
     modbus.mb_timed_out = true;
     tcp.tcp_locked = true;
-    show_tcp_status("as it was", 1);
+    FrmSetupTCP::show_tcp_status("as it was", 1);
     TCP_connect(1);
     EXPECT_EQ(status(), (status_box{"as it was", 1}));
     EXPECT_TRUE(modbus.mb_timed_out);
@@ -48,12 +48,12 @@ TEST_F(Connection, ThatIsThereIsLeftAlone) {
 TEST_F(Connection, AnyCommandBut1DoesNothingInAnyState) {
     const auto nothing_happens = [] {
         const connection_state before = tcp;
-        const frmsetuptcp_form form = FrmSetupTCP;
+        const FrmSetupTCP::window form = FrmSetupTCP::state;
         const i16 state = gateway.Winsock_A.State();
         for (const u8 command : {u8{2}, u8{0}, u8{3}, u8{255}})
             EXPECT_EQ(lasting([command] { TCP_connect(command); }), 0);
         EXPECT_EQ(tcp, before);
-        EXPECT_EQ(FrmSetupTCP, form);
+        EXPECT_EQ(FrmSetupTCP::state, form);
         EXPECT_EQ(gateway.Winsock_A.State(), state);
     };
     nothing_happens();
@@ -127,13 +127,13 @@ TEST_F(Connection, ASuccessBehindTwoFailuresLeavesTheCountAndTheNextFailureLocks
 
 TEST_F(Connection, WithAPortOrHostOutOfRangeEndsInTheErrorState) {
     for (const char* port : {"65536", "-1", "2147483647"}) {
-        FrmSetupTCP.Txt_IPport = port;
+        FrmSetupTCP::state.Txt_IPport = port;
         tcp = {};
         TCP_connect(1);
         EXPECT_EQ(status(), cannot(9)) << port;
     }
-    FrmSetupTCP.Txt_IPport = "502";
-    FrmSetupTCP.Txt_IPadr = "";
+    FrmSetupTCP::state.Txt_IPport = "502";
+    FrmSetupTCP::state.Txt_IPadr = "";
     TCP_connect(1);
     EXPECT_EQ(status(), (status_box{"Can't connect to   State: 9", 255}));
 }
@@ -141,7 +141,7 @@ TEST_F(Connection, WithAPortOrHostOutOfRangeEndsInTheErrorState) {
 TEST_F(Connection, TakesThePortAsARoundedNumberAndNoneAs0) {
     for (const auto& [text, port] : {std::pair{"502.5", 502}, {"503.5", 504}, {"none", 0}, {"", 0}}) {
         TCP_disconnect();
-        FrmSetupTCP.Txt_IPport = text;
+        FrmSetupTCP::state.Txt_IPport = text;
         TCP_connect(1);
         EXPECT_EQ(plant().attempts.back().port, port) << text;
     }
@@ -149,7 +149,7 @@ TEST_F(Connection, TakesThePortAsARoundedNumberAndNoneAs0) {
 
 TEST_F(Connection, WithAPortBeyond32BitsIsAFailure) {
     for (const char* port : {"2147483648", "-3E9", "1e300", "1e999"}) {
-        FrmSetupTCP.Txt_IPport = port;
+        FrmSetupTCP::state.Txt_IPport = port;
         EXPECT_THROW(TCP_connect(1), failure) << port;
     }
     EXPECT_TRUE(plant().attempts.empty());
@@ -162,7 +162,7 @@ TEST_F(Connection, DisconnectingClosesAndSaysSo) {
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     EXPECT_FALSE(tcp.tcp_connected);
     EXPECT_EQ(status(), disconnected);
-    show_tcp_status("", 0);
+    FrmSetupTCP::show_tcp_status("", 0);
     TCP_disconnect();
     EXPECT_EQ(status(), disconnected) << "from the closed state too";
 }
@@ -191,10 +191,10 @@ TEST_F(Connection, AReconnectionTickWhileConnectedChangesOnlyTheText) {
     gateway.Timer_reconnect.Enabled(true);
     const connection_state before = tcp;
     const modbus_state transactions = modbus;
-    frmsetuptcp_form form = FrmSetupTCP;
-    Timer_reconnect_tick();
+    FrmSetupTCP::window form = FrmSetupTCP::state;
+    FrmSetupTCP::Timer_reconnect_tick();
     form.Text5 = auto_reset;
-    EXPECT_EQ(FrmSetupTCP, form);
+    EXPECT_EQ(FrmSetupTCP::state, form);
     EXPECT_EQ(tcp, before);
     EXPECT_EQ(modbus, transactions);
     EXPECT_TRUE(gateway.Timer_reconnect.Enabled());
@@ -206,7 +206,7 @@ TEST_F(Connection, AReconnectionTickClearsTheLock) {
         fail_once();
     ASSERT_TRUE(tcp.tcp_locked);
     plant().connects = connecting::accepted;
-    Timer_reconnect_tick();
+    FrmSetupTCP::Timer_reconnect_tick();
     EXPECT_FALSE(tcp.tcp_locked);
     EXPECT_EQ(status(), connected);
 }

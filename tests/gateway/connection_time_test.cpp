@@ -75,7 +75,7 @@ TEST_F(ConnectionTime, ALateConnectionGivesWayToTheReconnection) {
 
 TEST_F(ConnectionTime, ALateConnectionIsNotTakenForTheTargetThatWasTypedSince) {
     connect_late();
-    FrmSetupTCP.Txt_IPadr = "10.9.9.9";
+    FrmSetupTCP::state.Txt_IPadr = "10.9.9.9";
     TCP_connect(1);
     EXPECT_EQ(plant().attempts.back().host, "10.9.9.9");
     EXPECT_TRUE(tcp.tcp_connected);

@@ -23,7 +23,7 @@ TEST_F(SetupTcpOptions, SetsTheCheckBoxesOfItsSettings) {
         settings.IPenaTRS = static_cast<u8>((on >> 1) & 1);
         settings.IPpolar = static_cast<i16>((on >> 2) & 1);
         settings.IPsysstat = static_cast<i16>((on >> 3) & 1);
-        setup_tcp_click();
+        mainfrm::setup_tcp_click();
         EXPECT_EQ(form().Check1, settings.IPAutoC);
         EXPECT_EQ(form().Check2, settings.IPenaTRS);
         EXPECT_EQ(form().Check3, settings.IPpolar);
@@ -37,15 +37,16 @@ TEST_F(SetupTcpOptions, OnlyTheNumber1SwitchesAnOptionOn) {
     settings.IPAutoC = settings.IPenaTRS = 2;
     settings.IPpolar = -1;
     settings.IPsysstat = 7;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(form().Check1 + form().Check2 + form().Check3 + form().Check4, 0);
     EXPECT_TRUE(form().IP_Test_Frame.Enabled);
     EXPECT_EQ(settings.IPpolar, -1);
 }
 
 TEST_F(SetupTcpOptions, AnAutomaticBlockDisablesTheManualCommands) {
-    setup_tcp_click();
-    for (const auto& click : {Check2_click, Check3_click, Check4_click}) {
+    mainfrm::setup_tcp_click();
+    for (const auto& click :
+         {FrmSetupTCP::Check2_click, FrmSetupTCP::Check3_click, FrmSetupTCP::Check4_click}) {
         click();
         EXPECT_FALSE(form().IP_Test_Frame.Enabled);
         EXPECT_EQ(form().IP_Test_Frame.Caption, automatic);
@@ -53,56 +54,56 @@ TEST_F(SetupTcpOptions, AnAutomaticBlockDisablesTheManualCommands) {
         EXPECT_TRUE(form().IP_Test_Frame.Enabled);
         EXPECT_EQ(form().IP_Test_Frame.Caption, manual);
     }
-    Check2_click();
-    Check4_click();
-    Check2_click();
+    FrmSetupTCP::Check2_click();
+    FrmSetupTCP::Check4_click();
+    FrmSetupTCP::Check2_click();
     EXPECT_FALSE(form().IP_Test_Frame.Enabled) << "one block is still sent";
-    Check1_click();
-    Check4_click();
+    FrmSetupTCP::Check1_click();
+    FrmSetupTCP::Check4_click();
     EXPECT_TRUE(form().IP_Test_Frame.Enabled) << "the connection alone is no block";
 }
 
 TEST_F(SetupTcpOptions, CheckBoxesChangeTheirOwnSettingAndStoreNothing) {
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     const auto values = [] {
         return std::vector<int>{settings.IPAutoC, settings.IPenaTRS, settings.IPpolar, settings.IPsysstat};
     };
-    Check1_click();
+    FrmSetupTCP::Check1_click();
     EXPECT_EQ(values(), (std::vector<int>{1, 0, 0, 0}));
-    Check2_click();
+    FrmSetupTCP::Check2_click();
     EXPECT_EQ(values(), (std::vector<int>{1, 1, 0, 0}));
-    Check3_click();
+    FrmSetupTCP::Check3_click();
     EXPECT_EQ(values(), (std::vector<int>{1, 1, 1, 0}));
-    Check4_click();
+    FrmSetupTCP::Check4_click();
     EXPECT_EQ(values(), (std::vector<int>{1, 1, 1, 1}));
     EXPECT_EQ(form().Check1 + form().Check2 + form().Check3 + form().Check4, 4);
-    Check1_click();
+    FrmSetupTCP::Check1_click();
     EXPECT_EQ(values(), (std::vector<int>{0, 1, 1, 1}));
     EXPECT_EQ(form().Check1, 0);
     EXPECT_EQ(file(settings_file), "");
 }
 
 TEST_F(SetupTcpOptions, TheAutomaticConnectionStartsTheCycleAndNeverStopsIt) {
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     mainfrm::timers.Timer_TCP.Interval(300);
-    Check1_click();
+    FrmSetupTCP::Check1_click();
     EXPECT_TRUE(mainfrm::timers.Timer_TCP.Enabled());
-    Check1_click();
+    FrmSetupTCP::Check1_click();
     EXPECT_EQ(settings.IPAutoC, 0);
     EXPECT_TRUE(mainfrm::timers.Timer_TCP.Enabled());
     mainfrm::timers.Timer_TCP.Enabled(false);
-    Check2_click();
+    FrmSetupTCP::Check2_click();
     EXPECT_FALSE(mainfrm::timers.Timer_TCP.Enabled()) << "another box";
 }
 
 TEST_F(SetupTcpOptions, ARunningCycleKeepsItsPeriodWhenTheConnectionIsSwitched) {
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     int ticks = 0;
     mainfrm::timers.Timer_TCP.on_tick([&] { ++ticks; });
     mainfrm::timers.Timer_TCP.Interval(300);
     mainfrm::timers.Timer_TCP.Enabled(true);
     advance(200);
-    Check1_click();
+    FrmSetupTCP::Check1_click();
     advance(100);
     EXPECT_EQ(ticks, 1);
 }
@@ -111,7 +112,7 @@ TEST_F(SetupTcpOptions, TheViewShowsRegistersOrThePicture) {
     for (const u8 view : {u8{0}, u8{1}, u8{2}, u8{255}}) {
         form() = {};
         settings.REGView = view;
-        setup_tcp_click();
+        mainfrm::setup_tcp_click();
         EXPECT_EQ(form().Reg_content, view == 1);
         EXPECT_EQ(form().IP_Test_Frame.Visible, view == 1);
         EXPECT_EQ(form().Image_TCP_visible, view != 1);
@@ -120,14 +121,14 @@ TEST_F(SetupTcpOptions, TheViewShowsRegistersOrThePicture) {
 
 TEST_F(SetupTcpOptions, TheRegisterViewIsInvertedAndStoredAtOnce) {
     settings.REGView = 7;
-    setup_tcp_click();
-    Reg_content_click();
+    mainfrm::setup_tcp_click();
+    FrmSetupTCP::Reg_content_click();
     EXPECT_EQ(settings.REGView, 1);
     EXPECT_TRUE(form().Reg_content);
     EXPECT_TRUE(form().IP_Test_Frame.Visible);
     EXPECT_FALSE(form().Image_TCP_visible);
     EXPECT_EQ(file(settings_file), "[tyxo]\r\nREGView= 1\r\n");
-    Reg_content_click();
+    FrmSetupTCP::Reg_content_click();
     EXPECT_EQ(settings.REGView, 0);
     EXPECT_FALSE(form().Reg_content);
     EXPECT_FALSE(form().IP_Test_Frame.Visible);
@@ -139,15 +140,15 @@ TEST_F(SetupTcpOptions, TheMenuItemOfTheSpeedIsChecked) {
     const std::array<std::string, 3> names{"slow ", "medium ", "fast "};
     for (u8 refresh = 0; refresh < 3; ++refresh) {
         settings.IPRefresh = refresh;
-        setup_tcp_click();
+        mainfrm::setup_tcp_click();
         EXPECT_EQ(checked_items(), names[refresh]);
-        Cmd_close_click();
+        FrmSetupTCP::Cmd_close_click();
     }
     settings.IPRefresh = 7;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(checked_items(), "fast ") << "another value touches no item";
     form() = {};
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(checked_items(), "");
 }
 
@@ -160,12 +161,12 @@ struct speed_row {
 
 TEST_F(SetupTcpOptions, ASpeedIsCheckedStoredAndTaken) {
     settings.IPRefresh = 7;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     mainfrm::timers.Timer_TCP.Interval(300);
-    for (const speed_row& row : {speed_row{slow_click, "slow ", 0, 600},
-                                 {medium_click, "medium ", 1, 450},
-                                 {fast_click, "fast ", 2, 300},
-                                 {slow_click, "slow ", 0, 600}}) {
+    for (const speed_row& row : {speed_row{FrmSetupTCP::slow_click, "slow ", 0, 600},
+                                 {FrmSetupTCP::medium_click, "medium ", 1, 450},
+                                 {FrmSetupTCP::fast_click, "fast ", 2, 300},
+                                 {FrmSetupTCP::slow_click, "slow ", 0, 600}}) {
         row.click();
         EXPECT_EQ(checked_items(), row.item);
         EXPECT_EQ(settings.IPRefresh, row.refresh);
@@ -176,11 +177,11 @@ TEST_F(SetupTcpOptions, ASpeedIsCheckedStoredAndTaken) {
 
 TEST_F(SetupTcpOptions, AClickOnTheCheckedSpeedChangesNothing) {
     settings.IPRefresh = 1;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     put_settings("IPRefresh=17\n");
     const std::string before = file(settings_file);
     mainfrm::timers.Timer_TCP.Interval(299);
-    medium_click();
+    FrmSetupTCP::medium_click();
     EXPECT_EQ(checked_items(), "medium ");
     EXPECT_EQ(file(settings_file), before);
     EXPECT_EQ(mainfrm::timers.Timer_TCP.Interval(), 299);

@@ -23,22 +23,22 @@ class SaveTcp : public testing::Test {
         settings.REGBase = 1000;
         settings.REGNumber = 10;
         settings.Sendbase = 40;
-        setup_tcp_click();
+        mainfrm::setup_tcp_click();
     }
 
-    static frmsetuptcp_form& form() { return FrmSetupTCP; }
+    static FrmSetupTCP::window& form() { return FrmSetupTCP::state; }
     static std::string stored(std::string_view key) { return Ini::ini_read(key); }
 };
 
 TEST_F(SaveTcp, StoresEverythingInOrderToTheByte) {
-    Txt_IPadr_change("192.168.0.10");
-    Txt_IPport_change("503");
-    Txt_regbase_change("62300");
-    Txt_regnumber_change("50");
-    Txt_sendbase_change("65410");
-    Check2_click();
-    Check4_click();
-    Cmd_save_click();
+    FrmSetupTCP::Txt_IPadr_change("192.168.0.10");
+    FrmSetupTCP::Txt_IPport_change("503");
+    FrmSetupTCP::Txt_regbase_change("62300");
+    FrmSetupTCP::Txt_regnumber_change("50");
+    FrmSetupTCP::Txt_sendbase_change("65410");
+    FrmSetupTCP::Check2_click();
+    FrmSetupTCP::Check4_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(file(settings_file), "[tyxo]\r\n"
                                    "IPAdr=192.168.0.10\r\n"
                                    "IPPort=503\r\n"
@@ -58,16 +58,16 @@ TEST_F(SaveTcp, StoresEverythingInOrderToTheByte) {
 
 TEST_F(SaveTcp, StoresItsKeysAsOneChange) {
     const int before = world().replacements;
-    Cmd_save_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(world().replacements, before + 1);
 }
 
 TEST_F(SaveTcp, FindsTheKeysOfTheStartInTheirOtherSpelling) {
     put_settings("IPport=1\nIPenaTRS=0\nIPpolar=0\nIPsysstat=0\nREGBase=5\n");
-    Check2_click();
-    Check3_click();
-    Check4_click();
-    Cmd_save_click();
+    FrmSetupTCP::Check2_click();
+    FrmSetupTCP::Check3_click();
+    FrmSetupTCP::Check4_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(file(settings_file), "[tyxo]\r\n"
                                    "IPport=502\r\n"
                                    "IPenaTRS= 1\r\n"
@@ -81,10 +81,10 @@ TEST_F(SaveTcp, FindsTheKeysOfTheStartInTheirOtherSpelling) {
 }
 
 TEST_F(SaveTcp, ReplacesNumbersAboveTheirLimitsInTheBoxes) {
-    Txt_regbase_change("62301");
-    Txt_regnumber_change("200");
-    Txt_sendbase_change("65411");
-    Cmd_save_click();
+    FrmSetupTCP::Txt_regbase_change("62301");
+    FrmSetupTCP::Txt_regnumber_change("200");
+    FrmSetupTCP::Txt_sendbase_change("65411");
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(form().Txt_regbase, "62300");
     EXPECT_EQ(form().Txt_regnumber, "123");
     EXPECT_EQ(form().Txt_sendbase, "65410");
@@ -96,11 +96,11 @@ TEST_F(SaveTcp, ReplacesNumbersAboveTheirLimitsInTheBoxes) {
 }
 
 TEST_F(SaveTcp, KeepsNumbersAtTheirLimits) {
-    Txt_regbase_change("62300");
-    Txt_regnumber_change("123");
-    Txt_sendbase_change("65410");
-    Txt_IPport_change("32767");
-    Cmd_save_click();
+    FrmSetupTCP::Txt_regbase_change("62300");
+    FrmSetupTCP::Txt_regnumber_change("123");
+    FrmSetupTCP::Txt_sendbase_change("65410");
+    FrmSetupTCP::Txt_IPport_change("32767");
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(form().Txt_regbase, "62300");
     EXPECT_EQ(form().Txt_regnumber, "123");
     EXPECT_EQ(form().Txt_sendbase, "65410");
@@ -112,11 +112,11 @@ TEST_F(SaveTcp, APortAbove32767OverflowsBehindItsStoring) {
     for (const char* const port : {"32768", "65535", "70000"}) {
         fresh_world();
         settings.IPport = 502;
-        setup_tcp_click();
-        Txt_IPadr_change("192.168.0.10");
-        Txt_IPport_change(port);
-        Txt_regbase_change("7");
-        EXPECT_THROW(Cmd_save_click(), failure);
+        mainfrm::setup_tcp_click();
+        FrmSetupTCP::Txt_IPadr_change("192.168.0.10");
+        FrmSetupTCP::Txt_IPport_change(port);
+        FrmSetupTCP::Txt_regbase_change("7");
+        EXPECT_THROW(FrmSetupTCP::Cmd_save_click(), failure);
         const std::string limited = port == std::string("70000") ? "65535" : port;
         EXPECT_EQ(form().Txt_IPport, limited);
         EXPECT_EQ(file(settings_file), "[tyxo]\r\nIPAdr=192.168.0.10\r\nIPPort=" + limited + "\r\n");
@@ -127,19 +127,19 @@ TEST_F(SaveTcp, APortAbove32767OverflowsBehindItsStoring) {
 }
 
 TEST_F(SaveTcp, ANegativePortIsStoredAsItIs) {
-    Txt_IPport_change("-1");
-    Cmd_save_click();
+    FrmSetupTCP::Txt_IPport_change("-1");
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(form().Txt_IPport, "-1");
     EXPECT_EQ(stored("IPport"), "-1");
     EXPECT_EQ(settings.IPport, -1);
 }
 
 TEST_F(SaveTcp, ATextThatIsNoNumberIsStoredAndCountsAs0) {
-    Txt_IPport_change("abc");
-    Txt_regbase_change("abc");
-    Txt_regnumber_change("abc");
-    Txt_sendbase_change("abc");
-    Cmd_save_click();
+    FrmSetupTCP::Txt_IPport_change("abc");
+    FrmSetupTCP::Txt_regbase_change("abc");
+    FrmSetupTCP::Txt_regnumber_change("abc");
+    FrmSetupTCP::Txt_sendbase_change("abc");
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(file(settings_file).find("IPPort=abc\r\nREGBase= 0\r\nREGNumber=abc\r\n"), 24U);
     EXPECT_EQ(stored("Sendbase"), "abc");
     EXPECT_EQ(settings.IPport, 0);
@@ -149,10 +149,10 @@ TEST_F(SaveTcp, ATextThatIsNoNumberIsStoredAndCountsAs0) {
 }
 
 TEST_F(SaveTcp, ANumberIsTheOneThatItsTextBeginsWith) {
-    Txt_IPport_change(" 502 tcp");
-    Txt_regbase_change("12.5 or so");
-    Txt_regnumber_change("2.5");
-    Cmd_save_click();
+    FrmSetupTCP::Txt_IPport_change(" 502 tcp");
+    FrmSetupTCP::Txt_regbase_change("12.5 or so");
+    FrmSetupTCP::Txt_regnumber_change("2.5");
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(settings.IPport, 502);
     EXPECT_EQ(stored("REGBase"), "12.5") << "the number as it is";
     EXPECT_EQ(settings.REGBase, 12) << "a half goes to the even neighbour";
@@ -162,22 +162,22 @@ TEST_F(SaveTcp, ANumberIsTheOneThatItsTextBeginsWith) {
 
 TEST_F(SaveTcp, StoresTheOptionsOfTheMemoryAndNotOfTheBoxes) {
     settings.IPpolar = 5;
-    Cmd_save_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(stored("IPpolar"), "5");
     EXPECT_EQ(form().Check3, 0);
 }
 
 TEST_F(SaveTcp, LeavesTheStateOfTheConnectionAsItWas) {
     tcp.tcp_connected = true;
-    Cmd_save_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_TRUE(tcp.tcp_connected);
     EXPECT_EQ(form().Text5.Text, "Disconnected");
 }
 
 TEST_F(SaveTcp, ConnectsWhenTheConnectionIsAutomatic) {
-    Check1_click();
+    FrmSetupTCP::Check1_click();
     tcp.tcp_locked = true;
-    Cmd_save_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(stored("IPAutoC"), "1");
     EXPECT_TRUE(tcp.tcp_locked) << "saving does not unlock";
 }

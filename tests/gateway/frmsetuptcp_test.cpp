@@ -35,7 +35,7 @@ TEST_F(SetupTcp, OpensWithTheSettingsInMemoryInItsBoxes) {
     settings.REGBase = 62300;
     settings.REGNumber = 50;
     settings.Sendbase = 65410;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_TRUE(form().form.Visible);
     EXPECT_TRUE(form().form.Loaded);
     EXPECT_EQ(form().Txt_IPadr, "plc.m\xFChle");
@@ -48,13 +48,13 @@ TEST_F(SetupTcp, OpensWithTheSettingsInMemoryInItsBoxes) {
 TEST_F(SetupTcp, ShowsNegativeSettingsAsTheyAre) {
     settings.IPport = -1;
     settings.REGBase = -70000;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(form().Txt_IPport, "-1");
     EXPECT_EQ(form().Txt_regbase, "-70000");
 }
 
 TEST_F(SetupTcp, ARegisterNumberOf0Opens123) {
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(form().Txt_regnumber, "123");
     EXPECT_EQ(settings.REGNumber, 123);
     EXPECT_EQ(file(settings_file), "") << "in memory only";
@@ -62,46 +62,46 @@ TEST_F(SetupTcp, ARegisterNumberOf0Opens123) {
 
 TEST_F(SetupTcp, LoadsOnceAndHidden) {
     settings.IPAdr = "first";
-    load_frmsetuptcp();
+    FrmSetupTCP::load();
     EXPECT_TRUE(form().form.Loaded);
     EXPECT_FALSE(form().form.Visible);
     EXPECT_EQ(form().Txt_IPadr, "first");
     settings.IPAdr = "second";
-    load_frmsetuptcp();
+    FrmSetupTCP::load();
     EXPECT_EQ(form().Txt_IPadr, "first");
 }
 
 TEST_F(SetupTcp, OpeningFillsTheBoxesAgain) {
-    load_frmsetuptcp();
-    Txt_IPadr_change("typed and not saved");
+    FrmSetupTCP::load();
+    FrmSetupTCP::Txt_IPadr_change("typed and not saved");
     form().Txt_regnumber = "50";
     settings.IPAdr = "10.0.0.7";
     settings.REGNumber = 6;
     settings.REGView = 1;
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(form().Txt_IPadr, "10.0.0.7");
     EXPECT_EQ(form().Txt_regnumber, "6");
     EXPECT_TRUE(form().IP_Test_Frame.Visible);
-    Cmd_close_click();
+    FrmSetupTCP::Cmd_close_click();
     settings.IPAdr = "10.0.0.8";
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(form().Txt_IPadr, "10.0.0.8");
 }
 
 TEST_F(SetupTcp, AnOpenWindowComesToTheFrontAsItIs) {
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     const i32 before = form().summoned;
-    Txt_IPadr_change("half typed");
-    setup_tcp_click();
+    FrmSetupTCP::Txt_IPadr_change("half typed");
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(form().Txt_IPadr, "half typed");
     EXPECT_EQ(form().summoned, before + 1);
     EXPECT_TRUE(form().form.Visible);
 }
 
 TEST_F(SetupTcp, OpeningLeavesStatusAndRegistersAlone) {
-    show_tcp_status("Connected", status_colour::green);
+    FrmSetupTCP::show_tcp_status("Connected", status_colour::green);
     form().Text4[3] = "17";
-    setup_tcp_click();
+    mainfrm::setup_tcp_click();
     EXPECT_EQ(form().Text5.Text, "Connected");
     EXPECT_EQ(form().Text5.BackColor, 65280);
     EXPECT_EQ(form().Text4[3], "17");
@@ -109,7 +109,7 @@ TEST_F(SetupTcp, OpeningLeavesStatusAndRegistersAlone) {
 
 TEST_F(SetupTcp, ResettingTheConnectionUnlocksIt) {
     tcp.tcp_locked = true;
-    res_con_click();
+    FrmSetupTCP::res_con_click();
     EXPECT_FALSE(tcp.tcp_locked);
     // What the attempt itself shows comes behind, and is never "Connection locked".
     EXPECT_NE(form().Text5.Text, "Connection locked");
@@ -118,16 +118,16 @@ TEST_F(SetupTcp, ResettingTheConnectionUnlocksIt) {
 
 TEST_F(SetupTcp, DisconnectingUnlocksToo) {
     tcp.tcp_locked = true;
-    cmd_discon_click();
+    FrmSetupTCP::cmd_discon_click();
     EXPECT_FALSE(tcp.tcp_locked);
 }
 
 TEST_F(SetupTcp, ManualCommandsWithoutConnectionAreRefusedAndChangeNoBox) {
-    Txt_sendbase_change("70000");
-    Txt_regnumber_change("200");
-    Text4_change(0, "70000");
-    for (const auto& click : {Cmd_read_R_click, Cmd_write_R_click}) {
-        show_tcp_status("", 0);
+    FrmSetupTCP::Txt_sendbase_change("70000");
+    FrmSetupTCP::Txt_regnumber_change("200");
+    FrmSetupTCP::Text4_change(0, "70000");
+    for (const auto& click : {FrmSetupTCP::Cmd_read_R_click, FrmSetupTCP::Cmd_write_R_click}) {
+        FrmSetupTCP::show_tcp_status("", 0);
         click();
         EXPECT_EQ(form().Text5.Text, "Device not connected via TCP/IP");
         EXPECT_EQ(form().Text5.BackColor, 255);
@@ -139,22 +139,22 @@ TEST_F(SetupTcp, ManualCommandsWithoutConnectionAreRefusedAndChangeNoBox) {
 }
 
 TEST_F(SetupTcp, ATypedTextIsKeptAsItIs) {
-    Txt_IPadr_change("a\xFC ");
-    Txt_IPport_change("abc");
-    Txt_regbase_change("");
-    Text4_change(122, "12x");
+    FrmSetupTCP::Txt_IPadr_change("a\xFC ");
+    FrmSetupTCP::Txt_IPport_change("abc");
+    FrmSetupTCP::Txt_regbase_change("");
+    FrmSetupTCP::Text4_change(122, "12x");
     EXPECT_EQ(form().Txt_IPadr, "a\xFC ");
     EXPECT_EQ(form().Txt_IPport, "abc");
     EXPECT_EQ(form().Txt_regbase, "");
     EXPECT_EQ(form().Text4[122], "12x");
-    EXPECT_THROW(Text4_change(123, "1"), failure);
+    EXPECT_THROW(FrmSetupTCP::Text4_change(123, "1"), failure);
 }
 
 TEST_F(SetupTcp, ClosingOnlyHidesIt) {
-    setup_tcp_click();
-    Txt_IPadr_change("kept");
-    frmsetuptcp_form before = form();
-    Cmd_close_click();
+    mainfrm::setup_tcp_click();
+    FrmSetupTCP::Txt_IPadr_change("kept");
+    FrmSetupTCP::window before = form();
+    FrmSetupTCP::Cmd_close_click();
     before.form.Visible = false;
     EXPECT_EQ(form(), before);
     EXPECT_TRUE(form().form.Loaded);
@@ -162,25 +162,27 @@ TEST_F(SetupTcp, ClosingOnlyHidesIt) {
 }
 
 struct close_row {
-    close_reason reason;
+    FrmSetupTCP::close_reason reason;
     const char* text;
     bool stays;
 };
 
 TEST_F(SetupTcp, EveryCloseReasonHasItsMessageAndTheCloseBoxIsRefused) {
     const std::vector<close_row> rows{
-        {close_reason::close_box,
+        {FrmSetupTCP::close_reason::close_box,
          "User tries to close the form via the \"X\" ! Please use 'close' button below !", true},
-        {close_reason::code, "The Unload statement is invoked from code.", false},
-        {close_reason::system_shutdown,
+        {FrmSetupTCP::close_reason::code, "The Unload statement is invoked from code.", false},
+        {FrmSetupTCP::close_reason::system_shutdown,
          "The current Microsoft Windows operating environment session is ending.", false},
-        {close_reason::task_manager, "The Microsoft Windows Task Manager is closing the application.", false},
-        {close_reason::mdi_parent, "An MDI child form is closing because the MDI form is closing.", false},
-        {close_reason::owner, "A form is closing because its owner is closing.", false}};
+        {FrmSetupTCP::close_reason::task_manager,
+         "The Microsoft Windows Task Manager is closing the application.", false},
+        {FrmSetupTCP::close_reason::mdi_parent,
+         "An MDI child form is closing because the MDI form is closing.", false},
+        {FrmSetupTCP::close_reason::owner, "A form is closing because its owner is closing.", false}};
     for (const close_row& row : rows) {
-        setup_tcp_click();
+        mainfrm::setup_tcp_click();
         world().boxes.clear();
-        frmsetuptcp_query_unload(row.reason);
+        FrmSetupTCP::query_unload(row.reason);
         ASSERT_EQ(world().boxes.size(), 1U);
         EXPECT_EQ(world().boxes[0].text, row.text);
         EXPECT_EQ(world().boxes[0].title, "");

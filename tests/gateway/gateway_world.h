@@ -81,18 +81,18 @@ class gateway_world : public testing::Test {
         wire();
         sensor::state.max_sensors = channel_count;
         settings.REGBase = 1000;
-        settings.IPAdr = FrmSetupTCP.Txt_IPadr = "10.1.2.3";
+        settings.IPAdr = FrmSetupTCP::state.Txt_IPadr = "10.1.2.3";
         settings.IPport = 502;
-        FrmSetupTCP.Txt_IPport = "502";
+        FrmSetupTCP::state.Txt_IPport = "502";
         start_gateway();
     }
     ~gateway_world() override { simulation::fresh_world(); }
 
     static simulation::controller& plant() { return world().plant; }
-    static const status_box& status() { return FrmSetupTCP.Text5; }
+    static const status_box& status() { return FrmSetupTCP::state.Text5; }
     static std::size_t frames() { return plant().frames.size(); }
     static const std::string& last_frame() { return plant().frames.back().bytes; }
-    static std::string& box(std::size_t index) { return FrmSetupTCP.Text4[index]; }
+    static std::string& box(std::size_t index) { return FrmSetupTCP::state.Text4[index]; }
 
     static void connect() {
         TCP_connect(1);

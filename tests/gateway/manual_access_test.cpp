@@ -12,20 +12,20 @@ const status_box not_connected{"Device not connected via TCP/IP", 255};
 class ManualAccess : public gateway_world {
   protected:
     ManualAccess() {
-        setup_tcp_click();
+        mainfrm::setup_tcp_click();
         connect();
     }
 
-    static frmsetuptcp_form& form() { return FrmSetupTCP; }
+    static FrmSetupTCP::window& form() { return FrmSetupTCP::state; }
     static void type(std::string_view start, std::string_view count) {
-        Txt_sendbase_change(start);
-        Txt_regnumber_change(count);
+        FrmSetupTCP::Txt_sendbase_change(start);
+        FrmSetupTCP::Txt_regnumber_change(count);
     }
 };
 
 TEST_F(ManualAccess, ReadsTheRegistersOfTheBoxes) {
     type("40", "10");
-    Cmd_read_R_click();
+    FrmSetupTCP::Cmd_read_R_click();
     EXPECT_TRUE(transaction_open()) << "the command returns at once";
     EXPECT_EQ(numbers(last_frame()), (std::vector<int>{0, 0, 0, 0, 0, 6, 1, 3, 0, 40, 0, 10}));
     advance(20);
@@ -46,20 +46,20 @@ TEST_F(ManualAccess, AReadWhoseSocketBreaksLeavesTheFlags) {
 
 TEST_F(ManualAccess, ReadsWithinItsLimits) {
     type("65411", "200");
-    Cmd_read_R_click();
+    FrmSetupTCP::Cmd_read_R_click();
     EXPECT_EQ(form().Txt_sendbase, "65410");
     EXPECT_EQ(form().Txt_regnumber, "123");
     EXPECT_EQ(target(last_frame()), "65410x123");
     advance(50);
     type("65410", "123");
-    Cmd_read_R_click();
+    FrmSetupTCP::Cmd_read_R_click();
     EXPECT_EQ(form().Txt_sendbase, "65410");
     EXPECT_EQ(target(last_frame()), "65410x123");
 }
 
 TEST_F(ManualAccess, WritesWithinItsLimits) {
     type("65411", "200");
-    Cmd_write_R_click();
+    FrmSetupTCP::Cmd_write_R_click();
     EXPECT_EQ(form().Txt_sendbase, "65410");
     EXPECT_EQ(form().Txt_regnumber, "123");
     EXPECT_EQ(target(last_frame()), "65410x123");
@@ -74,9 +74,9 @@ TEST_F(ManualAccess, SendsValuesOutOfRangeAs65535AndShowsThemSo) {
                                                         {"", 0},          {" 17 pumps", 17}, {"*****", 0}};
     type("0", std::to_string(rows.size()));
     for (std::size_t index = 0; index < rows.size(); ++index)
-        Text4_change(index, rows[index].first);
-    Text4_change(rows.size(), "70000");
-    Cmd_write_R_click();
+        FrmSetupTCP::Text4_change(index, rows[index].first);
+    FrmSetupTCP::Text4_change(rows.size(), "70000");
+    FrmSetupTCP::Cmd_write_R_click();
     for (std::size_t index = 0; index < rows.size(); ++index) {
         EXPECT_EQ(word(last_frame(), 13 + 2 * index), rows[index].second) << rows[index].first;
         EXPECT_EQ(box(index), std::to_string(rows[index].second)) << rows[index].first;
@@ -86,7 +86,7 @@ TEST_F(ManualAccess, SendsValuesOutOfRangeAs65535AndShowsThemSo) {
 
 TEST_F(ManualAccess, ATextThatIsNoNumberIsRegister0AndNoRegisters) {
     type("abc", "");
-    Cmd_write_R_click();
+    FrmSetupTCP::Cmd_write_R_click();
     EXPECT_EQ(target(last_frame()), "0x0");
     EXPECT_EQ(form().Txt_sendbase, "abc");
     EXPECT_EQ(form().Txt_regnumber, "");
@@ -95,13 +95,13 @@ TEST_F(ManualAccess, ATextThatIsNoNumberIsRegister0AndNoRegisters) {
 TEST_F(ManualAccess, DoesNothingWhileATransactionIsOpen) {
     be_silent();
     type("40", "10");
-    Cmd_read_R_click();
+    FrmSetupTCP::Cmd_read_R_click();
     const std::size_t sent = frames();
     type("70000", "200");
-    Text4_change(0, "70000");
-    const frmsetuptcp_form before = form();
-    Cmd_read_R_click();
-    Cmd_write_R_click();
+    FrmSetupTCP::Text4_change(0, "70000");
+    const FrmSetupTCP::window before = form();
+    FrmSetupTCP::Cmd_read_R_click();
+    FrmSetupTCP::Cmd_write_R_click();
     EXPECT_EQ(form(), before);
     EXPECT_EQ(frames(), sent);
 }
@@ -109,20 +109,20 @@ TEST_F(ManualAccess, DoesNothingWhileATransactionIsOpen) {
 TEST_F(ManualAccess, ReadsThoughWritesAreRefused) {
     modbus.mb_timed_out = true;
     type("40", "2");
-    Cmd_read_R_click();
+    FrmSetupTCP::Cmd_read_R_click();
     advance(20);
     EXPECT_EQ(status(), registers_read);
-    Cmd_write_R_click();
+    FrmSetupTCP::Cmd_write_R_click();
     EXPECT_EQ(status(), refused);
 }
 
 TEST_F(ManualAccess, IsRefusedWithoutAConnectionBeforeTheLimits) {
-    cmd_discon_click();
+    FrmSetupTCP::cmd_discon_click();
     type("70000", "200");
-    Text4_change(0, "70000");
+    FrmSetupTCP::Text4_change(0, "70000");
     const std::size_t sent = frames();
-    for (const auto& click : {Cmd_read_R_click, Cmd_write_R_click}) {
-        show_tcp_status("", 0);
+    for (const auto& click : {FrmSetupTCP::Cmd_read_R_click, FrmSetupTCP::Cmd_write_R_click}) {
+        FrmSetupTCP::show_tcp_status("", 0);
         click();
         EXPECT_EQ(status(), not_connected);
         EXPECT_EQ(form().Txt_sendbase, "70000");
@@ -133,67 +133,67 @@ TEST_F(ManualAccess, IsRefusedWithoutAConnectionBeforeTheLimits) {
 }
 
 TEST_F(ManualAccess, ConnectsAndDisconnects) {
-    cmd_discon_click();
+    FrmSetupTCP::cmd_discon_click();
     EXPECT_EQ(status(), disconnected);
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
-    Txt_IPadr_change("10.9.9.9");
-    Txt_IPport_change("503");
-    Connect_click();
+    FrmSetupTCP::Txt_IPadr_change("10.9.9.9");
+    FrmSetupTCP::Txt_IPport_change("503");
+    FrmSetupTCP::Connect_click();
     EXPECT_EQ(status(), connected);
     EXPECT_EQ(plant().attempts.back().host, "10.9.9.9");
     EXPECT_EQ(plant().attempts.back().port, 503);
 }
 
 TEST_F(ManualAccess, ConnectingDoesNotUnlockAndDisconnectingAndResettingDo) {
-    cmd_discon_click();
+    FrmSetupTCP::cmd_discon_click();
     tcp.tcp_locked = true;
-    Connect_click();
+    FrmSetupTCP::Connect_click();
     EXPECT_EQ(status(), locked);
-    cmd_discon_click();
+    FrmSetupTCP::cmd_discon_click();
     EXPECT_FALSE(tcp.tcp_locked);
     tcp.tcp_locked = true;
-    res_con_click();
+    FrmSetupTCP::res_con_click();
     EXPECT_FALSE(tcp.tcp_locked);
     EXPECT_EQ(status(), connected);
 }
 
 TEST_F(ManualAccess, ResettingALivingConnectionOnlySaysSo) {
     const std::size_t attempts = plant().attempts.size();
-    res_con_click();
+    FrmSetupTCP::res_con_click();
     EXPECT_EQ(status(), (status_box{"TCP IP connection reset!", 65280}));
     EXPECT_EQ(plant().attempts.size(), attempts);
 }
 
 TEST_F(ManualAccess, SavingClosesTheSocketAndSaysNothing) {
-    Cmd_save_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed);
     EXPECT_TRUE(tcp.tcp_connected);
     EXPECT_EQ(status(), connected);
 }
 
 TEST_F(ManualAccess, SavingConnectsAnewWhenTheConnectionIsAutomatic) {
-    Check1_click();
-    Txt_IPadr_change("10.9.9.9");
+    FrmSetupTCP::Check1_click();
+    FrmSetupTCP::Txt_IPadr_change("10.9.9.9");
     const std::size_t attempts = plant().attempts.size();
-    Cmd_save_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(plant().attempts.size(), attempts + 1);
     EXPECT_EQ(plant().attempts.back().host, "10.9.9.9");
     EXPECT_EQ(status(), connected);
     tcp.tcp_locked = true;
-    Cmd_save_click();
+    FrmSetupTCP::Cmd_save_click();
     EXPECT_EQ(status(), locked) << "saving does not unlock";
 }
 
 TEST_F(ManualAccess, APortThatOverflowsEndsTheSaveWithTheSocketClosed) {
-    Check1_click();
-    Txt_IPport_change("40000");
-    EXPECT_THROW(Cmd_save_click(), failure);
+    FrmSetupTCP::Check1_click();
+    FrmSetupTCP::Txt_IPport_change("40000");
+    EXPECT_THROW(FrmSetupTCP::Cmd_save_click(), failure);
     EXPECT_EQ(gateway.Winsock_A.State(), socket_state::closed) << "no connection behind the failure";
 }
 
 TEST_F(ManualAccess, UsesTheBlockThatWasSentLast) {
     TCP_send(2, 8);
-    Cmd_read_R_click();
+    FrmSetupTCP::Cmd_read_R_click();
     EXPECT_EQ(target(last_frame()), "1226x3");
 }
 

@@ -25,7 +25,7 @@ class ModbusAnswer : public gateway_world {
     }
     static std::size_t stars() {
         return static_cast<std::size_t>(
-            std::count(FrmSetupTCP.Text4.begin(), FrmSetupTCP.Text4.end(), "*****"));
+            std::count(FrmSetupTCP::state.Text4.begin(), FrmSetupTCP::state.Text4.end(), "*****"));
     }
 };
 
@@ -34,7 +34,8 @@ const std::string ModbusAnswer::right = bytes_of({0, 0, 0, 0, 0, 6, 1, 16, 7, 20
 TEST_F(ModbusAnswer, AReadOfTenRegistersFillsTenBoxesAndStarsTheOthers) {
     read(10, read_answer(20, bytes_of({0,   1,   0,   255, 1, 0, 127, 255, 128, 0,
                                        255, 255, 255, 254, 0, 0, 39,  16,  0,   9})));
-    const std::vector<std::string> shown(FrmSetupTCP.Text4.begin(), FrmSetupTCP.Text4.begin() + 11);
+    const std::vector<std::string> shown(FrmSetupTCP::state.Text4.begin(),
+                                         FrmSetupTCP::state.Text4.begin() + 11);
     EXPECT_EQ(shown, (std::vector<std::string>{"1", "255", "256", "32767", "32768", "65535", "65534", "0",
                                                "10000", "9", "*****"}));
     EXPECT_EQ(stars(), 113U);
@@ -143,7 +144,7 @@ TEST_F(ModbusAnswer, ThatIsEmptyIsNone) {
     EXPECT_EQ(lasting(write_one), 101);
     EXPECT_EQ(status(), timed_out);
     modbus.mb_timed_out = false;
-    Winsock_A_DataArrival(0);
+    FrmSetupTCP::Winsock_A_DataArrival(0);
     EXPECT_EQ(status(), wrong_answer) << "an event without bytes looks at the ones before";
 }
 
@@ -181,15 +182,15 @@ TEST_F(ModbusAnswer, ThatClosesTheConnectionBehindItIsTaken) {
 }
 
 TEST_F(ModbusAnswer, UnaskedBeforeAnyTransactionIsDropped) {
-    const frmsetuptcp_form before = FrmSetupTCP;
+    const FrmSetupTCP::window before = FrmSetupTCP::state;
     simulation::controller_sends(right);
-    EXPECT_EQ(FrmSetupTCP, before);
+    EXPECT_EQ(FrmSetupTCP::state, before);
     EXPECT_EQ(modbus.mb_rx[8], 16);
 }
 
 TEST_F(ModbusAnswer, UnaskedBehindAWriteIsTakenForOne) {
     write_one();
-    show_tcp_status("", 0);
+    FrmSetupTCP::show_tcp_status("", 0);
     simulation::controller_sends(right);
     EXPECT_EQ(status(), written);
     EXPECT_FALSE(transaction_open());

@@ -42,7 +42,8 @@ class RegisterImage : public gateway_world {
         return words;
     }
     static std::vector<std::string> boxes(std::size_t count) {
-        return {FrmSetupTCP.Text4.begin(), FrmSetupTCP.Text4.begin() + static_cast<std::ptrdiff_t>(count)};
+        return {FrmSetupTCP::state.Text4.begin(),
+                FrmSetupTCP::state.Text4.begin() + static_cast<std::ptrdiff_t>(count)};
     }
 };
 
@@ -98,7 +99,8 @@ TEST_F(RegisterImage, AHalfGoesToTheEvenNeighbour) {
     const std::vector<int> words = sent_words();
     EXPECT_EQ(std::vector<int>(words.begin() + 26, words.begin() + 34),
               (std::vector<int>{65536 - 12, 65536 - 14, 12, 14, 0, 0, 0, 0}));
-    EXPECT_EQ(std::vector<std::string>(FrmSetupTCP.Text4.begin() + 26, FrmSetupTCP.Text4.begin() + 34),
+    EXPECT_EQ(std::vector<std::string>(FrmSetupTCP::state.Text4.begin() + 26,
+                                       FrmSetupTCP::state.Text4.begin() + 34),
               (std::vector<std::string>{"-12.5", "-13.5", "12.5", "13.5", "0.5", "-0.5", "-0.25",
                                         "0.333333333333333"}));
     TCP_send(0, 1);
@@ -123,12 +125,12 @@ TEST_F(RegisterImage, NoFrameAddressesOffset9OrLeavesItsChannel) {
 }
 
 TEST_F(RegisterImage, OtherCodesDoNothing) {
-    const frmsetuptcp_form before = FrmSetupTCP;
+    const FrmSetupTCP::window before = FrmSetupTCP::state;
     for (const i16 code : std::initializer_list<i16>{0, 2, 5, 6, 7, 9, -1, 256})
         TCP_send(2, code);
     TCP_send(77, 2);
     EXPECT_EQ(frames(), 0U);
-    EXPECT_EQ(FrmSetupTCP, before);
+    EXPECT_EQ(FrmSetupTCP::state, before);
     EXPECT_EQ(settings.REGNumber, 0);
 }
 
@@ -145,13 +147,13 @@ TEST_F(RegisterImage, ShowsTheBlockSentLastAndLeavesTheOtherBoxes) {
     box(6) = "mine";
     settings.REGNumber = 77;
     TCP_send(2, 3);
-    EXPECT_EQ(FrmSetupTCP.Txt_sendbase, "1230");
-    EXPECT_EQ(FrmSetupTCP.Txt_regnumber, "50");
+    EXPECT_EQ(FrmSetupTCP::state.Txt_sendbase, "1230");
+    EXPECT_EQ(FrmSetupTCP::state.Txt_regnumber, "50");
     EXPECT_EQ(settings.REGNumber, 50);
     box(6) = "mine";
     TCP_send(1, 1);
-    EXPECT_EQ(FrmSetupTCP.Txt_sendbase, "1110");
-    EXPECT_EQ(FrmSetupTCP.Txt_regnumber, "6");
+    EXPECT_EQ(FrmSetupTCP::state.Txt_sendbase, "1110");
+    EXPECT_EQ(FrmSetupTCP::state.Txt_regnumber, "6");
     EXPECT_EQ(settings.REGNumber, 6);
     EXPECT_EQ(box(6), "mine");
 }
@@ -179,7 +181,7 @@ TEST_F(RegisterImage, IsShownThoughTheWriteIsRefused) {
     TCP_disconnect();
     TCP_send(2, 1);
     EXPECT_EQ(box(2), "1480");
-    EXPECT_EQ(FrmSetupTCP.Txt_sendbase, "1220");
+    EXPECT_EQ(FrmSetupTCP::state.Txt_sendbase, "1220");
     EXPECT_EQ(status(), refused);
 }
 

@@ -18,7 +18,7 @@ class SetupTcp : public testing::Test {
   protected:
     void SetUp() override { simulation::fresh_world(); }
 
-    static frmsetuptcp_form& form() { return FrmSetupTCP; }
+    static FrmSetupTCP::window& form() { return FrmSetupTCP::state; }
     static std::string checked_items() {
         std::string items;
         if (form().slow) items += "slow ";

@@ -31,7 +31,7 @@ class EventFile : public testing::Test {
         fresh_world();
         world().folders.insert("C:/events");
         put_file("tyxo.ini", event_settings("1"));
-        load_settings();
+        mainfrm::load_settings();
         event_file_init();
     }
 };
@@ -94,7 +94,7 @@ TEST_F(EventFile, OnlyTheValueOneEnablesIt) {
     for (const char* enabled : {"0", "", "2", "-1", "yes", "10"}) {
         fresh_world();
         put_file("tyxo.ini", event_settings(enabled, "Q:\\no such folder\\"));
-        load_settings();
+        mainfrm::load_settings();
         event_file_init();
         event_line("a");
         EXPECT_EQ(event_file.event_path, "") << enabled;
@@ -106,7 +106,7 @@ TEST_F(EventFile, OnlyTheValueOneEnablesIt) {
     for (const char* enabled : {"1", " 1", "1.0", "1.4"}) {
         fresh_world();
         put_file("tyxo.ini", event_settings(enabled, ""));
-        load_settings();
+        mainfrm::load_settings();
         event_file_init();
         event_line("a");
         EXPECT_EQ(file("TY_all_events.txt"), "##;a\r\n") << enabled;
@@ -182,7 +182,7 @@ TEST_F(EventFile, AChangeOfTheOptionCountsFromTheNextStartOn) {
     fresh_world();
     world().folders.insert("C:/events");
     put_file("tyxo.ini", saved);
-    load_settings();
+    mainfrm::load_settings();
     event_file_init();
     event_line("b");
     EXPECT_FALSE(exists(events));
@@ -209,7 +209,7 @@ TEST(EventFileOfAStart, ARestartTriesAgain) {
 TEST(EventFileOfAStart, StartAndCloseOfTheProgramAreLinesOfTheirTime) {
     start_on(event_settings("1", "C:\\logs\\"));
     set_local({2026, 12, 1, 1, 2, 3});
-    query_unload();
+    mainfrm::query_unload();
     EXPECT_EQ(lines_of(file("C:/logs/TY_all_events.txt")),
               (text_lines{"##;07-02-2026;13:05:09;Tyxo Logger software started !",
                           "##;12-01-2026;01:02:03;Tyxo Data Logger software stopped !"}));

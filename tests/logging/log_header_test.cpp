@@ -53,7 +53,7 @@ TEST(LogHeader, AVEngineInHourlyModeIsTheGoldenFile) {
     start_on(logging_settings(1, "log_mode= 1\r\nscale_polar_x=1\r\n"));
     sensor::state.scale_polar_t = -0.0625;
     sensor::state.scale_polar_a = 1234.5;
-    opt_res_click(2);
+    mainfrm::opt_res_click(2);
     start_logging(0, {.ratedspeed = 750,
                       .overspeed = 900,
                       .numzyl = 12,
@@ -70,7 +70,7 @@ TEST(LogHeader, TheShortestParametersGiveTheGoldenFile) {
         values.firingangle[cylinder] = 30 * static_cast<i32>(cylinder);
     }
     start_on(logging_settings(1));
-    opt_res_click(3);
+    mainfrm::opt_res_click(3);
     mainfrm::start_channel_click(0);
     feed(0, status_body());
     feed(0, parameter_body(values, parameter_form::shortest));
@@ -79,7 +79,7 @@ TEST(LogHeader, TheShortestParametersGiveTheGoldenFile) {
 
 TEST(LogHeader, CylindersOneHundredAndTwoHundredHaveNoEntryInTheGoldenFile) {
     start_on(logging_settings(1));
-    opt_res_click(1);
+    mainfrm::opt_res_click(1);
     start_logging(0, {.ratedspeed = 2700,
                       .overspeed = 2900,
                       .numzyl = 8,
@@ -278,7 +278,7 @@ TEST(LogHeader, TheFourTimeResolutionsGiveTheirSpans) {
     const text_lines spans{" 1.38888888888889E-03", " 1.04166666666667E-02", " 4.16666666666667E-02", " 1"};
     for (std::size_t option = 0; option < spans.size(); ++option) {
         start_on(logging_settings(1));
-        opt_res_click(option);
+        mainfrm::opt_res_click(option);
         start_logging(0);
         EXPECT_EQ(only(lines_of(file(log_path(0))), "XAXISSPAN"),
                   "        <XAXISSPAN>" + spans[option] + "</XAXISSPAN>");

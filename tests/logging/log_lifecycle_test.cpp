@@ -224,7 +224,7 @@ TEST_F(LogLifecycle, TheEndOfTheProgramLeavesTheLastRecordAsTheLastLine) {
     start_logging(0);
     feed(0, measured_body());
     const std::string before = file(log_path(0));
-    EXPECT_TRUE(query_unload());
+    EXPECT_TRUE(mainfrm::query_unload());
     EXPECT_EQ(file(log_path(0)), before);
 }
 

@@ -42,7 +42,7 @@ inline void start_on(std::string_view settings_text) {
     put_file("tyxo.ini", settings_text);
     wire();
     calls.stop_lock = [](std::string_view) { return true; }; // nobody sits there to be asked
-    start_program(1280, 960);
+    mainfrm::start_program(1280, 960);
     world().debug.clear();
 }
 

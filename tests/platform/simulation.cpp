@@ -67,9 +67,11 @@ template <class... State> void renew(State&... states) {
 // The list that a test compares with the writable symbols of the core.
 void fresh_world() {
     renew(sensor::state, mainfrm::timers, serial::state, serial::serial_ports, calls, indicators, settings,
-          panels, charts, frmdetailedpic, frmbarpic, Frmbarpic2, FrmSetupTCP, gateway, modbus, tcp,
-          log::state, event_file, frmscale_polar, frmselectprint, FrmAbort, FrmAlert, timer_alert, Frmlog,
-          frmpwd, FrmResetInhTime, frmSetup, frmbrowse, frmSplash, frmstatustext, main_form);
+          panels, charts, frmdetailedpic::state, frmbarpic::state, Frmbarpic2::state, FrmSetupTCP::state,
+          gateway, modbus, tcp, log::state, event_file, frmscale_polar::state, frmselectprint::state,
+          FrmAbort::state, FrmAlert::state, FrmAlert::timer_alert, Frmlog::state, frmpwd::state,
+          FrmResetInhTime::state, frmSetup::state, frmbrowse::state, frmSplash::state, frmstatustext::state,
+          mainfrm::state);
     world() = {};
 }
 

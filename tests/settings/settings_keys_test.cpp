@@ -72,7 +72,7 @@ TEST_F(SettingsKeys, EachGlobalKeyLandsInItsValue) {
     for (const global_row& row : global_rows)
         lines.append(row.key).append("=").append(row.in_file).append("\n");
     put_settings(lines);
-    load_settings();
+    mainfrm::load_settings();
     for (const global_row& row : global_rows) {
         EXPECT_EQ(row.value(), row.expected) << row.key;
     }
@@ -86,7 +86,7 @@ TEST_F(SettingsKeys, EachGlobalKeyIsFoundInUpperCaseToo) {
         lines.append("=").append(row.in_file).append("\n");
     }
     put_settings(lines);
-    load_settings();
+    mainfrm::load_settings();
     for (const global_row& row : global_rows) {
         EXPECT_EQ(row.value(), row.expected) << row.key;
     }
@@ -96,14 +96,14 @@ TEST_F(SettingsKeys, EachGlobalKeyChangesNoOtherValue) {
     for (const global_row& set : global_rows) {
         fresh_world();
         put_settings("adc_offset=500\nzyl_speed_range=2\n");
-        load_settings();
+        mainfrm::load_settings();
         std::vector<std::string> before;
         for (const global_row& row : global_rows)
             before.push_back(row.value());
         fresh_world();
         put_settings(std::string(set.key) + "=" + std::string(set.in_file) +
                      "\nadc_offset=500\nzyl_speed_range=2\n");
-        load_settings();
+        mainfrm::load_settings();
         for (std::size_t index = 0; index < global_rows.size(); ++index) {
             const global_row& row = global_rows[index];
             EXPECT_EQ(row.value(), row.key == set.key ? row.expected : before[index])
@@ -113,7 +113,7 @@ TEST_F(SettingsKeys, EachGlobalKeyChangesNoOtherValue) {
 }
 
 TEST_F(SettingsKeys, MissingKeysAreZeroAndEmpty) {
-    load_settings();
+    mainfrm::load_settings();
     for (const global_row& row : global_rows) {
         const std::string value = row.value();
         if (row.key == "adc_offset") {
@@ -165,7 +165,7 @@ TEST_F(SettingsKeys, EachChannelKeyLandsInItsChannelUpToMaxSensors) {
     for (i16 used = 0; used <= channel_count; ++used) {
         fresh_world();
         put_settings("max_sensors= " + std::to_string(used) + "\n" + channel_lines());
-        load_settings();
+        mainfrm::load_settings();
         for (i16 channel = 0; channel < channel_count; ++channel) {
             for (std::size_t index = 0; index < channel_rows.size(); ++index) {
                 const channel_row& row = channel_rows[index];
@@ -186,7 +186,7 @@ TEST_F(SettingsKeys, AnEmptyChannelKeyHasItsDefault) {
             lines += std::string(row.stem) + "2=" + (written == "blank" ? "   \n" : "\n");
         }
         put_settings(lines);
-        load_settings();
+        mainfrm::load_settings();
         for (const channel_row& row : channel_rows) {
             EXPECT_EQ(row.value(1), row.when_empty) << row.stem << written;
         }
@@ -196,20 +196,20 @@ TEST_F(SettingsKeys, AnEmptyChannelKeyHasItsDefault) {
 TEST_F(SettingsKeys, ALogFolderBeyond69CharactersIsCut) {
     const std::string folder = "C:\\" + std::string(80, 'f') + "\\";
     put_settings("max_sensors=1\nlogpath 1=" + folder + "\n");
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(sensor::state.channels[0].logpath, folder.substr(0, 69));
 }
 
 TEST_F(SettingsKeys, OfDuplicateKeysTheFirstCounts) {
     put_settings("max_sensors=1\nMAX_SENSORS=4\nlocation 1=first\nlocation 1=second\n");
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(sensor::state.max_sensors, 1);
     EXPECT_EQ(sensor::state.channels[0].location, "first");
 }
 
 TEST_F(SettingsKeys, AnotherSectionsKeysDoNotCount) {
     put_file("tyxo.ini", "[old]\r\nmax_sensors=4\r\n[tyxo]\r\nlog_mode=1\r\n[new]\r\nxy_tmv=1\r\n");
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(sensor::state.max_sensors, 0);
     EXPECT_EQ(settings.log_mode, 1);
     EXPECT_EQ(settings.xy_tmv, 0);
@@ -219,7 +219,7 @@ TEST_F(SettingsKeys, LoadingGivesTheTimeResolutionsTheirCaptionsAndSelectsTheFir
     charts.opt_res = 3;
     for (iStripChartX& chart : charts.chart)
         chart.XAxisSpan = 7;
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(charts.Lbl_opt_res[0].Caption, "2 min");
     EXPECT_EQ(charts.Lbl_opt_res[1].Caption, "15 min");
     EXPECT_EQ(charts.Lbl_opt_res[2].Caption, "1 h");
@@ -253,7 +253,7 @@ TEST_F(SettingsKeys, AutostartIsOnForTheNumberOneOnly) {
                                      {"x1", false}}) {
         fresh_world();
         put_settings("autostart=" + std::string(row.in_file) + "\n");
-        load_settings();
+        mainfrm::load_settings();
         EXPECT_EQ(settings.autostart, row.on) << row.in_file;
     }
 }

@@ -23,7 +23,7 @@ class SettingsNumbers : public testing::Test {
 void load_one(std::string_view key, std::string_view value) {
     fresh_world();
     put_settings(std::string(key) + "=" + std::string(value) + "\n");
-    load_settings();
+    mainfrm::load_settings();
 }
 
 TEST_F(SettingsNumbers, ANumberIsTheLeadingOneOfItsText) {
@@ -94,7 +94,7 @@ std::string failure_of(std::string_view key, std::string_view value) {
     fresh_world();
     const std::string channels_in_use = key == "max_sensors" ? "" : "max_sensors=1\n";
     put_settings(channels_in_use + std::string(key) + "=" + std::string(value) + "\n");
-    return attempt([] { load_settings(); }).value_or("");
+    return attempt([] { mainfrm::load_settings(); }).value_or("");
 }
 
 void expect_limits(const std::vector<std::string_view>& keys, std::initializer_list<std::string_view> held,
@@ -142,7 +142,7 @@ TEST_F(SettingsNumbers, NoChannelIsReadForNoneOrFewer) {
     for (const char* count : {"0", "-1", "-32768", "", "none"}) {
         fresh_world();
         put_settings("max_sensors=" + std::string(count) + "\ntypecode 1=A\nlocation 0=B\n");
-        load_settings();
+        mainfrm::load_settings();
         for (const channel_rec& rec : sensor::state.channels) {
             EXPECT_EQ(rec.typecode, "") << count;
             EXPECT_EQ(rec.text_almrel1, "") << count;
@@ -183,7 +183,7 @@ TEST_F(SettingsNumbers, AValueOutsideItsRangeIsRepairedAndWrittenBackAsBareDigit
         const std::string other = offset ? "zyl_speed_range= 5\r\n" : "adc_offset= 470\r\n";
         const std::string head = "[tyxo]\r\nlog_mode= 1\r\n" + std::string(row.key) + "=";
         put_file("tyxo.ini", head + std::string(row.in_file) + "\r\n" + other);
-        load_settings();
+        mainfrm::load_settings();
         EXPECT_EQ(offset ? sensor::state.adc_offset : sensor::state.zyl_speed_range, row.value)
             << row.key << "=" << row.in_file;
         const std::string kept(row.in_file);
@@ -196,14 +196,14 @@ TEST_F(SettingsNumbers, ARepairThatCannotBeWrittenHoldsForThisRun) {
     put_settings("adc_offset=1\nzyl_speed_range=99\n");
     const std::string before = file("tyxo.ini");
     world().unwritable.insert("tyxo.ini");
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(sensor::state.adc_offset, 479);
     EXPECT_EQ(sensor::state.zyl_speed_range, 1);
     EXPECT_EQ(file("tyxo.ini"), before);
 }
 
 TEST_F(SettingsNumbers, AFirstLoadCreatesAFileWithTheTwoRepairsAndNothingElse) {
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(file("tyxo.ini"), "[tyxo]\r\nadc_offset=479\r\nzyl_speed_range=1\r\n");
     EXPECT_EQ(world().files.size(), 1U);
 }

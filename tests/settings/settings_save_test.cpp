@@ -113,14 +113,14 @@ TEST_F(SettingsSave, ARemovedChannelKeepsItsKeys) {
 
 TEST_F(SettingsSave, TheEventFileSwitchIsSavedFromItsEditableCopy) {
     put_settings("eventfile_ena=1\n");
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(settings.eventfile_ena, 1);
     EXPECT_EQ(settings.eventfile_ena_edit, 1);
     settings.eventfile_ena_edit = 0;
     Ini::var_save();
     EXPECT_EQ(settings.eventfile_ena, 1) << "this run goes on as it began";
     EXPECT_EQ(Ini::ini_read("eventfile_ena"), "0");
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(settings.eventfile_ena, 0);
 }
 
@@ -129,7 +129,7 @@ TEST_F(SettingsSave, ValuesSurviveASaveWithoutAChangeOfMeaning) {
                  "evtpath=C:\\e\\\nautostart=1.0\ncomport 1=3\nlocation 1=\" padded \"\ntypecode 1=\n"
                  "logpath 1=C:\\l\\\ntext_almrel1 1=\ntext_almrel2 1=b\ntstsig_visible 1=-1\n"
                  "comport 2=4\nlocation 2=M\xFChle; 2\n");
-    load_settings();
+    mainfrm::load_settings();
     sensor::state.channels[0].location = "Engine 1";
     Ini::var_save();
     const std::string saved = file("tyxo.ini");
@@ -137,7 +137,7 @@ TEST_F(SettingsSave, ValuesSurviveASaveWithoutAChangeOfMeaning) {
 
     fresh_world();
     put_file("tyxo.ini", saved);
-    load_settings();
+    mainfrm::load_settings();
     EXPECT_EQ(sensor::state.upd_periode, 100);
     EXPECT_EQ(sensor::state.cmd_periode, 12);
     EXPECT_EQ(sensor::state.max_sensors, 2);

@@ -57,7 +57,9 @@ struct sensor_tab {
     bool operator==(const sensor_tab&) const = default;
 };
 
-struct frmsetup_form {
+namespace frmSetup {
+
+struct window {
     Form form{.Caption = "Setup"};
     tab_strip SSTab;
     Command cmd_OK{.Caption = "OK"};
@@ -93,14 +95,10 @@ struct frmsetup_form {
 
     i16 num_sensors_edit = 0;        ///< the number of sensors being edited
     per_channel<i16> comport_edit{}; ///< working copy of the port numbers
-    bool operator==(const frmsetup_form&) const = default;
+    bool operator==(const window&) const = default;
 };
 
-inline frmsetup_form frmSetup;
-
-/// The menu entry: loads the dialog and shows it. While anything measures, the settings can only be looked
-/// at.
-void setup_click();
+inline window state;
 
 /// Fills the whole dialog from the program's values.
 void refresh_para();
@@ -148,10 +146,20 @@ void TvmV_click();
 void th_eff_click();
 void th_eff_AC_click();
 
-void frmSetup_cmd_OK_click();
+void cmd_OK_click();
 void cmd_Refresh_click();
 
 /// Closes the dialog, also every other way of closing it; what took effect at once stays.
-void frmSetup_cmd_cancel_click();
+void cmd_cancel_click();
+
+} // namespace frmSetup
+
+namespace mainfrm {
+
+/// The menu entry: loads the dialog and shows it. While anything measures, the settings can only be looked
+/// at.
+void setup_click();
+
+} // namespace mainfrm
 
 } // namespace tyxo

@@ -32,19 +32,19 @@ struct text_column {
     const char* array;
     const char* caption;
     int letters;
-    per_channel<TextBox> frmsetup_form::*boxes;
+    per_channel<TextBox> frmSetup::window::*boxes;
     void (*change)(i16, std::string_view);
 };
 
 constexpr std::array<text_column, 5> text_columns{{
-    {location, "Text_sensor_loc", "Sensor location", 16, &frmsetup_form::Text_sensor_loc,
-     Text_sensor_loc_change},
-    {path, "Text_logfile_path", "Logfile path", 32, &frmsetup_form::Text_logfile_path,
-     Text_logfile_path_change},
-    {type_code, "Text_type_code", "engine type code", 13, &frmsetup_form::Text_type_code,
-     Text_type_code_change},
-    {alarm_1, "Text_alm1", "Alarmrel 1", 11, &frmsetup_form::Text_alm1, Text_alm1_change},
-    {alarm_2, "Text_alm2", "Alarmrel 2", 11, &frmsetup_form::Text_alm2, Text_alm2_change},
+    {location, "Text_sensor_loc", "Sensor location", 16, &frmSetup::window::Text_sensor_loc,
+     frmSetup::Text_sensor_loc_change},
+    {path, "Text_logfile_path", "Logfile path", 32, &frmSetup::window::Text_logfile_path,
+     frmSetup::Text_logfile_path_change},
+    {type_code, "Text_type_code", "engine type code", 13, &frmSetup::window::Text_type_code,
+     frmSetup::Text_type_code_change},
+    {alarm_1, "Text_alm1", "Alarmrel 1", 11, &frmSetup::window::Text_alm1, frmSetup::Text_alm1_change},
+    {alarm_2, "Text_alm2", "Alarmrel 2", 11, &frmSetup::window::Text_alm2, frmSetup::Text_alm2_change},
 }};
 
 int width_of(const QWidget& widget, int letters) {
@@ -94,16 +94,17 @@ class wheel_filter : public QObject {
 
 settings_page::settings_page(QWidget* parent)
     : QWidget(parent), wheel_(new wheel_filter(this)), frame_comport(new QGroupBox(this)),
-      Opt_diffmode(this, "Opt_diffmode", Opt_diffmode_click), Opt_event(this, "Opt_event", Opt_event_click) {
+      Opt_diffmode(this, "Opt_diffmode", frmSetup::Opt_diffmode_click),
+      Opt_event(this, "Opt_event", frmSetup::Opt_event_click) {
     auto* const page = new QVBoxLayout(this);
     page->setSpacing(block_gap);
     Lbl_locked = add_caption(*this, tr("The settings are locked. Stop all channels first."));
     Lbl_locked->setObjectName("Lbl_locked");
     page->addWidget(Lbl_locked);
     frame_comport->setObjectName("frame_comport");
-    bind(frame_comport, frmSetup.frame_comport);
-    bind(&Opt_diffmode, frmSetup.Opt_diffmode);
-    bind(&Opt_event, frmSetup.Opt_event);
+    bind(frame_comport, frmSetup::state.frame_comport);
+    bind(&Opt_diffmode, frmSetup::state.Opt_diffmode);
+    bind(&Opt_event, frmSetup::state.Opt_event);
     page->addWidget(frame_comport);
     auto* const blocks = new QVBoxLayout(frame_comport);
     blocks->setSpacing(block_gap);
@@ -169,16 +170,17 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
     list->setMinimumWidth(width_of(*list, port_letters) +
                           list->style()->pixelMetric(QStyle::PM_IndicatorWidth));
     connect(list, &QComboBox::activated, this, [row](int entry) {
-        desktop::run_handler(desktop::source::view,
-                             [row, entry] { Select_com_click(row, static_cast<std::size_t>(entry)); });
+        desktop::run_handler(desktop::source::view, [row, entry] {
+            frmSetup::Select_com_click(row, static_cast<std::size_t>(entry));
+        });
     });
     wheel_->guard(*list);
-    bind(list, frmSetup.Select_com[row]);
+    bind(list, frmSetup::state.Select_com[row]);
     grid.addWidget(list, line, port);
 
     for (const text_column& text : text_columns) {
         edit_box* const box =
-            add_text(element(text.array, row), spoken(text.caption), (frmSetup.*text.boxes)[row],
+            add_text(element(text.array, row), spoken(text.caption), (frmSetup::state.*text.boxes)[row],
                      [change = text.change, row](std::string_view typed) { change(row, typed); });
         box->setMinimumWidth(width_of(*box, text.letters / 2));
         if (text.place != path) {
@@ -189,13 +191,13 @@ void settings_page::make_row(i16 row, QGridLayout& grid) {
         with_button->setSpacing(column_gap / 2);
         with_button->addWidget(box, 1);
         with_button->addWidget(add_browse(element("cmd_browse_path", row), spoken("Browse logfile path"),
-                                          frmSetup.cmd_browse_path[row],
-                                          [row] { cmd_browse_path_click(row); }));
+                                          frmSetup::state.cmd_browse_path[row],
+                                          [row] { frmSetup::cmd_browse_path_click(row); }));
         grid.addLayout(with_button, line, text.place);
     }
 
-    QCheckBox* const check =
-        add_check(element("Check_tst", row), frmSetup.Check_tst[row], [row] { Check_tst_click(row); });
+    QCheckBox* const check = add_check(element("Check_tst", row), frmSetup::state.Check_tst[row],
+                                       [row] { frmSetup::Check_tst_click(row); });
     check->setAccessibleName(spoken("Testsignal"));
     grid.addWidget(check, line, test_signal, Qt::AlignCenter);
 }
@@ -207,12 +209,12 @@ void settings_page::make_count(QVBoxLayout& place) {
     QLabel* const label = add_caption(*frame_comport, caption);
     line->addWidget(label);
     auto* const Text_num_sensors = new read_only_box(this, "Text_num_sensors", caption + " in digits", 2);
-    bind(Text_num_sensors, frmSetup.Text_num_sensors);
+    bind(Text_num_sensors, frmSetup::state.Text_num_sensors);
     Text_num_sensors->setFixedWidth(Text_num_sensors->minimumWidth());
     Text_num_sensors->setAlignment(Qt::AlignCenter);
     line->addWidget(Text_num_sensors);
     auto* const scroll_max_commport = new focused_scroll_bar(Qt::Horizontal, this);
-    bind(scroll_max_commport, frmSetup.scroll_max_commport);
+    bind(scroll_max_commport, frmSetup::state.scroll_max_commport);
     scroll_max_commport->setObjectName("scroll_max_commport");
     scroll_max_commport->setAccessibleName(caption);
     wheel_->guard(*scroll_max_commport);
@@ -223,7 +225,7 @@ void settings_page::make_count(QVBoxLayout& place) {
     label->setBuddy(scroll_max_commport);
     connect(scroll_max_commport, &QScrollBar::valueChanged, this, [](int value) {
         desktop::run_handler(desktop::source::view,
-                             [value] { scroll_max_commport_change(static_cast<i16>(value)); });
+                             [value] { frmSetup::scroll_max_commport_change(static_cast<i16>(value)); });
     });
     line->addWidget(scroll_max_commport);
     line->addStretch();
@@ -245,26 +247,26 @@ void settings_page::make_diffmode(QVBoxLayout& place) {
 void settings_page::make_events(QVBoxLayout& place) {
     auto* const Frame_events = new QGroupBox(this);
     Frame_events->setObjectName("Frame_events");
-    bind(Frame_events, frmSetup.Frame_events);
+    bind(Frame_events, frmSetup::state.Frame_events);
     place.addWidget(Frame_events);
     auto* const line = new QHBoxLayout(Frame_events);
     line->setSpacing(column_gap);
     for (const char* const caption : {"disabled", "enabled"}) {
         QRadioButton* const option = Opt_event.add(this);
         option->setText(caption);
-        option->setAccessibleName(qt_text(frmSetup.Frame_events.Caption) + ": " + caption);
+        option->setAccessibleName(qt_text(frmSetup::state.Frame_events.Caption) + ": " + caption);
         line->addWidget(option);
         line->addSpacing(option_gap - column_gap);
     }
     const QString caption = "TY system  all events logfile path";
     QLabel* const label = add_caption(*Frame_events, caption);
     line->addWidget(label);
-    edit_box* const box =
-        add_text("Text_evtlogfile_path", caption, frmSetup.Text_evtlogfile_path, Text_evtlogfile_path_change);
+    edit_box* const box = add_text("Text_evtlogfile_path", caption, frmSetup::state.Text_evtlogfile_path,
+                                   frmSetup::Text_evtlogfile_path_change);
     label->setBuddy(box);
     line->addWidget(box, 1);
-    line->addWidget(add_browse("cmd_browse_evtpath", "Browse " + caption, frmSetup.cmd_browse_evtpath,
-                               cmd_browse_evtpath_click));
+    line->addWidget(add_browse("cmd_browse_evtpath", "Browse " + caption, frmSetup::state.cmd_browse_evtpath,
+                               frmSetup::cmd_browse_evtpath_click));
 }
 
 void settings_page::make_chart_boxes(QVBoxLayout& place) {
@@ -278,17 +280,17 @@ void settings_page::make_chart_boxes(QVBoxLayout& place) {
         check->setText(caption);
         line->addWidget(check);
     };
-    add("th_a", "Thermosignal (%A_DC)", frmSetup.th_a, th_a_click);
-    add("TvmV", "Thermovoltage in mV", frmSetup.TvmV, TvmV_click);
-    add("th_eff", "Thermosignal eff. (%A_DC)", frmSetup.th_eff, th_eff_click);
-    add("th_eff_AC", "Thermosignal eff. (%A_AC)", frmSetup.th_eff_AC, th_eff_AC_click);
+    add("th_a", "Thermosignal (%A_DC)", frmSetup::state.th_a, frmSetup::th_a_click);
+    add("TvmV", "Thermovoltage in mV", frmSetup::state.TvmV, frmSetup::TvmV_click);
+    add("th_eff", "Thermosignal eff. (%A_DC)", frmSetup::state.th_eff, frmSetup::th_eff_click);
+    add("th_eff_AC", "Thermosignal eff. (%A_AC)", frmSetup::state.th_eff_AC, frmSetup::th_eff_AC_click);
     line->addStretch();
 }
 
 void settings_page::show_state() {
-    XY_Chart->setTitle(qt_text(frmSetup.XY_Chart.Caption)); // its ampersand marks the mnemonic
-    XY_Chart->setEnabled(frmSetup.XY_Chart.Enabled);
-    show_on(*Lbl_locked, !frmSetup.frame_comport.Enabled);
+    XY_Chart->setTitle(qt_text(frmSetup::state.XY_Chart.Caption)); // its ampersand marks the mnemonic
+    XY_Chart->setEnabled(frmSetup::state.XY_Chart.Enabled);
+    show_on(*Lbl_locked, !frmSetup::state.frame_comport.Enabled);
     show_bound();
 }
 

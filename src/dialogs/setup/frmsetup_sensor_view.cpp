@@ -52,7 +52,7 @@ constexpr std::array<sensor_field, 6> ac_alarm{{
 
 sensor_page::sensor_page(i16 channel, QWidget* parent)
     : QWidget(parent), channel_(channel), Frame_sensor(new QGroupBox(this)),
-      tab_(frmSetup.sensors[static_cast<std::size_t>(channel)]) {
+      tab_(frmSetup::state.sensors[static_cast<std::size_t>(channel)]) {
     auto* const page = new QVBoxLayout(this);
     Frame_sensor->setObjectName(element("Frame_sensor", channel));
     page->addWidget(Frame_sensor);

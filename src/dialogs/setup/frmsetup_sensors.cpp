@@ -3,7 +3,7 @@
 #include "basics/number_text.h"
 #include "link/engine_texts.h"
 
-namespace tyxo {
+namespace tyxo::frmSetup {
 
 namespace {
 
@@ -69,4 +69,4 @@ void show_parameters(sensor_tab& tab, const channel_rec& rec) {
     }
 }
 
-} // namespace tyxo
+} // namespace tyxo::frmSetup

@@ -25,7 +25,7 @@ constexpr QRgb disabled_tab = 0xFF666A6E;         // lighter: these tabs have no
 } // namespace
 
 frmsetup_view::frmsetup_view(QWidget* parent)
-    : modal_dialog(parent, "frmSetup", frmSetup.form, frmSetup_cmd_cancel_click) {
+    : modal_dialog(parent, "frmSetup", frmSetup::state.form, frmSetup::cmd_cancel_click) {
     set_disabled_print(*this, setup_disabled_print);
     auto* const rows = new QVBoxLayout(this);
     make_tabs(*rows);
@@ -63,7 +63,7 @@ void frmsetup_view::make_tabs(QVBoxLayout& place) {
     colours.setColor(QPalette::Disabled, QPalette::WindowText, QColor(disabled_tab));
     bar->setPalette(colours);
     connect(SSTab, &QTabWidget::currentChanged, this, [](int tab) {
-        desktop::run_handler(desktop::source::view, [tab] { SSTab_click(static_cast<i16>(tab)); });
+        desktop::run_handler(desktop::source::view, [tab] { frmSetup::SSTab_click(static_cast<i16>(tab)); });
     });
 }
 
@@ -76,22 +76,22 @@ void frmsetup_view::make_buttons(QVBoxLayout& place) {
     auto* const line = new QHBoxLayout;
     place.addLayout(line);
     line->addStretch();
-    cmd_OK = add_button("cmd_OK", frmSetup.cmd_OK, frmSetup_cmd_OK_click, true, *line);
-    add_button("cmd_cancel", frmSetup.cmd_cancel, frmSetup_cmd_cancel_click, false, *line);
-    add_button("cmd_Refresh", frmSetup.cmd_Refresh, cmd_Refresh_click, false, *line);
+    cmd_OK = add_button("cmd_OK", frmSetup::state.cmd_OK, frmSetup::cmd_OK_click, true, *line);
+    add_button("cmd_cancel", frmSetup::state.cmd_cancel, frmSetup::cmd_cancel_click, false, *line);
+    add_button("cmd_Refresh", frmSetup::state.cmd_Refresh, frmSetup::cmd_Refresh_click, false, *line);
 }
 
 void frmsetup_view::show_tabs() {
     const QSignalBlocker nobody_chose(SSTab);
     for (int tab = 0; tab < SSTab->count(); ++tab) {
         const auto index = static_cast<std::size_t>(tab);
-        const QString caption = qt_text(frmSetup.SSTab.TabCaption[index]);
+        const QString caption = qt_text(frmSetup::state.SSTab.TabCaption[index]);
         const QString text = without_mnemonic(caption);
         if (SSTab->tabText(tab) != text) SSTab->setTabText(tab, text);
-        SSTab->setTabEnabled(tab, frmSetup.SSTab.TabEnabled[index]);
+        SSTab->setTabEnabled(tab, frmSetup::state.SSTab.TabEnabled[index]);
     }
     // Last, as a tab that gets disabled leaves the front; the one of a silent Evaluator may stand there.
-    SSTab->setCurrentIndex(frmSetup.SSTab.Tab);
+    SSTab->setCurrentIndex(frmSetup::state.SSTab.Tab);
 }
 
 /// A caption that is cut off is told by a tool tip.
@@ -99,14 +99,14 @@ void frmsetup_view::show_tab_tips() {
     const QTabBar& bar = *SSTab->tabBar();
     const int rim = bar.style()->pixelMetric(QStyle::PM_TabBarTabHSpace, nullptr, &bar);
     for (int tab = 0; tab < SSTab->count(); ++tab) {
-        const QString caption = qt_text(frmSetup.SSTab.TabCaption[static_cast<std::size_t>(tab)]);
+        const QString caption = qt_text(frmSetup::state.SSTab.TabCaption[static_cast<std::size_t>(tab)]);
         const bool whole = bar.fontMetrics().horizontalAdvance(caption) + rim <= bar.tabRect(tab).width();
         SSTab->setTabToolTip(tab, whole ? QString() : tool_tip(caption));
     }
 }
 
 void frmsetup_view::show_state() {
-    if (!frmSetup.form.Visible && !isVisible()) return; // filled when it is opened
+    if (!frmSetup::state.form.Visible && !isVisible()) return; // filled when it is opened
     settings_->show_state();
     for (sensor_page* sensor : sensors_)
         sensor->show_state();

@@ -55,11 +55,11 @@ class canvas_lines_test : public QObject {
     }
 
     void a_joined_circle_stays_within_a_tenth_of_a_pixel() {
-        frmdetailedpic.surface.clear();
-        frmdetailedpic_resize(316, 185);
+        frmdetailedpic::state.surface.clear();
+        frmdetailedpic::resize(316, 185);
         const double unit = 12; // of 3840 x 2160 pixels
         const auto runs =
-            canvas_lines(frmdetailedpic.surface.strokes, {0, 0, unit, QRectF(0, 0, 3840, 2160)});
+            canvas_lines(frmdetailedpic::state.surface.strokes, {0, 0, unit, QRectF(0, 0, 3840, 2160)});
         const QPointF hub(68.2 * unit, 92.5 * unit);
         QVERIFY(runs[0].points.size() < 260);
         for (qsizetype k = 1; k < runs[0].points.size(); ++k) {

@@ -166,12 +166,12 @@ class spoken_test : public QObject {
     void a_dialog_in_front_takes_presses_too() {
         QWidget* const value = window_.widget("Label4", 0);
         QSignalSpy clicks(value, SIGNAL(clicked()));
-        setup_scale_click();
+        mainfrm::setup_scale_click();
         window_.show_state();
         press(*value);
         QCoreApplication::processEvents();
         QCOMPARE(clicks.count(), 0);
-        frmscale_polar_unload();
+        frmscale_polar::unload();
         window_.show_state();
         press(*value);
         QTRY_COMPARE(clicks.count(), 1);
@@ -202,11 +202,11 @@ class spoken_test : public QObject {
     }
 
     void a_frame_inside_another_has_its_own_name() {
-        setup_scale_click();
+        mainfrm::setup_scale_click();
         window_.show_state();
         QWidget* const scale = window_.dialog("frmscale_polar")->findChild<QWidget*>("Frame_scale_t");
         QCOMPARE(interface_of(*scale).text(QAccessible::Name), QString("Scale Thermosignal"));
-        frmscale_polar_unload();
+        frmscale_polar::unload();
         window_.show_state();
     }
 

@@ -49,13 +49,13 @@ class gateway_waits_test : public QObject {
         gateway.Winsock_A.Close();
         tcp = {};
         modbus = {};
-        FrmSetupTCP.Txt_IPadr = "127.0.0.1";
+        FrmSetupTCP::state.Txt_IPadr = "127.0.0.1";
         order_.clear();
     }
 
     void a_reconnection_over_midnight_lets_the_operator_in_again() {
         silent_host host;
-        FrmSetupTCP.Txt_IPport = std::to_string(host.port());
+        FrmSetupTCP::state.Txt_IPport = std::to_string(host.port());
         bring_midnight_near();
         QElapsedTimer clock;
         qint64 viewed = 0;
@@ -66,34 +66,34 @@ class gateway_waits_test : public QObject {
             desktop::run_handler(desktop::source::view, [&] { viewed = clock.elapsed(); });
         });
         clock.start();
-        desktop::run_handler(desktop::source::device, Timer_reconnect_tick);
+        desktop::run_handler(desktop::source::device, FrmSetupTCP::Timer_reconnect_tick);
         const qint64 waited = clock.elapsed();
         QVERIFY2(waited >= 4900 && waited < 5500, qPrintable(QString::number(waited)));
         QVERIFY2(viewed >= 690 && viewed < 900, qPrintable(QString::number(viewed)));
         QCOMPARE(commanded, 0); // inside the tick
         QTRY_VERIFY(commanded >= waited);
         QVERIFY2(commanded < 6000, qPrintable(QString::number(commanded)));
-        QCOMPARE(FrmSetupTCP.Text5.Text, std::string("Can't connect to 127.0.0.1  State: 9"));
+        QCOMPARE(FrmSetupTCP::state.Text5.Text, std::string("Can't connect to 127.0.0.1  State: 9"));
         QCOMPARE(tcp.tcp_fail_count, i16{1});
     }
 
     void an_attempt_at_any_other_time_takes_half_a_second() {
         silent_host host;
-        FrmSetupTCP.Txt_IPport = std::to_string(host.port());
+        FrmSetupTCP::state.Txt_IPport = std::to_string(host.port());
         qputenv("TZ",
                 "LOC" + QByteArray::number(static_cast<int>(std::time(nullptr) % day / 3600 + 12) % 24));
         ::tzset(); // noon
         QElapsedTimer clock;
         clock.start();
-        desktop::run_handler(desktop::source::device, Timer_reconnect_tick);
+        desktop::run_handler(desktop::source::device, FrmSetupTCP::Timer_reconnect_tick);
         QVERIFY2(clock.elapsed() >= 480 && clock.elapsed() < 2000, // far from 5 s
                  qPrintable(QString::number(clock.elapsed())));
-        QCOMPARE(FrmSetupTCP.Text5.Text, std::string("Can't connect to 127.0.0.1  State: 6"));
+        QCOMPARE(FrmSetupTCP::state.Text5.Text, std::string("Can't connect to 127.0.0.1  State: 6"));
     }
 
     void a_write_that_waits_for_its_answer_lets_view_commands_in() {
         controller server; // answers nothing
-        FrmSetupTCP.Txt_IPport = std::to_string(server.port());
+        FrmSetupTCP::state.Txt_IPport = std::to_string(server.port());
         TCP_connect(1);
         QVERIFY(tcp.tcp_connected);
         QTimer::singleShot(300, this, [&] {

@@ -159,9 +159,9 @@ class accessibility_test : public QObject {
     void keys_open_the_detailed_display() {
         for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
             press("XYplot", 2, key);
-            QTRY_VERIFY(frmdetailedpic.form.Visible);
+            QTRY_VERIFY(frmdetailedpic::state.form.Visible);
             QCOMPARE(sensor::state.polar_channel, i16{3});
-            frmdetailedpic_unload();
+            frmdetailedpic::unload();
             window_.show_state();
         }
     }
@@ -178,9 +178,9 @@ class accessibility_test : public QObject {
 
     void keys_ask_for_the_restart_of_the_inhibit_time() {
         press("Lbl_alminhibit", 2, Qt::Key_Return);
-        QVERIFY(FrmResetInhTime.form.Visible);
+        QVERIFY(FrmResetInhTime::state.form.Visible);
         QCOMPARE(sensor::state.inhibit_reset_channel, i16{2});
-        FrmResetInhTime_CmdCancel_click();
+        FrmResetInhTime::CmdCancel_click();
         window_.show_state();
     }
 
@@ -188,14 +188,14 @@ class accessibility_test : public QObject {
         QWidget* const name = window_.view().findChild<QWidget*>("Lbl_TY_logger");
         name->setFocus();
         QTest::keyClick(name, Qt::Key_Space);
-        QVERIFY(Frmlog.form.Visible);
-        Frmlog_Cmd_ok_click();
+        QVERIFY(Frmlog::state.form.Visible);
+        Frmlog::Cmd_ok_click();
         window_.show_state();
     }
 
     void tab_skips_what_an_enlarged_chart_covers() {
         to_front(&window_.view());
-        cmd_zoom_xy_click(0);
+        mainfrm::cmd_zoom_xy_click(0);
         window_.show_state();
         const std::vector<QWidget*> stops = walk(&window_.view());
         for (const int covered : {0, 2}) {
@@ -204,7 +204,7 @@ class accessibility_test : public QObject {
             QVERIFY(std::ranges::count(stops, window_.widget("cmd_zoom_xy", covered)) == 1);
         }
         QVERIFY(std::ranges::count(stops, window_.widget("Label4", 1)) == 1);
-        cmd_zoom_xy_click(0);
+        mainfrm::cmd_zoom_xy_click(0);
         window_.show_state();
         const std::vector<QWidget*> again = walk(&window_.view());
         QVERIFY(std::ranges::count(again, window_.widget("Label4", 2)) == 1);

@@ -144,7 +144,7 @@ class alert_over_windows_test : public QObject {
 
     void the_half_typed_password_of_the_stop_lock_still_stops() {
         const window_row& row = *std::ranges::find(all_windows(), QString("FrmAbort"), &window_row::name);
-        SetPassword("Secret7");
+        FrmAbort::SetPassword("Secret7");
         while_open(row, [&](QWidget* window) {
             static_cast<void>(text_box(row, window));
             press_keys("Secr");

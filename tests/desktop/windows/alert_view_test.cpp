@@ -94,7 +94,7 @@ class alert_view_test : public QObject {
 
     void it_flashes() {
         raise_alarm(0);
-        QVERIFY(timer_alert.Enabled());
+        QVERIFY(FrmAlert::timer_alert.Enabled());
         for (int turn = 0; turn < 2; ++turn) {
             QTRY_COMPARE(background(), QColor(255, 0, 0));
             QVERIFY(part("Image1")->isVisible() && part("Image2")->isVisible());
@@ -114,7 +114,7 @@ class alert_view_test : public QObject {
         for (i16 channel = 0; channel < channel_count; ++channel)
             raise_alarm(channel);
         for (const colour phase : {alert_colour::red, alert_colour::light}) {
-            QTRY_COMPARE(FrmAlert.BackColor, phase);
+            QTRY_COMPARE(FrmAlert::state.BackColor, phase);
             window_.show_state();
             QCOMPARE(part("Lbl_attention")->palette().color(QPalette::WindowText),
                      phase == alert_colour::red ? QColor(255, 0, 0) : QColor(0, 0, 0));
@@ -217,9 +217,9 @@ class alert_view_test : public QObject {
             diagram->close();
             QTRY_VERIFY2(!diagram->isVisible(), name);
         };
-        expect_hidden_and_opened("frmbarpic", Cmd_diagramm_click);
-        expect_hidden_and_opened("Frmbarpic2", Cmd_diagramm2_click);
-        expect_hidden_and_opened("frmdetailedpic", XYplot_click);
+        expect_hidden_and_opened("frmbarpic", mainfrm::Cmd_diagramm_click);
+        expect_hidden_and_opened("Frmbarpic2", mainfrm::Cmd_diagramm2_click);
+        expect_hidden_and_opened("frmdetailedpic", mainfrm::XYplot_click);
     }
 
   private:

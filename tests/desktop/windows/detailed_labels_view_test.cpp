@@ -50,11 +50,11 @@ class detailed_labels_view_test : public detailed_window {
         open_and_draw(engine(4, 6, v_type));
         for (int place = 0; place < 6; ++place) {
             const auto index = static_cast<std::size_t>(place);
-            check_place(label(QString("Lblzyl(%1)").arg(place)), frmdetailedpic.Lblzyl[index]);
-            check_place(label(QString("Lblzyl2(%1)").arg(place)), frmdetailedpic.Lblzyl2[index]);
+            check_place(label(QString("Lblzyl(%1)").arg(place)), frmdetailedpic::state.Lblzyl[index]);
+            check_place(label(QString("Lblzyl2(%1)").arg(place)), frmdetailedpic::state.Lblzyl2[index]);
         }
-        check_place(label("Lbl0deg"), frmdetailedpic.Lbl0deg);
-        check_place(label("Lblenddeg"), frmdetailedpic.Lblenddeg);
+        check_place(label("Lbl0deg"), frmdetailedpic::state.Lbl0deg);
+        check_place(label("Lblenddeg"), frmdetailedpic::state.Lblenddeg);
         QVERIFY(!label("Lblzyl(6)")->isVisible());
         open_and_draw(engine(4, 4, in_line));
         QVERIFY(!label("Lblzyl(5)")->isVisible());
@@ -65,8 +65,8 @@ class detailed_labels_view_test : public detailed_window {
         open_and_draw(engine(4, 6, in_line));
         window_->resize(1000, 900);
         QCoreApplication::processEvents();
-        check_place(label("Lblzyl(3)"), frmdetailedpic.Lblzyl[3]);
-        check_place(label("Lblzyl2(3)"), frmdetailedpic.Lblzyl2[3]);
+        check_place(label("Lblzyl(3)"), frmdetailedpic::state.Lblzyl[3]);
+        check_place(label("Lblzyl2(3)"), frmdetailedpic::state.Lblzyl2[3]);
         check_labels("after a resize");
     }
 
@@ -75,12 +75,12 @@ class detailed_labels_view_test : public detailed_window {
             window_->resize(size);
             open_and_draw(engine(4, 24, v_type));
             const QFontMetricsF metrics(surface_->text_font());
-            for (const canvas_text& one : frmdetailedpic.surface.texts) {
+            for (const canvas_text& one : frmdetailedpic::state.surface.texts) {
                 const QRectF box(surface_->place(one.x, one.y),
                                  QSizeF(metrics.horizontalAdvance(QString::fromStdString(one.text)),
                                         metrics.ascent() + metrics.descent()));
                 QVERIFY2(QRectF(surface_->rect()).contains(box), one.text.c_str());
-                for (const canvas_text& other : frmdetailedpic.surface.texts) {
+                for (const canvas_text& other : frmdetailedpic::state.surface.texts) {
                     const QPointF corner = surface_->place(other.x - 7, other.y + 1);
                     if (&other != &one) QVERIFY2(!box.contains(corner), other.text.c_str());
                 }

@@ -13,7 +13,7 @@ class dialog_keys_test : public QObject {
     void initTestCase() {
         window_.start(all_windows_settings);
         sensor::state.channels[0].param_valid = true;
-        SetPassword("");
+        FrmAbort::SetPassword("");
     }
     void cleanup() { sensor::state.measure_running = false; }
     void cleanupTestCase() { window_.end(); }

@@ -33,7 +33,7 @@ class frmdetailedpic_test : public detailed_window {
 
     void tells_the_surfaces_size_and_what_is_on_it() {
         open_and_draw(engine(4, 6, in_line));
-        QCOMPARE(surface_->property("ScaleWidth").toDouble(), frmdetailedpic.surface.ScaleWidth);
+        QCOMPARE(surface_->property("ScaleWidth").toDouble(), frmdetailedpic::state.surface.ScaleWidth);
         QVERIFY(surface_->property("ScaleWidth").toDouble() >= 280);
         QVERIFY(surface_->property("ScaleHeight").toDouble() >= 160);
         QCOMPARE(surface_->property("StrokeCount").toInt(),
@@ -43,28 +43,29 @@ class frmdetailedpic_test : public detailed_window {
     }
 
     void check_boxes_take_effect_with_the_next_curve() {
-        const std::vector<std::pair<const char*, i16*>> boxes{{"Chck_tsrel", &frmdetailedpic.Chck_tsrel},
-                                                              {"Chck_tsabs", &frmdetailedpic.Chck_tsabs},
-                                                              {"Chck_aa", &frmdetailedpic.Chck_aa}};
+        const std::vector<std::pair<const char*, i16*>> boxes{
+            {"Chck_tsrel", &frmdetailedpic::state.Chck_tsrel},
+            {"Chck_tsabs", &frmdetailedpic::state.Chck_tsabs},
+            {"Chck_aa", &frmdetailedpic::state.Chck_aa}};
         open_and_draw(engine(4, 6, in_line));
         for (const auto& [name, value] : boxes) {
             auto* const box = window_->findChild<QCheckBox*>(name);
             QVERIFY2(box != nullptr && box->isVisible() && box->isChecked(), name);
             QVERIFY(!box->accessibleName().isEmpty());
             draw_pass();
-            const auto before = frmdetailedpic.surface.strokes;
+            const auto before = frmdetailedpic::state.surface.strokes;
             QTest::mouseClick(box, Qt::LeftButton, {}, {10, box->height() / 2});
             QCOMPARE(*value, i16{0});
             window_->show_state();
             QVERIFY2(!box->isChecked(), name);
-            QVERIFY2(frmdetailedpic.surface.strokes == before, "no redraw");
+            QVERIFY2(frmdetailedpic::state.surface.strokes == before, "no redraw");
             draw_pass();
-            QVERIFY(frmdetailedpic.surface.strokes.size() < before.size());
+            QVERIFY(frmdetailedpic::state.surface.strokes.size() < before.size());
             QTest::keyClick(box, Qt::Key_Space);
             QCOMPARE(*value, i16{1});
         }
         draw_pass();
-        frmdetailedpic.Chck_aa = 0;
+        frmdetailedpic::state.Chck_aa = 0;
         window_->show_state();
         QVERIFY(!window_->findChild<QCheckBox*>("Chck_aa")->isChecked());
     }
@@ -75,7 +76,7 @@ class frmdetailedpic_test : public detailed_window {
         QTest::keyClick(window_->findChild<QCheckBox*>("Chck_aa"), Qt::Key_Escape);
         QVERIFY(!window_->isVisible());
         QCOMPARE(sensor::state.polar_channel, i16{0});
-        QVERIFY(!frmdetailedpic.open);
+        QVERIFY(!frmdetailedpic::state.open);
         open_and_draw(engine(4, 6, in_line));
         QVERIFY(window_->isVisible());
         QVERIFY(window_->findChild<QCheckBox*>("Chck_aa")->isChecked());
@@ -86,18 +87,18 @@ class frmdetailedpic_test : public detailed_window {
         open_and_draw(engine(4, 6, in_line));
         QVERIFY(window_->close());
         QVERIFY(!window_->isVisible());
-        QVERIFY(!frmdetailedpic.form.Loaded);
+        QVERIFY(!frmdetailedpic::state.form.Loaded);
     }
 
     void hidden_by_the_core_it_stays_loaded_and_comes_back() {
         open_and_draw(engine(4, 6, in_line));
-        frmdetailedpic.form.Visible = false;
+        frmdetailedpic::state.form.Visible = false;
         window_->show_state();
         QVERIFY(!window_->isVisible());
-        QVERIFY(frmdetailedpic.open);
+        QVERIFY(frmdetailedpic::state.open);
         QCOMPARE(sensor::state.polar_channel, i16{1});
         draw_pass();
-        frmdetailedpic.form.Visible = true;
+        frmdetailedpic::state.form.Visible = true;
         window_->show_state();
         QVERIFY(window_->isVisible());
         QVERIFY(has(surface_picture(), red_));
@@ -150,7 +151,7 @@ class frmdetailedpic_test : public detailed_window {
 
     void strange_coordinates_are_survived_and_the_rest_is_painted() {
         open_and_draw(engine(4, 6, in_line));
-        canvas& surface = frmdetailedpic.surface;
+        canvas& surface = frmdetailedpic::state.surface;
         surface.clear();
         surface.ForeColor = rgb(255, 0, 0);
         for (const double strange : {infinite, -infinite, not_a_number, 1e300, -1e300, 1e18, 4e9}) {
@@ -162,8 +163,8 @@ class frmdetailedpic_test : public detailed_window {
         }
         surface.ForeColor = rgb(0, 255, 0);
         surface.line(20, 60, 200, 60);
-        frmdetailedpic.Lblzyl[0].Left = not_a_number;
-        frmdetailedpic.Lblzyl[1].Top = 1e300;
+        frmdetailedpic::state.Lblzyl[0].Left = not_a_number;
+        frmdetailedpic::state.Lblzyl[1].Top = 1e300;
         window_->show_state();
         QVERIFY(has(surface_picture(), QColor(0, 255, 0)));
         QVERIFY(has(surface_picture(), red_));

@@ -44,7 +44,7 @@ class frmsetup_captions_test : public QObject {
         QTest::mouseClick(setup_.find("cmd_Refresh"), Qt::LeftButton);
         QTRY_VERIFY(tabs->isTabEnabled(3));
         click_tab(3);
-        QTRY_COMPARE(frmSetup.SSTab.Tab, i16{3});
+        QTRY_COMPARE(frmSetup::state.SSTab.Tab, i16{3});
         QTest::qWait(50);
         QCOMPARE(tabs->currentIndex(), 3);
     }
@@ -63,7 +63,7 @@ class frmsetup_captions_test : public QObject {
 
     void the_arrow_keys_change_the_tab() {
         QTest::keyClick(setup_.tabs()->tabBar(), Qt::Key_Right);
-        QTRY_COMPARE(frmSetup.SSTab.Tab, i16{1});
+        QTRY_COMPARE(frmSetup::state.SSTab.Tab, i16{1});
         QTest::keyClick(setup_.tabs()->tabBar(), Qt::Key_Right);
         QTest::keyClick(setup_.tabs()->tabBar(), Qt::Key_Right); // past the last that can be chosen
         QTest::qWait(50);
@@ -76,7 +76,7 @@ class frmsetup_captions_test : public QObject {
         setup_.open();
         QCOMPARE(setup_.tabs()->currentIndex(), 1);
         click_tab(0);
-        QTRY_COMPARE(frmSetup.SSTab.Tab, i16{0});
+        QTRY_COMPARE(frmSetup::state.SSTab.Tab, i16{0});
         for (const char* const name :
              {"frame_comport", "XY_Chart", "th_a", "TvmV", "Select_com(0)", "Text_alm1(1)", "Check_tst(0)",
               "scroll_max_commport", "Opt_diffmode(0)", "Opt_event(1)", "Text_evtlogfile_path",
@@ -109,9 +109,9 @@ class frmsetup_captions_test : public QObject {
             QVERIFY(!setup_.tabs()->isTabEnabled(1));
             QVERIFY(setup_.find("Frame_sensor(0)")->isVisible());
         }
-        QCOMPARE(frmSetup.SSTab.Tab, i16{1});
+        QCOMPARE(frmSetup::state.SSTab.Tab, i16{1});
         click_tab(2);
-        QTRY_COMPARE(frmSetup.SSTab.Tab, i16{2});
+        QTRY_COMPARE(frmSetup::state.SSTab.Tab, i16{2});
     }
 
     void a_caption_is_whole_while_there_is_room_for_it() {

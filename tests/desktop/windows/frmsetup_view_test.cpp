@@ -158,19 +158,19 @@ class frmsetup_view_test : public QObject {
         QApplication::clipboard()->setText("Mill\r\n1\n");
         QTest::keySequence(location, QKeySequence::Paste);
         QTRY_COMPARE(location->text(), QString("Mill1"));
-        QCOMPARE(frmSetup.Text_sensor_loc[0].Text, "Mill1");
+        QCOMPARE(frmSetup::state.Text_sensor_loc[0].Text, "Mill1");
     }
 
     void the_keyboard_chooses_a_port() {
         list(0)->setFocus();
         QTest::keyClick(list(0), Qt::Key_Down);
-        QTRY_COMPARE(frmSetup.comport_edit[0], i16{17});
+        QTRY_COMPARE(frmSetup::state.comport_edit[0], i16{17});
         QCOMPARE(sensor::state.comport[0], i16{2});
         QTest::keyClick(list(0), Qt::Key_End);
-        QTRY_COMPARE(frmSetup.comport_edit[0], i16{256});
+        QTRY_COMPARE(frmSetup::state.comport_edit[0], i16{256});
         list(2)->setFocus();
         QTest::keyClick(list(2), Qt::Key_Home);
-        QTRY_COMPARE(frmSetup.comport_edit[2], i16{1});
+        QTRY_COMPARE(frmSetup::state.comport_edit[2], i16{1});
         QTRY_COMPARE(list(2)->currentText(), QString("COM1"));
         setup_.click("cmd_OK");
         QTRY_COMPARE(sensor::state.comport[0], i16{256});
@@ -222,7 +222,7 @@ class frmsetup_view_test : public QObject {
         setup_.open(); // the bar falls back to 1
         QTest::qWait(60);
         QCOMPARE(number(), QString("3"));
-        QCOMPARE(frmSetup.num_sensors_edit, i16{3});
+        QCOMPARE(frmSetup::state.num_sensors_edit, i16{3});
     }
 
     void refresh_fetches_the_programs_values_and_drops_what_was_typed() {
@@ -244,7 +244,7 @@ class frmsetup_view_test : public QObject {
             setup_.type(setup_.find<QLineEdit>("Text_sensor_loc", 0), "never");
             end();
             QTRY_VERIFY(!setup_.dialog()->isVisible());
-            QVERIFY(!frmSetup.form.Visible);
+            QVERIFY(!frmSetup::state.form.Visible);
             QVERIFY(sensor::state.channels[0].location != "never");
             QCOMPARE(settings_file(), before);
         }

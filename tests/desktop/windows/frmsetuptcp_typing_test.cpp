@@ -60,13 +60,13 @@ class frmsetuptcp_typing_test : public QObject {
 
     void typing_reaches_the_core() {
         window_.type(window_.edit("Txt_IPport"), "1502x");
-        QCOMPARE(FrmSetupTCP.Txt_IPport, std::string("1502x"));
+        QCOMPARE(FrmSetupTCP::state.Txt_IPport, std::string("1502x"));
         window_.type(window_.edit("Txt_IPadr"), QString::fromUtf8("m\xC3\xBChle"));
-        QCOMPARE(FrmSetupTCP.Txt_IPadr, std::string("m\xFChle"));
+        QCOMPARE(FrmSetupTCP::state.Txt_IPadr, std::string("m\xFChle"));
         window_.type(window_.box(122), "17");
-        QCOMPARE(FrmSetupTCP.Text4[122], std::string("17"));
+        QCOMPARE(FrmSetupTCP::state.Text4[122], std::string("17"));
         window_.type(window_.edit("Txt_regbase"), QString::fromUtf8("1\xE2\x82\xAC\xD0\x96"));
-        QCOMPARE(FrmSetupTCP.Txt_regbase, std::string("1\x80?"));
+        QCOMPARE(FrmSetupTCP::state.Txt_regbase, std::string("1\x80?"));
         QTRY_COMPARE(window_.edit("Txt_regbase")->text(), QString::fromUtf8("1\xE2\x82\xAC?"));
         window_.type(window_.edit("Txt_regbase"), "1000");
         window_.type(window_.edit("Txt_IPadr"), "127.0.0.1");
@@ -83,13 +83,13 @@ class frmsetuptcp_typing_test : public QObject {
             QTest::qSleep(2);
             desktop::yield();
             window_.show_state();
-            QCOMPARE(FrmSetupTCP.Txt_IPport, std::string("1"));
+            QCOMPARE(FrmSetupTCP::state.Txt_IPport, std::string("1"));
             QCOMPARE(window_.edit("Txt_IPport")->text(), QString("123"));
         });
-        QTRY_COMPARE(FrmSetupTCP.Txt_IPport, std::string("123"));
+        QTRY_COMPARE(FrmSetupTCP::state.Txt_IPport, std::string("123"));
         window_.show_state();
         QCOMPARE(window_.edit("Txt_IPport")->text(), QString("123"));
-        FrmSetupTCP.Txt_IPport = "502";
+        FrmSetupTCP::state.Txt_IPport = "502";
         window_.show_state();
         QCOMPARE(window_.edit("Txt_IPport")->text(), QString("502"));
     }
@@ -97,11 +97,11 @@ class frmsetuptcp_typing_test : public QObject {
     void filling_the_boxes_leaves_the_cursor_where_it_is() {
         window_.type(window_.box(5), "12345");
         window_.box(5)->setCursorPosition(2);
-        FrmSetupTCP.Text4[6] = "1";
+        FrmSetupTCP::state.Text4[6] = "1";
         window_.show_state();
         QCOMPARE(window_.box(5)->cursorPosition(), 2);
         QCOMPARE(window_.box(6)->text(), QString("1"));
-        FrmSetupTCP.Text4[5] = "12346";
+        FrmSetupTCP::state.Text4[5] = "12346";
         window_.show_state();
         QCOMPARE(window_.box(5)->text(), QString("12346"));
         QCOMPARE(window_.box(5)->cursorPosition(), 2);
@@ -109,11 +109,11 @@ class frmsetuptcp_typing_test : public QObject {
     }
 
     void a_text_too_long_for_its_box_shows_its_front_and_a_tool_tip() {
-        FrmSetupTCP.Text4[7] = "-12.3333330154419";
+        FrmSetupTCP::state.Text4[7] = "-12.3333330154419";
         window_.show_state();
         QCOMPARE(tip_of(window_.box(7)), QString("<p>-12.3333330154419</p>"));
         QCOMPARE(window_.box(7)->cursorPosition(), 0);
-        FrmSetupTCP.Text4[7] = "65535";
+        FrmSetupTCP::state.Text4[7] = "65535";
         window_.show_state();
         QCOMPARE(tip_of(window_.box(7)), QString());
     }
@@ -127,7 +127,7 @@ class frmsetuptcp_typing_test : public QObject {
         clock.restart();
         for (int round = 0; round < 50; ++round) {
             for (int index = 0; index < 50; ++index)
-                FrmSetupTCP.Text4[static_cast<std::size_t>(index)] = std::to_string(60000 + round);
+                FrmSetupTCP::state.Text4[static_cast<std::size_t>(index)] = std::to_string(60000 + round);
             window_.show_state();
         }
         const qint64 changed = clock.elapsed() / 50;
@@ -150,7 +150,7 @@ class frmsetuptcp_typing_test : public QObject {
     void manual_commands_without_connection_say_so() {
         gateway.Winsock_A.Close();
         for (const char* name : {"Cmd_read_R", "Cmd_write_R"}) {
-            show_tcp_status("", status_colour::green);
+            FrmSetupTCP::show_tcp_status("", status_colour::green);
             QTest::mouseClick(window_.button(name), Qt::LeftButton);
             QTRY_COMPARE(window_.edit("Text5")->text(), QString("Device not connected via TCP/IP"));
             QCOMPARE(window_.edit("Text5")->property("BackColor").toInt(), 255);

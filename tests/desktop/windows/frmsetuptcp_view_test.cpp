@@ -134,11 +134,11 @@ class frmsetuptcp_view_test : public QObject {
     }
 
     void a_disabled_frame_stays_legible() {
-        Check3_click();
+        FrmSetupTCP::Check3_click();
         window_.show_state();
         const QColor text = window_.box(0)->palette().color(QPalette::Disabled, QPalette::Text);
         QVERIFY(text.lightness() < 100);
-        Check3_click();
+        FrmSetupTCP::Check3_click();
         window_.show_state();
     }
 
@@ -175,7 +175,7 @@ class frmsetuptcp_view_test : public QObject {
 
     void the_status_is_black_on_its_colour() {
         for (const colour ground : {status_colour::green, status_colour::red, status_colour::yellow}) {
-            show_tcp_status("Connected", ground);
+            FrmSetupTCP::show_tcp_status("Connected", ground);
             window_.show_state();
             QLineEdit* const status = window_.edit("Text5");
             QVERIFY(status->isReadOnly());
@@ -221,7 +221,7 @@ class frmsetuptcp_view_test : public QObject {
         window_.type(window_.edit("Txt_IPadr"), "not saved");
         QTest::mouseClick(window_.button("Cmd_close"), Qt::LeftButton);
         QTRY_VERIFY(!window_.form()->isVisible());
-        QVERIFY(FrmSetupTCP.form.Loaded);
+        QVERIFY(FrmSetupTCP::state.form.Loaded);
         window_.open();
         QCOMPARE(window_.edit("Txt_IPadr")->text(), QString("127.0.0.1"));
     }

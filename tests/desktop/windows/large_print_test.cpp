@@ -107,13 +107,13 @@ class large_print_test : public QObject {
     void the_alerts_lines_are_whole_data() { sizes(); }
     void the_alerts_lines_are_whole() {
         show_alert(alert_colour::red);
-        alert_text(0, std::string(25, 'W') + "  Mainalarm DC");
+        FrmAlert::alert_text(0, std::string(25, 'W') + "  Mainalarm DC");
         main_->show_state();
         QTest::qWait(30);
         QWidget* const alert = shown_window("FrmAlert");
         QVERIFY(alert != nullptr);
         check_room(alert);
-        FrmAlert_unload();
+        FrmAlert::unload();
         main_->show_state();
     }
 

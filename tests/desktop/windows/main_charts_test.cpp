@@ -100,7 +100,7 @@ class main_charts_test : public QObject {
         sensor::state.channel_running[0] = true;
         sensor::state.channels[0].param_valid = true;
         sensor::state.channels[0].overspeed = 300;
-        Timer_chart_upd_tick();
+        mainfrm::Timer_chart_upd_tick();
         window_.show_state();
         QCOMPARE(widget("chart", 0)->property("CurveTitle(1)").toString(), QString("RPM /5"));
         sensor::state.channel_running[0] = false;

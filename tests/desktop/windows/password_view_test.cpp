@@ -63,7 +63,7 @@ class password_view_test : public QObject {
 
     void the_old_password_enables_ok_at_its_last_letter_and_one_more_disables_it() {
         type("oldpasswd", "ruhe7");
-        QTRY_COMPARE(frmpwd.oldpasswd.Text, std::string("ruhe7"));
+        QTRY_COMPARE(frmpwd::state.oldpasswd.Text, std::string("ruhe7"));
         QVERIFY(!ok()->isEnabled());
         box("oldpasswd")->clear();
         type("oldpasswd", "Ruhe7");

@@ -44,37 +44,37 @@ class print_dialog_test : public QObject {
         QVERIFY(!option(print_, "optPrint", 2)->isEnabled());
         QVERIFY(!option(print_, "optPrint", 3)->isEnabled());
         close_with_escape(print_);
-        QVERIFY(!frmselectprint.form.Visible);
+        QVERIFY(!frmselectprint::state.form.Visible);
     }
 
     void a_choice_counts_at_once_and_survives_cancel() {
         open_print();
         QTest::mouseClick(option(print_, "optPrint", 1), Qt::LeftButton, {}, QPoint(8, 8));
-        QTRY_COMPARE(frmselectprint.print_channel, i16{1});
+        QTRY_COMPARE(frmselectprint::state.print_channel, i16{1});
         QTRY_COMPARE(print_->findChild<QLabel*>("LblPrint")->text(),
                      QString("Prints channel 2, the last 2 min"));
         QTest::mouseClick(option(print_, "optPrint", 2), Qt::LeftButton, {}, QPoint(8, 8));
         QTest::mouseClick(button(print_, "cmd_cancel", "cancel"), Qt::LeftButton);
         QTRY_VERIFY(!print_->isVisible());
-        QCOMPARE(frmselectprint.print_channel, i16{1});
+        QCOMPARE(frmselectprint::state.print_channel, i16{1});
         open_print();
         QVERIFY(option(print_, "optPrint", 1)->isChecked());
         close_with_escape(print_);
-        QCOMPARE(frmselectprint.print_channel, i16{1});
+        QCOMPARE(frmselectprint::state.print_channel, i16{1});
     }
 
     void no_option_is_selected_for_a_channel_that_went_out_of_use() {
-        frmselectprint.print_channel = 3;
+        frmselectprint::state.print_channel = 3;
         open_print();
         for (int index = 0; index < 4; ++index)
             QVERIFY(!option(print_, "optPrint", index)->isChecked());
         close_with_escape(print_);
-        QCOMPARE(frmselectprint.print_channel, i16{3});
+        QCOMPARE(frmselectprint::state.print_channel, i16{3});
     }
 
     void ok_and_enter_close_before_the_printer_is_asked() {
         for (const bool by_enter : {false, true}) {
-            frmselectprint.print_channel = 0;
+            frmselectprint::state.print_channel = 0;
             open_print();
             bool open_meanwhile = false;
             QTimer printer_dialogs; // whatever the printing asks is declined
@@ -94,7 +94,7 @@ class print_dialog_test : public QObject {
             QTest::qWait(100);
             QVERIFY(!print_->isVisible());
             QVERIFY(!open_meanwhile);
-            QVERIFY(!frmselectprint.form.Visible);
+            QVERIFY(!frmselectprint::state.form.Visible);
         }
     }
 

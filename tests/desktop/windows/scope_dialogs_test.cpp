@@ -153,7 +153,7 @@ class scope_dialogs_test : public QObject {
         QTRY_COMPARE(selected("Opt_scale", 8), 5);
         QTRY_COMPARE(selected("Opt_scale_t", 8), 6);
         close_with_escape(scales_);
-        QVERIFY(!frmscale_polar.form.Visible);
+        QVERIFY(!frmscale_polar::state.form.Visible);
         QCOMPARE(settings_file(), before);
         QCOMPARE(sensor::state.scale_polar_a, 0.2);
     }

@@ -74,7 +74,7 @@ class small_screen_test : public QObject {
 
     void nothing_of_a_row_can_be_clicked_beside_an_enlarged_chart() {
         for (const i16 channel : {i16{0}, i16{3}}) {
-            cmd_zoom_xy_click(channel);
+            mainfrm::cmd_zoom_xy_click(channel);
             window_.show_state();
             const rectangle row = row_place(channel);
             for (int y = row.top; y < row.top + row.height; y += 3) {
@@ -93,7 +93,7 @@ class small_screen_test : public QObject {
                 const QWidget* const button = window_.widget("cmd_zoom_xy", of_row);
                 QVERIFY(window_.widget("chart", channel)->geometry().contains(button->geometry()));
             }
-            cmd_zoom_xy_click(channel);
+            mainfrm::cmd_zoom_xy_click(channel);
             window_.show_state();
         }
     }
@@ -103,10 +103,10 @@ class small_screen_test : public QObject {
         to_front(&window_.view());
         covered->setFocus();
         QVERIFY(covered->hasFocus());
-        cmd_zoom_xy_click(0);
+        mainfrm::cmd_zoom_xy_click(0);
         window_.show_state();
         QVERIFY(!covered->hasFocus());
-        cmd_zoom_xy_click(0);
+        mainfrm::cmd_zoom_xy_click(0);
         window_.show_state();
     }
 

@@ -115,7 +115,7 @@ class status_window_view_test : public QObject {
         window_.show_state();
         QElapsedTimer clock;
         clock.start();
-        Text_status_dblclick();
+        mainfrm::Text_status_dblclick();
         window_.show_state();
         QVERIFY(!copy()->grab().isNull());
         const qint64 took = clock.elapsed();

@@ -61,13 +61,13 @@ class stop_lock_requests_test : public stop_lock_window {
                 QTimer::singleShot(0, lock_, [&] {
                     type(password);
                     QVERIFY(!stop_->isEnabled());
-                    desktop::run_handler(desktop::source::operator_, CmdStop_click);
+                    desktop::run_handler(desktop::source::operator_, FrmAbort::CmdStop_click);
                 });
                 for (int round = 0; round < 20; ++round)
                     wait_events(2);
-                stopped_in_the_tick = GetStatus() != 0;
+                stopped_in_the_tick = FrmAbort::GetStatus() != 0;
             });
-            QTRY_VERIFY(!FrmAbort.form.Visible);
+            QTRY_VERIFY(!FrmAbort::state.form.Visible);
         });
         QCOMPARE(stopped_in_the_tick, std::optional(false));
         QVERIFY(!sensor::state.measure_running);
@@ -114,7 +114,7 @@ class stop_lock_requests_test : public stop_lock_window {
                 return true;
             });
             wait_events(30);
-            asked_in_the_tick = FrmAbort.form.Visible;
+            asked_in_the_tick = FrmAbort::state.form.Visible;
         });
         QVERIFY(kept);
         QVERIFY(!asked_in_the_tick);

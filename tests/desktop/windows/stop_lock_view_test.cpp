@@ -94,7 +94,7 @@ class stop_lock_view_test : public stop_lock_window {
     void enter_in_the_box_neither_stops_nor_closes() {
         for (const auto& [stored, typed] :
              {std::pair("R\xFChe7", ""), std::pair("R\xFChe7", "wrong"), std::pair("", "")}) {
-            SetPassword(stored);
+            FrmAbort::SetPassword(stored);
             ask([&] {
                 type(typed);
                 QCOMPARE(lock_->focusWidget(), box_);
@@ -152,7 +152,7 @@ class stop_lock_view_test : public stop_lock_window {
             lock_->close();
         });
         QVERIFY(sensor::state.measure_running);
-        QCOMPARE(GetStatus(), i16{0});
+        QCOMPARE(FrmAbort::GetStatus(), i16{0});
     }
 
     void it_opens_anew_every_time() {
@@ -166,7 +166,7 @@ class stop_lock_view_test : public stop_lock_window {
     }
 
     void with_an_empty_password_stop_is_enabled_and_the_focus_is_in_the_box() {
-        SetPassword("");
+        FrmAbort::SetPassword("");
         ask([&] {
             QVERIFY(stop_->isEnabled());
             QCOMPARE(lock_->focusWidget(), box_);
@@ -179,7 +179,7 @@ class stop_lock_view_test : public stop_lock_window {
     }
 
     void tab_goes_from_the_box_to_the_buttons() {
-        SetPassword("");
+        FrmAbort::SetPassword("");
         ask([&] {
             for (QWidget* const next : {static_cast<QWidget*>(stop_), static_cast<QWidget*>(continue_),
                                         static_cast<QWidget*>(box_)}) {

@@ -63,19 +63,19 @@ class view_commands_test : public QObject {
     void windows_that_only_show_open_and_close_at_once() {
         run_inside_ticks({
             {"Detailed Display", [&] { left_click(main("XYplot", 0)); },
-             [] { return frmdetailedpic.form.Visible; }},
+             [] { return frmdetailedpic::state.form.Visible; }},
             {"its curve", [&] { child<QCheckBox>("frmdetailedpic", "Chck_aa")->click(); },
-             [] { return frmdetailedpic.Chck_aa == 0; }},
+             [] { return frmdetailedpic::state.Chck_aa == 0; }},
             {"its end", [&] { shown_window("frmdetailedpic")->close(); },
-             [] { return !frmdetailedpic.form.Visible; }},
+             [] { return !frmdetailedpic::state.form.Visible; }},
             {"speed bars", [&] { left_click(main("Cmd_diagramm", 0)); },
-             [] { return frmbarpic.form.Visible; }},
+             [] { return frmbarpic::state.form.Visible; }},
             {"their end", [&] { shown_window("frmbarpic")->close(); },
-             [] { return !frmbarpic.form.Visible; }},
+             [] { return !frmbarpic::state.form.Visible; }},
             {"thermosignal bars", [&] { left_click(main("Cmd_diagramm2", 0)); },
-             [] { return Frmbarpic2.form.Visible; }},
+             [] { return Frmbarpic2::state.form.Visible; }},
             {"their end", [&] { shown_window("Frmbarpic2")->close(); },
-             [] { return !Frmbarpic2.form.Visible; }},
+             [] { return !Frmbarpic2::state.form.Visible; }},
             {"status window",
              [&] {
                  QTest::mouseDClick(window_.view()
@@ -84,29 +84,30 @@ class view_commands_test : public QObject {
                                         ->viewport(),
                                     Qt::LeftButton);
              },
-             [] { return frmstatustext.form.Visible; }},
+             [] { return frmstatustext::state.form.Visible; }},
             {"its refresh",
              [&] {
                  indicators.Text_status.append("news");
                  child<QPushButton>("frmstatustext", "Cmdrefresh")->click();
              },
-             [] { return frmstatustext.Text_status.Text.ends_with("news"); }},
+             [] { return frmstatustext::state.Text_status.Text.ends_with("news"); }},
             {"its end", [&] { child<QPushButton>("frmstatustext", "Cmdclose")->click(); },
-             [] { return !frmstatustext.form.Visible; }},
+             [] { return !frmstatustext::state.form.Visible; }},
             {"software info", [&] { left_click(window_.view().findChild<QWidget*>("Lbl_TY_logger")); },
-             [] { return Frmlog.form.Visible; }},
-            {"its end", [&] { window_.dialog("Frmlog")->reject(); }, [] { return !Frmlog.form.Visible; }},
+             [] { return Frmlog::state.form.Visible; }},
+            {"its end", [&] { window_.dialog("Frmlog")->reject(); },
+             [] { return !Frmlog::state.form.Visible; }},
             {"about", [&] { window_.view().findChild<QAction*>("about")->trigger(); },
-             [] { return frmSplash.form.Visible; }},
+             [] { return frmSplash::state.form.Visible; }},
             {"its end", [&] { QTest::keyClick(window_.dialog("frmSplash"), Qt::Key_Space); },
-             [] { return !frmSplash.form.Visible; }},
+             [] { return !frmSplash::state.form.Visible; }},
         });
     }
 
     void lists_scroll_bars_and_tabs_of_the_setup_follow_at_once() {
         sensor::state.channels[0].status_valid = true;
-        setup_click();
-        frmSetup.Select_com[1].List = {"COM7", "COM9"};
+        mainfrm::setup_click();
+        frmSetup::state.Select_com[1].List = {"COM7", "COM9"};
         window_.show_state();
         QTRY_VERIFY(shown_window("frmSetup") != nullptr);
         run_inside_ticks({
@@ -116,13 +117,13 @@ class view_commands_test : public QObject {
                  list->setFocus();
                  QTest::keyClick(list, Qt::Key_End);
              },
-             [] { return frmSetup.comport_edit[1] == 9; }},
+             [] { return frmSetup::state.comport_edit[1] == 9; }},
             {"scroll bar", [&] { child<QScrollBar>("frmSetup", "scroll_max_commport")->setValue(2); },
-             [] { return frmSetup.num_sensors_edit == 2; }},
+             [] { return frmSetup::state.num_sensors_edit == 2; }},
             {"tab", [&] { child<QTabWidget>("frmSetup", "SSTab")->setCurrentIndex(1); },
-             [] { return frmSetup.SSTab.Tab == 1; }},
+             [] { return frmSetup::state.SSTab.Tab == 1; }},
         });
-        frmSetup_cmd_cancel_click();
+        frmSetup::cmd_cancel_click();
         window_.show_state();
     }
 
@@ -144,23 +145,24 @@ class view_commands_test : public QObject {
                                  [] { sensor::state.channels[0].param_valid = false; });
         QTRY_VERIFY(shown_window("message_box") != nullptr);
         qobject_cast<QMessageBox*>(shown_window("message_box"))->accept();
-        QVERIFY(!frmbarpic.form.Visible);
+        QVERIFY(!frmbarpic::state.form.Visible);
         sensor::state.channels[0].param_valid = true;
     }
 
     void commands_that_ask_or_concern_the_gateway_are_kept() {
         run_behind_ticks({
-            {"setup", [&] { trigger("setup"); }, [] { return frmSetup.form.Visible; }},
-            {"its end", [&] { window_.dialog("frmSetup")->reject(); }, [] { return !frmSetup.form.Visible; }},
-            {"print", [&] { trigger("prt"); }, [] { return frmselectprint.form.Visible; }},
+            {"setup", [&] { trigger("setup"); }, [] { return frmSetup::state.form.Visible; }},
+            {"its end", [&] { window_.dialog("frmSetup")->reject(); },
+             [] { return !frmSetup::state.form.Visible; }},
+            {"print", [&] { trigger("prt"); }, [] { return frmselectprint::state.form.Visible; }},
             {"its end", [&] { window_.dialog("frmselectprint")->reject(); },
-             [] { return !frmselectprint.form.Visible; }},
-            {"gateway", [&] { trigger("setup_tcp"); }, [] { return FrmSetupTCP.form.Visible; }},
+             [] { return !frmselectprint::state.form.Visible; }},
+            {"gateway", [&] { trigger("setup_tcp"); }, [] { return FrmSetupTCP::state.form.Visible; }},
             {"data", [&] { child<QCheckBox>("FrmSetupTCP", "Check2")->click(); },
-             [] { return FrmSetupTCP.Check2 == 1; }},
-            {"speed", [&] { trigger("fast"); }, [] { return FrmSetupTCP.fast; }},
+             [] { return FrmSetupTCP::state.Check2 == 1; }},
+            {"speed", [&] { trigger("fast"); }, [] { return FrmSetupTCP::state.fast; }},
             {"its end", [&] { child<QPushButton>("FrmSetupTCP", "Cmd_close")->click(); },
-             [] { return !FrmSetupTCP.form.Visible; }},
+             [] { return !FrmSetupTCP::state.form.Visible; }},
         });
     }
 

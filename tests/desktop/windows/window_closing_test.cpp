@@ -82,7 +82,7 @@ class window_closing_test : public QObject {
                 window->close();
                 QTRY_VERIFY(!window->isVisible());
             });
-            QCOMPARE(GetStatus(), i16{0});
+            QCOMPARE(FrmAbort::GetStatus(), i16{0});
             QVERIFY(sensor::state.measure_running);
         }
     }
