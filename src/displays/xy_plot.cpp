@@ -19,7 +19,7 @@ using sensor::channel_at;
 // Looks like a mistake and stays: both are a hair short of the real angles, and sample 255 lies at the angle
 // of sample 0 (Curves.AreDrawnClockwiseFromTheTopAroundTheirMean).
 constexpr double sample_angle = 0.024639215686274512; // 2 x 3.1415 / 255
-constexpr double top = 3.1415 / 2;
+constexpr double top_angle = 3.1415 / 2;
 
 constexpr double mean_radius = 30;
 constexpr plot_axis scope_axis{-65, 130};
@@ -113,7 +113,7 @@ template <class Run> void process(i16 channel, const curve_kind& kind, Run& run)
     double radius = 0;
     plot_point point;
     for (i32 index = 0; index < curve_samples; ++index) {
-        const double angle = top - index * sample_angle;
+        const double angle = top_angle - index * sample_angle;
         run([&] { radius = in_range((sample(index) - mean) * kind.scale + mean_radius); },
             [&] {
                 point = {std::cos(angle) * radius, std::sin(angle) * radius};

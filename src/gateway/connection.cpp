@@ -20,9 +20,9 @@ namespace {
 
 constexpr u8 connect_command = 1;
 constexpr u8 idle_command = 2;
-constexpr float patience = 0.5F;   // s
-constexpr int longest_wait = 5000; // ms
-constexpr int wait_step = 10;      // ms; whatever happens ends a step at once
+constexpr float patience = 0.5F;         // s
+constexpr int longest_wait = 5000;       // ms
+constexpr int connection_wait_step = 10; // ms; whatever happens ends a step at once
 constexpr i16 failures_to_lock = 3;
 
 bool socket_connected() {
@@ -36,7 +36,7 @@ void wait_for_connection() {
     const float limit = static_cast<float>(seconds_of_day()) + patience;
     const std::int64_t longest = running_ms() + longest_wait;
     while (!socket_connected() && static_cast<float>(seconds_of_day()) < limit && running_ms() < longest)
-        wait_events(wait_step);
+        wait_events(connection_wait_step);
 }
 
 /// Connected in time. A connection that was made behind the end of its attempt is one that nobody uses.
@@ -137,7 +137,7 @@ void TCP_connect(u8 command) {
 void TCP_disconnect() {
     if (gateway.Winsock_A.State() != socket_state::closed) gateway.Winsock_A.Close();
     while (gateway.Winsock_A.State() > socket_state::closed)
-        wait_events(wait_step);
+        wait_events(connection_wait_step);
     tcp.tcp_connected = false;
     FrmSetupTCP::show_tcp_status("Disconnected", status_colour::red);
 }

@@ -15,8 +15,8 @@ namespace {
 constexpr u8 unit = 1;
 constexpr u8 read_registers = 3;
 constexpr u8 write_registers = 16;
-constexpr i32 tick_limit = 100; // the transaction is given up at the tick behind it
-constexpr int wait_step = 50;   // ms; whatever happens ends a step at once
+constexpr i32 tick_limit = 100;      // the transaction is given up at the tick behind it
+constexpr int answer_wait_step = 50; // ms; whatever happens ends a step at once
 
 constexpr std::string_view not_read = "*****";
 
@@ -146,7 +146,7 @@ void WaitForWinsock() {
         // An answer that comes before the frame is handed over stops the clock: without it the wait could
         // last for ever.
         gateway.Timer1.Enabled(true);
-        wait_events(wait_step);
+        wait_events(answer_wait_step);
     }
     gateway.Timer1.Enabled(false);
     modbus.mb_waiting = false;

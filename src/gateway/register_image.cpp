@@ -16,12 +16,12 @@ namespace tyxo {
 
 namespace {
 
-struct channel_number {};
+struct own_number {};
 template <class T> using field = T channel_rec::*;
 template <class T> using slots = std::array<T, cylinder_max> channel_rec::*;
 
 /// Whole numbers go out as they are; floats are rounded, and their boxes show them unrounded.
-using register_source = std::variant<channel_number, field<i32>, field<double>, slots<i32>, slots<double>>;
+using register_source = std::variant<own_number, field<i32>, field<double>, slots<i32>, slots<double>>;
 
 struct image_row {
     i16 offset;
@@ -32,20 +32,20 @@ struct image_row {
 
 /// Offset 9 belongs to no block.
 constexpr image_row image[] = {
-    {0, 1, channel_number{}},
+    {0, 1, own_number{}},
     {1, 1, &channel_rec::tsignal},
     {2, 1, &channel_rec::speed},
     {3, 1, &channel_rec::tvoltage},
     {4, 1, &channel_rec::teff_dc},
     {5, 1, &channel_rec::teff_ac},
-    {6, 8, channel_number{}},
+    {6, 8, own_number{}},
     {7, 8, &channel_rec::status_alarm},
     {8, 8, &channel_rec::status_error},
-    {10, 3, channel_number{}},
+    {10, 3, own_number{}},
     {11, 3, &channel_rec::numzyl},
     {12, 3, &channel_rec::mb_angacc_val, cylinder_max},
     {36, 3, &channel_rec::mb_angacc_diff, cylinder_max},
-    {60, 4, channel_number{}},
+    {60, 4, own_number{}},
     {61, 4, &channel_rec::numzyl},
     {62, 4, &channel_rec::mb_thermo_val, cylinder_max},
     {86, 4, &channel_rec::mb_thermo_diff, cylinder_max},
@@ -78,7 +78,7 @@ class block_writer {
     void add(const image_row& row) { std::visit(*this, row.source); }
     [[nodiscard]] i16 length() const { return length_; }
 
-    void operator()(channel_number) { put(channel_ + 1); }
+    void operator()(own_number) { put(channel_ + 1); }
     template <class T> void operator()(field<T> source) { put(rec_.*source); }
     template <class T> void operator()(slots<T> source) {
         for (const T value : rec_.*source)

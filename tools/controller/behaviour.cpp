@@ -6,8 +6,6 @@ namespace tyxo::controller_sim {
 
 namespace {
 
-constexpr std::size_t function_at = 7;
-
 std::string with_other_function(std::string answer) {
     const bool was_write = answer.at(function_at) == function_code::write_multiple;
     answer[function_at] =

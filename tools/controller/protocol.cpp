@@ -7,8 +7,7 @@ namespace {
 constexpr std::size_t shortest_length = 2;  // unit identifier and function code
 constexpr std::size_t longest_length = 254; // and 252 bytes of data
 constexpr std::size_t before_length = 6;    // bytes of a header that its length does not count
-constexpr std::size_t function_at = 7;
-constexpr std::size_t request_size = 12; // with address and count
+constexpr std::size_t request_size = 12;    // with address and count
 constexpr std::size_t values_at = 13;
 
 std::uint8_t byte(std::string_view bytes, std::size_t at) {

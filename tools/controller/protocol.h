@@ -13,6 +13,7 @@ namespace tyxo::controller_sim {
 inline constexpr std::size_t registers = 65536;
 inline constexpr std::size_t longest_frame = 260;
 inline constexpr std::size_t header_size = 7; ///< up to the unit identifier
+inline constexpr std::size_t function_at = 7; ///< the place of the function code
 inline constexpr std::size_t most_written = 123;
 inline constexpr std::size_t most_read = 125;
 

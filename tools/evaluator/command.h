@@ -45,6 +45,10 @@ struct Arguments {
 /// A channel command carried out.
 using ChannelAction = std::function<void(Plant&, int number, double time)>;
 
+[[nodiscard]] inline Unit& unit_of(Plant& plant, int number) {
+    return plant.channel(number).unit;
+}
+
 /// One row of the command table.
 struct Verb {
     std::string_view name;

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace tyxo::evaluator_sim {
 
 namespace {
 
-constexpr double turn = 2 * std::numbers::pi;
 constexpr double adc_zero = 479;
 constexpr double usual_level = 40; // % of alarm level of the hottest cylinder of a sound engine
 constexpr double usual_spread = 7; // percentage points between the cylinders

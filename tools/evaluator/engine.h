@@ -10,9 +10,12 @@
 
 #include <array>
 #include <cstdint>
+#include <numbers>
 #include <vector>
 
 namespace tyxo::evaluator_sim {
+
+inline constexpr double turn = 2 * std::numbers::pi;
 
 /// A value that goes from one level to another in a straight line and then stays.
 struct Ramp {

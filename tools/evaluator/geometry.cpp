@@ -4,13 +4,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace tyxo::evaluator_sim {
 
 namespace {
 
-constexpr double turn = 2 * std::numbers::pi;
 constexpr double least_width = 1.5 * turn / 256; // narrower bells would fall between the samples
 
 /// Smallest distance of two firing positions, going round; a whole turn for a single one.

@@ -130,7 +130,7 @@ ChannelAction drain(const Arguments& a) {
     return [](Plant& plant, int number, double) { plant.tell_when_drained(number); };
 }
 
-constexpr Verb verbs[] = {
+constexpr Verb line_rows[] = {
     {"schedule", "off|on|full", "send nothing by itself, at the periods, or without a gap", schedule},
     {"period", "CODE S", "seconds from frame to frame of a code; 0 for never", period},
     {"pause", "", "hold the schedule", pause},
@@ -153,7 +153,7 @@ constexpr Verb verbs[] = {
 } // namespace
 
 std::span<const Verb> line_verbs() {
-    return verbs;
+    return line_rows;
 }
 
 } // namespace tyxo::evaluator_sim

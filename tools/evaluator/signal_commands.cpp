@@ -9,10 +9,6 @@ namespace {
 constexpr double longest_ramp = 86400; // seconds
 constexpr std::string_view switches[] = {"auto", "off", "on"};
 
-Unit& unit_of(Plant& plant, int number) {
-    return plant.channel(number).unit;
-}
-
 /// The named numbers behind the i-th word, each once: "over 20 cylinder 3".
 struct Options {
     double over = 0;
@@ -153,7 +149,7 @@ ChannelAction inhibit(const Arguments& a) {
     };
 }
 
-constexpr Verb verbs[] = {
+constexpr Verb signal_rows[] = {
     {"speed", "RPM [over S]", "bring the engine to a speed", speed},
     {"warm", "PERCENT [over S] [cylinder C]", "bring the thermosignal, or that of one cylinder, to PERCENT",
      warm},
@@ -172,7 +168,7 @@ constexpr Verb verbs[] = {
 } // namespace
 
 std::span<const Verb> signal_verbs() {
-    return verbs;
+    return signal_rows;
 }
 
 } // namespace tyxo::evaluator_sim

@@ -11,10 +11,6 @@ constexpr std::string_view parameter_forms[] = {"base",      "test",    "impulse
                                                 "effective", "inhibit", "percent"};
 constexpr std::string_view status_forms[] = {"short", "long"};
 
-Unit& unit_of(Plant& plant, int number) {
-    return plant.channel(number).unit;
-}
-
 ChannelAction port(const Arguments& a) {
     const int port = read_integer(a.word(0), "port", 1, 999);
     a.at_most(1);
@@ -139,7 +135,7 @@ ChannelAction extension(const Arguments& a) {
     return [value](Plant& plant, int number, double) { unit_of(plant, number).status_extension = value; };
 }
 
-constexpr Verb verbs[] = {
+constexpr Verb unit_rows[] = {
     {"port", "P", "put the channel on serial port P: the link COM<P>", port},
     {"unit", "standard|advanced|plain", "kind of Evaluator: forms, mode, curves", unit_kind},
     {"engine", "NAME | inline|v CYL STROKES RATED OVER", "engine under watch, see below", engine},
@@ -155,7 +151,7 @@ constexpr Verb verbs[] = {
 } // namespace
 
 std::span<const Verb> unit_verbs() {
-    return verbs;
+    return unit_rows;
 }
 
 } // namespace tyxo::evaluator_sim

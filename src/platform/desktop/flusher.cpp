@@ -17,12 +17,6 @@ namespace tyxo::desktop {
 
 namespace {
 
-struct request {
-    std::shared_ptr<const descriptor> file;
-    flusher::clock::time_point due;
-    std::string folder;
-};
-
 bool same_file(const descriptor& one, const descriptor& other) {
     struct stat first {};
     struct stat second {};
@@ -30,18 +24,24 @@ bool same_file(const descriptor& one, const descriptor& other) {
            first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-void bring_to_disk(const request& wanted) {
-    if (::fdatasync(wanted.file->get()) != 0 && errno != EINVAL) { // a device has nothing to bring
+void bring_to_disk(const descriptor& file, const std::string& folder) {
+    if (::fdatasync(file.get()) != 0 && errno != EINVAL) { // a device has nothing to bring
         debug_output("fdatasync : " + std::generic_category().message(errno));
     }
-    if (wanted.folder.empty()) return;
-    sync_folder(wanted.folder);
-    sync_folder(wanted.folder + "/.."); // the folder may be as new as the file
+    if (folder.empty()) return;
+    sync_folder(folder);
+    sync_folder(folder + "/.."); // the folder may be as new as the file
 }
 
 } // namespace
 
 struct flusher::work {
+    struct request {
+        std::shared_ptr<const descriptor> file;
+        clock::time_point due;
+        std::string folder;
+    };
+
     std::mutex disk; ///< held during a sync
     std::mutex guard;
     std::condition_variable news;
@@ -77,7 +77,7 @@ struct flusher::work {
                 syncing = true;
                 lock.unlock();
                 const std::lock_guard busy(disk);
-                bring_to_disk(wanted);
+                bring_to_disk(*wanted.file, wanted.folder);
             } // closes the file if nobody else has it open, which may take its time too
             lock.lock();
             syncing = false;
@@ -98,9 +98,9 @@ flusher::~flusher() {
 void flusher::ask(std::shared_ptr<const descriptor> file, clock::time_point due, const std::string& folder) {
     const std::lock_guard lock(work_->guard);
     auto& requests = work_->requests;
-    const bool first = std::ranges::all_of(requests, [due](const request& one) { return due < one.due; });
+    const bool first = std::ranges::all_of(requests, [due](const auto& one) { return due < one.due; });
     const auto known = std::ranges::find_if(
-        requests, [&file](const request& one) { return one.file == file || same_file(*one.file, *file); });
+        requests, [&file](const auto& one) { return one.file == file || same_file(*one.file, *file); });
     if (known == requests.end()) {
         requests.push_back({std::move(file), due, folder});
     } else {
@@ -122,7 +122,7 @@ std::unique_lock<std::mutex> flusher::pause() {
 
 void flusher::hurry() {
     const std::lock_guard lock(work_->guard);
-    for (request& one : work_->requests)
+    for (auto& one : work_->requests)
         one.due = clock::time_point::min();
     work_->news.notify_one();
 }

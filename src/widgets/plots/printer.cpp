@@ -33,12 +33,9 @@ QString document_name(const iStripChartX& chart) {
 
 std::string failure_text(const QPrinter& printer) {
     const QString file = printer.outputFileName();
-    const std::string_view what = "The chart could not be printed";
-    if (!file.isEmpty()) {
-        return std::string(what) + ":\r\nthe file " + ansi_from_utf8(file.toStdString()) +
-               " cannot be written.";
-    }
-    return std::string(what) + ":\r\nthere is no printer that takes it.";
+    std::string text = "The chart could not be printed:\r\n";
+    if (file.isEmpty()) return text += "there is no printer that takes it.";
+    return text += "the file " + ansi_from_utf8(file.toStdString()) + " cannot be written.";
 }
 
 } // namespace
