@@ -269,3 +269,5 @@ bool mainfrm_view::end_session(const std::function<bool()>& may_ask) {
 }
 
 } // namespace tyxo
+
+#include "moc_mainfrm_view.cpp"

@@ -97,3 +97,5 @@ void frmabort_view::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmabort_view.cpp"

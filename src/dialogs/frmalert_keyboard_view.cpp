@@ -92,3 +92,5 @@ bool alert_keyboard::eventFilter(QObject* watched, QEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_frmalert_keyboard_view.cpp"

@@ -269,3 +269,5 @@ void frmalert_view::changeEvent(QEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_frmalert_view.cpp"

@@ -62,3 +62,5 @@ void frmlog_view::add_pair(const QString& title, const char* name, const Label& 
 }
 
 } // namespace tyxo
+
+#include "moc_frmlog_view.cpp"

@@ -63,3 +63,5 @@ void frmpwd_view::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmpwd_view.cpp"

@@ -44,3 +44,5 @@ void frmresetinhtime_view::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmresetinhtime_view.cpp"

@@ -115,3 +115,5 @@ void frmscale_polar_view::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmscale_polar_view.cpp"

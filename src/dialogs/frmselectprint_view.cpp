@@ -65,3 +65,5 @@ void frmselectprint_view::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmselectprint_view.cpp"

@@ -59,3 +59,5 @@ void frmsplash_view::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_frmsplash_view.cpp"

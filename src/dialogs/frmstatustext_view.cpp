@@ -54,3 +54,5 @@ void frmstatustext_view::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmstatustext_view.cpp"

@@ -179,3 +179,5 @@ void bar_diagram_view::resizeEvent(QResizeEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_bar_diagram_view.cpp"

@@ -214,3 +214,5 @@ void frmdetailedpic_view::keyPressEvent(QKeyEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_frmdetailedpic_view.cpp"

@@ -293,3 +293,5 @@ void panel_view::show_stops() {
 }
 
 } // namespace tyxo
+
+#include "moc_panel_view.cpp"

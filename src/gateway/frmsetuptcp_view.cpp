@@ -238,3 +238,5 @@ void frmsetuptcp_view::closeEvent(QCloseEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_frmsetuptcp_view.cpp"

@@ -22,3 +22,5 @@ void status_line::show_control(const status_box& status) {
 }
 
 } // namespace tyxo
+
+#include "moc_status_line_view.cpp"

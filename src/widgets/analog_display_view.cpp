@@ -51,3 +51,5 @@ void analog_display_view::paintEvent(QPaintEvent* /*event*/) {
 }
 
 } // namespace tyxo
+
+#include "moc_analog_display_view.cpp"

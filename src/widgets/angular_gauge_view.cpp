@@ -228,3 +228,5 @@ void angular_gauge_view::paint_needle(QPainter& painter) const {
 }
 
 } // namespace tyxo
+
+#include "moc_angular_gauge_view.cpp"

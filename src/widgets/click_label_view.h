@@ -2,7 +2,6 @@
 // A label that an operator can click.
 
 #include "widgets/clickable.h"
-#include "widgets/paint_view.h"
 #include "widgets/spoken.h"
 
 #include <QLabel>
@@ -13,10 +12,7 @@ class click_label : public clickable<QLabel>, public spoken_control {
     Q_OBJECT
 
   public:
-    explicit click_label(QWidget* parent) : clickable(parent) {
-        setCursor(Qt::PointingHandCursor);
-        setFocusPolicy(Qt::TabFocus);
-    }
+    explicit click_label(QWidget* parent);
 
     [[nodiscard]] QAccessible::Role spoken_role() const override { return QAccessible::Button; }
 
@@ -24,12 +20,7 @@ class click_label : public clickable<QLabel>, public spoken_control {
     void clicked();
 
   protected:
-    void paintEvent(QPaintEvent* event) override {
-        QLabel::paintEvent(event);
-        if (!hasFocus()) return;
-        QPainter painter(this);
-        paint_focus_rim(painter, rect());
-    }
+    void paintEvent(QPaintEvent* event) override;
     void click() override { emit clicked(); }
 };
 

@@ -104,3 +104,5 @@ void option_array::show_control(std::optional<std::size_t> selected) {
 }
 
 } // namespace tyxo
+
+#include "moc_dialog.cpp"

@@ -57,3 +57,5 @@ void led_view::paintEvent(QPaintEvent* /*event*/) {
 }
 
 } // namespace tyxo
+
+#include "moc_led_view.cpp"

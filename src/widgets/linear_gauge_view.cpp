@@ -189,3 +189,5 @@ void linear_gauge_view::paint_max_line(QPainter& painter) const {
 }
 
 } // namespace tyxo
+
+#include "moc_linear_gauge_view.cpp"

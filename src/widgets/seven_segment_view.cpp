@@ -162,3 +162,5 @@ void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {
 }
 
 } // namespace tyxo
+
+#include "moc_seven_segment_view.cpp"

@@ -103,3 +103,5 @@ void text_status_view::drop_front(std::uint64_t characters) {
 }
 
 } // namespace tyxo
+
+#include "moc_text_status_view.cpp"

@@ -78,3 +78,5 @@ bool firing_table::eventFilter(QObject* box, QEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_frmsetup_firing_view.cpp"

@@ -295,3 +295,5 @@ void settings_page::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmsetup_rows_view.cpp"

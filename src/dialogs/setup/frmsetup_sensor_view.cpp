@@ -139,3 +139,5 @@ void sensor_page::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmsetup_sensor_view.cpp"

@@ -121,3 +121,5 @@ void frmsetup_view::show_state() {
 }
 
 } // namespace tyxo
+
+#include "moc_frmsetup_view.cpp"

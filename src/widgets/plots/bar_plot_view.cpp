@@ -255,3 +255,5 @@ QString bar_plot_view::spoken_text() const {
 }
 
 } // namespace tyxo
+
+#include "moc_bar_plot_view.cpp"

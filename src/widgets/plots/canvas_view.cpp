@@ -157,3 +157,5 @@ void canvas_view::resizeEvent(QResizeEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_canvas_view.cpp"

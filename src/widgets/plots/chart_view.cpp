@@ -199,3 +199,5 @@ void chart_view::wheelEvent(QWheelEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_chart_view.cpp"

@@ -181,3 +181,5 @@ void xy_plot_view::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 } // namespace tyxo
+
+#include "moc_xy_plot_view.cpp"
