@@ -33,7 +33,7 @@ def flags_of(entry):
 
 
 def write(unit, sources):
-    lines = [f'#include "{path}" // NOLINT(bugprone-suspicious-include)\n' for path in sorted(sources)]
+    lines = [f'#include "{path}"\n' for path in sorted(sources)]
     unit.write_text("".join(lines))
 
 
