@@ -11,7 +11,7 @@
 namespace tyxo {
 namespace {
 
-constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 constexpr double huge = std::numeric_limits<double>::max();
 
@@ -25,8 +25,8 @@ TEST(ScaleShare, RunsFromZeroAtTheLeastToOneAtTheGreatest) {
 TEST(ScaleShare, ValuesBeyondTheScaleAreClamped) {
     EXPECT_EQ(scale_share(-1, {0, 1000}), 0);
     EXPECT_EQ(scale_share(1001, {0, 1000}), 1);
-    EXPECT_EQ(scale_share(infinite, {0, 1000}), 1);
-    EXPECT_EQ(scale_share(-infinite, {0, 1000}), 0);
+    EXPECT_EQ(scale_share(infinity, {0, 1000}), 1);
+    EXPECT_EQ(scale_share(-infinity, {0, 1000}), 0);
 }
 
 TEST(ScaleShare, NoNumberRestsAtTheStart) {
@@ -36,7 +36,7 @@ TEST(ScaleShare, NoNumberRestsAtTheStart) {
 TEST(ScaleShare, LimitsThatSpanNothingGiveTheStart) {
     EXPECT_EQ(scale_share(5, {5, 5}), 0);
     EXPECT_EQ(scale_share(7, {10, 0}), 0);
-    EXPECT_EQ(scale_share(7, {0, infinite}), 0);
+    EXPECT_EQ(scale_share(7, {0, infinity}), 0);
     EXPECT_EQ(scale_share(7, {not_a_number, 10}), 0);
 }
 
@@ -196,8 +196,8 @@ TEST(DisplayText, ZeroHasNoSign) {
 
 TEST(DisplayText, NoFiniteNumberIsDashes) {
     EXPECT_EQ(display_text(not_a_number, 2), "---");
-    EXPECT_EQ(display_text(infinite, 0), "---");
-    EXPECT_EQ(display_text(-infinite, 0), "---");
+    EXPECT_EQ(display_text(infinity, 0), "---");
+    EXPECT_EQ(display_text(-infinity, 0), "---");
 }
 
 TEST(DisplayText, PrecisionOutOfRangeIsCut) {

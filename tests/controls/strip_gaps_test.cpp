@@ -9,8 +9,6 @@
 namespace tyxo {
 namespace {
 
-constexpr std::int64_t two_minutes = strip_spans[0];
-
 TEST(StripGaps, RowsWithoutAValueBreakTheLine) {
     strip_window window(two_minutes);
     for (int row = 0; row < 30; ++row)

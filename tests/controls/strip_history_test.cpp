@@ -13,8 +13,7 @@
 namespace tyxo {
 namespace {
 
-constexpr std::int64_t two_minutes = strip_spans[0];
-constexpr std::int64_t day = strip_spans[3];
+constexpr std::int64_t a_day = strip_spans[3];
 
 TEST(StripHistory, IsEmptyAtFirst) {
     const strip_window window;
@@ -84,7 +83,7 @@ TEST(StripHistory, ACurveOfOneValueIsALineOfTwoPoints) {
 }
 
 TEST(StripHistory, ASingleRowIsASinglePoint) {
-    strip_window window(day);
+    strip_window window(a_day);
     window.append(row_at(77, 3));
     EXPECT_EQ(points_of(window), (line{{77, 3}}));
 }

@@ -15,6 +15,8 @@ namespace tyxo {
 
 using line = std::vector<strip_point>;
 
+inline constexpr std::int64_t two_minutes = strip_spans[0];
+
 inline strip_row row_at(std::int64_t time, float value, std::size_t curve = 0) {
     strip_row row;
     row.time = time;

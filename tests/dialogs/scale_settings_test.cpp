@@ -38,13 +38,13 @@ struct scale_row {
 const std::vector<scale_row> scales{{5.0, "x 5"},   {3.0, "x 3"},   {2.0, "x 2"},   {1.0, "x 1"},
                                     {0.5, "x 0.5"}, {0.2, "x 0.2"}, {0.1, "x 0.1"}, {0.03, "x 0.03"}};
 
-struct number_row {
+struct scale_number {
     i16 value;
     std::string_view caption;
 };
-const std::vector<number_row> refresh_times{
+const std::vector<scale_number> refresh_times{
     {100, "100 ms"}, {250, "250 ms"}, {500, "500 ms"}, {1000, "1000 ms"}};
-const std::vector<number_row> log_periods{{1, "1 hour"}, {0, "1 day  (24 hours)"}};
+const std::vector<scale_number> log_periods{{1, "1 hour"}, {0, "1 day  (24 hours)"}};
 
 TEST_F(ScaleSettings, BothScalesHaveEightFactorsWithTheirCaptions) {
     ASSERT_EQ(scale_choices.size(), scales.size());

@@ -11,7 +11,7 @@ namespace {
 
 using namespace simulation;
 
-constexpr std::int64_t minute = 60'000;
+constexpr std::int64_t minute_ms = 60'000;
 
 class ChartFreeze : public testing::Test {
   protected:
@@ -33,7 +33,7 @@ TEST_F(ChartFreeze, AClickFreezesThisChartAndStartsItsMinutes) {
         EXPECT_EQ(charts.chart[channel].Frozen, channel == 2);
         EXPECT_EQ(minutes(channel).Enabled(), channel == 2);
     }
-    EXPECT_EQ(minutes(2).Interval(), minute);
+    EXPECT_EQ(minutes(2).Interval(), minute_ms);
 }
 
 TEST_F(ChartFreeze, ASecondClickLetsItGoOn) {
@@ -79,7 +79,7 @@ TEST_F(ChartFreeze, EachTimeResolutionShowsItsOwnWindow) {
 TEST_F(ChartFreeze, AFrozenChartGoesOnByItselfAtTheTenthMinute) {
     charts.chart[0].FrozenMode = 7;
     mainfrm::chart_click(0);
-    advance(10 * minute - 1);
+    advance(10 * minute_ms - 1);
     EXPECT_TRUE(charts.chart[0].Frozen);
     EXPECT_EQ(charts.frozen_minutes[0], 9);
     EXPECT_EQ(charts.chart[0].FrozenMode, 7);
@@ -93,18 +93,18 @@ TEST_F(ChartFreeze, AFrozenChartGoesOnByItselfAtTheTenthMinute) {
 
 TEST_F(ChartFreeze, AClickDoesNotResetTheMinutesSoTheNextFreezeIsShorter) {
     mainfrm::chart_click(0);
-    advance(3 * minute + 30'000);
+    advance(3 * minute_ms + 30'000);
     mainfrm::chart_click(0);
     EXPECT_EQ(charts.frozen_minutes[0], 3);
-    advance(60 * minute);
+    advance(60 * minute_ms);
     EXPECT_EQ(charts.frozen_minutes[0], 3);
     mainfrm::chart_click(0);
-    advance(7 * minute - 1);
+    advance(7 * minute_ms - 1);
     EXPECT_TRUE(charts.chart[0].Frozen);
     advance(1);
     EXPECT_FALSE(charts.chart[0].Frozen);
     mainfrm::chart_click(0);
-    advance(10 * minute - 1);
+    advance(10 * minute_ms - 1);
     EXPECT_TRUE(charts.chart[0].Frozen) << "the self-made end has reset the count";
 }
 
@@ -114,7 +114,7 @@ TEST_F(ChartFreeze, TwoClicksWithinAMinuteAndOneLaterStartAWholeMinuteAnew) {
     mainfrm::chart_click(0);
     advance(5000);
     mainfrm::chart_click(0);
-    advance(minute - 1);
+    advance(minute_ms - 1);
     EXPECT_EQ(charts.frozen_minutes[0], 0);
     advance(1);
     EXPECT_EQ(charts.frozen_minutes[0], 1);
@@ -122,9 +122,9 @@ TEST_F(ChartFreeze, TwoClicksWithinAMinuteAndOneLaterStartAWholeMinuteAnew) {
 
 TEST_F(ChartFreeze, ChartsCountForThemselves) {
     mainfrm::chart_click(0);
-    advance(4 * minute);
+    advance(4 * minute_ms);
     mainfrm::chart_click(3);
-    advance(6 * minute);
+    advance(6 * minute_ms);
     EXPECT_FALSE(charts.chart[0].Frozen);
     EXPECT_TRUE(charts.chart[3].Frozen);
     EXPECT_EQ(charts.frozen_minutes[3], 6);

@@ -44,13 +44,13 @@ TEST_F(Chart, HasSixCurvesWithTheirTitlesAndColoursInOrder) {
     }
 }
 
-struct number_row {
+struct chart_number {
     std::string_view name;
     double (*value)(const iStripChartX& chart);
     double expected;
 };
 
-const std::vector<number_row> design_values{
+const std::vector<chart_number> design_values{
     {"Width", [](const iStripChartX& c) -> double { return c.Width; }, 635},
     {"Height", [](const iStripChartX& c) -> double { return c.Height; }, 278},
     {"AxisGridColor", [](const iStripChartX& c) -> double { return c.AxisGridColor; }, 4210752},
@@ -73,7 +73,7 @@ const std::vector<number_row> design_values{
 
 TEST_F(Chart, HasItsDesignValuesWhetherItsChannelIsInUseOrNot) {
     for (const iStripChartX& chart : charts.chart) {
-        for (const number_row& row : design_values)
+        for (const chart_number& row : design_values)
             EXPECT_EQ(row.value(chart), row.expected) << row.name;
     }
 }

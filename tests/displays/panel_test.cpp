@@ -29,14 +29,14 @@ class Panel : public testing::Test {
     void SetUp() override { start_on(logging_settings(4)); }
 };
 
-struct number_row {
+struct panel_number {
     std::string_view name;
     double (*value)(i16 channel);
     double expected;
 };
 
 // clang-format off
-const std::vector<number_row> design_numbers{
+const std::vector<panel_number> design_numbers{
     {"Gauge_thermo.PositionMin", [](i16 c) { return panels.Gauge_thermo[c].PositionMin; }, 0},
     {"Gauge_thermo.PositionMax", [](i16 c) { return panels.Gauge_thermo[c].PositionMax; }, 125},
     {"Gauge_thermo.TickMajorCount", [](i16 c) -> double { return panels.Gauge_thermo[c].TickMajorCount; }, 6},
@@ -90,13 +90,13 @@ const std::vector<number_row> design_numbers{
     {"start_channel.Enabled", [](i16 c) -> double { return indicators.start_channel[c].Enabled; }, 1},
 };
 
-struct text_row {
+struct panel_text {
     std::string_view name;
     std::string (*value)(i16 channel);
     std::string_view expected;
 };
 
-const std::vector<text_row> design_texts{
+const std::vector<panel_text> design_texts{
     {"drehzahl.Label1Text", [](i16 c) { return indicators.drehzahl[c].Label1Text; }, "RPM"},
     {"drehzahl.Label2Text", [](i16 c) { return indicators.drehzahl[c].Label2Text; }, "RPM"},
     {"digi_Thermo.UnitsText", [](i16 c) { return indicators.digi_Thermo[c].UnitsText; }, "%"},
@@ -116,9 +116,9 @@ const std::vector<text_row> design_texts{
 
 TEST_F(Panel, HasItsDesignValuesWhenTheProgramHasStarted) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        for (const number_row& row : design_numbers)
+        for (const panel_number& row : design_numbers)
             EXPECT_EQ(row.value(channel), row.expected) << row.name << " of channel " << channel;
-        for (const text_row& row : design_texts)
+        for (const panel_text& row : design_texts)
             EXPECT_EQ(row.value(channel), row.expected) << row.name << " of channel " << channel;
         EXPECT_EQ(panels.Frame_sensor[channel].Caption,
                   std::to_string(channel + 1) + ": Engine " + std::to_string(channel + 1));

@@ -113,17 +113,17 @@ TEST_F(XYPlot, AClickOnAChannelNotInUseOpensNothing) {
 }
 
 constexpr plot_axis axis{-65, 130};
-constexpr double huge = 1e300;
-constexpr double infinite = std::numeric_limits<double>::infinity();
+constexpr double far = 1e300;
+constexpr double endless = std::numeric_limits<double>::infinity();
 constexpr double no_number = std::numeric_limits<double>::quiet_NaN();
 
-struct line_row {
+struct clipped_row {
     const char* name;
     plot_line line;
     std::optional<plot_line> shown;
 };
 
-const std::vector<line_row> line_rows{
+const std::vector<clipped_row> clipped_rows{
     {"inside", {{1, 2}, {-3, 4}}, plot_line{{1, 2}, {-3, 4}}},
     {"from edge to edge", {{-65, -65}, {65, 65}}, plot_line{{-65, -65}, {65, 65}}},
     {"a point", {{5, 5}, {5, 5}}, plot_line{{5, 5}, {5, 5}}},
@@ -140,17 +140,17 @@ const std::vector<line_row> line_rows{
     {"beside, level", {{-10, 66}, {10, 66}}, std::nullopt},
     {"outside, short of the window", {{70, 0}, {90, 0}}, std::nullopt},
     {"a point outside", {{70, 5}, {70, 5}}, std::nullopt},
-    {"far to the right", {{0, 0}, {huge, 0}}, plot_line{{0, 0}, {65, 0}}},
-    {"far along the diagonal", {{0, 0}, {-huge, huge}}, plot_line{{0, 0}, {-65, 65}}},
+    {"far to the right", {{0, 0}, {far, 0}}, plot_line{{0, 0}, {65, 0}}},
+    {"far along the diagonal", {{0, 0}, {-far, far}}, plot_line{{0, 0}, {-65, 65}}},
     {"far across", {{-1e6, 7}, {1e6, 7}}, plot_line{{-65, 7}, {65, 7}}},
-    {"to infinity", {{0, 0}, {infinite, 0}}, std::nullopt},
-    {"from infinity", {{0, -infinite}, {0, 0}}, std::nullopt},
+    {"to infinity", {{0, 0}, {endless, 0}}, std::nullopt},
+    {"from infinity", {{0, -endless}, {0, 0}}, std::nullopt},
     {"to no number", {{0, 0}, {0, no_number}}, std::nullopt},
     {"from no number", {{no_number, 0}, {0, 0}}, std::nullopt},
 };
 
 TEST(VisiblePart, OfALineIsWhatLiesInsideTheWindow) {
-    for (const line_row& row : line_rows) {
+    for (const clipped_row& row : clipped_rows) {
         const auto shown = visible_part(row.line, axis, axis);
         ASSERT_EQ(shown.has_value(), row.shown.has_value()) << row.name;
         if (!shown) continue;
@@ -166,8 +166,8 @@ TEST(VisiblePart, NeverLeavesTheWindowHoweverFarTheEndsAre) {
     ASSERT_TRUE(across);
     EXPECT_TRUE(across->from.x >= -65 && across->to.x <= 65);
     int shown_lines = 0;
-    for (const double x : {-1.3e308, -huge, -1e3, 1e-300, 70.0, huge, 1.3e308}) {
-        for (const double y : {-1.3e308, -1e17, -70.0, 3.0, huge}) {
+    for (const double x : {-1.3e308, -far, -1e3, 1e-300, 70.0, far, 1.3e308}) {
+        for (const double y : {-1.3e308, -1e17, -70.0, 3.0, far}) {
             const auto shown = visible_part({{x, y}, {-x * 1.3, -y * 1.3}}, axis, axis); // through 0
             if (!shown) continue;
             ++shown_lines;
@@ -181,7 +181,7 @@ TEST(VisiblePart, NeverLeavesTheWindowHoweverFarTheEndsAre) {
 TEST(VisiblePart, IsNothingWhenAnAxisSpansNothing) {
     const plot_line line{{0, 0}, {1, 1}};
     for (const plot_axis& bad :
-         {plot_axis{0, 0}, plot_axis{0, -10}, plot_axis{-1, no_number}, plot_axis{-1, infinite},
+         {plot_axis{0, 0}, plot_axis{0, -10}, plot_axis{-1, no_number}, plot_axis{-1, endless},
           plot_axis{no_number, 1}, plot_axis{1.7e308, 1.7e308}}) {
         EXPECT_FALSE(visible_part(line, bad, axis)) << bad.Min << ' ' << bad.Span;
         EXPECT_FALSE(visible_part(line, axis, bad)) << bad.Min << ' ' << bad.Span;

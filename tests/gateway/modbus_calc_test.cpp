@@ -119,7 +119,7 @@ TEST_F(ModbusCalc, AgreesWithThePlainModelOnRandomEngines) {
 }
 
 /// Both calculations fail, and go on with the next curve when the cause is gone.
-struct bad_input {
+struct bad_curve {
     const char* name;
     void (*spoil)(channel_rec& rec, sensor::curve& speeds);
     bool speed_fails;
@@ -128,14 +128,14 @@ struct bad_input {
 
 TEST_F(ModbusCalc, BadInputIsAFailureAndTheNextCurveIsCalculatedAgain) {
     const channel_rec good = rec;
-    const bad_input rows[] = {
+    const bad_curve rows[] = {
         {"zeros", [](channel_rec&, sensor::curve& curve) { curve.fill(0); }, true, false},
         {"25 cylinders", [](channel_rec& rec, sensor::curve&) { rec.numzyl = 25; }, true, true},
         {"beyond the cycle", [](channel_rec& rec, sensor::curve&) { rec.firingangle[0] = 130; }, true, true},
         {"alarm level 6", [](channel_rec& rec, sensor::curve&) { rec.alarmlevel = 6; }, false, true},
         {"percent 0", [](channel_rec& rec, sensor::curve&) { rec.dcpercent_valid = true; }, false, true},
     };
-    for (const bad_input& row : rows) {
+    for (const bad_curve& row : rows) {
         rec = good;
         mark_all();
         speeds() = flat_curve(704);

@@ -16,7 +16,7 @@ namespace {
 using namespace simulation;
 using mainfrm::start_channel_click;
 
-constexpr std::string_view events = "C:/logs/TY_all_events.txt";
+constexpr std::string_view all_events = "C:/logs/TY_all_events.txt";
 constexpr std::string_view with_events = "eventfile_ena=1\r\nevtpath=C:\\logs\\\r\n";
 
 struct event_row {
@@ -69,13 +69,13 @@ class EventOutlets : public testing::Test {
     void begin_here() {
         box_size_ = indicators.Text_status.size();
         log_lines_ = logged(0).size();
-        event_lines_ = lines_of(file(events)).size();
+        event_lines_ = lines_of(file(all_events)).size();
     }
     [[nodiscard]] std::string new_in_box() const {
         return std::string(indicators.Text_status.text().substr(box_size_));
     }
     [[nodiscard]] text_lines new_in_log() const { return behind(logged(0), log_lines_); }
-    [[nodiscard]] text_lines new_events() const { return behind(lines_of(file(events)), event_lines_); }
+    [[nodiscard]] text_lines new_events() const { return behind(lines_of(file(all_events)), event_lines_); }
 
   private:
     static text_lines behind(const text_lines& lines, std::size_t count) {
@@ -178,7 +178,7 @@ TEST_F(EventOutlets, WithoutALogTheBoxAndTheFileHaveTheEvent) {
 }
 
 TEST_F(EventOutlets, AFailedEventFileLeavesBoxAndLog) {
-    world().unwritable.insert(std::string(events));
+    world().unwritable.insert(std::string(all_events));
     begin_here();
     feed(0, status_body({.alarm = 0x0001}));
     feed(0, status_body({.alarm = 0x0000}));
@@ -197,7 +197,7 @@ TEST_F(EventOutlets, ADisabledEventFileLeavesBoxAndLog) {
     feed(0, status_body({.alarm = 0x0001}));
     EXPECT_EQ(new_in_box(), "07-02-2026 13:05:09 KVD Engine 1 ## Prealarm DC ON\r\n");
     EXPECT_EQ(new_in_log(), text_lines{"<!-- 13:05:09 KVD Prealarm DC ON -->"});
-    EXPECT_FALSE(exists(events));
+    EXPECT_FALSE(exists(all_events));
 }
 
 TEST_F(EventOutlets, AFullLogDiskLeavesBoxAndTheNextRows) {

@@ -16,8 +16,8 @@ using namespace simulation;
 using mainfrm::start_channel_click;
 using mainfrm::startstop_click;
 
-constexpr std::string_view record = "<REC1> 13:05:09 51 1480 1234 48 7 </REC1>";
-constexpr std::string_view stopped = "<!-- 13:05:09 Measure Stopped -->";
+constexpr std::string_view record_line = "<REC1> 13:05:09 51 1480 1234 48 7 </REC1>";
+constexpr std::string_view stopped_line = "<!-- 13:05:09 Measure Stopped -->";
 
 class LogLifecycle : public testing::Test {
   protected:
@@ -66,7 +66,7 @@ TEST_F(LogLifecycle, AFileBeginsWithItsHeaderAndWithoutACommentOfTheStart) {
     start_logging(0);
     EXPECT_EQ(logged(0), text_lines{});
     feed(0, measured_body());
-    EXPECT_EQ(logged(0), text_lines{std::string(record)});
+    EXPECT_EQ(logged(0), text_lines{std::string(record_line)});
 }
 
 TEST_F(LogLifecycle, ACommentBeforeTheFirstParameterFrameIsDropped) {
@@ -81,7 +81,7 @@ TEST_F(LogLifecycle, AStopClosesTheFileWithAComment) {
     start_logging(0);
     feed(0, measured_body());
     start_channel_click(0);
-    EXPECT_EQ(logged(0), (text_lines{std::string(record), std::string(stopped)}));
+    EXPECT_EQ(logged(0), (text_lines{std::string(record_line), std::string(stopped_line)}));
     EXPECT_FALSE(log::state.log_files[0].is_open());
 }
 
@@ -101,8 +101,8 @@ TEST_F(LogLifecycle, ASecondStartInThePeriodGoesOnWithTheFileWithoutAHeader) {
     feed(0, measured_body());
     start_channel_click(0);
     EXPECT_EQ(header_count(log_path(0)), 1);
-    EXPECT_EQ(logged(0), (text_lines{std::string(record), std::string(stopped), std::string(record),
-                                     std::string(stopped)}));
+    EXPECT_EQ(logged(0), (text_lines{std::string(record_line), std::string(stopped_line),
+                                     std::string(record_line), std::string(stopped_line)}));
 }
 
 TEST_F(LogLifecycle, AFileFromAnEarlierRunIsGoneOnWith) {
@@ -110,7 +110,7 @@ TEST_F(LogLifecycle, AFileFromAnEarlierRunIsGoneOnWith) {
     put_file(log_path(0), "an old line\r\n");
     start_logging(0);
     feed(0, measured_body());
-    EXPECT_EQ(file(log_path(0)), "an old line\r\n" + std::string(record) + "\r\n");
+    EXPECT_EQ(file(log_path(0)), "an old line\r\n" + std::string(record_line) + "\r\n");
 }
 
 TEST_F(LogLifecycle, ATornLastLineIsEndedBeforeTheFirstNewOne) {
@@ -123,7 +123,8 @@ TEST_F(LogLifecycle, ATornLastLineIsEndedBeforeTheFirstNewOne) {
         EXPECT_EQ(file(log_path(0)), tail) << "nothing is written before there is a line";
         feed(0, measured_body());
         feed(0, measured_body());
-        EXPECT_EQ(file(log_path(0)), whole + std::string(record) + "\r\n" + std::string(record) + "\r\n");
+        EXPECT_EQ(file(log_path(0)),
+                  whole + std::string(record_line) + "\r\n" + std::string(record_line) + "\r\n");
     }
 }
 
@@ -132,7 +133,7 @@ TEST_F(LogLifecycle, AnEmptyFileThatExistsGetsNoHeader) {
     put_file(log_path(0), "");
     start_logging(0);
     feed(0, measured_body());
-    EXPECT_EQ(file(log_path(0)), std::string(record) + "\r\n");
+    EXPECT_EQ(file(log_path(0)), std::string(record_line) + "\r\n");
 }
 
 TEST_F(LogLifecycle, AFileThatCannotBeReadIsGoneOnWithAndNeverEmptied) {
@@ -143,7 +144,7 @@ TEST_F(LogLifecycle, AFileThatCannotBeReadIsGoneOnWithAndNeverEmptied) {
     world().unreadable.insert(log_path(0));
     start_logging(0);
     feed(0, measured_body());
-    EXPECT_EQ(file(log_path(0)), before + std::string(record) + "\r\n");
+    EXPECT_EQ(file(log_path(0)), before + std::string(record_line) + "\r\n");
 }
 
 TEST_F(LogLifecycle, TheFolderIsMadeOnceAndThenExists) {
@@ -179,13 +180,14 @@ TEST_F(LogLifecycle, EachChannelHasItsOwnFile) {
             feed(channel, measured_body());
     }
     for (i16 channel = 0; channel < 3; ++channel) {
-        EXPECT_EQ(logged(channel), text_lines(static_cast<std::size_t>(channel) + 1, std::string(record)));
+        EXPECT_EQ(logged(channel),
+                  text_lines(static_cast<std::size_t>(channel) + 1, std::string(record_line)));
         EXPECT_EQ(sensor::state.channels[channel].logname,
                   "20260702Qu_Engine " + std::to_string(channel + 1) + ".xlg");
     }
     startstop_click();
     for (i16 channel = 0; channel < 3; ++channel)
-        EXPECT_EQ(logged(channel).back(), stopped);
+        EXPECT_EQ(logged(channel).back(), stopped_line);
 }
 
 TEST_F(LogLifecycle, FileNumbersAreOfTheLogsRange) {

@@ -35,15 +35,15 @@ TEST_F(LogLines, ARecordHasNegativeAndWholeValuesInPlainDecimals) {
     EXPECT_EQ(logged(0), text_lines{"<REC1> 13:05:09 -12 2147483647 32768 1000000 -2147483648 </REC1>"});
 }
 
-struct curve_row {
+struct logged_curve {
     std::string_view kind;
     std::string_view tag;
     std::array<i32, curve_samples + 1> channel_rec::*data;
 };
 
 TEST_F(LogLines, ARecordOfACurveHas256ValuesAndTwoBlanksAtItsEnd) {
-    for (const curve_row& row :
-         {curve_row{"3", "REC2", &channel_rec::thermo_data}, {"4", "REC3", &channel_rec::angacc_data}}) {
+    for (const logged_curve& row :
+         {logged_curve{"3", "REC2", &channel_rec::thermo_data}, {"4", "REC3", &channel_rec::angacc_data}}) {
         auto& data = sensor::state.channels[0].*row.data;
         const std::string tag(row.tag);
         std::string expected = "<" + tag + "> 13:05:09 ";
