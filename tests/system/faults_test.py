@@ -3,9 +3,9 @@
 import os
 import resource
 import time
-import unittest
 
 from harness import PlantTest, frame, masked, measured_values, parameter_frame, status, wait_for
+from side_by_side import run_side_by_side
 
 INHIBIT = (315, 342)  # the label of the first channel, in the main window at its design size
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
@@ -130,4 +130,4 @@ class Faults(PlantTest):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    run_side_by_side(3)

@@ -2,10 +2,10 @@
 
 import signal
 import time
-import unittest
 
 from harness import PlantTest, measured_values, parameter_frame, status, wait_for
 from servers import GATEWAY, Controller, free_port
+from side_by_side import run_side_by_side
 
 SETTLED = 1.5  # seconds: several ticks of the send cycle
 GIVEN_UP = 2.5  # seconds without an answer, with some to spare
@@ -140,4 +140,4 @@ class GatewayFaults(PlantTest):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    run_side_by_side(6)

@@ -1,11 +1,11 @@
 """What arrives in the registers of Modbus servers that other people wrote."""
 
 import time
-import unittest
 
 from harness import PlantTest, wait_for
 from registers import BASE, PER_CHANNEL, PLANT, UNTOUCHED
 from servers import GATEWAY, LibmodbusServer, PymodbusServer
+from side_by_side import run_side_by_side
 
 AROUND = 20  # registers before and behind the image that must stay as they are
 
@@ -83,4 +83,4 @@ class OnLibmodbus(Registers, PlantTest):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    run_side_by_side(3)

@@ -5,13 +5,13 @@ under another window manager; afterwards every file is compared line by line.
 
 import subprocess
 import time
-import unittest
 
 from desktops import Desktop
 from harness import Display, PlantTest, frame, masked, measured_values, parameter_frame, status, wait_for
 from log_header import log_header
 from operators_records import (AFTER_CONFIRMATION, BEFORE_CONFIRMATION, BOX, CONFIRMED, ENGINES, Evaluators,
                                LOGS, MAIN_ALARM, PREALARM, READY, RESTART, STARTED, STOPPED, WHEN, everywhere)
+from side_by_side import run_side_by_side
 
 PASSWORD = "Kessel 7"
 RELAYS = [("Slow down", "Shut down"), ("Slow down", "Shut down"), ("Warning", "Trip"), ("Warning", "Trip")]
@@ -266,4 +266,4 @@ class ByKeyboardOnASmallScreen(OperatorsDay):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    run_side_by_side(2)

@@ -1,9 +1,9 @@
 """Adapters that are pulled and plugged in again while the program measures."""
 
 import time
-import unittest
 
 from harness import PlantTest, measured_values, parameter_frame, status, wait_for
+from side_by_side import run_side_by_side
 
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
 
@@ -122,4 +122,4 @@ class Plugging(PlantTest):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    run_side_by_side(5)

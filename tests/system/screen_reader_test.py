@@ -1,10 +1,9 @@
 """The program for those who cannot see it: read, pressed and heard over the accessibility bus."""
 
-import unittest
 
-from harness import (Display, PlantTest, curve, measured_values, parameter_frame, status, undone_by,
-                     wait_for)
+from harness import Display, PlantTest, curve, measured_values, parameter_frame, status, undone_by, wait_for
 from screen_reader import ScreenReader
+from side_by_side import run_side_by_side
 
 CHANNELS = 4
 RELAY_AND_AC = 0x0088
@@ -207,4 +206,4 @@ class ForTheEar(PlantTest):
 
 
 if __name__ == "__main__":
-    unittest.main(warnings="ignore")  # of the bus' own Python package
+    run_side_by_side(2, warnings="ignore")  # of the bus' own Python package

@@ -5,9 +5,9 @@ import pathlib
 import subprocess
 import tempfile
 import time
-import unittest
 
 from harness import PlantTest, frame, measured_values, parameter_frame, status, wait_for
+from side_by_side import run_side_by_side
 
 SECONDS = 3
 GRANTED = 0.2  # for the reaction to a frame on a machine with other work
@@ -129,4 +129,4 @@ class SlowDisk(PlantTest):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    run_side_by_side(3)

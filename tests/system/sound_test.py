@@ -8,9 +8,9 @@ import signal
 import subprocess
 import tempfile
 import time
-import unittest
 
 from harness import Display, PlantTest, status, wait_for
+from side_by_side import run_side_by_side
 
 RELAY_AND_AC = 0x0088
 SOUND = pathlib.Path(__file__).parents[2] / "data/ralarm_1.wav"
@@ -207,4 +207,4 @@ class Sound(PlantTest):
 
 
 if __name__ == "__main__":
-    unittest.main()
+    run_side_by_side(6)
