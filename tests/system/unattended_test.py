@@ -8,6 +8,7 @@ import shutil
 import signal
 import subprocess
 import termios
+import time
 import unittest
 
 from desktops import Desktop
@@ -139,8 +140,10 @@ class Unattended(unittest.TestCase):
         plant = self.plant(display, evtpath=".\\share\\")
         plant.start(ready="Version 2.10_4")
         box = display.window(BOX)
-        stack = display.tool("xdotool", "search", "--onlyvisible", "--name", "Tyxo Data Logger")
-        self.assertEqual(stack[-1], box, "the window in front is the last of the list")
+        windows = ["xdotool", "search", "--onlyvisible", "--name", "Tyxo Data Logger"]
+        wait_for(lambda: display.tool(*windows)[-1] == box, what="the box in front, the last of the list")
+        time.sleep(0.3)
+        self.assertEqual(display.tool(*windows)[-1], box)
 
     def test_a_second_copy_says_who_holds_the_folder_and_touches_nothing(self):
         display = self.display()
