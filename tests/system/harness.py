@@ -119,7 +119,18 @@ class Display:
 
     def press(self, window, *keys):
         self.tool("xdotool", "windowfocus", "--sync", window)
-        self.tool("xdotool", "key", "--delay", "150", *keys)
+        self.tool("xdotool", "key", "--delay", "60", *keys)
+
+    def place(self, window):
+        """Left, top, width and height."""
+        words = self.tool("xdotool", "getwindowgeometry", "--shell", window)
+        values = dict(word.split("=") for word in words)
+        return [int(values[name]) for name in ("X", "Y", "WIDTH", "HEIGHT")]
+
+    def point_at_button(self, alert):
+        """The mouse goes to the button of the alert."""
+        _, _, width, height = self.place(alert)
+        self.tool("xdotool", "mousemove", "--window", alert, str(width // 2), str(height - 50))
 
     def confirm_alarm(self):
         """By the keyboard, as soon as the alert listens to it."""
