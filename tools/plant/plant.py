@@ -45,7 +45,7 @@ ONE_MINUTE = (
     (38, THERMO_DIFFERENCE_2), (43, "43s-thermosignal-difference"), (43.5, ["Escape"]),
     (45, ENLARGE_2), (47, "47s-enlarged"), (48, ENLARGE_2),
     (50, "maximise"), (58, "58s-maximised"), (60, None))
-LARGE_SCREEN = ((3, "maximise"), (10, "1920x1080"), (12, None))
+LARGE_SCREEN = ((1, "maximise"), (6, "1920x1080"), (6, None))
 
 
 def main():
