@@ -1,15 +1,35 @@
 """A plant controller that is late, wrong, frozen or gone, while the engines are measured."""
 
 import signal
+import socket
 import time
 
-from harness import PlantTest, measured_values, parameter_frame, status, wait_for
+from gateway_waits_test import GatewayWaits
+from harness import DEAF, PlantTest, measured_values, parameter_frame, status, wait_for
 from servers import GATEWAY, Controller, free_port
 from side_by_side import run_side_by_side
 
 SETTLED = 1.5  # seconds: several ticks of the send cycle
 GIVEN_UP = 2.5  # seconds without an answer, with some to spare
 RECONNECTION = 40
+LONGEST_WAIT = 5
+SEND_CYCLE = 0.3
+DAY = 86400
+
+
+class SilentHost:
+    """A port that takes no more connections and says nothing about it: its queue is full."""
+
+    def __init__(self, port):
+        self.listening = socket.socket()
+        self.listening.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
+        self.listening.bind(("127.0.0.1", port))
+        self.listening.listen(0)
+        self.fill = socket.create_connection(("127.0.0.1", port))
+
+    def stop(self):
+        self.fill.close()
+        self.listening.close()
 
 
 class GatewayFaults(PlantTest):
@@ -139,5 +159,40 @@ class GatewayFaults(PlantTest):
         self.still_logging(lonely, 703)
 
 
+class OverMidnight(GatewayWaits):
+    def test_a_reconnection_over_midnight_keeps_no_command_for_good(self):
+        ready = 8  # seconds for the start
+        midnight = int(time.time()) + RECONNECTION + ready
+        behind_utc = midnight % DAY
+        self.display.environment["TZ"] = f"LOC{behind_utc // 3600}:{behind_utc // 60 % 60}:{behind_utc % 60}"
+        self.addCleanup(self.display.environment.pop, "TZ")
+        controller = self.controller()
+        port = controller.port()
+        plant = self.start(controller)
+        # The attempt begins 40 s behind the first refused write, which comes within a cycle's tick.
+        time.sleep(midnight - 0.4 - RECONNECTION - time.time())
+        controller.process.kill()
+        self.assertLess(time.time(), midnight - 0.3 - RECONNECTION)
+        controller.stop()
+        host = SilentHost(port)
+        self.addCleanup(host.stop)
+        time.sleep(midnight + SEND_CYCLE - time.time())
+        # A dialog that is asked for now waits for the end of the attempt.
+        self.display.press(self.display.window("Tyxo Data Logger"), "alt+f", "Right", "Down", "Return")
+        self.raise_alarm(plant)
+        time.sleep(DEAF)
+        confirmed = self.confirm("key", "Return")
+        self.assertEqual(self.display.windows("Setup scales"), [])
+        self.display.window("Setup scales")
+        waited = time.time() - midnight
+        print(f"over midnight: confirmed after {1000 * confirmed:.0f} ms, dialog {waited:.1f} s behind it")
+        self.assertLess(confirmed, 1)
+        self.assertTrue(LONGEST_WAIT - 1 < waited < LONGEST_WAIT + 1, f"{waited:.1f} s")
+        self.display.tool("xdotool", "key", "Escape")
+        wait_for(lambda: not self.display.windows("Setup scales"), what="the dialog's end")
+        plant.lines[1].send(measured_values(speed=901))
+        wait_for(lambda: any(" 901 " in record for record in plant.records()), what="a record")
+
+
 if __name__ == "__main__":
-    run_side_by_side(6)
+    run_side_by_side(7)

@@ -1,9 +1,5 @@
-"""The operator at the real program, while its gateway waits for a plant controller that is slow or gone.
+"""The operator at the real program, while its gateway waits for a plant controller that is slow or gone."""
 
-What measures alone on the machine is named HowSoon.
-"""
-
-import socket
 import statistics
 import time
 import unittest
@@ -15,29 +11,10 @@ from servers import GATEWAY, Controller
 RELAY_AND_AC = 0x0088
 RED = 0xFF0000
 TIMES = 12
-RECONNECTION = 40
-LONGEST_WAIT = 5
-SEND_CYCLE = 0.3
-DAY = 86400
-
-
-class SilentHost:
-    """A port that takes no more connections and says nothing about it: its queue is full."""
-
-    def __init__(self, port):
-        self.listening = socket.socket()
-        self.listening.setsockopt(socket.SOL_SOCKET, socket.SO_REUSEADDR, 1)
-        self.listening.bind(("127.0.0.1", port))
-        self.listening.listen(0)
-        self.fill = socket.create_connection(("127.0.0.1", port))
-
-    def stop(self):
-        self.fill.close()
-        self.listening.close()
 
 
 class GatewayWaits(PlantTest):
-    """What both have in common."""
+    """What an operator does at such a program."""
 
     @classmethod
     def setUpClass(cls):
@@ -101,41 +78,6 @@ class HowSoon(GatewayWaits):
         self.assertEqual(controller.connections(), 1)
         before = controller.total()
         wait_for(lambda: controller.total() > before, what="frames as before")
-
-
-class OverMidnight(GatewayWaits):
-    def test_a_reconnection_over_midnight_keeps_no_command_for_good(self):
-        ready = 8  # seconds for the start
-        midnight = int(time.time()) + RECONNECTION + ready
-        behind_utc = midnight % DAY
-        self.display.environment["TZ"] = f"LOC{behind_utc // 3600}:{behind_utc // 60 % 60}:{behind_utc % 60}"
-        self.addCleanup(self.display.environment.pop, "TZ")
-        controller = self.controller()
-        port = controller.port()
-        plant = self.start(controller)
-        # The attempt begins 40 s behind the first refused write, which comes within a cycle's tick.
-        time.sleep(midnight - 0.4 - RECONNECTION - time.time())
-        controller.process.kill()
-        self.assertLess(time.time(), midnight - 0.3 - RECONNECTION)
-        controller.stop()
-        host = SilentHost(port)
-        self.addCleanup(host.stop)
-        time.sleep(midnight + SEND_CYCLE - time.time())
-        # A dialog that is asked for now waits for the end of the attempt.
-        self.display.press(self.display.window("Tyxo Data Logger"), "alt+f", "Right", "Down", "Return")
-        self.raise_alarm(plant)
-        time.sleep(DEAF)
-        confirmed = self.confirm("key", "Return")
-        self.assertEqual(self.display.windows("Setup scales"), [])
-        self.display.window("Setup scales")
-        waited = time.time() - midnight
-        print(f"over midnight: confirmed after {1000 * confirmed:.0f} ms, dialog {waited:.1f} s behind it")
-        self.assertLess(confirmed, 1)
-        self.assertTrue(LONGEST_WAIT - 1 < waited < LONGEST_WAIT + 1, f"{waited:.1f} s")
-        self.display.tool("xdotool", "key", "Escape")
-        wait_for(lambda: not self.display.windows("Setup scales"), what="the dialog's end")
-        plant.lines[1].send(measured_values(speed=901))
-        wait_for(lambda: any(" 901 " in record for record in plant.records()), what="a record")
 
 
 if __name__ == "__main__":
