@@ -117,6 +117,8 @@ class Plugging(PlantTest):
         self.assertNotEqual(line.holder(), plant.program.pid, "a stopped channel opens nothing")
         self.display.press(window, *start_or_stop)
         wait_for(lambda: line.holder() == plant.program.pid, what="the opened device")
+        started = WHEN + "KVD Engine 1 ## Measure started "
+        wait_for(lambda: plant.events().count(started) == 2, what="the start, which empties the device")
         line.send(parameter_frame())
         self.measure(plant, line, 51)
 
