@@ -141,7 +141,7 @@ class Display:
 
     def ask_to_close(self, window):
         """By the window manager, as a click on the window's cross does."""
-        self.press(window, "alt+F4")
+        self.tool("wmctrl", "-i", "-c", window)
 
 
 class Line:
