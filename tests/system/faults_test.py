@@ -130,4 +130,4 @@ class Faults(PlantTest):
 
 
 if __name__ == "__main__":
-    run_side_by_side(3)
+    run_side_by_side(2)

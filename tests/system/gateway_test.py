@@ -83,4 +83,4 @@ class OnLibmodbus(Registers, PlantTest):
 
 
 if __name__ == "__main__":
-    run_side_by_side(3)
+    run_side_by_side(2)

@@ -124,4 +124,4 @@ class Plugging(PlantTest):
 
 
 if __name__ == "__main__":
-    run_side_by_side(5)
+    run_side_by_side(2, longest=["contact"])

@@ -9,9 +9,9 @@ import unittest
 from harness import WITH_US
 
 
-def run_side_by_side(at_a_time, **options):
+def run_side_by_side(at_a_time, longest=(), **options):
     """Runs the cases that are named, or all of the suite: so many at a time, each in a process of its own and
-    with a display of its own. For cases that mostly wait."""
+    with a display of its own. For cases that mostly wait; those with one of the longest's words begin."""
     words = sys.argv[1:]
     if any(not word.startswith("-") for word in words):
         unittest.main(**options)
@@ -23,6 +23,7 @@ def run_side_by_side(at_a_time, **options):
 
     names = [test.id().removeprefix("__main__.")
              for tests in unittest.defaultTestLoader.loadTestsFromName("__main__") for test in tests]
+    names.sort(key=lambda name: not any(word in name for word in longest))
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(at_a_time) as pool:
         for running in concurrent.futures.as_completed([pool.submit(run, name) for name in names]):

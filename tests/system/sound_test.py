@@ -207,4 +207,4 @@ class Sound(PlantTest):
 
 
 if __name__ == "__main__":
-    run_side_by_side(6)
+    run_side_by_side(2, longest=["30_s"])
