@@ -20,7 +20,7 @@ namespace {
 /// Whoever watches over the program sees a failure and may start it again.
 void end_with_the_screen() {
     tyxo::desktop::screen_lost();
-    tyxo::end_without_question(tyxo::lost_screen_code);
+    tyxo::mainfrm::end_without_question(tyxo::mainfrm::lost_screen_code);
 }
 
 /// What the start had to say stands in front of the main window, also where nobody manages windows.
@@ -44,14 +44,15 @@ int main(int /*argc*/, char* argv[]) {
 
     QApplication::setQuitOnLastWindowClosed(false); // the close request alone ends the program
     tyxo::desktop::on_end_signal([] {
-        tyxo::desktop::run_handler(tyxo::desktop::source::device, [] { tyxo::end_without_question(0); });
+        tyxo::desktop::run_handler(tyxo::desktop::source::device,
+                                   [] { tyxo::mainfrm::end_without_question(0); });
     });
     std::atexit(end_with_the_screen);
 
     tyxo::wire();
     tyxo::mainfrm_view window;
     tyxo::desktop::run_handler(tyxo::desktop::source::operator_,
-                               [&window] { tyxo::start_program(window.width(), window.height()); });
+                               [&window] { tyxo::mainfrm::start_program(window.width(), window.height()); });
     window.show_state();
     window.show();
     raise_boxes();
