@@ -1,6 +1,7 @@
 // The plot of a bar diagram by itself.
 
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "widgets/plots/bar_plot_view.h"
 
 #include <QTest>
@@ -77,5 +78,5 @@ class bar_plot_view_test : public QObject {
     std::unique_ptr<bar_plot_view> view_;
 };
 
-QTEST_MAIN(bar_plot_view_test)
+static const desktop_test<bar_plot_view_test> known;
 #include "bar_plot_view_test.moc"

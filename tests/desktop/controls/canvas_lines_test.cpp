@@ -1,6 +1,7 @@
 // The strokes of a canvas as the lines that are painted.
 
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "displays/frmdetailedpic.h"
 #include "widgets/plots/canvas_lines_view.h"
 
@@ -69,5 +70,5 @@ class canvas_lines_test : public QObject {
     }
 };
 
-QTEST_MAIN(canvas_lines_test)
+static const desktop_test<canvas_lines_test> known;
 #include "canvas_lines_test.moc"

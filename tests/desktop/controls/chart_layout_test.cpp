@@ -2,6 +2,7 @@
 
 #include "controls/time_axis.h"
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "desktop/shown_chart.h"
 
 #include <QTest>
@@ -165,5 +166,5 @@ class chart_layout_test : public shown_chart {
     }
 };
 
-QTEST_MAIN(chart_layout_test)
+static const desktop_test<chart_layout_test> known;
 #include "chart_layout_test.moc"

@@ -1,6 +1,7 @@
 // The strip chart as it is used: shown, frozen, clicked.
 
 #include "desktop/chart_pictures.h"
+#include "desktop/desktop_test.h"
 #include "desktop/paint_counter.h"
 #include "widgets/plots/chart_view.h"
 
@@ -156,5 +157,5 @@ class chart_use_test : public QObject {
     std::unique_ptr<chart_view> view_;
 };
 
-QTEST_MAIN(chart_use_test)
+static const desktop_test<chart_use_test> known;
 #include "chart_use_test.moc"

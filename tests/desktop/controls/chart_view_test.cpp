@@ -1,6 +1,7 @@
 // The strip chart with its real widget: what it tells through its properties, and what it paints.
 
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "desktop/shown_chart.h"
 #include "widgets/colour.h"
 
@@ -207,5 +208,5 @@ class chart_view_test : public shown_chart {
     }
 };
 
-QTEST_MAIN(chart_view_test)
+static const desktop_test<chart_view_test> known;
 #include "chart_view_test.moc"

@@ -2,6 +2,7 @@
 // paint; and what holds for all painted controls.
 
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "desktop/paint_counter.h"
 #include "widgets/analog_display_view.h"
 #include "widgets/angular_gauge_view.h"
@@ -17,9 +18,6 @@
 using namespace tyxo;
 
 namespace {
-
-// Before any screen is opened: the tests need none.
-const bool offscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
 
 QImage seven_segments(const iSevenSegmentAnalogX& control, QSize size = {60, 60}) {
     return shown<seven_segment_view>(control, size);
@@ -209,5 +207,5 @@ class controls_test : public QObject {
     }
 };
 
-QTEST_MAIN(controls_test)
+static const desktop_test<controls_test> known;
 #include "controls_test.moc"

@@ -1,5 +1,6 @@
 // Texts that have no room, and their tool tips, with real widgets and the events that ask for a tip.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "desktop/tool_tip.h"
 #include "displays/panel.h"
@@ -105,5 +106,5 @@ class full_text_test : public QObject {
     std::unique_ptr<QWidget> window_;
 };
 
-QTEST_MAIN(full_text_test)
+static const desktop_test<full_text_test> known;
 #include "full_text_test.moc"

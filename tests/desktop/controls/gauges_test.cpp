@@ -1,6 +1,7 @@
 // Dials and bars with their real widgets: what they tell through their properties, and what they paint.
 
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "widgets/angular_gauge_view.h"
 #include "widgets/linear_gauge_view.h"
 
@@ -11,9 +12,6 @@
 using namespace tyxo;
 
 namespace {
-
-// Before any screen is opened: the tests need none.
-const bool offscreen = qputenv("QT_QPA_PLATFORM", "offscreen");
 
 QImage dial(const iAngularGaugeX& gauge, int side = 200) {
     return shown<angular_gauge_view>(gauge, {side, side});
@@ -193,5 +191,5 @@ class gauges_test : public QObject {
     }
 };
 
-QTEST_MAIN(gauges_test)
+static const desktop_test<gauges_test> known;
 #include "gauges_test.moc"

@@ -2,6 +2,7 @@
 
 #include "desktop/chart_pictures.h"
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "platform/printer.h"
 #include "widgets/colour.h"
 #include "widgets/plots/chart_page.h"
@@ -236,5 +237,5 @@ class printing_test : public QObject {
     QTimer boxes_;
 };
 
-QTEST_MAIN(printing_test)
+static const desktop_test<printing_test> known;
 #include "printing_test.moc"

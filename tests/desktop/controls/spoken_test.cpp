@@ -5,6 +5,7 @@
 #include "desktop/alert_window.h"
 #include "desktop/chart_pictures.h"
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "link/indicators.h"
 #include "widgets/analog_display_view.h"
@@ -214,5 +215,5 @@ class spoken_test : public QObject {
     started_window window_;
 };
 
-QTEST_MAIN(spoken_test)
+static const desktop_test<spoken_test> known;
 #include "spoken_test.moc"

@@ -1,5 +1,6 @@
 // The status text on the screen follows its box.
 
+#include "desktop/desktop_test.h"
 #include "widgets/text_status_view.h"
 
 #include <QElapsedTimer>
@@ -154,5 +155,5 @@ class text_status_test : public QObject {
     }
 };
 
-QTEST_MAIN(text_status_test)
+static const desktop_test<text_status_test> known;
 #include "text_status_test.moc"

@@ -1,6 +1,7 @@
 // The painted polar scope: what it paints, and what counts as its click.
 
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "widgets/plots/xy_plot_view.h"
 
 #include <QElapsedTimer>
@@ -171,5 +172,5 @@ class xy_plot_view_test : public QObject {
     }
 };
 
-QTEST_MAIN(xy_plot_view_test)
+static const desktop_test<xy_plot_view_test> known;
 #include "xy_plot_view_test.moc"

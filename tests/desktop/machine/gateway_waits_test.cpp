@@ -1,6 +1,7 @@
 // The gateway's waits on the real event loop and the real clock: what an operator does meanwhile.
 
 #include "app/wiring.h"
+#include "desktop/desktop_test.h"
 #include "desktop/tcp_peers.h"
 #include "gateway/connection.h"
 #include "gateway/frmsetuptcp.h"
@@ -112,5 +113,5 @@ class gateway_waits_test : public QObject {
     QStringList order_;
 };
 
-QTEST_GUILESS_MAIN(gateway_waits_test)
+static const desktop_test<gateway_waits_test, QCoreApplication> known;
 #include "gateway_waits_test.moc"

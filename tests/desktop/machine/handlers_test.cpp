@@ -1,6 +1,7 @@
 // In which order the system's handlers run when one of them waits.
 
 #include "basics/failure.h"
+#include "desktop/desktop_test.h"
 #include "platform/desktop/handlers.h"
 #include "platform/message_box.h"
 #include "platform/program.h"
@@ -323,5 +324,5 @@ class handlers_test : public QObject {
     QObject timer_guard_;
 };
 
-QTEST_MAIN(handlers_test)
+static const desktop_test<handlers_test> known;
 #include "handlers_test.moc"

@@ -1,6 +1,7 @@
 // Timers and serial ports on the real event loop, with real pseudo-terminals.
 
 #include "basics/failure.h"
+#include "desktop/desktop_test.h"
 #include "desktop/serial_line.h"
 #include "platform/desktop/handlers.h"
 #include "platform/program.h"
@@ -195,5 +196,5 @@ class platform_test : public QObject {
     QTemporaryDir folder_;
 };
 
-QTEST_GUILESS_MAIN(platform_test)
+static const desktop_test<platform_test, QCoreApplication> known;
 #include "platform_test.moc"

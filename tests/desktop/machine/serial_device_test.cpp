@@ -1,6 +1,7 @@
 // Serial ports whose device is slow, stuck, pulled or plugged in again, on real pseudo-terminals.
 
 #include "basics/failure.h"
+#include "desktop/desktop_test.h"
 #include "desktop/serial_line.h"
 #include "platform/desktop/open_ports.h"
 
@@ -175,5 +176,5 @@ class serial_device_test : public QObject {
     QTemporaryDir folder_;
 };
 
-QTEST_GUILESS_MAIN(serial_device_test)
+static const desktop_test<serial_device_test, QCoreApplication> known;
 #include "serial_device_test.moc"

@@ -2,6 +2,7 @@
 // once in an alarm. What is read of a sound file.
 
 #include "basics/failure.h"
+#include "desktop/desktop_test.h"
 #include "platform/desktop/sound_file.h"
 #include "platform/sound.h"
 
@@ -174,5 +175,5 @@ class sound_test : public QObject {
     QTemporaryDir folder_;
 };
 
-QTEST_MAIN(sound_test)
+static const desktop_test<sound_test> known;
 #include "sound_test.moc"

@@ -1,6 +1,7 @@
 // The TCP client socket on the real event loop: bytes that go and come, and floods of them.
 
 #include "basics/failure.h"
+#include "desktop/desktop_test.h"
 #include "desktop/tcp_peers.h"
 #include "platform/program.h"
 
@@ -175,5 +176,5 @@ class winsock_data_test : public QObject {
     static double processor_seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 };
 
-QTEST_GUILESS_MAIN(winsock_data_test)
+static const desktop_test<winsock_data_test, QCoreApplication> known;
 #include "winsock_data_test.moc"

@@ -1,6 +1,7 @@
 // The TCP client socket on the real event loop: how connections begin and end.
 
 #include "basics/failure.h"
+#include "desktop/desktop_test.h"
 #include "desktop/tcp_peers.h"
 #include "platform/desktop/handlers.h"
 #include "platform/program.h"
@@ -294,5 +295,5 @@ class winsock_test : public QObject {
     }
 };
 
-QTEST_GUILESS_MAIN(winsock_test)
+static const desktop_test<winsock_test, QCoreApplication> known;
 #include "winsock_test.moc"

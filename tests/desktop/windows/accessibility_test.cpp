@@ -2,6 +2,7 @@
 
 #include "desktop/accessibility.h"
 #include "desktop/accessible_windows.h"
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmlog.h"
 #include "dialogs/frmresetinhtime.h"
@@ -297,5 +298,5 @@ class accessibility_test : public QObject {
     std::unique_ptr<mainfrm_view> large_;
 };
 
-QTEST_MAIN(accessibility_test)
+static const desktop_test<accessibility_test> known;
 #include "accessibility_test.moc"

@@ -1,6 +1,7 @@
 // Who has the keyboard while the alarm alert is on the screen, with real widgets.
 
 #include "desktop/alert_window.h"
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "platform/message_box.h"
 
@@ -132,5 +133,5 @@ class alert_keyboard_test : public QObject {
     QDialog* alert_ = nullptr;
 };
 
-QTEST_MAIN(alert_keyboard_test)
+static const desktop_test<alert_keyboard_test> known;
 #include "alert_keyboard_test.moc"

@@ -3,6 +3,7 @@
 
 #include "desktop/alert_window.h"
 #include "desktop/all_windows.h"
+#include "desktop/desktop_test.h"
 #include "link/indicators.h"
 
 #include <QPrintDialog>
@@ -211,5 +212,5 @@ class alert_over_windows_test : public QObject {
     QDialog* alert_ = nullptr;
 };
 
-QTEST_MAIN(alert_over_windows_test)
+static const desktop_test<alert_over_windows_test> known;
 #include "alert_over_windows_test.moc"

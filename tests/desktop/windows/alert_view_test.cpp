@@ -2,6 +2,7 @@
 // has the other windows.
 
 #include "desktop/alert_window.h"
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmalert.h"
 #include "displays/bar_diagram.h"
@@ -236,5 +237,5 @@ class alert_view_test : public QObject {
     QDialog* alert_ = nullptr;
 };
 
-QTEST_MAIN(alert_view_test)
+static const desktop_test<alert_view_test> known;
 #include "alert_view_test.moc"

@@ -1,6 +1,7 @@
 // What the windows of the bar diagrams paint: bars on two axes, and plots with strange numbers.
 
 #include "desktop/bar_windows.h"
+#include "desktop/desktop_test.h"
 
 using namespace tyxo;
 
@@ -113,5 +114,5 @@ class bar_diagram_plot_test : public bar_windows {
     }
 };
 
-QTEST_MAIN(bar_diagram_plot_test)
+static const desktop_test<bar_diagram_plot_test> known;
 #include "bar_diagram_plot_test.moc"

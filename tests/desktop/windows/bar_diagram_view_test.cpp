@@ -1,6 +1,7 @@
 // The windows of the bar diagrams with their real widgets, opened by the buttons of the main window.
 
 #include "desktop/bar_windows.h"
+#include "desktop/desktop_test.h"
 #include "platform/desktop/handlers.h"
 
 #include <QMessageBox>
@@ -173,5 +174,5 @@ class bar_diagram_view_test : public bar_windows {
     }
 };
 
-QTEST_MAIN(bar_diagram_view_test)
+static const desktop_test<bar_diagram_view_test> known;
 #include "bar_diagram_view_test.moc"

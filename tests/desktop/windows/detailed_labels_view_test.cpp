@@ -1,5 +1,6 @@
 // The labels of the Detailed Display with its real widgets: where they stand, and that they have room.
 
+#include "desktop/desktop_test.h"
 #include "desktop/detailed_window.h"
 
 #include <QCheckBox>
@@ -103,5 +104,5 @@ class detailed_labels_view_test : public detailed_window {
     }
 };
 
-QTEST_MAIN(detailed_labels_view_test)
+static const desktop_test<detailed_labels_view_test> known;
 #include "detailed_labels_view_test.moc"

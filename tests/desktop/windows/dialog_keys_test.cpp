@@ -1,6 +1,7 @@
 // Enter in every window, with real widgets: it presses the button with the focus, else the default button.
 
 #include "desktop/all_windows.h"
+#include "desktop/desktop_test.h"
 
 #include <QStringList>
 
@@ -47,5 +48,5 @@ class dialog_keys_test : public QObject {
     started_window window_;
 };
 
-QTEST_MAIN(dialog_keys_test)
+static const desktop_test<dialog_keys_test> known;
 #include "dialog_keys_test.moc"

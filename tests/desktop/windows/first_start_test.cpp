@@ -1,6 +1,7 @@
 // The first start at the real widgets: an operator sets two sensors up and measures with them, without a
 // restart.
 
+#include "desktop/desktop_test.h"
 #include "desktop/serial_line.h"
 #include "desktop/settings_file.h"
 #include "desktop/setup_window.h"
@@ -127,5 +128,5 @@ class first_start_test : public QObject {
     std::vector<std::unique_ptr<serial_line>> lines_;
 };
 
-QTEST_MAIN(first_start_test)
+static const desktop_test<first_start_test> known;
 #include "first_start_test.moc"

@@ -1,5 +1,6 @@
 // The folder browser of the setup dialog with its real window and real folders.
 
+#include "desktop/desktop_test.h"
 #include "desktop/setup_window.h"
 #include "dialogs/frmbrowse.h"
 #include "settings/settings.h"
@@ -179,5 +180,5 @@ class frmbrowse_view_test : public QObject {
     QString here_;
 };
 
-QTEST_MAIN(frmbrowse_view_test)
+static const desktop_test<frmbrowse_view_test> known;
 #include "frmbrowse_view_test.moc"

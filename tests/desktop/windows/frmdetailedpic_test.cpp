@@ -1,6 +1,7 @@
 // The Detailed Display with its real widgets.
 
 #include "desktop/control_pictures.h"
+#include "desktop/desktop_test.h"
 #include "desktop/detailed_window.h"
 #include "desktop/paint_counter.h"
 
@@ -185,5 +186,5 @@ class frmdetailedpic_test : public detailed_window {
     }
 };
 
-QTEST_MAIN(frmdetailedpic_test)
+static const desktop_test<frmdetailedpic_test> known;
 #include "frmdetailedpic_test.moc"

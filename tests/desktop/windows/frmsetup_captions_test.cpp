@@ -1,5 +1,6 @@
 // The tabs of the setup dialog: their captions, and which can be chosen when.
 
+#include "desktop/desktop_test.h"
 #include "desktop/setup_window.h"
 
 using namespace tyxo;
@@ -153,5 +154,5 @@ class frmsetup_captions_test : public QObject {
     setup_window setup_;
 };
 
-QTEST_MAIN(frmsetup_captions_test)
+static const desktop_test<frmsetup_captions_test> known;
 #include "frmsetup_captions_test.moc"

@@ -1,5 +1,6 @@
 // The setup dialog under a large system font.
 
+#include "desktop/desktop_test.h"
 #include "desktop/setup_window.h"
 
 using namespace tyxo;
@@ -30,5 +31,5 @@ class frmsetup_font_test : public QObject {
     setup_window setup_;
 };
 
-QTEST_MAIN(frmsetup_font_test)
+static const desktop_test<frmsetup_font_test> known;
 #include "frmsetup_font_test.moc"

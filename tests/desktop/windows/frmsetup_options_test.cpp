@@ -1,5 +1,6 @@
 // The options of the setup dialog with its real widgets: what is chosen counts at once.
 
+#include "desktop/desktop_test.h"
 #include "desktop/setup_window.h"
 #include "displays/chart.h"
 #include "settings/ini.h"
@@ -90,5 +91,5 @@ class frmsetup_options_test : public QObject {
     setup_window setup_;
 };
 
-QTEST_MAIN(frmsetup_options_test)
+static const desktop_test<frmsetup_options_test> known;
 #include "frmsetup_options_test.moc"

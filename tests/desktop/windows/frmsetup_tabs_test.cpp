@@ -1,5 +1,6 @@
 // The fields of the channels in the setup dialog, and whether all of it can be read and reached.
 
+#include "desktop/desktop_test.h"
 #include "desktop/setup_window.h"
 
 #include <QAbstractItemView>
@@ -246,5 +247,5 @@ class frmsetup_tabs_test : public QObject {
     setup_window setup_;
 };
 
-QTEST_MAIN(frmsetup_tabs_test)
+static const desktop_test<frmsetup_tabs_test> known;
 #include "frmsetup_tabs_test.moc"

@@ -1,5 +1,6 @@
 // The setup dialog with its real widgets: opened from the menu, its first tab clicked and typed into.
 
+#include "desktop/desktop_test.h"
 #include "desktop/setup_window.h"
 #include "desktop/tool_tip.h"
 #include "displays/chart.h"
@@ -307,5 +308,5 @@ class frmsetup_view_test : public QObject {
     setup_window setup_;
 };
 
-QTEST_MAIN(frmsetup_view_test)
+static const desktop_test<frmsetup_view_test> known;
 #include "frmsetup_view_test.moc"

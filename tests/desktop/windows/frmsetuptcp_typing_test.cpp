@@ -1,5 +1,6 @@
 // Typing into the gateway's window and its commands on what was typed.
 
+#include "desktop/desktop_test.h"
 #include "desktop/tcp_window.h"
 #include "desktop/tool_tip.h"
 #include "gateway/frmsetuptcp.h"
@@ -215,5 +216,5 @@ class frmsetuptcp_typing_test : public QObject {
     answering_server server_;
 };
 
-QTEST_MAIN(frmsetuptcp_typing_test)
+static const desktop_test<frmsetuptcp_typing_test> known;
 #include "frmsetuptcp_typing_test.moc"

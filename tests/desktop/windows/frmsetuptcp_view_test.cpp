@@ -1,5 +1,6 @@
 // The gateway's window with its real widgets: what it shows, its menus, its opening and closing.
 
+#include "desktop/desktop_test.h"
 #include "desktop/tcp_window.h"
 #include "gateway/connection.h"
 #include "gateway/frmsetuptcp.h"
@@ -249,5 +250,5 @@ class frmsetuptcp_view_test : public QObject {
     tcp_window window_;
 };
 
-QTEST_MAIN(frmsetuptcp_view_test)
+static const desktop_test<frmsetuptcp_view_test> known;
 #include "frmsetuptcp_view_test.moc"

@@ -2,6 +2,7 @@
 
 #include "desktop/accessibility.h"
 #include "desktop/accessible_windows.h"
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
@@ -147,5 +148,5 @@ class large_print_test : public QObject {
     std::unique_ptr<mainfrm_view> main_;
 };
 
-QTEST_MAIN(large_print_test)
+static const desktop_test<large_print_test> known;
 #include "large_print_test.moc"

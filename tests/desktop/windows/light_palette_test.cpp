@@ -2,6 +2,7 @@
 
 #include "desktop/accessibility.h"
 #include "desktop/accessible_windows.h"
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "link/channel_rec.h"
 #include "widgets/light_palette.h"
@@ -98,5 +99,5 @@ class light_palette_test : public QObject {
     started_window window_;
 };
 
-QTEST_MAIN(light_palette_test)
+static const desktop_test<light_palette_test> known;
 #include "light_palette_test.moc"

@@ -1,5 +1,6 @@
 // The strip charts in the main window: buttons, clicks and time resolutions, as an operator uses them.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
@@ -137,5 +138,5 @@ class main_charts_test : public QObject {
     started_window window_;
 };
 
-QTEST_MAIN(main_charts_test)
+static const desktop_test<main_charts_test> known;
 #include "main_charts_test.moc"

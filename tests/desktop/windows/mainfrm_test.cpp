@@ -1,5 +1,6 @@
 // The main window with its real widgets, driven and looked at as an operator does.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
@@ -296,5 +297,5 @@ class mainfrm_test : public QObject {
     mainfrm_view* window_ = nullptr;
 };
 
-QTEST_MAIN(mainfrm_test)
+static const desktop_test<mainfrm_test> known;
 #include "mainfrm_test.moc"

@@ -1,5 +1,6 @@
 // The dialog "Setup Password" with its real widgets: opened from the menu, typed into, answered by keys.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmpwd.h"
 #include "settings/ini.h"
@@ -181,5 +182,5 @@ class password_view_test : public QObject {
     QDialog* dialog_ = nullptr;
 };
 
-QTEST_MAIN(password_view_test)
+static const desktop_test<password_view_test> known;
 #include "password_view_test.moc"

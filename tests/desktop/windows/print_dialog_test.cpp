@@ -1,6 +1,7 @@
 // The dialog "Select print" with its real widgets: opened from the menu, clicked and typed into as an
 // operator does.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmselectprint.h"
 #include "link/channel_rec.h"
@@ -116,5 +117,5 @@ class print_dialog_test : public QObject {
     QDialog* print_ = nullptr;
 };
 
-QTEST_MAIN(print_dialog_test)
+static const desktop_test<print_dialog_test> known;
 #include "print_dialog_test.moc"

@@ -1,6 +1,7 @@
 // The polar scopes of the panels and the dialog "Setup scales" with their real widgets: opened from the menu,
 // clicked and typed into as an operator does.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmscale_polar.h"
 #include "displays/panel.h"
@@ -297,5 +298,5 @@ class scope_dialogs_test : public QObject {
     QDialog* scales_ = nullptr;
 };
 
-QTEST_MAIN(scope_dialogs_test)
+static const desktop_test<scope_dialogs_test> known;
 #include "scope_dialogs_test.moc"

@@ -1,5 +1,6 @@
 // Inhibit reset, software info and About with their real widgets, opened as an operator opens them.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "link/channel_rec.h"
 #include "link/indicators.h"
@@ -231,5 +232,5 @@ class small_dialogs_test : public QObject {
     started_window window_;
 };
 
-QTEST_MAIN(small_dialogs_test)
+static const desktop_test<small_dialogs_test> known;
 #include "small_dialogs_test.moc"

@@ -1,6 +1,7 @@
 // A Full HD screen at 150 %: 1280 x 720 dots, fewer than the main window is designed for.
 
 #include "desktop/accessible_windows.h"
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
@@ -159,5 +160,5 @@ class small_screen_test : public QObject {
     QString warning_;
 };
 
-QTEST_MAIN(small_screen_test)
+static const desktop_test<small_screen_test> known;
 #include "small_screen_test.moc"

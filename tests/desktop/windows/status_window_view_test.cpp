@@ -1,5 +1,6 @@
 // The status window with its real widgets: a large copy of the status text.
 
+#include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmstatustext.h"
 #include "link/indicators.h"
@@ -165,5 +166,5 @@ class status_window_view_test : public QObject {
     started_window window_;
 };
 
-QTEST_MAIN(status_window_view_test)
+static const desktop_test<status_window_view_test> known;
 #include "status_window_view_test.moc"

@@ -1,6 +1,7 @@
 // The stop lock with its real widgets before each request that it guards: one channel, the program, the
 // session.
 
+#include "desktop/desktop_test.h"
 #include "desktop/stop_lock_window.h"
 
 using namespace tyxo;
@@ -124,5 +125,5 @@ class stop_lock_requests_test : public stop_lock_window {
     }
 };
 
-QTEST_MAIN(stop_lock_requests_test)
+static const desktop_test<stop_lock_requests_test> known;
 #include "stop_lock_requests_test.moc"

@@ -1,6 +1,7 @@
 // The stop lock with its real widgets, before the command of all channels: keys and clicks as an operator
 // gives them.
 
+#include "desktop/desktop_test.h"
 #include "desktop/stop_lock_window.h"
 
 using namespace tyxo;
@@ -194,5 +195,5 @@ class stop_lock_view_test : public stop_lock_window {
     }
 };
 
-QTEST_MAIN(stop_lock_view_test)
+static const desktop_test<stop_lock_view_test> known;
 #include "stop_lock_view_test.moc"

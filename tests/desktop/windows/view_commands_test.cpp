@@ -2,6 +2,7 @@
 
 #include "desktop/alert_window.h"
 #include "desktop/all_windows.h"
+#include "desktop/desktop_test.h"
 #include "dialogs/frmstatustext.h"
 #include "displays/chart.h"
 #include "link/indicators.h"
@@ -208,5 +209,5 @@ class view_commands_test : public QObject {
     started_window window_;
 };
 
-QTEST_MAIN(view_commands_test)
+static const desktop_test<view_commands_test> known;
 #include "view_commands_test.moc"

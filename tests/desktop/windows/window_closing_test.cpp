@@ -3,6 +3,7 @@
 
 #include "desktop/alert_window.h"
 #include "desktop/all_windows.h"
+#include "desktop/desktop_test.h"
 #include "desktop/settings_file.h"
 #include "displays/chart.h"
 #include "link/indicators.h"
@@ -184,7 +185,8 @@ class window_closing_test : public QObject {
     }
     void a_session_that_ends_while_nothing_measures_ends_the_program() {
         QProcess program;
-        program.start(QCoreApplication::applicationFilePath(), {"--end-session-over", this_window().name});
+        program.start(QCoreApplication::applicationFilePath(),
+                      {"ended_session", "-silent", QString("ends:%1").arg(this_window().name)});
         QVERIFY(program.waitForFinished(20'000));
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), 0);
@@ -231,15 +233,13 @@ class window_closing_test : public QObject {
 class ended_session : public QObject {
     Q_OBJECT
 
-  public:
-    const char* name = nullptr;
-
   private slots:
+    void ends_data() { add_all_windows(); }
     void ends() {
         started_window window;
         window.start(all_windows_settings);
         sensor::state.channels[0].param_valid = true;
-        while_open(row_of(name), [&](QWidget*) {
+        while_open(this_window(), [&](QWidget*) {
             std::puts("open");
             std::fflush(stdout);
             window.view().end_session([] { return true; });
@@ -249,14 +249,6 @@ class ended_session : public QObject {
     }
 };
 
-int main(int argc, char* argv[]) {
-    const QApplication application(argc, argv);
-    if (argc == 3 && argv[1] == QString("--end-session-over")) {
-        ended_session test;
-        test.name = argv[2];
-        return QTest::qExec(&test, {argv[0], "-silent"});
-    }
-    window_closing_test test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const desktop_test<window_closing_test> known;
+static const desktop_test<ended_session> known_program;
 #include "window_closing_test.moc"

@@ -1,5 +1,7 @@
 // The pictures of all windows are taken: each is there, has its size, and shows something.
 
+#include "desktop/desktop_test.h"
+
 #include <QDir>
 #include <QImage>
 #include <QMap>
@@ -7,6 +9,8 @@
 #include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
+
+using namespace tyxo;
 
 namespace {
 
@@ -86,5 +90,5 @@ class window_pictures_test : public QObject {
     QTemporaryDir folder_;
 };
 
-QTEST_MAIN(window_pictures_test)
+static const desktop_test<window_pictures_test> known;
 #include "window_pictures_test.moc"
