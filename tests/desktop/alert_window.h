@@ -7,6 +7,7 @@
 #include "link/frames.h"
 #include "link/indicators.h"
 #include "platform/desktop/handlers.h"
+#include "widgets/colour.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -39,6 +40,25 @@ inline void raise_alarm(i16 channel) {
     take_status(channel, alarm_ac);
     QTRY_VERIFY(alert_window()->isVisible());
     QTest::qWait(50);
+}
+
+/// The relays of all channels close, one behind the other.
+inline void raise_all_alarms() {
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        take_status(channel, alarm_ac);
+        QTest::qWait(5);
+    }
+    QTRY_VERIFY(alert_window()->isVisible());
+    QTest::qWait(50);
+}
+
+/// The alert's next phase, before its timer brings it, and none behind it.
+inline void next_phase() {
+    FrmAlert::timer_alert.Interval(60'000);
+    const colour phase = FrmAlert::state.BackColor;
+    desktop::run_handler(desktop::source::device, FrmAlert::timer_alert_tick);
+    QVERIFY(FrmAlert::state.BackColor != phase);
+    QTRY_COMPARE(alert_window()->palette().color(QPalette::Window), qt_colour(FrmAlert::state.BackColor));
 }
 
 /// The alert has the keyboard, and has had it long enough to take keys.

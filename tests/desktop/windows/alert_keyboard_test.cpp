@@ -102,8 +102,7 @@ class alert_keyboard_test : public QObject {
         QTimer::singleShot(100, this, [&] {
             auto* const box = window_.view().findChild<QMessageBox*>("message_box");
             QVERIFY(box != nullptr);
-            for (i16 channel = 0; channel < channel_count; ++channel)
-                raise_alarm(channel);
+            raise_all_alarms();
             QVERIFY(!alert_->isActiveWindow());
             QTest::mouseClick(alert_->windowHandle(), Qt::LeftButton, {}, place_of_button());
             expect_confirmed();

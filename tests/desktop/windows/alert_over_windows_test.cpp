@@ -49,8 +49,9 @@ class alert_over_windows_test : public QObject {
             QLineEdit* const box = text_box(row, window);
             if (box != nullptr) press_keys("Sec");
             QWidget* const focus = QApplication::focusWidget();
-            raise_all();
-            QTest::qWait(700); // over a change of the phase
+            raise_all_alarms();
+            next_phase();
+            next_phase();
             expect_all_lines();
             QCOMPARE(window->isVisible(), !row.hidden_by_alert());
             if (row.hidden_by_alert()) return;
@@ -74,7 +75,7 @@ class alert_over_windows_test : public QObject {
         if (row.name == QString("frmSplash")) return; // which any key closes
         while_open(row, [&](QWidget* window) {
             QLineEdit* const box = text_box(row, window);
-            raise_all();
+            raise_all_alarms();
             for (const char* letter = "4711"; *letter != '\0'; ++letter) {
                 alert_->activateWindow();
                 QTest::keyClick(alert_->windowHandle(), *letter);
@@ -92,12 +93,13 @@ class alert_over_windows_test : public QObject {
         while_open(row, [&](QWidget* window) {
             QLineEdit* box = text_box(row, window);
             if (box != nullptr) press_keys("12");
-            raise_all();
+            raise_all_alarms();
             if (row.hidden_by_alert()) { // the operator opens it again beside the alert
                 QTRY_VERIFY(!window->isVisible());
                 desktop::run_handler(desktop::source::operator_, row.open);
                 QTRY_VERIFY(window->isVisible());
-                QTest::qWait(700);
+                next_phase();
+                next_phase();
                 QVERIFY(window->isVisible());
             }
             QVERIFY(alert_->isVisible());
@@ -123,7 +125,7 @@ class alert_over_windows_test : public QObject {
         const window_row& row = this_window();
         while_open(row, [&](QWidget* window) {
             if (QLineEdit* const box = text_box(row, window)) box->setFocus();
-            raise_all();
+            raise_all_alarms();
             if (!row.hidden_by_alert()) {
                 leave_by_hand(row, window);
                 QTRY_VERIFY(shown_window(row.name) == nullptr);
@@ -149,7 +151,7 @@ class alert_over_windows_test : public QObject {
         while_open(row, [&](QWidget* window) {
             static_cast<void>(text_box(row, window));
             press_keys("Secr");
-            raise_all();
+            raise_all_alarms();
             press_keys("et7");
             auto* const stop = window->findChild<QPushButton*>("CmdStop");
             QVERIFY(stop->isEnabled());
@@ -180,10 +182,6 @@ class alert_over_windows_test : public QObject {
     static void all_quiet() {
         for (i16 channel = 0; channel < channel_count; ++channel)
             take_status(channel, 0);
-    }
-    static void raise_all() {
-        for (i16 channel = 0; channel < channel_count; ++channel)
-            raise_alarm(channel);
     }
     void expect_all_lines() const {
         QVERIFY(alert_->isVisible());
