@@ -1,9 +1,12 @@
 #pragma once
-// Every window beside the main window, and how an operator opens and leaves it. A new window takes one row.
+// Every window, and how an operator opens and leaves it, with the states in which it looks different. A new
+// window takes one row.
 
 #include "app/mainfrm.h"
-#include "desktop/started_window.h"
+#include "desktop/shown_window.h"
+#include "desktop/window_states.h"
 #include "dialogs/frmabort.h"
+#include "dialogs/frmalert.h"
 #include "dialogs/frmbrowse.h"
 #include "dialogs/frmlog.h"
 #include "dialogs/frmpwd.h"
@@ -15,54 +18,94 @@
 #include "dialogs/setup/frmsetup.h"
 #include "displays/bar_diagram.h"
 #include "displays/frmdetailedpic.h"
-#include "displays/panel.h"
-#include "displays/xy_plot.h"
 #include "gateway/frmsetuptcp.h"
 #include "link/channel_rec.h"
 #include "link/start_stop.h"
-#include "platform/desktop/handlers.h"
 
-#include <QApplication>
-#include <QLineEdit>
-#include <QTest>
-#include <QTimer>
+#include <QDialog>
+#include <QString>
 
+#include <algorithm>
+#include <iterator>
 #include <vector>
 
 namespace tyxo {
 
-inline constexpr const char* all_windows_settings =
-    "[tyxo]\r\nupd_periode= 250\r\nmax_sensors= 4\r\npasswd=Secret7\r\n"
-    "eventfile_ena= 1\r\nevtpath=.\\\r\n"
-    "scale_polar_a= .7\r\nscale_polar_t= 3\r\nlog_mode= 0\r\n"
-    "location 1=Engine & pump\r\nlocation 2=<b>two</b>\r\n"
-    "location 3=WWWWWWWWWWWWWWWWWWWWWWWWWWWWWW\r\nlocation 4=K\xFChlung\r\n";
-
 /// What a window is to the others.
 enum class window_kind {
-    dialog, ///< locks the main window
-    scope,  ///< a dialog that an alert hides
-    beside, ///< locks nothing
-    diagram ///< locks nothing, an alert hides it
+    main,    ///< all others stand beside it
+    alert,   ///< opened by an alarm
+    dialog,  ///< locks the main window
+    asking,  ///< a dialog whose command waits until it has closed
+    scope,   ///< a dialog that an alert hides
+    beside,  ///< locks nothing
+    diagram, ///< locks nothing, an alert hides it
+    state    ///< of one of the other windows
 };
 
 struct window_row {
-    const char* name;
+    const char* name; ///< the window's, and behind a blank what is special about a state
     window_kind kind;
     void (*open)();
     void (*leave)();
     const char* text_box = nullptr; ///< that an operator types into
+    const char* picture = nullptr;  ///< its file's name, if it needs nothing but to be opened
 
-    [[nodiscard]] bool locks() const { return kind == window_kind::dialog || kind == window_kind::scope; }
+    [[nodiscard]] QString window() const { return QString(name).section(' ', 0, 0); }
+    [[nodiscard]] bool is_operated() const {
+        return kind != window_kind::main && kind != window_kind::alert && kind != window_kind::state;
+    }
+    [[nodiscard]] bool locks() const {
+        return kind == window_kind::dialog || kind == window_kind::asking || kind == window_kind::scope;
+    }
     [[nodiscard]] bool hidden_by_alert() const {
         return kind == window_kind::scope || kind == window_kind::diagram;
     }
+    /// The others scale their print with their size.
+    [[nodiscard]] bool grows_with_font() const { return kind != window_kind::main && !hidden_by_alert(); }
 };
 
-inline const std::vector<window_row>& all_windows() {
+inline const std::vector<window_row>& window_table() {
     using enum window_kind;
     static const std::vector<window_row> rows{
+        {"mainfrm", main, [] {}, [] {}},
+        {"FrmSetupTCP", beside, mainfrm::setup_tcp_click, FrmSetupTCP::Cmd_close_click, "Txt_IPport"},
+        {"FrmSetupTCP registers", state,
+         [] {
+             mainfrm::setup_tcp_click();
+             if (!FrmSetupTCP::state.Reg_content) FrmSetupTCP::Reg_content_click();
+         },
+         [] {
+             FrmSetupTCP::Reg_content_click();
+             FrmSetupTCP::Cmd_close_click();
+         }},
+        {"frmdetailedpic", scope, [] { mainfrm::XYplot_click(0); }, frmdetailedpic::unload},
+        {"frmbarpic", diagram, [] { mainfrm::Cmd_diagramm_click(0); }, frmbarpic::unload},
+        {"Frmbarpic2", diagram, [] { mainfrm::Cmd_diagramm2_click(0); }, Frmbarpic2::unload},
+        {"frmscale_polar", dialog, mainfrm::setup_scale_click, frmscale_polar::unload, nullptr,
+         "setup-scales"},
+        {"frmselectprint", dialog, mainfrm::prt_click, frmselectprint::cmd_cancel_click, nullptr,
+         "select-print"},
+        {"print_dialog", asking,
+         [] {
+             mainfrm::prt_click();
+             frmselectprint::Cmd_ok_click();
+         },
+         [] {
+             if (auto* const window = qobject_cast<QDialog*>(shown_window("print_dialog"))) window->reject();
+         }},
+        {"FrmResetInhTime", dialog, [] { mainfrm::Lbl_alminhibit_click(1); },
+         FrmResetInhTime::CmdCancel_click, nullptr, "inhibit-reset"},
+        {"frmstatustext", dialog, mainfrm::Text_status_dblclick, frmstatustext::Cmdclose_click, nullptr,
+         "status-window"},
+        {"Frmlog", dialog, mainfrm::Lbl_TY_logger_click, Frmlog::Cmd_ok_click, nullptr, "software-info"},
+        {"frmSplash", dialog, mainfrm::about_click, frmSplash::unload, nullptr, "about"},
         {"frmSetup", dialog, mainfrm::setup_click, frmSetup::cmd_cancel_click, "Text_sensor_loc(0)"},
+        {"frmSetup measuring", state, [] { open_setup(0, true); }, close_setup},
+        {"frmSetup tab 1", state, [] { open_setup(1, false); }, close_setup},
+        {"frmSetup tab 2 measuring", state, [] { open_setup(2, true); }, close_setup},
+        {"frmSetup tab 3", state, [] { open_setup(3, false); }, close_setup},
+        {"frmSetup tab 4", state, [] { open_setup(4, false); }, close_setup},
         {"frmbrowse", dialog,
          [] {
              mainfrm::setup_click();
@@ -73,96 +116,41 @@ inline const std::vector<window_row>& all_windows() {
              frmSetup::cmd_cancel_click();
          },
          "fileNameEdit"},
-        {"FrmAbort", dialog,
+        {"frmpwd", dialog, mainfrm::setup_passwd_click, frmpwd::CmdCancel_click, "newpasswd"},
+        {"frmpwd known", state, [] { mainfrm::setup_passwd_click(), frmpwd::oldpasswd_change(""); },
+         frmpwd::CmdCancel_click},
+        {"FrmAbort", asking,
          [] {
              sensor::state.measure_running = true;
-             mainfrm::startstop_click(); // waits for the answer
+             mainfrm::startstop_click();
          },
          FrmAbort::unload, "TextPassword"},
-        {"frmpwd", dialog, mainfrm::setup_passwd_click, frmpwd::CmdCancel_click, "newpasswd"},
-        {"FrmResetInhTime", dialog, [] { mainfrm::Lbl_alminhibit_click(1); },
-         FrmResetInhTime::CmdCancel_click},
-        {"frmstatustext", dialog, mainfrm::Text_status_dblclick, frmstatustext::Cmdclose_click},
-        {"Frmlog", dialog, mainfrm::Lbl_TY_logger_click, Frmlog::Cmd_ok_click},
-        {"frmSplash", dialog, mainfrm::about_click, frmSplash::unload},
-        {"frmscale_polar", dialog, mainfrm::setup_scale_click, frmscale_polar::unload},
-        {"frmselectprint", dialog, mainfrm::prt_click, frmselectprint::cmd_cancel_click},
-        {"print_dialog", dialog,
-         [] {
-             mainfrm::prt_click();
-             frmselectprint::Cmd_ok_click(); // waits for the answer
-         },
-         [] {
-             if (auto* const window = qobject_cast<QDialog*>(shown_window("print_dialog"))) window->reject();
-         }},
-        {"frmdetailedpic", scope, [] { mainfrm::XYplot_click(0); }, frmdetailedpic::unload},
-        {"frmbarpic", diagram, [] { mainfrm::Cmd_diagramm_click(0); }, frmbarpic::unload},
-        {"Frmbarpic2", diagram, [] { mainfrm::Cmd_diagramm2_click(0); }, Frmbarpic2::unload},
-        {"FrmSetupTCP", beside, mainfrm::setup_tcp_click, FrmSetupTCP::Cmd_close_click, "Txt_IPport"},
+        {"FrmAbort typed", state, [] { show_stop_lock("x"); }, FrmAbort::unload},
+        {"FrmAbort known", state, [] { show_stop_lock(""); }, FrmAbort::unload},
+        {"FrmAlert red", alert, [] { show_alert(alert_colour::red); }, FrmAlert::unload},
+        {"FrmAlert light", alert, [] { show_alert(alert_colour::light); }, FrmAlert::unload},
     };
     return rows;
 }
 
-/// A data row for every window that is wanted, and the row of the running test.
-inline void add_all_windows(bool (*wanted)(const window_row&) = [](const window_row&) { return true; }) {
-    QTest::addColumn<int>("index");
-    for (std::size_t index = 0; index < all_windows().size(); ++index) {
-        const window_row& row = all_windows()[index];
-        if (wanted(row)) QTest::newRow(row.name) << static_cast<int>(index);
-    }
-}
-inline const window_row& this_window() {
-    QFETCH(int, index);
-    return all_windows()[static_cast<std::size_t>(index)];
+inline std::vector<window_row> windows_where(bool (*wanted)(const window_row&)) {
+    std::vector<window_row> rows;
+    std::ranges::copy_if(window_table(), std::back_inserter(rows), wanted);
+    return rows;
 }
 
-/// Opens a window by its command and acts as soon as it is there; the command may be one that waits until
-/// the window has closed. What is still open behind that is left.
-template <class Act> void while_open(const window_row& row, Act act) {
-    to_front(shown_window("mainfrm")); // this screen leaves the keyboard with a hidden window
-    bool acted = false;
-    QTimer look;
-    look.setInterval(5);
-    QObject::connect(&look, &QTimer::timeout, &look, [&] {
-        QWidget* const window = shown_window(row.name);
-        if (window == nullptr) return;
-        look.stop();
-        to_front(window);
-        act(window);
-        acted = true;
-        desktop::run_handler(desktop::source::operator_, row.leave);
-    });
-    look.start();
-    desktop::run_handler(desktop::source::operator_, row.open);
-    QTRY_VERIFY2(acted, row.name);
-    QTRY_VERIFY2(shown_window(row.name) == nullptr, row.name);
-    QTRY_VERIFY2(QApplication::activeModalWidget() == nullptr, row.name);
+/// Every window beside the main window that an operator opens and leaves.
+inline const std::vector<window_row>& all_windows() {
+    static const std::vector<window_row> rows =
+        windows_where([](const window_row& row) { return row.is_operated(); });
+    return rows;
 }
 
-/// The box of a window that an operator types into, empty and with the focus; none if it has none.
-inline QLineEdit* text_box(const window_row& row, const QWidget* window) {
-    if (row.text_box == nullptr) return nullptr;
-    auto* const box = window->findChild<QLineEdit*>(row.text_box);
-    if (box == nullptr) qFatal("%s has no %s", row.name, row.text_box);
-    box->setFocus();
-    box->selectAll();
-    QTest::keyClick(box, Qt::Key_Backspace);
-    return box;
-}
-
-/// Keys, for whatever has the keyboard.
-inline void press_keys(const char* letters) {
-    for (const char* letter = letters; *letter != '\0'; ++letter)
-        QTest::keyClick(QApplication::focusWindow(), *letter);
-}
-
-/// The key that leaves a window; the gateway's has a button only.
-inline void leave_by_hand(const window_row& row, QWidget* window) {
-    if (row.kind == window_kind::beside) {
-        QTest::mouseClick(window->findChild<QPushButton*>("Cmd_close"), Qt::LeftButton);
-    } else {
-        QTest::keyClick(window, Qt::Key_Escape);
-    }
+/// Every window in every state, opened by commands that do not wait.
+inline const std::vector<window_row>& window_states() {
+    static const std::vector<window_row> rows =
+        windows_where([](const window_row& row) { return row.kind != window_kind::asking; });
+    return rows;
 }
 
 } // namespace tyxo

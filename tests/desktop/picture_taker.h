@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QSet>
 #include <QString>
 #include <QTextStream>
 
@@ -31,11 +32,18 @@ class picture_taker {
     void take(const QString& name, const QString& file) {
         show();
         QWidget* const taken = window(name);
+        taken_.insert(name);
         failed_ = failed_ || !taken->grab().save(folder_ + '/' + file + ".png");
         const QSize screen = main_.screen()->availableSize();
         if (taken->width() <= screen.width() && taken->height() <= screen.height()) return;
         QTextStream(stdout) << file << ": " << taken->width() << " x " << taken->height()
                             << " exceeds the screen\n";
+    }
+
+    /// A window of which there has to be a picture by now.
+    void expect(const QString& name) {
+        if (!taken_.contains(name)) QTextStream(stdout) << "no picture of " << name << '\n';
+        failed_ = failed_ || !taken_.contains(name);
     }
 
     [[nodiscard]] bool failed() const { return failed_; }
@@ -58,6 +66,7 @@ class picture_taker {
 
     QString folder_;
     mainfrm_view& main_;
+    QSet<QString> taken_; // the windows
     bool failed_ = false;
 };
 

@@ -5,6 +5,7 @@
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
 #include "desktop/settings_file.h"
+#include "desktop/shown_window.h"
 #include "widgets/light_palette.h"
 
 #include <QAction>
@@ -93,13 +94,6 @@ inline QDialog* started_window::opened(const char* name) const {
     if (!QTest::qWaitFor([found] { return found->isVisible(); })) qFatal("%s does not open", name);
     to_front(found);
     return found;
-}
-
-/// The window of this name that is on the screen.
-inline QWidget* shown_window(const QString& name) {
-    for (QWidget* const window : QApplication::topLevelWidgets())
-        if (window->isVisible() && window->objectName() == name) return window;
-    return nullptr;
 }
 
 /// Nothing on the dialog is smaller than what it says.

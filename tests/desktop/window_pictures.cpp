@@ -7,6 +7,7 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "desktop/all_windows.h"
 #include "desktop/picture_engines.h"
 #include "desktop/picture_options.h"
 #include "desktop/picture_taker.h"
@@ -14,13 +15,7 @@
 #include "dialogs/frmabort.h"
 #include "dialogs/frmalert.h"
 #include "dialogs/frmbrowse.h"
-#include "dialogs/frmlog.h"
 #include "dialogs/frmpwd.h"
-#include "dialogs/frmresetinhtime.h"
-#include "dialogs/frmscale_polar.h"
-#include "dialogs/frmselectprint.h"
-#include "dialogs/frmsplash.h"
-#include "dialogs/frmstatustext.h"
 #include "dialogs/setup/frmsetup.h"
 #include "displays/bar_diagram.h"
 #include "displays/chart.h"
@@ -208,18 +203,16 @@ void take_questions(picture_taker& pictures) {
     frmpwd::newpasswd2_change("Kessel 7");
     pictures.take("frmpwd", "password");
     frmpwd::CmdCancel_click();
-    mainfrm::Lbl_alminhibit_click(2);
-    pictures.take("FrmResetInhTime", "inhibit-reset");
-    FrmResetInhTime::CmdCancel_click();
-    mainfrm::Text_status_dblclick();
-    pictures.take("frmstatustext", "status-window");
-    frmstatustext::Cmdclose_click();
-    mainfrm::Lbl_TY_logger_click();
-    pictures.take("Frmlog", "software-info");
-    Frmlog::Cmd_ok_click();
-    mainfrm::about_click();
-    pictures.take("frmSplash", "about");
-    frmSplash::unload();
+}
+
+/// The windows that need nothing but to be opened.
+void take_plain_windows(picture_taker& pictures) {
+    for (const window_row& row : window_table()) {
+        if (row.picture == nullptr) continue;
+        row.open();
+        pictures.take(row.name, row.picture);
+        row.leave();
+    }
 }
 
 /// On a screen of its own the main window is seen maximised too.
@@ -253,13 +246,11 @@ void take_all(picture_taker& pictures, bool own_screen) {
     if (own_screen) take_maximised(pictures);
     for (std::size_t index = 0; index < all.size(); ++index)
         take_diagrams(pictures, static_cast<i16>(std::min<std::size_t>(index, 3)), all[index]);
-    mainfrm::setup_scale_click();
-    pictures.take("frmscale_polar", "setup-scales");
-    mainfrm::prt_click();
-    pictures.take("frmselectprint", "select-print");
-    frmselectprint::cmd_cancel_click();
+    take_plain_windows(pictures);
     take_questions(pictures);
     take_gateway(pictures);
+    for (const window_row& row : window_states())
+        pictures.expect(row.window());
 }
 
 /// A page as `printplot` prints it, into a PDF file.

@@ -1,12 +1,13 @@
 // What is told to those who cannot see the windows: of each painted control what it is and what it shows,
 // that it can be pressed, and that nothing is told but what has happened.
 
-#include "desktop/accessible_windows.h"
 #include "desktop/alert_window.h"
 #include "desktop/chart_pictures.h"
 #include "desktop/control_pictures.h"
 #include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
+#include "desktop/window_states.h"
+#include "dialogs/frmscale_polar.h"
 #include "link/indicators.h"
 #include "widgets/analog_display_view.h"
 #include "widgets/angular_gauge_view.h"

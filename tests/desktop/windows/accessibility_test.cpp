@@ -1,7 +1,7 @@
 // Every window for those who use the keyboard alone, listen to it, or need larger or stronger print.
 
 #include "desktop/accessibility.h"
-#include "desktop/accessible_windows.h"
+#include "desktop/all_windows.h"
 #include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "dialogs/frmlog.h"
@@ -35,7 +35,7 @@ class accessibility_test : public QObject {
         window_.end();
     }
 
-    void every_control_has_a_name_data() { all_windows(); }
+    void every_control_has_a_name_data() { all_states(); }
     void every_control_has_a_name() {
         const opened_window opened(*this);
         int named = 0;
@@ -50,7 +50,7 @@ class accessibility_test : public QObject {
         QVERIFY(has_role(opened.widget));
     }
 
-    void no_two_controls_have_the_same_name_data() { all_windows(); }
+    void no_two_controls_have_the_same_name_data() { all_states(); }
     void no_two_controls_have_the_same_name() {
         const opened_window opened(*this);
         QHash<QString, QString> names;
@@ -75,7 +75,7 @@ class accessibility_test : public QObject {
         }
     }
 
-    void tab_stops_at_every_control_in_the_order_of_the_eye_data() { all_windows(); }
+    void tab_stops_at_every_control_in_the_order_of_the_eye_data() { all_states(); }
     void tab_stops_at_every_control_in_the_order_of_the_eye() {
         const opened_window opened(*this);
         const std::vector<QWidget*> stops = walk(opened.widget);
@@ -89,7 +89,7 @@ class accessibility_test : public QObject {
         }
     }
 
-    void the_focus_is_seen_data() { all_windows(); }
+    void the_focus_is_seen_data() { all_states(); }
     void the_focus_is_seen() {
         const opened_window opened(*this);
         const std::vector<QWidget*> stops = walk(opened.widget);
@@ -107,7 +107,7 @@ class accessibility_test : public QObject {
         }
     }
 
-    void texts_stand_out_from_their_ground_data() { all_windows(); }
+    void texts_stand_out_from_their_ground_data() { all_states(); }
     void texts_stand_out_from_their_ground() {
         const opened_window opened(*this);
         for (const QWidget* control : visible_controls(opened.widget)) {
@@ -134,10 +134,10 @@ class accessibility_test : public QObject {
         QVERIFY(locked > 0);
     }
 
-    void nothing_is_cut_off_data() { all_windows(); }
+    void nothing_is_cut_off_data() { all_states(); }
     void nothing_is_cut_off() {
         const opened_window opened(*this);
-        if (opened.row->grows_with_font) check_room(opened.widget);
+        if (opened.row->grows_with_font()) check_room(opened.widget);
     }
 
     // The keyboard does what the mouse does.
@@ -238,16 +238,16 @@ class accessibility_test : public QObject {
         window_.end();
         large_ = std::make_unique<mainfrm_view>();
         large_->show();
-        for (const accessible_window& row : windows()) {
-            if (!row.grows_with_font) continue;
+        for (const window_row& row : window_states()) {
+            if (!row.grows_with_font()) continue;
             row.open();
             large_->show_state();
             QTest::qWait(50);
-            QWidget* const window = shown_window(QString(row.name).section(' ', 0, 0));
+            QWidget* const window = shown_window(row.window());
             QVERIFY2(window != nullptr, row.name);
             QVERIFY2(window->font().pointSize() >= 14, row.name);
             check_room(window);
-            row.close();
+            row.leave();
             large_->show_state();
         }
     }
@@ -257,7 +257,7 @@ class accessibility_test : public QObject {
     class opened_window {
       public:
         explicit opened_window(accessibility_test& test, QString name = QTest::currentDataTag())
-            : row(&*std::ranges::find(windows(), name, &accessible_window::name)), test_(test) {
+            : row(&*std::ranges::find(window_states(), name, &window_row::name)), test_(test) {
             to_front(&test_.window_.view()); // this screen leaves the keyboard with a hidden window
             row->open();
             test_.window_.show_state();
@@ -267,22 +267,22 @@ class accessibility_test : public QObject {
             to_front(widget);
         }
         ~opened_window() {
-            row->close();
+            row->leave();
             test_.window_.show_state();
         }
         opened_window(const opened_window&) = delete;
         opened_window& operator=(const opened_window&) = delete;
 
-        const accessible_window* row;
+        const window_row* row;
         QWidget* widget = nullptr;
 
       private:
         accessibility_test& test_;
     };
 
-    static void all_windows() {
+    static void all_states() {
         QTest::addColumn<int>("unused");
-        for (const accessible_window& row : windows())
+        for (const window_row& row : window_states())
             QTest::newRow(row.name) << 0;
     }
 

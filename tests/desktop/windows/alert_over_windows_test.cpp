@@ -2,8 +2,8 @@
 // who types, and can be confirmed.
 
 #include "desktop/alert_window.h"
-#include "desktop/all_windows.h"
 #include "desktop/desktop_test.h"
+#include "desktop/operated_windows.h"
 #include "link/indicators.h"
 
 #include <QPrintDialog>

@@ -1,7 +1,7 @@
 // Enter in every window, with real widgets: it presses the button with the focus, else the default button.
 
-#include "desktop/all_windows.h"
 #include "desktop/desktop_test.h"
+#include "desktop/operated_windows.h"
 
 #include <QStringList>
 

@@ -1,9 +1,9 @@
 // The main window and the alert in the letters that desktops hand over, from 9 to 18 points.
 
 #include "desktop/accessibility.h"
-#include "desktop/accessible_windows.h"
 #include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
+#include "desktop/window_states.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
 

@@ -1,7 +1,7 @@
 // All windows on a desktop that wants dark ones.
 
 #include "desktop/accessibility.h"
-#include "desktop/accessible_windows.h"
+#include "desktop/all_windows.h"
 #include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "link/channel_rec.h"
@@ -77,11 +77,11 @@ class light_palette_test : public QObject {
 
   private:
     void check_all_windows() {
-        for (const accessible_window& row : windows()) {
+        for (const window_row& row : window_states()) {
             row.open();
             window_.show_state();
             QTest::qWait(10);
-            QWidget* const window = shown_window(QString(row.name).section(' ', 0, 0));
+            QWidget* const window = shown_window(row.window());
             QVERIFY2(window != nullptr, row.name);
             if (!QString(row.name).startsWith("FrmAlert")) QVERIFY2(light(window->palette()), row.name);
             for (const QWidget* control : visible_controls(window)) {
@@ -91,7 +91,7 @@ class light_palette_test : public QObject {
                 QVERIFY2(found >= least_contrast, qPrintable(QString(row.name) + ": " + described(control) +
                                                              ": " + QString::number(found, 'f', 2)));
             }
-            row.close();
+            row.leave();
             window_.show_state();
         }
     }

@@ -1,6 +1,6 @@
 // A Full HD screen at 150 %: 1280 x 720 dots, fewer than the main window is designed for.
 
-#include "desktop/accessible_windows.h"
+#include "desktop/all_windows.h"
 #include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "displays/chart.h"
@@ -130,14 +130,14 @@ class small_screen_test : public QObject {
         QApplication::setFont(font);
         mainfrm_view large;
         large.show();
-        for (const accessible_window& row : windows()) {
+        for (const window_row& row : window_states()) {
             row.open();
             large.show_state();
             QTest::qWait(20);
             int found = 0;
             for (const QWidget* window : QApplication::topLevelWidgets()) {
                 if (!window->isVisible() || window == &window_.view()) continue;
-                if (window->objectName() != QString(row.name).section(' ', 0, 0)) continue;
+                if (window->objectName() != row.window()) continue;
                 QVERIFY2(
                     fits(window),
                     qPrintable(
@@ -145,7 +145,7 @@ class small_screen_test : public QObject {
                 ++found;
             }
             QVERIFY2(found > 0, row.name);
-            row.close();
+            row.leave();
             large.show_state();
         }
     }

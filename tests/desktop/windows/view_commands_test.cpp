@@ -1,8 +1,8 @@
 // Which commands of the real windows run inside a tick that waits, and which are kept until it has ended.
 
 #include "desktop/alert_window.h"
-#include "desktop/all_windows.h"
 #include "desktop/desktop_test.h"
+#include "desktop/operated_windows.h"
 #include "dialogs/frmstatustext.h"
 #include "displays/chart.h"
 #include "link/indicators.h"

@@ -2,8 +2,8 @@
 // session. None of them counts as "OK", and each window opens again.
 
 #include "desktop/alert_window.h"
-#include "desktop/all_windows.h"
 #include "desktop/desktop_test.h"
+#include "desktop/operated_windows.h"
 #include "desktop/settings_file.h"
 #include "displays/chart.h"
 #include "link/indicators.h"
