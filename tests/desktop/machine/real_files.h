@@ -22,11 +22,15 @@ namespace fs = std::filesystem;
 class in_a_folder : public testing::Test {
   protected:
     void SetUp() override {
+        desktop::longest_disk_wait = std::chrono::seconds(10); // however busy the machine is
         std::string name = (fs::temp_directory_path() / "tyxo_files_XXXXXX").string();
         ASSERT_NE(::mkdtemp(name.data()), nullptr);
         folder = name;
     }
-    void TearDown() override { fs::remove_all(folder); }
+    void TearDown() override {
+        fs::remove_all(folder);
+        desktop::longest_disk_wait = usual_wait;
+    }
 
     [[nodiscard]] std::string path(const std::string& name) const { return (folder / name).string(); }
     /// What stands in the file now.
@@ -48,6 +52,7 @@ class in_a_folder : public testing::Test {
     }
 
     fs::path folder;
+    const std::chrono::milliseconds usual_wait = desktop::longest_disk_wait;
 };
 
 /// Lets no file of this process grow beyond `bytes`, as on a disk that is full.
