@@ -13,7 +13,8 @@ class SerialClose(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             trace = pathlib.Path(folder) / "trace"
             subprocess.run(["strace", "-o", trace, "-e", "trace=openat,write,ioctl,close",
-                            os.environ["DESKTOP_TESTS"], "platform_test", "output_before_a_close_reaches_the_line"],
+                            os.environ["DESKTOP_TESTS"], "platform_test",
+                            "output_before_a_close_reaches_the_line"],
                            env=os.environ | {"ASAN_OPTIONS": "detect_leaks=0"},  # which cannot be traced
                            check=True, stdout=subprocess.DEVNULL)
             calls = trace.read_text().splitlines()
