@@ -1,5 +1,6 @@
 #pragma once
-// The alarm alert's window, and the frames that raise it.
+// The alarm alert's window, and the frames that raise it. These wait with qWaitFor, which looks a hundred
+// times a second, and QTRY_VERIFY twenty times: for every alarm in every window that makes a difference.
 
 #include "dialogs/frmalert.h"
 #include "link/channel_rec.h"
@@ -38,7 +39,7 @@ inline void take_status(i16 channel, i32 alarm) {
 /// The relay of a channel closes, and the alert is on the screen.
 inline void raise_alarm(i16 channel) {
     take_status(channel, alarm_ac);
-    QTRY_VERIFY(alert_window()->isVisible());
+    QVERIFY(QTest::qWaitFor([] { return alert_window()->isVisible(); }));
     QTest::qWait(50);
 }
 
@@ -48,7 +49,7 @@ inline void raise_all_alarms() {
         take_status(channel, alarm_ac);
         QTest::qWait(5);
     }
-    QTRY_VERIFY(alert_window()->isVisible());
+    QVERIFY(QTest::qWaitFor([] { return alert_window()->isVisible(); }));
     QTest::qWait(50);
 }
 
@@ -58,18 +59,20 @@ inline void next_phase() {
     const colour phase = FrmAlert::state.BackColor;
     desktop::run_handler(desktop::source::device, FrmAlert::timer_alert_tick);
     QVERIFY(FrmAlert::state.BackColor != phase);
-    QTRY_COMPARE(alert_window()->palette().color(QPalette::Window), qt_colour(FrmAlert::state.BackColor));
+    QVERIFY(QTest::qWaitFor([] {
+        return alert_window()->palette().color(QPalette::Window) == qt_colour(FrmAlert::state.BackColor);
+    }));
 }
 
 /// The alert has the keyboard, and has had it long enough to take keys.
 inline void wait_until_it_takes_keys() {
-    QTRY_VERIFY(alert_window()->isActiveWindow());
+    QVERIFY(QTest::qWaitFor([] { return alert_window()->isActiveWindow(); }));
     QTest::qWait(750);
 }
 
 inline void confirm_alert() {
     desktop::run_handler(desktop::source::operator_, FrmAlert::CmdAck_click);
-    QTRY_VERIFY(!alert_window()->isVisible());
+    QVERIFY(QTest::qWaitFor([] { return !alert_window()->isVisible(); }));
 }
 
 /// Nothing is left of a test's alarms.
@@ -81,7 +84,7 @@ inline void end_alarms() {
 
 /// The alert has gone, and the status text says by whom.
 inline void expect_confirmed() {
-    QTRY_VERIFY(!alert_window()->isVisible());
+    QVERIFY(QTest::qWaitFor([] { return !alert_window()->isVisible(); }));
     QVERIFY(!sensor::state.alert_open);
     QVERIFY(!FrmAlert::timer_alert.Enabled());
     QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));

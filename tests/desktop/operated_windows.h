@@ -50,9 +50,9 @@ template <class Act> void while_open(const window_row& row, Act act) {
     });
     look.start();
     desktop::run_handler(desktop::source::operator_, row.open);
-    QTRY_VERIFY2(acted, row.name);
-    QTRY_VERIFY2(shown_window(row.name) == nullptr, row.name);
-    QTRY_VERIFY2(QApplication::activeModalWidget() == nullptr, row.name);
+    QVERIFY2(QTest::qWaitFor([&] { return acted; }), row.name);
+    QVERIFY2(QTest::qWaitFor([&] { return shown_window(row.name) == nullptr; }), row.name);
+    QVERIFY2(QTest::qWaitFor([&] { return QApplication::activeModalWidget() == nullptr; }), row.name);
 }
 
 /// The box of a window that an operator types into, empty and with the focus; none if it has none.

@@ -79,7 +79,8 @@ class alert_over_windows_test : public QObject {
             for (const char* letter = "4711"; *letter != '\0'; ++letter) {
                 alert_->activateWindow();
                 QTest::keyClick(alert_->windowHandle(), *letter);
-                QTRY_VERIFY(box == nullptr && !row.locks() ? true : window->isActiveWindow());
+                const bool keeps_nothing = box == nullptr && !row.locks();
+                QVERIFY(QTest::qWaitFor([&] { return keeps_nothing || window->isActiveWindow(); }));
             }
             QVERIFY(alert_->isVisible());
             if (box != nullptr) QCOMPARE(box->text(), QString("4711"));
@@ -95,9 +96,9 @@ class alert_over_windows_test : public QObject {
             if (box != nullptr) press_keys("12");
             raise_all_alarms();
             if (row.hidden_by_alert()) { // the operator opens it again beside the alert
-                QTRY_VERIFY(!window->isVisible());
+                QVERIFY(QTest::qWaitFor([&] { return !window->isVisible(); }));
                 desktop::run_handler(desktop::source::operator_, row.open);
-                QTRY_VERIFY(window->isVisible());
+                QVERIFY(QTest::qWaitFor([&] { return window->isVisible(); }));
                 next_phase();
                 next_phase();
                 QVERIFY(window->isVisible());
@@ -116,7 +117,7 @@ class alert_over_windows_test : public QObject {
                 QVERIFY(focus == nullptr || window == focus || window->isAncestorOf(focus));
             }
             leave_by_hand(row, window);
-            QTRY_VERIFY(shown_window(row.name) == nullptr);
+            QVERIFY(QTest::qWaitFor([&] { return shown_window(row.name) == nullptr; }));
         });
     }
 
@@ -128,7 +129,7 @@ class alert_over_windows_test : public QObject {
             raise_all_alarms();
             if (!row.hidden_by_alert()) {
                 leave_by_hand(row, window);
-                QTRY_VERIFY(shown_window(row.name) == nullptr);
+                QVERIFY(QTest::qWaitFor([&] { return shown_window(row.name) == nullptr; }));
             }
             if (row.name == QString("frmbrowse")) { // the setup behind it is still open
                 QWidget* const setup = shown_window("frmSetup");
@@ -136,7 +137,7 @@ class alert_over_windows_test : public QObject {
                 QVERIFY(!alert_->isActiveWindow());
                 QTest::keyClick(setup, Qt::Key_Escape);
             }
-            QTRY_VERIFY(alert_->isActiveWindow());
+            QVERIFY(QTest::qWaitFor([&] { return alert_->isActiveWindow(); }));
             QCOMPARE(QApplication::focusWidget(), part("CmdAck"));
             expect_all_lines();
             wait_until_it_takes_keys();
@@ -157,7 +158,7 @@ class alert_over_windows_test : public QObject {
             QVERIFY(stop->isEnabled());
             QTRY_VERIFY(stop->hasFocus());
             QTest::keyClick(QApplication::focusWindow(), Qt::Key_Return);
-            QTRY_VERIFY(!window->isVisible());
+            QVERIFY(QTest::qWaitFor([&] { return !window->isVisible(); }));
             QVERIFY(alert_->isVisible());
         });
         QVERIFY(!sensor::state.measure_running);
@@ -201,7 +202,7 @@ class alert_over_windows_test : public QObject {
                           button->mapTo(alert_, button->rect().center()));
     }
     void expect_confirmed() const {
-        QTRY_VERIFY(!alert_->isVisible());
+        QVERIFY(QTest::qWaitFor([&] { return !alert_->isVisible(); }));
         QVERIFY(!sensor::state.alert_open);
         QVERIFY(indicators.Text_status.text().ends_with(" Mainalarm confirmed by operator!\r\n"));
     }
