@@ -43,16 +43,16 @@ class canvas_lines_test : public QObject {
                                           {20, 10, 0, 0, 2}, {0, 0, 5, 5, 2},   {50, 50, 60, 60, 2}};
         const auto runs = canvas_lines(strokes, {0, 0, 2, QRectF(0, 0, 400, 400)});
         QCOMPARE(runs.size(), std::size_t{3});
-        QCOMPARE(runs[0].points, QPolygonF({{0, 0}, {40, 0}, {40, 20}}));
+        QCOMPARE(runs[0].points, QPolygonF(QList<QPointF>{{0, 0}, {40, 0}, {40, 20}}));
         QCOMPARE(runs[0].ForeColor, 1);
-        QCOMPARE(runs[1].points, QPolygonF({{40, 20}, {0, 0}, {10, 10}}));
-        QCOMPARE(runs[2].points, QPolygonF({{100, 100}, {120, 120}}));
+        QCOMPARE(runs[1].points, QPolygonF(QList<QPointF>{{40, 20}, {0, 0}, {10, 10}}));
+        QCOMPARE(runs[2].points, QPolygonF(QList<QPointF>{{100, 100}, {120, 120}}));
     }
 
     void a_way_back_is_no_straight_way() {
         const std::vector<stroke> strokes{{0, 0, 50, 0, 1}, {50, 0, 20, 0, 1}, {20, 0, 90, 0, 1}};
         const auto runs = canvas_lines(strokes, {0, 0, 1, QRectF(0, 0, 100, 100)});
-        QCOMPARE(runs[0].points, QPolygonF({{0, 0}, {50, 0}, {20, 0}, {90, 0}}));
+        QCOMPARE(runs[0].points, QPolygonF(QList<QPointF>{{0, 0}, {50, 0}, {20, 0}, {90, 0}}));
     }
 
     void a_joined_circle_stays_within_a_tenth_of_a_pixel() {

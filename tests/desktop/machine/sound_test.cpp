@@ -148,7 +148,7 @@ class sound_test : public QObject {
         QVERIFY(torn.open(QIODevice::WriteOnly) && torn.write("RIFF") == 4);
         torn.close();
         for (const char* const name : {"empty.wav", "silent.wav", "torn.wav", "missing.wav"})
-            QVERIFY_EXCEPTION_THROWN(static_cast<void>(desktop::read_sound(name)), failure);
+            QVERIFY_THROWS_EXCEPTION(failure, static_cast<void>(desktop::read_sound(name)));
     }
 
     void a_flood_of_sounds_holds_nobody_up() {

@@ -93,11 +93,11 @@ class stop_lock_view_test : public stop_lock_window {
     }
 
     void enter_in_the_box_neither_stops_nor_closes() {
-        for (const auto& [stored, typed] :
+        for (const auto& passwords :
              {std::pair("R\xFChe7", ""), std::pair("R\xFChe7", "wrong"), std::pair("", "")}) {
-            FrmAbort::SetPassword(stored);
+            FrmAbort::SetPassword(passwords.first);
             ask([&] {
-                type(typed);
+                type(passwords.second);
                 QCOMPARE(lock_->focusWidget(), box_);
                 for (const auto key : {Qt::Key_Return, Qt::Key_Enter})
                     QTest::keyClick(box_, key);
