@@ -28,8 +28,12 @@ def sources_of(entry):
 
 
 def flags_of(entry):
+    """Without the precompiled header, which is another compiler's."""
     words = shlex.split(entry["command"])
-    return tuple(words[: words.index("-o")])
+    words = words[: words.index("-o")]
+    if "-include" in words:
+        del words[words.index("-include") : words.index("-include") + 2]
+    return tuple(words)
 
 
 def write(unit, sources):
