@@ -75,13 +75,13 @@ void row_and_redraw(benchmark::State& state) {
 
     const iStripChartX chart = control(static_cast<double>(state.range(1)) / static_cast<double>(day));
     const strip_window& rows = history.window(state.range(1));
-    chart_view view;
+    chart_view view([&rows]() -> const strip_window& { return rows; });
     view.resize(chart_size);
     QPixmap screen(chart_size);
     view.render(&screen);
     for (auto _ : state) {
         history.append(engine.next());
-        view.show_control(chart, rows);
+        view.show_control(chart);
         view.render(&screen);
     }
 }

@@ -112,7 +112,7 @@ std::size_t strip_window::slot_of(std::int64_t index) {
 void strip_window::append(const strip_row& row) {
     if (ring_.empty()) {
         ring_.resize(strip_buckets);
-        newest_ = row.time;
+        begun_ = newest_ = row.time;
     }
     newest_ = std::max(newest_, row.time);
     rows_ = one_more_row(rows_);
@@ -136,30 +136,85 @@ void strip_window::append(const strip_row& row) {
     }
 }
 
+std::int64_t strip_window::column_of_bucket(std::int64_t index, double column) const {
+    const double columns_per_bucket = static_cast<double>(bucket_length()) / column;
+    return static_cast<std::int64_t>(std::floor(static_cast<double>(index) * columns_per_bucket));
+}
+
+std::int64_t strip_window::oldest_bucket() const {
+    return bucket_of(newest_) - static_cast<std::int64_t>(strip_buckets) + 1;
+}
+
 void strip_window::points(std::size_t curve, i32 columns, std::vector<strip_point>& points) const {
+    // Columns are counted from time 0, not from the edge of the picture: a picture that moves on keeps the
+    // points that it had.
+    const double column = static_cast<double>(span_) / std::max(columns, i32{1});
+    collect(curve, column, bucket_of(newest_ - span_ - longest_join), points);
+}
+
+void strip_window::points_from(std::size_t curve, double column, std::int64_t first,
+                               std::vector<strip_point>& points) const {
+    // A line comes in from a row as long before as rows are joined; that row's points stand in the column in
+    // which its bucket begins, and are gathered from all buckets of that column.
+    const double lead =
+        (static_cast<double>(longest_join) + 2 * static_cast<double>(bucket_length())) / column;
+    const auto from = static_cast<std::int64_t>(std::floor(static_cast<double>(first) - lead)) - 1;
+    auto oldest = static_cast<std::int64_t>(
+                      std::floor(static_cast<double>(from) * column / static_cast<double>(bucket_length()))) -
+                  1;
+    while (column_of_bucket(oldest, column) < from)
+        ++oldest;
+    collect(curve, column, oldest, points);
+}
+
+void strip_window::collect(std::size_t curve, double column, std::int64_t oldest,
+                           std::vector<strip_point>& points) const {
     points.clear();
     if (curve >= strip_curves) failures::subscript();
     if (ring_.empty()) return;
-
-    // Columns are counted from time 0, not from the edge of the picture: a picture that moves on keeps the
-    // points that it had.
-    const double column_length = static_cast<double>(span_) / std::max(columns, i32{1});
-    const double columns_per_bucket = static_cast<double>(bucket_length()) / column_length;
-    const std::int64_t newest = bucket_of(newest_);
-    const std::int64_t oldest = std::max(newest - static_cast<std::int64_t>(strip_buckets) + 1,
-                                         bucket_of(newest_ - span_ - longest_join));
     line_maker line(points);
-    for (std::int64_t index = oldest; index <= newest; ++index) {
+    const std::int64_t newest = bucket_of(newest_);
+    for (std::int64_t index = std::max(oldest, oldest_bucket()); index <= newest; ++index) {
         const bucket& from = ring_[slot_of(index)];
         if (from.index != index) continue;
         const extent& values = from.curves[curve];
         if (has_value(values.first)) {
-            line.add(from, values, std::floor(static_cast<double>(index) * columns_per_bucket));
+            line.add(from, values, static_cast<double>(column_of_bucket(index, column)));
         } else {
             line.add_gap();
         }
     }
     line.finish();
+}
+
+std::int64_t strip_window::first_open_column(double column) const {
+    const std::int64_t newest = bucket_of(newest_);
+    std::int64_t open = newest;
+    if (ring_.empty()) return column_of_bucket(open, column);
+    // A bucket without a value may still get one, and a line that comes in from the value before.
+    const std::int64_t begun = ring_[slot_of(newest)].first_time;
+    const std::int64_t oldest = std::max(oldest_bucket(), bucket_of(begun - longest_join));
+    for (std::size_t curve = 0; curve < strip_curves; ++curve) {
+        std::int64_t index = newest;
+        const auto valued = [&] {
+            const bucket& from = ring_[slot_of(index)];
+            return from.index == index && has_value(from.curves[curve].first);
+        };
+        while (index >= oldest && !valued())
+            --index;
+        if (index >= oldest) open = std::min(open, index);
+    }
+    return column_of_bucket(open, column);
+}
+
+float strip_window::newest_value(std::size_t curve) const {
+    if (curve >= strip_curves) failures::subscript();
+    if (ring_.empty()) return no_value;
+    for (std::int64_t index = bucket_of(newest_); index >= bucket_of(newest_ - span_); --index) {
+        const bucket& from = ring_[slot_of(index)];
+        if (from.index == index && has_value(from.curves[curve].last)) return from.curves[curve].last;
+    }
+    return no_value;
 }
 
 i32 strip_history::append(const strip_row& row) {

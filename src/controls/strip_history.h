@@ -62,6 +62,8 @@ class strip_window {
     /// Appended so far, those forgotten too, by `one_more_row`; 0 only before the first row.
     [[nodiscard]] i32 rows() const { return rows_; }
     [[nodiscard]] std::int64_t newest() const { return newest_; } ///< time of the last row; 0 before any
+    /// Time of the first row, which tells one history from another; 0 before any.
+    [[nodiscard]] std::int64_t begun() const { return begun_; }
 
     /// The time that one bucket spans, in ms: what happens inside of it has no order but first and last.
     [[nodiscard]] std::int64_t bucket_length() const;
@@ -71,6 +73,17 @@ class strip_window {
     /// same bucket as the row before the window lead the line in. `points` is overwritten. Costs the same
     /// whatever was appended.
     void points(std::size_t curve, i32 columns, std::vector<strip_point>& points) const;
+
+    /// The same line in columns of `column` ms, which are counted from time 0, from column `first` on. It
+    /// begins so far before that all that is drawn in `first` and later is as in the whole line.
+    void points_from(std::size_t curve, double column, std::int64_t first,
+                     std::vector<strip_point>& points) const;
+
+    /// The first column that the next row may change; the line before it is final.
+    [[nodiscard]] std::int64_t first_open_column(double column) const;
+
+    /// The newest value of a curve; `no_value` if there is none in the window.
+    [[nodiscard]] float newest_value(std::size_t curve) const;
 
   private:
     struct extent {
@@ -89,8 +102,14 @@ class strip_window {
 
     [[nodiscard]] std::int64_t bucket_of(std::int64_t time) const;
     [[nodiscard]] static std::size_t slot_of(std::int64_t index);
+    /// The column that the points of a bucket are gathered in: that of its beginning.
+    [[nodiscard]] std::int64_t column_of_bucket(std::int64_t index, double column) const;
+    [[nodiscard]] std::int64_t oldest_bucket() const;
+    void collect(std::size_t curve, double column, std::int64_t oldest,
+                 std::vector<strip_point>& points) const;
 
     std::int64_t span_;
+    std::int64_t begun_ = 0;
     std::int64_t newest_ = 0;
     i32 rows_ = 0;
     std::vector<bucket> ring_; // made with the first row

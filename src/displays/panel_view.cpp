@@ -196,7 +196,8 @@ void panel_view::make_plot_side(QWidget* parent) {
 void panel_view::make_chart(QWidget* parent) {
     row_cover_ = new QWidget(parent);
     row_cover_->setAutoFillBackground(true);
-    chart = make<chart_view>("chart", parent);
+    chart = new chart_view([this]() -> const strip_window& { return shown_rows(channel_); }, parent);
+    chart->setObjectName(element("chart", channel_));
     connect(chart, &chart_view::clicked, this, on_view_command(mainfrm::chart_click));
 }
 
@@ -256,7 +257,7 @@ void panel_view::show_chart() {
         both ? tr("Puts chart %1 beside its neighbour again") : tr("Gives the whole row to chart %1");
     const QString shown = tool_tip(tip.arg(qt_text(control.Title)));
     if (cmd_zoom_xy->toolTip() != shown) cmd_zoom_xy->setToolTip(shown);
-    chart->show_control(control, shown_rows(channel_));
+    chart->show_control(control);
 }
 
 void panel_view::show_state() {

@@ -15,10 +15,25 @@ namespace tyxo {
 inline constexpr int title_line = 24;
 inline const QSize design_size(635, 278);
 
+/// A chart with rows of its own.
+class chart_of_rows : public chart_view {
+  public:
+    explicit chart_of_rows(QWidget* parent = nullptr)
+        : chart_view([this]() -> const strip_window& { return rows_; }, parent) {}
+
+    void show_control(const iStripChartX& chart, const strip_window& rows) {
+        rows_ = rows;
+        chart_view::show_control(chart);
+    }
+
+  private:
+    strip_window rows_;
+};
+
 class shown_chart : public QObject {
   protected:
     void make_chart() {
-        view_ = std::make_unique<chart_view>();
+        view_ = std::make_unique<chart_of_rows>();
         view_->resize(design_size);
     }
     /// Shown as the panel does it: again after the widget has its size.
@@ -37,7 +52,7 @@ class shown_chart : public QObject {
         return labels;
     }
 
-    std::unique_ptr<chart_view> view_;
+    std::unique_ptr<chart_of_rows> view_;
 };
 
 } // namespace tyxo

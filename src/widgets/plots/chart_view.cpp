@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tyxo {
 
@@ -18,8 +19,10 @@ constexpr QRgb quiet_title = 0xFF707070; // of a chart that has no curves
 
 } // namespace
 
-chart_view::chart_view(QWidget* parent)
-    : clickable(parent), plot_(*this, {.title_line = title_line_}), badge_(new QLabel(tr("FROZEN"), this)) {
+chart_view::chart_view(shown_rows rows, QWidget* parent)
+    : clickable(parent), rows_(std::move(rows)), plot_(*this, {.title_line = title_line_}),
+      badge_(new QLabel(tr("FROZEN"), this)) {
+    mReplotting = true; // the library would draw into buffers of its own at once
     setInteractions({});
     setFocusPolicy(Qt::TabFocus);
     badge_->setObjectName("frozen_badge");
@@ -29,24 +32,48 @@ chart_view::chart_view(QWidget* parent)
     badge_->hide();
 }
 
-void chart_view::show_control(const iStripChartX& control, const strip_window& rows) {
-    const rows_mark mark{rows.rows(), rows.newest(), rows.span(), plot_.columns()};
+chart_view::rows_mark chart_view::mark_of(const strip_window& rows) {
+    return {rows.rows(), rows.begun(), rows.newest(), rows.span()};
+}
+
+void chart_view::show_control(const iStripChartX& control) {
+    const rows_mark mark = mark_of(rows_());
+    if (control == asked_) {
+        if (mark != shown_rows_) follow_rows();
+        return;
+    }
+    asked_ = control;
     iStripChartX next = control;
     const std::size_t kept =
         shown_.Frozen && next.Frozen ? std::min(next.curves.size(), shown_.curves.size()) : 0;
     for (std::size_t curve = 0; curve < kept; ++curve)
         next.curves[curve].Title = shown_.curves[curve].Title;
-    const bool same = next == shown_;
-    if (same && mark == shown_rows_) return;
-
+    if (next == shown_ && mark == shown_rows_) return;
     shown_ = std::move(next);
     shown_rows_ = mark;
-    plot_.show(shown_, rows);
-    if (!same) {
-        laid_out_ = {};
-        describe();
-    }
+    describe();
     renew();
+}
+
+/// Moves the picture on. Where no pixel differs nothing is painted.
+void chart_view::follow_rows() {
+    const strip_window& rows = rows_();
+    const rows_mark before = std::exchange(shown_rows_, mark_of(rows));
+    if (picture_.isNull()) return;
+    const bool same_history = rows.span() == before.span && rows.begun() == before.begun;
+    if (!same_history || before.rows == 0 || rows.rows() < before.rows) return renew();
+    const bool new_ticks = plot_.follow(rows);
+    renew_part(field_.follow(picture_, rows, plot_.ticks().major));
+    if (!new_ticks) return;
+    paint_times();
+    renew_part(times_place());
+}
+
+/// Of the picture, whose pixels are those of the device.
+void chart_view::renew_part(const QRect& part) {
+    const double ratio = devicePixelRatioF();
+    if (!part.isEmpty())
+        update(QRectF(QPointF(part.topLeft()) / ratio, QSizeF(part.size()) / ratio).toAlignedRect());
 }
 
 void chart_view::describe() {
@@ -73,7 +100,6 @@ void chart_view::set_title_room(int line, int left_end, int right_end) {
     left_end_ = left_end;
     right_end_ = right_end;
     plot_.set_title_line(line);
-    laid_out_ = {};
     place_badge();
     renew();
 }
@@ -88,13 +114,11 @@ QString chart_view::spoken_text() const {
     QStringList words{shown_.Frozen ? tr("frozen") : tr("running"),
                       minutes < 60 ? tr("the last %1 min").arg(minutes)
                                    : tr("the last %1 h").arg(minutes / 60)};
-    for (int curve = 0; curve < graphCount(); ++curve) {
-        const QCPGraphDataContainer& points = *graph(curve)->data();
-        const auto measured = [](const QCPGraphData& point) { return std::isfinite(point.value); };
-        const auto newest = std::find_if(std::reverse_iterator(points.constEnd()),
-                                         std::reverse_iterator(points.constBegin()), measured);
-        if (!graph(curve)->visible() || newest.base() == points.constBegin()) continue;
-        words.push_back(graph(curve)->name() + ": " + QString::number(newest->value, 'f', 1));
+    for (std::size_t curve = 0; curve < std::min(strip_curves, shown_.curves.size()); ++curve) {
+        const float newest = rows_().newest_value(curve);
+        if (!shown_.curves[curve].Visible || !std::isfinite(newest)) continue;
+        words.push_back(qt_text(shown_.curves[curve].Title).trimmed() + ": " +
+                        QString::number(static_cast<double>(newest), 'f', 1));
     }
     if (words.size() == 2) words.push_back(tr("nothing measured yet"));
     return words.join(", ");
@@ -133,50 +157,82 @@ void chart_view::renew() {
     update();
 }
 
-/// Rows move nothing but the ticks.
-void chart_view::updateLayout() {
-    if (laid_out_ == viewport()) {
-        axisRect()->update(QCPLayoutElement::upPreparation);
-    } else {
-        QCustomPlot::updateLayout();
-    }
-    laid_out_ = viewport();
+void chart_view::paint_title(QPainter& painter) const {
+    const QRect place = title_place();
+    painter.setFont(title_font());
+    painter.setPen(shown_.curves.empty() ? QColor(quiet_title) : qt_colour(shown_.TitleFontColor));
+    const QString text =
+        QFontMetrics(painter.font()).elidedText(title(), Qt::ElideRight, std::max(place.width(), 0));
+    painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, text);
+}
+
+/// What stands still: all but field and clock.
+void chart_view::paint_still(QImage& picture) {
+    QCPPainter painter(&picture);
+    QCustomPlot::draw(&painter);
+    paint_title(painter);
+    painter.setPen(qt_colour(shown_.AxisGridColor));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRect(viewport().adjusted(0, 0, -1, -1));
+}
+
+/// Drawn anew at the viewport's size. From here on the picture's pixels are those of the device.
+void chart_view::draw_picture(double ratio) {
+    plot_.set_size(viewport().size(), ratio);
+    plot_.show(shown_, rows_());
+    setBufferDevicePixelRatio(ratio);
+    picture_ = QImage(static_cast<int>(std::ceil(viewport().width() * ratio)),
+                      static_cast<int>(std::ceil(viewport().height() * ratio)), QImage::Format_RGB32);
+    picture_.setDevicePixelRatio(ratio);
+    picture_.fill(qt_colour(shown_.BackGroundColor));
+    paint_still(picture_);
+    picture_.setDevicePixelRatio(1);
+
+    const auto pixel = [ratio](int logical) { return static_cast<int>(std::lround(logical * ratio)); };
+    const QRect axes = axisRect()->rect();
+    const int top = pixel(axes.top());
+    const field_look field = plot_.field(top, pixel(axes.bottom() + 1) - 1 - top);
+    QPainter(&picture_).fillRect(field.place.adjusted(-1, -1, 1, 1), QColor(field.frame));
+    field_.draw(picture_, field, rows_(), plot_.ticks().major);
+    field_place_ = field.place;
+    below_field_ = picture_.copy(times_place() & picture_.rect());
+    times_.set_look(plot_.times());
+    paint_times();
+}
+
+/// The part of the picture below the field and its frame, within the rim.
+QRect chart_view::times_place() const {
+    const int top = field_place_.bottom() + 2;
+    return {0, top, picture_.width(), picture_.height() - 1 - top};
+}
+
+void chart_view::paint_times() {
+    if (below_field_.isNull()) return;
+    QImage place(picture_.scanLine(times_place().top()), below_field_.width(), below_field_.height(),
+                 picture_.bytesPerLine(), picture_.format());
+    std::copy_n(below_field_.constBits(), below_field_.sizeInBytes(), place.bits());
+    times_.paint(place, plot_.ticks(), field_place_.left(), plot_.first_column());
 }
 
 void chart_view::draw(QCPPainter* painter) {
-    QCustomPlot::draw(painter);
-    const QRect place = title_place();
-    painter->setFont(title_font());
-    painter->setPen(shown_.curves.empty() ? QColor(quiet_title) : qt_colour(shown_.TitleFontColor));
-    const QString text =
-        QFontMetrics(painter->font()).elidedText(title(), Qt::ElideRight, std::max(place.width(), 0));
-    painter->drawText(place, Qt::AlignCenter | Qt::TextDontClip, text);
-    painter->setPen(qt_colour(shown_.AxisGridColor));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRect(rect().adjusted(0, 0, -1, -1));
+    draw_picture(1);
+    painter->drawImage(viewport().topLeft(), picture_);
+    picture_ = {}; // that of the widget may have another size
 }
 
-// The library would draw into buffers of its own at once; here a picture is drawn when it is to be seen.
 void chart_view::paintEvent(QPaintEvent* /*event*/) {
     const double ratio = devicePixelRatioF();
-    if (picture_.isNull() || picture_.devicePixelRatio() != ratio) {
-        setBufferDevicePixelRatio(ratio);
-        picture_ = QImage(static_cast<int>(std::ceil(width() * ratio)),
-                          static_cast<int>(std::ceil(height() * ratio)), QImage::Format_RGB32);
-        picture_.setDevicePixelRatio(ratio);
-        picture_.fill(qt_colour(shown_.BackGroundColor));
-        QCPPainter painter(&picture_);
-        draw(&painter);
-    }
+    if (viewport() != rect()) setViewport(rect());
+    if (picture_.isNull() || ratio != plot_.ratio()) draw_picture(ratio);
     QPainter painter(this);
+    picture_.setDevicePixelRatio(ratio);
     painter.drawImage(0, 0, picture_);
+    picture_.setDevicePixelRatio(1);
     if (hasFocus()) paint_focus_rim(painter, rect());
 }
 
 void chart_view::resizeEvent(QResizeEvent* /*event*/) {
     setViewport(rect());
-    plot_.arrange();
-    laid_out_ = {};
     place_badge();
     renew();
 }
@@ -187,7 +243,6 @@ void chart_view::focusInEvent(QFocusEvent* event) {
 }
 
 void chart_view::changeEvent(QEvent* event) {
-    laid_out_ = {};
     renew();
     QCustomPlot::changeEvent(event);
 }

@@ -2,18 +2,23 @@
 // A strip chart on the screen.
 
 #include "widgets/clickable.h"
+#include "widgets/plots/strip_field.h"
 #include "widgets/plots/strip_plot.h"
+#include "widgets/plots/strip_times.h"
 #include "widgets/spoken.h"
 
 #include <qcustomplot.h>
+
+#include <functional>
 
 class QLabel;
 
 namespace tyxo {
 
-/// Keeps no rows, only the points of its picture. The title stands in the middle of a line of its own, whose
-/// ends are left free for the buttons of the panels. Beside the properties below it has those of each curve:
-/// `CurveTitle(0)`, `CurveColor(0)`, `CurveVisible(0)` and so on.
+/// Keeps no rows, only its picture, in which newer rows move on by whole pixel columns. The title stands in
+/// the middle of a line of its own, whose ends are left free for the buttons of the panels. Beside the
+/// properties below it has those of each curve: `CurveTitle(0)`, `CurveColor(0)`, `CurveVisible(0)` and so
+/// on.
 class chart_view : public clickable<QCustomPlot>, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(QString Title READ title)
@@ -24,12 +29,15 @@ class chart_view : public clickable<QCustomPlot>, public spoken_control {
     Q_PROPERTY(bool Frozen READ frozen)
 
   public:
-    explicit chart_view(QWidget* parent = nullptr);
+    /// The rows that belong to the control's span, or those that it was frozen with.
+    using shown_rows = std::function<const strip_window&()>;
 
-    /// Shows the control over the rows that belong to its span, or those that it was frozen with; costs a
-    /// comparison when neither differs. A frozen chart keeps its picture and the titles of its curves, which
-    /// name the scales that its values have, whatever becomes of the control's.
-    void show_control(const iStripChartX& control, const strip_window& rows);
+    explicit chart_view(shown_rows rows, QWidget* parent = nullptr);
+
+    /// Shows the control over its rows; costs a comparison when neither differs. A frozen chart keeps its
+    /// picture and the titles of its curves, which name the scales that its values have, whatever becomes of
+    /// the control's.
+    void show_control(const iStripChartX& control);
 
     /// The height of the title's line, and the parts at its ends that buttons stand in. The title stands in
     /// the middle as long as it keeps free the same at both ends.
@@ -51,7 +59,6 @@ class chart_view : public clickable<QCustomPlot>, public spoken_control {
 
   protected:
     void draw(QCPPainter* painter) override;
-    void updateLayout() override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -64,27 +71,40 @@ class chart_view : public clickable<QCustomPlot>, public spoken_control {
     /// Tells one picture of rows from another.
     struct rows_mark {
         i32 rows = 0;
+        std::int64_t begun = 0;
         std::int64_t newest = 0;
         std::int64_t span = 0;
-        int columns = 0;
         bool operator==(const rows_mark&) const = default;
     };
 
     void describe();
     void place_badge();
     void renew();
+    void renew_part(const QRect& part);
+    void follow_rows();
+    void draw_picture(double ratio);
+    void paint_still(QImage& picture);
+    void paint_title(QPainter& painter) const;
+    void paint_times();
+    [[nodiscard]] QRect times_place() const;
+    [[nodiscard]] static rows_mark mark_of(const strip_window& rows);
     [[nodiscard]] QFont title_font() const;
     [[nodiscard]] QRect title_place() const;
 
+    shown_rows rows_;
     int title_line_ = 24;
     int left_end_ = 125;
     int right_end_ = 125;
     strip_plot plot_;
     QLabel* badge_;
-    iStripChartX shown_;
+    iStripChartX asked_; ///< the control as it was given last
+    iStripChartX shown_; ///< and what is shown of it
     rows_mark shown_rows_;
-    QImage picture_; ///< none when it is to be painted anew
-    QRect laid_out_; ///< what the layout is made for
+    QImage picture_;     ///< in pixels of the device; none when it is to be painted anew
+    QImage below_field_; ///< what stands still under the clock
+    QRect field_place_;  ///< the part of the picture that moves
+    strip_field field_;
+    strip_times times_;
 };
 
 } // namespace tyxo

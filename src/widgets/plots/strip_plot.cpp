@@ -4,7 +4,6 @@
 #include "platform/clock.h"
 #include "platform/desktop/text.h"
 #include "widgets/colour.h"
-#include "widgets/plots/strip_curve.h"
 
 #include <qcustomplot.h>
 
@@ -56,9 +55,9 @@ constexpr double paper_curve_width = 1.2;
 constexpr int paper_columns = 3840; // finer than the rows are kept
 constexpr double ms_per_day = 86'400'000;
 constexpr int most_strip_ticks = 50;
-constexpr double farthest = 1000; // heights of the scale that a value is drawn away from it
+constexpr std::int64_t probe_lag = 500; // ms behind a full second, where the clock's second is beyond doubt
+constexpr int dot_pixels = 2;           // what a row that stands alone is longer than thick
 
-// A chart without curves stands back.
 constexpr QRgb quiet_print = 0xFF808080;
 
 QFont label_font(const QCustomPlot& plot, int pixels) {
@@ -102,10 +101,22 @@ strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
         axis->grid()->setZeroLinePen(Qt::NoPen);
     }
     for (QCPAxis* axis : {plot.xAxis2, plot.yAxis2}) {
-        axis->setVisible(true);
+        axis->setVisible(look.paper);
         axis->setTicks(false);
         axis->setTickLabels(false);
     }
+    plot.xAxis->setTicks(look.paper);
+    plot.xAxis->setTickLabels(look.paper);
+    for (QCPAxis* axis : {plot.xAxis, plot.yAxis})
+        axis->grid()->setVisible(look.paper);
+    set_size(plot.size(), 1);
+}
+
+void strip_plot::set_size(const QSize& size, double ratio) {
+    if (size == size_ && ratio == ratio_) return;
+    size_ = size;
+    ratio_ = ratio;
+    set_up_ = false;
 }
 
 void strip_plot::set_title_line(int pixels) {
@@ -115,7 +126,7 @@ void strip_plot::set_title_line(int pixels) {
 
 int strip_plot::letters() const {
     if (look_.paper) return least_pixels;
-    return std::clamp(least_pixels + (plot_.height() - usual_height) / height_of_a_pixel, least_pixels,
+    return std::clamp(least_pixels + (size_.height() - usual_height) / height_of_a_pixel, least_pixels,
                       most_pixels);
 }
 
@@ -128,47 +139,79 @@ int strip_plot::legend_line() const {
 }
 
 int strip_plot::graph_width() const {
-    return std::max(plot_.width() - left_margin() - right_margin, 1);
+    return std::max(size_.width() - left_margin() - right_margin, 1);
+}
+
+int strip_plot::field_left() const {
+    return static_cast<int>(std::lround(left_margin() * ratio_)) + 1; // beside the line of the axis
 }
 
 int strip_plot::columns() const {
     if (look_.paper) return paper_columns;
-    return static_cast<int>(std::ceil(graph_width() * plot_.bufferDevicePixelRatio()));
+    const auto right = static_cast<int>(std::lround((left_margin() + graph_width()) * ratio_));
+    return std::max(right - field_left(), 1);
 }
 
 void strip_plot::show(const iStripChartX& chart, const strip_window& rows) {
     const bool same_curves = set_up_ && chart.curves == shown_.curves;
-    const bool same = set_up_ && chart == shown_;
     shown_ = chart;
-    if (!same) {
-        set_colours();
-        set_y_scale();
-    }
+    set_colours();
+    set_y_scale();
     if (!same_curves) set_curves();
+    set_fonts();
+    legend_.arrange(graph_width(), legend_line());
     set_up_ = true;
-
     span_ = span_of(rows);
+    column_ = span_ / columns();
     any_rows_ = rows.rows() > 0;
     newest_ = rows.newest();
-    plot_.xAxis->setRange(-span_, 0);
-    arrange();
+    last_column_ = strip_field::column_of(newest_, column_);
+    set_ticks();
+    if (!look_.paper) return;
     for (std::size_t curve = 0; curve < shown_.curves.size(); ++curve)
         fill(curve, rows);
 }
 
-void strip_plot::arrange() {
-    set_fonts();
-    pixel_ = span_ / graph_width();
-    legend_.arrange(graph_width(), legend_line());
-    if (any_rows_) {
-        set_time_ticks();
-    } else {
-        set_even_ticks();
-    }
+bool strip_plot::follow(const strip_window& rows) {
+    const std::int64_t column = strip_field::column_of(rows.newest(), column_);
+    if (column == last_column_ && !clock_moved()) return false;
+    newest_ = rows.newest();
+    last_column_ = column;
+    set_ticks();
+    return true;
+}
+
+field_look strip_plot::field(int top, int height) const {
+    field_look look;
+    look.place = QRect(field_left(), top, columns(), height);
+    look.column = column_;
+    look.low = plot_.yAxis->range().lower;
+    look.high = plot_.yAxis->range().upper;
+    look.ground = qt_colour(shown_.GridBackGroundColor).rgb();
+    look.grid = look.frame = muted(shown_.AxisGridColor).rgb();
+    look.GridLineStyle = shown_.GridLineStyle;
+    look.levels = {value_ticks_->major.begin(), value_ticks_->major.end()};
+    const auto pixel = static_cast<int>(std::lround(ratio_));
+    look.thickness = std::max(pixel * curve_width, 1);
+    look.dot = pixel * dot_pixels;
+    for (std::size_t curve = 0; curve < std::min(strip_curves, shown_.curves.size()); ++curve)
+        if (shown_.curves[curve].Visible) look.curves[curve] = qt_colour(shown_.curves[curve].Color).rgb();
+    return look;
+}
+
+times_look strip_plot::times() const {
+    QFont font = plot_.xAxis->tickLabelFont();
+    font.setPixelSize(static_cast<int>(std::lround(set_pixels_ * ratio_)));
+    return {font, muted(shown_.XAxisLabelFontColor), muted(shown_.XAxisTickMajorColor).rgb(),
+            muted(shown_.XAxisTickMinorColor).rgb(), ratio_};
+}
+
+/// A chart without curves stands back.
+QColor strip_plot::muted(colour value) const {
+    return shown_.curves.empty() ? QColor(quiet_print) : qt_colour(value);
 }
 
 void strip_plot::set_colours() {
-    const bool quiet = shown_.curves.empty();
     const QColor ground = look_.paper ? QColor(Qt::white) : qt_colour(shown_.BackGroundColor);
     plot_.setBackground(QBrush(ground));
     plot_.axisRect()->setBackground(QBrush(qt_colour(shown_.GridBackGroundColor)));
@@ -176,10 +219,9 @@ void strip_plot::set_colours() {
     legend_.set_colours(look_.paper ? QBrush(qt_colour(shown_.GridBackGroundColor)) : QBrush(Qt::NoBrush),
                         qt_colour(shown_.LegendFontColor));
 
-    const auto muted = [quiet](colour value) { return quiet ? QColor(quiet_print) : qt_colour(value); };
     const QColor grid = muted(shown_.AxisGridColor);
     for (QCPAxis* axis : plot_.axisRect()->axes()) {
-        axis->setBasePen(QPen(grid));
+        axis->setBasePen(look_.paper ? QPen(grid) : QPen(Qt::NoPen));
         axis->grid()->setPen(QPen(grid, 0, line_style(shown_.GridLineStyle)));
         axis->setTickPen(QPen(muted(shown_.XAxisTickMajorColor)));
         axis->setSubTickPen(QPen(muted(shown_.XAxisTickMinorColor)));
@@ -191,9 +233,11 @@ void strip_plot::set_colours() {
 /// Letters, and the room for them.
 void strip_plot::set_fonts() {
     const int pixels = letters();
+    const QFont font = label_font(plot_, pixels);
+    const std::string widest = formatted(shown_.XAxisDateTimeFormatString, {2000, 10, 20, 20, 50, 50});
+    label_ = QFontMetricsF(font).horizontalAdvance(qt_text(widest));
     if (pixels == set_pixels_) return;
     set_pixels_ = pixels;
-    const QFont font = label_font(plot_, pixels);
     plot_.xAxis->setTickLabelFont(font);
     plot_.yAxis->setTickLabelFont(font);
     plot_.axisRect()->setMargins(
@@ -221,8 +265,7 @@ void strip_plot::set_curves() {
     while (plot_.graphCount() > static_cast<int>(shown_.curves.size()))
         plot_.removeGraph(plot_.graphCount() - 1);
     while (plot_.graphCount() < static_cast<int>(shown_.curves.size())) {
-        auto* const graph = new strip_curve(plot_); // owned by the plot
-        graph->setAdaptiveSampling(false);          // the points are as few as they can be
+        plot_.addGraph()->setAdaptiveSampling(false); // the points are as few as they can be
     }
     for (std::size_t index = 0; index < shown_.curves.size(); ++index) {
         const chart_curve& curve = shown_.curves[index];
@@ -245,41 +288,66 @@ double strip_plot::span_of(const strip_window& rows) const {
                                                                          : static_cast<double>(rows.span());
 }
 
-void strip_plot::set_time_ticks() {
-    const QFontMetricsF metrics(plot_.xAxis->tickLabelFont());
-    const std::string widest = formatted(shown_.XAxisDateTimeFormatString, {2000, 10, 20, 20, 50, 50});
-    const double label = metrics.horizontalAdvance(qt_text(widest));
+/// For the columns that are in the picture now.
+void strip_plot::set_ticks() {
+    // A picture that moves by whole columns ends with the whole column of the newest row.
+    const auto end = static_cast<double>(last_column_ + 1) * column_;
+    const double to = look_.paper ? static_cast<double>(newest_) : end;
+    const double from = to - span_;
+    plot_.xAxis->setRange(from - static_cast<double>(newest_), to - static_cast<double>(newest_));
+    time_ticks_->clear();
+    ticks_ = {};
+    if (any_rows_) {
+        add_time_ticks(from, to);
+    } else {
+        add_even_ticks();
+    }
+}
+
+void strip_plot::add_time_ticks(double from, double to) {
     // One more than wanted, as the next round step takes some away.
     const int parts = std::clamp(shown_.XAxisTickMajorCount, 1, most_strip_ticks) + 1;
-    const double distance = std::max(label + label_space, static_cast<double>(graph_width()) / parts);
+    const double distance = std::max(label_ + label_space, static_cast<double>(graph_width()) / parts);
     time_axis axis;
-    axis.to = newest_;
-    axis.from = axis.to - std::llround(span_);
-    axis.least_distance = static_cast<std::int64_t>(std::ceil(distance * pixel_));
+    axis.from = static_cast<std::int64_t>(std::ceil(from));
+    axis.to = std::max(static_cast<std::int64_t>(std::ceil(to)) - 1, newest_);
+    axis.least_distance = static_cast<std::int64_t>(std::ceil(distance * span_ / graph_width()));
     axis.minor_count = shown_.XAxisTickMinorCount;
     axis.format = shown_.XAxisDateTimeFormatString;
     const time_ticks ticks = ticks_of(axis, local_at);
-
-    time_ticks_->clear();
+    const auto column = [this](std::int64_t time) {
+        return std::clamp(strip_field::column_of(time, column_), first_column(), last_column_);
+    };
     for (const time_label& tick : ticks.labels) {
-        const auto place = static_cast<double>(tick.time - axis.to);
-        const double pixels = place / pixel_;
-        const bool whole =
-            label / 2 <= right_margin - pixels && label / 2 <= left_margin() + graph_width() + pixels;
-        time_ticks_->major.push_back(place);
-        time_ticks_->labels.push_back(whole ? qt_text(tick.text) : QString());
+        const std::int64_t at = column(tick.time);
+        const double x = (field_left() + static_cast<double>(at - first_column())) / ratio_;
+        const bool whole = label_ / 2 <= x && x + 1 + label_ / 2 <= size_.width();
+        ticks_.major.push_back(at);
+        ticks_.labels.push_back(whole ? qt_text(tick.text) : QString());
+        time_ticks_->major.push_back(static_cast<double>(tick.time - newest_));
     }
-    for (const std::int64_t tick : ticks.minor)
-        time_ticks_->minor.push_back(static_cast<double>(tick - axis.to));
+    time_ticks_->labels = {ticks_.labels.begin(), ticks_.labels.end()};
+    for (const std::int64_t tick : ticks.minor) {
+        ticks_.minor.push_back(column(tick));
+        time_ticks_->minor.push_back(static_cast<double>(tick - newest_));
+    }
+    probe_ = (ticks.labels.empty() ? newest_ : ticks.labels.front().time) + probe_lag;
+    probed_ = local_at(probe_);
+}
+
+/// A corrected clock moves the labels, also those of a picture that stands.
+bool strip_plot::clock_moved() const {
+    return any_rows_ && local_at(probe_) != probed_;
 }
 
 /// No row, no time: a grid without labels.
-void strip_plot::set_even_ticks() {
-    time_ticks_->clear();
+void strip_plot::add_even_ticks() {
     const int parts = std::clamp(shown_.XAxisTickMajorCount, 2, most_strip_ticks) - 1;
     for (int tick = 0; tick <= parts; ++tick) {
         time_ticks_->major.push_back(-span_ * tick / parts);
         time_ticks_->labels.push_back(QString());
+        ticks_.major.push_back(first_column() + static_cast<std::int64_t>(columns() - 1) * tick / parts);
+        ticks_.labels.emplace_back();
     }
 }
 
@@ -291,6 +359,7 @@ void strip_plot::fill(std::size_t curve, const strip_window& rows) {
     }
     rows.points(curve, columns(), points_);
     const auto newest = static_cast<double>(rows.newest());
+    constexpr double farthest = 1000; // heights of the scale that a value is drawn away from it
     const double low = plot_.yAxis->range().lower;
     const double height = plot_.yAxis->range().size();
     const auto drawn = [&](float value) {
@@ -306,7 +375,7 @@ void strip_plot::fill(std::size_t curve, const strip_window& rows) {
         const double value = drawn(points_[index].value);
         // A row that stands alone is a dot.
         const bool alone = apart(index - 1) && apart(index + 1) && !apart(index);
-        if (alone) data.push_back({time - 2 * pixel_, value});
+        if (alone) data.push_back({time - dot_pixels * span_ / graph_width(), value});
         data.push_back({time, value});
     }
     graph.data()->set(data, true);

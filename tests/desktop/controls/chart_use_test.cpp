@@ -1,9 +1,8 @@
 // The strip chart as it is used: shown, frozen, clicked.
 
-#include "desktop/chart_pictures.h"
 #include "desktop/desktop_test.h"
 #include "desktop/paint_counter.h"
-#include "widgets/plots/chart_view.h"
+#include "desktop/shown_chart.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -13,7 +12,6 @@ using namespace tyxo;
 
 namespace {
 
-constexpr int title_line = 24;
 constexpr int free_end = 125;
 
 /// Paintings since the last call, those that wait included.
@@ -33,7 +31,7 @@ class chart_use_test : public QObject {
 
   private slots:
     void init() {
-        view_ = std::make_unique<chart_view>();
+        view_ = std::make_unique<chart_of_rows>();
         view_->resize(635, 278);
     }
     void cleanup() { view_.reset(); }
@@ -48,9 +46,12 @@ class chart_use_test : public QObject {
         paint_counter paints(*view_);
         view_->show_control(chart, rows);
         QCOMPARE(taken(paints), 0);
-        rows.append(level_row(rows.newest()));
+        rows.append(level_row(rows.newest() + 300));
         view_->show_control(chart, rows);
         QCOMPARE(taken(paints), 1);
+        rows.append(level_row(rows.newest())); // the same pixels
+        view_->show_control(chart, rows);
+        QCOMPARE(taken(paints), 0);
         chart.curves[1].Title = "RPM /5";
         view_->show_control(chart, rows);
         QCOMPARE(taken(paints), 1);
@@ -60,7 +61,7 @@ class chart_use_test : public QObject {
 
     void visible_decides_whether_it_is_seen() {
         QWidget page;
-        auto* const chart = new chart_view(&page);
+        auto* const chart = new chart_of_rows(&page);
         iStripChartX control = engine_chart();
         control.Visible = false;
         chart->show_control(control, strip_window());
@@ -154,7 +155,7 @@ class chart_use_test : public QObject {
     }
     QImage picture() { return view_->grab().toImage(); }
 
-    std::unique_ptr<chart_view> view_;
+    std::unique_ptr<chart_of_rows> view_;
 };
 
 static const desktop_test<chart_use_test> known;

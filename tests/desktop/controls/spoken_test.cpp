@@ -2,9 +2,9 @@
 // that it can be pressed, and that nothing is told but what has happened.
 
 #include "desktop/alert_window.h"
-#include "desktop/chart_pictures.h"
 #include "desktop/control_pictures.h"
 #include "desktop/desktop_test.h"
+#include "desktop/shown_chart.h"
 #include "desktop/started_window.h"
 #include "desktop/window_states.h"
 #include "dialogs/frmscale_polar.h"
@@ -14,7 +14,6 @@
 #include "widgets/click_label_view.h"
 #include "widgets/led_view.h"
 #include "widgets/linear_gauge_view.h"
-#include "widgets/plots/chart_view.h"
 #include "widgets/plots/xy_plot_view.h"
 #include "widgets/seven_segment_view.h"
 
@@ -107,7 +106,7 @@ class spoken_test : public QObject {
     }
 
     void charts_are_told_in_words() {
-        chart_view chart;
+        chart_of_rows chart;
         chart.resize(635, 278);
         iStripChartX control = engine_chart(1.0 / 96);
         control.curves[3].Visible = false;
@@ -146,7 +145,7 @@ class spoken_test : public QObject {
         QWidget page;
         auto* const label = new click_label(&page);
         auto* const scope = new xy_plot_view(&page);
-        auto* const chart = new chart_view(&page);
+        auto* const chart = new chart_of_rows(&page);
         page.show();
         QCOMPARE(interface_of(*label).role(), QAccessible::Button);
         for (QWidget* control : std::initializer_list<QWidget*>{label, scope, chart}) {
