@@ -42,7 +42,7 @@ constexpr QRgb main_disabled_print = 0xFF5C6166; // the panels of missing channe
 constexpr QSize least_main_size(960, 600);       // where the screen is smaller than the design
 constexpr int title_bar = 30;                    // px, that a window manager adds
 constexpr int label_rim = 8;
-constexpr int show_delay = 20; // ms: changes of this time are shown together
+constexpr int show_pause = 5; // ms at least between two showings
 
 /// For entries that wait for the operator's answer: a screen reader that chooses one waits for no more than
 /// the choice.
@@ -58,9 +58,7 @@ mainfrm_view::mainfrm_view() : windows_(this) {
     make_client();
     pending_.setSingleShot(true);
     connect(&pending_, &QTimer::timeout, this, &mainfrm_view::show_state);
-    desktop::on_handled([this] {
-        if (!pending_.isActive()) pending_.start(show_delay);
-    });
+    desktop::on_handled([this] { show_soon(); });
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
         if (!end_session([&session] { return session.allowsInteraction(); })) session.cancel();
     });
@@ -199,18 +197,34 @@ void mainfrm_view::make_tab_order() {
         setTabOrder(stops[index - 1], stops[index]);
 }
 
+/// When the handler's event has ended, so that a click is over before its button changes.
+void mainfrm_view::show_soon() {
+    if (pending_.isActive()) return;
+    const qint64 since = since_shown_.isValid() ? since_shown_.elapsed() : show_pause;
+    pending_.start(static_cast<int>(std::max<qint64>(show_pause - since, 0)));
+}
+
 void mainfrm_view::show_state() {
-    setWindowTitle(qt_text(mainfrm::state.Caption));
+    since_shown_.start();
+    if (caption_.differs(mainfrm::state.Caption)) setWindowTitle(qt_text(mainfrm::state.Caption));
     show_bound();
+    if (!isMinimized()) show_client();
+    windows_.show_state();
+}
+
+/// What is seen of this window itself; brought up to date when it comes back from being an icon.
+void mainfrm_view::show_client() {
     for (panel_view* panel : panels_)
         panel->show_state();
-    status_panel_->setText(qt_text(indicators.StatusBar));
-    show_on(*status_panel_, !indicators.StatusBar.empty()); // a reader would stop at an empty text
-    for (std::size_t index = 0; index < opt_res.size(); ++index) {
-        show_name(*opt_res[index], Lbl_opt_res[index]->text());
-        opt_res[index]->setChecked(index == charts.opt_res);
+    if (status_.differs(indicators.StatusBar)) {
+        status_panel_->setText(qt_text(indicators.StatusBar));
+        show_on(*status_panel_, !indicators.StatusBar.empty()); // a reader would stop at an empty text
     }
-    windows_.show_state();
+    for (std::size_t index = 0; index < opt_res.size(); ++index)
+        opt_res[index]->setChecked(index == charts.opt_res);
+    if (!resolutions_.differs(charts.Lbl_opt_res)) return;
+    for (std::size_t index = 0; index < opt_res.size(); ++index)
+        show_name(*opt_res[index], Lbl_opt_res[index]->text());
     if (charts.layout.print != measured_print()) place(); // captions have come
 }
 
@@ -249,6 +263,7 @@ void mainfrm_view::resizeEvent(QResizeEvent* event) {
 void mainfrm_view::changeEvent(QEvent* event) {
     QMainWindow::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange || event->type() == QEvent::FontChange) place();
+    if (event->type() == QEvent::WindowStateChange) show_state();
 }
 
 void mainfrm_view::closeEvent(QCloseEvent* event) {

@@ -7,11 +7,13 @@
 #include "displays/layout.h"
 #include "widgets/state_view.h"
 
+#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
 #include <array>
 #include <functional>
+#include <string>
 
 class QAction;
 class QGroupBox;
@@ -25,7 +27,7 @@ class click_label;
 class panel_view;
 class text_status_view;
 
-/// Shows the state of the core: after every handler, at most 50 times a second. It passes commands on and
+/// Shows the state of the core after every handler, at most 200 times a second. It passes commands on and
 /// changes nothing by itself.
 class mainfrm_view : public QMainWindow, public state_view {
     Q_OBJECT
@@ -33,7 +35,7 @@ class mainfrm_view : public QMainWindow, public state_view {
   public:
     mainfrm_view();
 
-    /// Shows what has changed; runs by itself some milliseconds after a handler.
+    /// Shows what has changed; runs by itself behind every handler.
     void show_state() override;
 
     /// The desktop session is about to end; see `query_end_session`. False keeps the session.
@@ -51,6 +53,8 @@ class mainfrm_view : public QMainWindow, public state_view {
     void make_resolution(QWidget* client);
     void make_tab_order();
     void open_on_screen();
+    void show_soon();
+    void show_client();
     [[nodiscard]] print_room measured_print() const;
     void place();
 
@@ -62,7 +66,11 @@ class mainfrm_view : public QMainWindow, public state_view {
     click_label* Lbl_TY_logger = nullptr;
     QLabel* status_panel_ = nullptr;
     secondary_windows windows_;
+    last_shown<std::string> caption_;
+    last_shown<std::string> status_;
+    last_shown<std::array<Label, 4>> resolutions_;
     QTimer pending_; // runs while a change waits to be shown
+    QElapsedTimer since_shown_;
 };
 
 } // namespace tyxo

@@ -244,31 +244,50 @@ void panel_view::place(const quadrant_layout& layout) {
 
 void panel_view::show_chart() {
     const iStripChartX& control = charts.chart[channel_];
-    chart->setGeometry(control.Left, control.Top, control.Width, control.Height);
-    const print_room& print = charts.layout.print;
-    const int end = print.zoom_width + title_gap;
-    const bool both = fills_row(channel_);
-    chart->set_title_room(print.zoom_height + 2, both || stands_left(channel_) ? end : title_gap,
-                          both || !stands_left(channel_) ? end : title_gap);
-    row_cover_->setGeometry(on_screen(row_place(channel_)));
-    row_cover_->setVisible(fills_row(channel_));
-    cmd_zoom_xy->setGeometry(on_screen(zoom_button_place(channel_)));
-    const QString tip =
-        both ? tr("Puts chart %1 beside its neighbour again") : tr("Gives the whole row to chart %1");
-    const QString shown = tool_tip(tip.arg(qt_text(control.Title)));
-    if (cmd_zoom_xy->toolTip() != shown) cmd_zoom_xy->setToolTip(shown);
+    const chart_surroundings around{
+        {control.Left, control.Top, control.Width, control.Height},
+        row_place(channel_),
+        zoom_button_place(channel_),
+        charts.layout.print,
+        fills_row(channel_),
+        fills_row(row_neighbour(channel_)),
+    };
+    if (around_.differs(around)) place_chart(around);
     chart->show_control(control);
+}
+
+void panel_view::place_chart(const chart_surroundings& around) {
+    chart->setGeometry(on_screen(around.chart));
+    const int end = around.print.zoom_width + title_gap;
+    const bool left = around.fills || stands_left(channel_);
+    const bool right = around.fills || !stands_left(channel_);
+    chart->set_title_room(around.print.zoom_height + 2, left ? end : title_gap, right ? end : title_gap);
+    row_cover_->setGeometry(on_screen(around.row));
+    row_cover_->setVisible(around.fills);
+    cmd_zoom_xy->setGeometry(on_screen(around.button));
+    show_stops(around.fills || around.covered);
 }
 
 void panel_view::show_state() {
     show_bound();
     show_chart();
     show_names();
-    show_stops();
 }
 
 /// The names of controls whose captions change.
 void panel_view::show_names() {
+    const std::array<std::string_view, 10> captions{panels.Label4[index_].Caption,
+                                                    panels.Frame_message[index_].Caption,
+                                                    indicators.Lbl_alm1[index_].Caption,
+                                                    indicators.lbl_alm2[index_].Caption,
+                                                    indicators.Lbl_alminhibit[index_].Caption,
+                                                    panels.Cmd_diagramm[index_].Caption,
+                                                    panels.Cmd_diagramm2[index_].Caption,
+                                                    panels.cmd_zoom_xy[index_].Caption,
+                                                    charts.chart[channel_].Title,
+                                                    fills_row(channel_) ? "both" : ""};
+    if (std::ranges::equal(captions, captions_)) return;
+    captions_.assign(captions.begin(), captions.end());
     name(Gauge_thermo, Label4->text());
     name(digi_Thermo, tr("%1 in digits").arg(Label4->text()));
     name(Label4, tr("%1, value shown").arg(Label4->text()));
@@ -278,11 +297,13 @@ void panel_view::show_names() {
     name(Lbl_alminhibit, Lbl_alminhibit->text());
     for (QPushButton* button : {Cmd_diagramm, Cmd_diagramm2, cmd_zoom_xy})
         name(button, button->text());
+    const QString tip = fills_row(channel_) ? tr("Puts chart %1 beside its neighbour again")
+                                            : tr("Gives the whole row to chart %1");
+    cmd_zoom_xy->setToolTip(tool_tip(tip.arg(qt_text(charts.chart[channel_].Title))));
 }
 
 /// What lies under an enlarged chart is no stop of the Tab key.
-void panel_view::show_stops() {
-    const bool covered = fills_row(channel_) || fills_row(row_neighbour(channel_));
+void panel_view::show_stops(bool covered) {
     for (QWidget* control : std::initializer_list<QWidget*>{Label4, Lbl_alminhibit, XYplot}) {
         if (covered && control->hasFocus()) cmd_zoom_xy->setFocus();
         control->setFocusPolicy(covered ? Qt::NoFocus : Qt::TabFocus);

@@ -11,6 +11,7 @@
 #include <QPushButton>
 
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace tyxo {
@@ -60,6 +61,17 @@ class panel_view : public QObject, public state_view {
         int font; ///< pixels at the design size
     };
 
+    /// The chart's place, and what depends on it.
+    struct chart_surroundings {
+        rectangle chart;
+        rectangle row;
+        rectangle button;
+        print_room print;
+        bool fills = false;   ///< its whole row
+        bool covered = false; ///< by its neighbour
+        bool operator==(const chart_surroundings&) const = default;
+    };
+
     template <class Widget> Widget* make(const char* array, QWidget* parent);
     template <class Widget> Widget* instrument(const char* array, const rectangle& place, int font = 11);
     /// Names a control for those who hear it, with the number of its channel.
@@ -72,8 +84,9 @@ class panel_view : public QObject, public state_view {
     void make_levels();
     void make_plot_side(QWidget* parent);
     void show_chart();
+    void place_chart(const chart_surroundings& around);
     void show_names();
-    void show_stops();
+    void show_stops(bool covered);
 
     i16 channel_;
     std::size_t index_; ///< the same, for arrays
@@ -96,6 +109,8 @@ class panel_view : public QObject, public state_view {
     QPushButton* cmd_zoom_xy;
     QWidget* row_cover_; // under an enlarged chart, so that no edges of instruments look out beside it
     chart_view* chart;
+    last_shown<chart_surroundings> around_;
+    std::vector<std::string> captions_; ///< that names were made of
 };
 
 } // namespace tyxo

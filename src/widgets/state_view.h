@@ -3,10 +3,32 @@
 
 #include "widgets/show.h"
 
+#include <concepts>
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace tyxo {
+
+/// A value as it was shown last.
+template <class Value> class last_shown {
+  public:
+    /// Whether it is another value than in the call before, the first one included.
+    [[nodiscard]] bool differs(const Value& now) {
+        if (value_ == now) return false;
+        value_ = now;
+        return true;
+    }
+
+  private:
+    std::optional<Value> value_;
+};
+
+/// What nobody but the state changes on the screen: as long as it is the same there is nothing to look at. A
+/// check box or a list is compared itself, since the operator changes it too; painted controls compare what
+/// they have.
+template <class State>
+concept only_shown = std::same_as<State, Label> || std::same_as<State, Frame> || std::same_as<State, Command>;
 
 /// A window or a part of one. It observes nothing: when a handler has ended, it compares what its widgets
 /// show with the core and touches what differs.
@@ -16,7 +38,7 @@ class state_view {
     state_view(const state_view&) = delete;
     state_view& operator=(const state_view&) = delete;
 
-    /// Shows the core's state as it is now. Runs up to 50 times a second.
+    /// Shows the core's state as it is now. Runs up to 200 times a second, and mostly finds nothing to do.
     virtual void show_state() { show_bound(); }
 
   protected:
@@ -24,7 +46,13 @@ class state_view {
 
     /// From now on the widget shows this state, by `show_on`. Both live as long as the view.
     template <class Widget, class State> void bind(Widget* widget, const State& state) {
-        shows_.push_back([widget, &state] { show_on(*widget, state); });
+        if constexpr (only_shown<State>) {
+            shows_.push_back([widget, &state, last = last_shown<State>()]() mutable {
+                if (last.differs(state)) show_on(*widget, state);
+            });
+        } else {
+            shows_.push_back([widget, &state] { show_on(*widget, state); });
+        }
     }
     template <class Widget, class State> void bind(Widget* widget, const State&& state) = delete;
 
