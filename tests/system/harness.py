@@ -75,13 +75,14 @@ class SessionBus:
 
 
 class Display:
-    """An X server without a screen."""
+    """An X server without a screen; `options` are words to it."""
 
-    def __init__(self, size="1280x1024", window_manager=False):
+    def __init__(self, size="1280x1024", window_manager=False, options=()):
         reading, writing = os.pipe()
         self.process = subprocess.Popen(
             [*WITH_US, "Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp",
-             "-noreset"],  # without it the server is away for a moment when its last client goes
+             "-noreset",  # without it the server is away for a moment when its last client goes
+             *options],
             pass_fds=[writing], stderr=subprocess.DEVNULL)
         os.close(writing)
         with os.fdopen(reading) as answer:
