@@ -121,6 +121,15 @@ template <weather kind> void tick_with_painting(benchmark::State& state) {
 BENCHMARK(tick_with_painting<weather::calm>)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 BENCHMARK(tick_with_painting<weather::wild>)->DenseRange(0, 3)->Unit(benchmark::kMillisecond);
 
+/// After a handler that changed nothing that is seen.
+void showing_without_a_change(benchmark::State& state) {
+    start(weather::calm);
+    show_now();
+    for (auto _ : state)
+        window->show_state();
+}
+BENCHMARK(showing_without_a_change)->Unit(benchmark::kMicrosecond);
+
 /// The tick alone, nothing painted.
 void tick_of_the_core(benchmark::State& state) {
     start(weather::calm);

@@ -42,7 +42,7 @@ constexpr QRgb main_disabled_print = 0xFF5C6166; // the panels of missing channe
 constexpr QSize least_main_size(960, 600);       // where the screen is smaller than the design
 constexpr int title_bar = 30;                    // px, that a window manager adds
 constexpr int label_rim = 8;
-constexpr int show_pause = 5; // ms at least between two showings
+constexpr int show_pause = 2; // ms between two showings
 
 /// For entries that wait for the operator's answer: a screen reader that chooses one waits for no more than
 /// the choice.
@@ -58,7 +58,7 @@ mainfrm_view::mainfrm_view() : windows_(this) {
     make_client();
     pending_.setSingleShot(true);
     connect(&pending_, &QTimer::timeout, this, &mainfrm_view::show_state);
-    desktop::on_handled([this] { show_soon(); });
+    desktop::on_handled([this](desktop::moment when) { show_soon(when); });
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
         if (!end_session([&session] { return session.allowsInteraction(); })) session.cancel();
     });
@@ -197,11 +197,16 @@ void mainfrm_view::make_tab_order() {
         setTabOrder(stops[index - 1], stops[index]);
 }
 
-/// When the handler's event has ended, so that a click is over before its button changes.
-void mainfrm_view::show_soon() {
+/// At once, or as soon as the widget whose event it is has done with it. Showings have a pause between them,
+/// so that a line that is full of changes does not fill the processor with paintings.
+void mainfrm_view::show_soon(desktop::moment when) {
     if (pending_.isActive()) return;
     const qint64 since = since_shown_.isValid() ? since_shown_.elapsed() : show_pause;
-    pending_.start(static_cast<int>(std::max<qint64>(show_pause - since, 0)));
+    if (when == desktop::moment::idle && since >= show_pause) {
+        show_state();
+    } else {
+        pending_.start(static_cast<int>(std::max<qint64>(show_pause - since, 0)));
+    }
 }
 
 void mainfrm_view::show_state() {

@@ -5,6 +5,7 @@
 #include "basics/per_channel.h"
 #include "basics/types.h"
 #include "displays/layout.h"
+#include "platform/desktop/handlers.h"
 #include "widgets/state_view.h"
 
 #include <QElapsedTimer>
@@ -27,7 +28,7 @@ class click_label;
 class panel_view;
 class text_status_view;
 
-/// Shows the state of the core after every handler, at most 200 times a second. It passes commands on and
+/// Shows the state of the core after every handler, at most 500 times a second. It passes commands on and
 /// changes nothing by itself.
 class mainfrm_view : public QMainWindow, public state_view {
     Q_OBJECT
@@ -53,7 +54,7 @@ class mainfrm_view : public QMainWindow, public state_view {
     void make_resolution(QWidget* client);
     void make_tab_order();
     void open_on_screen();
-    void show_soon();
+    void show_soon(desktop::moment when);
     void show_client();
     [[nodiscard]] print_room measured_print() const;
     void place();

@@ -38,7 +38,7 @@ class state_view {
     state_view(const state_view&) = delete;
     state_view& operator=(const state_view&) = delete;
 
-    /// Shows the core's state as it is now. Runs up to 200 times a second, and mostly finds nothing to do.
+    /// Shows the core's state as it is now. Runs behind every handler, and mostly finds nothing to do.
     virtual void show_state() { show_bound(); }
 
   protected:

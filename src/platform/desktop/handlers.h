@@ -39,8 +39,14 @@ void yield();
 /// windows show what it has changed so far.
 void wait(int milliseconds);
 
+/// When the windows can be told.
+enum class moment {
+    idle,  ///< nothing of the windows runs beneath: a timer or a port has been served
+    inside ///< a widget's own event may wait for what it has called, as a button for its click
+};
+
 /// Called when a handler has ended, or begins to wait, and the state may have changed.
-void on_handled(std::function<void()> hook);
+void on_handled(std::function<void(moment)> hook);
 
 /// Held events: see `hold_events`.
 [[nodiscard]] bool events_held();
