@@ -17,6 +17,8 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace {
 
@@ -74,6 +76,19 @@ void frame_into_record_and_log(benchmark::State& state) {
     if (std::remove(path.c_str()) != 0) state.SkipWithError("no log was written");
 }
 BENCHMARK(frame_into_record_and_log);
+
+/// The floor of a line in a file: its bytes handed to the system, and nothing else.
+void bare_write_of_the_line(benchmark::State& state) {
+    const std::string_view line = "<REC1> 13:05:09 150 500 2050 80 30 </REC1>\r\n"; // what the frame leaves
+    const char* const path = "link_bench.bare";
+    const int file = ::open(path, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0666);
+    for (auto _ : state) {
+        if (::write(file, line.data(), line.size()) < 0) state.SkipWithError("the line was not taken");
+    }
+    ::close(file);
+    std::remove(path);
+}
+BENCHMARK(bare_write_of_the_line);
 
 void status_update_without_a_change(benchmark::State& state) {
     start_measuring();
