@@ -4,16 +4,25 @@
 
 namespace tyxo {
 
+namespace {
+
+void append_two_digits(std::string& text, i32 value) {
+    text += static_cast<char>('0' + value / 10);
+    text += static_cast<char>('0' + value % 10);
+}
+
+} // namespace
+
 std::string date_text(const local_time& moment) {
     return padded(moment.month, 2) + '-' + padded(moment.day, 2) + '-' + padded(moment.year, 4);
 }
 
 void append_time(std::string& text, const local_time& moment) {
-    append_padded(text, moment.hour, 2);
+    append_two_digits(text, moment.hour);
     text += ':';
-    append_padded(text, moment.minute, 2);
+    append_two_digits(text, moment.minute);
     text += ':';
-    append_padded(text, moment.second, 2);
+    append_two_digits(text, moment.second);
 }
 
 std::string time_text(const local_time& moment) {

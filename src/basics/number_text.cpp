@@ -69,9 +69,7 @@ bool below_one(std::string_view number) {
 } // namespace
 
 void append_plain(std::string& text, i32 value) {
-    std::array<char, 12> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
-    text.append(digits.data(), end);
+    append_padded(text, value, 0);
 }
 
 std::string plain(i32 value) {
@@ -81,11 +79,12 @@ std::string plain(i32 value) {
 }
 
 void append_padded(std::string& text, i32 value, int width) {
-    const auto start = text.size();
-    append_plain(text, value);
-    const auto length = text.size() - start;
+    std::array<char, 12> digits{};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr;
+    const auto length = static_cast<std::size_t>(end - digits.data());
     const auto wanted = static_cast<std::size_t>(width);
-    if (length < wanted) text.insert(start, wanted - length, '0');
+    if (length < wanted) text.append(wanted - length, '0');
+    text.append(digits.data(), length);
 }
 
 std::string padded(i32 value, int width) {

@@ -19,10 +19,8 @@ bool hourly() {
     return settings.log_mode == 1;
 }
 
-std::string period_stamp(const local_time& moment) {
-    std::string stamp = date_text(moment);
-    if (hourly()) append_plain(stamp, moment.hour);
-    return stamp;
+period period_of(const local_time& moment) {
+    return {moment.year, moment.month, moment.day, hourly() ? moment.hour : -1};
 }
 
 std::string name_digits(const local_time& moment) {
@@ -33,10 +31,10 @@ std::string name_digits(const local_time& moment) {
 
 /// Gives every channel in use a new file when the period has changed. Looks like a mistake and stays: also a
 /// channel that is not logging gets one (LogPeriod.AllChannelsInUseRotateAlsoThoseThatDoNotLog).
-void check_period() {
-    std::string stamp = period_stamp(local_now());
-    if (stamp == state.log_period) return;
-    state.log_period = std::move(stamp);
+void check_period(const local_time& now) {
+    const period current = period_of(now);
+    if (current == state.log_period) return;
+    state.log_period = current;
     for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         close_log(channel);
         createlog(channel);
@@ -55,8 +53,9 @@ void print_record(i16 channel, const log_record_kind& kind, const std::string& t
 
 void print_comment(i16 channel, std::string_view begin, std::string_view text) {
     if (sensor::channel_at(channel).log_state != log_states::open) return;
-    const std::string time = time_text(local_now());
-    check_period();
+    const local_time now = local_now();
+    const std::string time = time_text(now);
+    check_period(now);
     attempt([&] {
         line.assign(begin).append(time).append(" ").append(text).append(" -->");
         state.log_files[channel].print(line);
@@ -68,7 +67,7 @@ void print_comment(i16 channel, std::string_view begin, std::string_view text) {
 void createlog(i16 channel) {
     channel_rec& rec = sensor::channel_at(channel);
     const local_time now = local_now();
-    state.log_period = period_stamp(now);
+    state.log_period = period_of(now);
     const std::string folder = Ini::ini_read("logpath " + channel_number(channel)) +
                                Ini::ini_read("location " + channel_number(channel));
     rec.log_fileno = static_cast<i16>(channel + 1); // every channel has a file of its own
@@ -88,8 +87,9 @@ void createlog(i16 channel) {
 void log_record(i16 channel, std::string_view kind) {
     const channel_rec& rec = sensor::channel_at(channel);
     if (rec.log_state != log_states::open) return;
-    const std::string time = time_text(local_now());
-    check_period();
+    const local_time now = local_now();
+    const std::string time = time_text(now);
+    check_period(now);
     const i32 frame = round_even<i32>(leading_number(kind));
     for (const log_record_kind& row : log_record_kinds())
         if (row.frame == frame) print_record(channel, row, time);

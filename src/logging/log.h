@@ -9,15 +9,21 @@
 #include "basics/types.h"
 #include "platform/files.h"
 
-#include <string>
 #include <string_view>
 
 namespace tyxo::log {
 
+/// The local date, in hourly mode with the hour, else with -1.
+struct period {
+    i32 year = 0;
+    i32 month = 0;
+    i32 day = 0;
+    i32 hour = 0;
+    bool operator==(const period&) const = default;
+};
+
 struct open_logs {
-    /// The period of the files in use: the local date, in hourly mode with the hour behind it. One for all
-    /// channels; it is only compared.
-    std::string log_period;
+    period log_period;                  ///< of the files in use, one for all channels
     per_channel<output_file> log_files; ///< the open file of each channel
 };
 

@@ -18,18 +18,18 @@ constexpr auto kinds = std::to_array<log_record_kind>({
 using rec = channel_rec;
 
 const auto columns = std::to_array<log_column>({
-    {"T1", "", record_time{}, "Time", "HH:MM:SS", "", ""},
-    {"T2", "REC1", &rec::tsignal, "Tsignal", "  % alarm", "1", "255"},
-    {"T3", "REC1", &rec::speed, "Speed", &rec::speed_unit, &rec::speed_scale, "16711680"},
-    {"T4", "REC2", &rec::thermo_data, "Angular Signal", "", &sensor::state.scale_polar_t, "255"},
-    {"T5", "REC3", &rec::angacc_data, "Angular Acceleration", "", &sensor::state.scale_polar_a, "16711680"},
-    {"T6", "REC1", &rec::tvoltage, "Tvoltage", "  mV x50", ".5", "65280"},
-    {"T7", "REC1", &rec::teff_dc, "Teff DC", "  %alarm", "1", "16711935"},
-    {"T8", "REC1", &rec::teff_ac, "Teff AC", "  %alarm", "1", "16777215"},
+    {"T1", 0, record_time{}, "Time", "HH:MM:SS", "", ""},
+    {"T2", 1, &rec::tsignal, "Tsignal", "  % alarm", "1", "255"},
+    {"T3", 1, &rec::speed, "Speed", &rec::speed_unit, &rec::speed_scale, "16711680"},
+    {"T4", 3, &rec::thermo_data, "Angular Signal", "", &sensor::state.scale_polar_t, "255"},
+    {"T5", 4, &rec::angacc_data, "Angular Acceleration", "", &sensor::state.scale_polar_a, "16711680"},
+    {"T6", 1, &rec::tvoltage, "Tvoltage", "  mV x50", ".5", "65280"},
+    {"T7", 1, &rec::teff_dc, "Teff DC", "  %alarm", "1", "16711935"},
+    {"T8", 1, &rec::teff_ac, "Teff AC", "  %alarm", "1", "16777215"},
 });
 
 bool has(const log_record_kind& kind, const log_column& column) {
-    return column.record.empty() || column.record == kind.tag;
+    return column.frame == 0 || column.frame == kind.frame;
 }
 
 /// Appends one column's values.

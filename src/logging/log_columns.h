@@ -25,8 +25,8 @@ using curve_samples_of = std::array<i32, curve_samples + 1> channel_rec::*;
 using column_value = std::variant<record_time, i32 channel_rec::*, double channel_rec::*, curve_samples_of>;
 
 struct log_column {
-    std::string_view type;   ///< its name in the header's structure
-    std::string_view record; ///< tag of the records that have it; empty: all of them
+    std::string_view type; ///< its name in the header's structure
+    i32 frame;             ///< of the record that has it; 0: all of them
     column_value value;
     std::string_view name;
     column_text unit;
