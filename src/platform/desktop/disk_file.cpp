@@ -133,6 +133,8 @@ bool disk_file::empty() const {
 
 void disk_file::sync(sync_time when) {
     if (!state_->unsynced) return;
+    // Of two syncs the one that was asked for first comes first.
+    if (when == sync_time::soon && state_->flusher.waits(state_->file)) return;
     const auto now = flusher::clock::now();
     if (when == sync_time::soon) return state_->flusher.ask(state_->file, now + longest_unsynced);
     state_->flusher.ask(state_->file, now, state_->created ? folder_of(state_->path) : std::string());

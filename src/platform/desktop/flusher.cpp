@@ -111,6 +111,11 @@ void flusher::ask(std::shared_ptr<const descriptor> file, clock::time_point due,
     if (first) work_->news.notify_one();
 }
 
+bool flusher::waits(const std::shared_ptr<const descriptor>& file) {
+    const std::lock_guard lock(work_->guard);
+    return std::ranges::any_of(work_->requests, [&file](const auto& one) { return one.file == file; });
+}
+
 bool flusher::wait(clock::time_point until) {
     std::unique_lock lock(work_->guard);
     return work_->done.wait_until(lock, until, [this] { return work_->idle(); });

@@ -40,13 +40,13 @@ struct output_file::lane {
 };
 
 bool output_file::lane::write_at_once(std::string_view line) {
-    const auto now = clock::now();
-    if (!steps.finish(now) || !file.on_disk().own().local) return false;
+    if (!steps.idle() || !file.on_disk().own().local) return false;
+    const auto until = each_line ? clock::now() + desktop::longest_disk_wait : clock::time_point();
     {
         const auto no_sync = syncs().pause();
         if (!no_sync || !file.print_at_once(line)) return false;
     }
-    if (each_line) static_cast<void>(syncs().wait(now + desktop::longest_disk_wait));
+    if (each_line) static_cast<void>(syncs().wait(until));
     return true;
 }
 

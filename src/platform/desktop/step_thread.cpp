@@ -81,6 +81,11 @@ std::size_t step_thread::waiting() {
     return work_->steps.size();
 }
 
+bool step_thread::idle() {
+    const std::lock_guard lock(work_->guard);
+    return work_->asked == work_->ended;
+}
+
 bool step_thread::finish(clock::time_point until) {
     std::unique_lock lock(work_->guard);
     return work_->done.wait_until(lock, until, [this] { return work_->asked == work_->ended; });

@@ -24,6 +24,8 @@ class step_thread {
     [[nodiscard]] bool failed_late();
     /// Steps that have not begun.
     [[nodiscard]] std::size_t waiting();
+    /// True if every step has ended.
+    [[nodiscard]] bool idle();
     /// Waits until every step has ended; false when `until` comes first.
     [[nodiscard]] bool finish(clock::time_point until);
 
