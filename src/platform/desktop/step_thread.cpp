@@ -40,11 +40,11 @@ struct step_thread::work {
             lock.lock();
             const bool told = awaited == ++ended;
             if (told) reason = why;
-            done.notify_all();
-            if (told || !why) continue;
-            failed_late = true;
+            const bool late = why && !told;
+            if (late) failed_late = true;
             lock.unlock();
-            debug_output("file : " + *why);
+            done.notify_all();
+            if (late) debug_output("file : " + *why);
             lock.lock();
         }
     }
@@ -63,8 +63,10 @@ bool step_thread::run(std::function<void()> step, clock::time_point until) {
     if (!std::exchange(work_->started, true)) std::thread([work = work_] { work->run(); }).detach();
     work_->steps.push_back(std::move(step));
     const std::uint64_t number = ++work_->asked;
-    work_->news.notify_one();
     work_->awaited = number;
+    lock.unlock(); // who is woken finds it free
+    work_->news.notify_one();
+    lock.lock();
     const bool known = work_->done.wait_until(lock, until, [&] { return work_->ended >= number; });
     work_->awaited = 0;
     if (const auto why = std::exchange(work_->reason, {})) throw failure(*why);
