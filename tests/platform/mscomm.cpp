@@ -15,9 +15,10 @@ struct MSComm::state {
     i32 event = 0;
     std::function<void()> handler;
 
-    [[nodiscard]] simulation::port_behaviour behaviour() const {
+    [[nodiscard]] const simulation::port_behaviour& behaviour() const {
+        static const simulation::port_behaviour willing;
         const auto found = simulation::world().ports.find(settings.number);
-        return found == simulation::world().ports.end() ? simulation::port_behaviour{} : found->second;
+        return found == simulation::world().ports.end() ? willing : found->second;
     }
     void fire(i32 kind) {
         event = kind;
@@ -110,7 +111,7 @@ void MSComm::Output(std::string_view text) {
 void MSComm::Input(std::string& chunk) {
     require_open(*state_);
     if (state_->behaviour().refuses_input) throw failure("Device unavailable");
-    chunk.assign(state_->waiting);
+    chunk.swap(state_->waiting);
     state_->waiting.clear();
 }
 

@@ -46,7 +46,7 @@ Timer::~Timer() {
 }
 
 void Timer::restart() {
-    clock_->due = simulation::world().now_ms + interval_;
+    if (runs()) clock_->due = simulation::world().now_ms + interval_;
 }
 
 void Timer::tick() {
