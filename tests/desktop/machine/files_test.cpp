@@ -15,11 +15,35 @@ using namespace tyxo::real_files;
 
 class Files : public in_a_folder {};
 
+/// How often the other threads of this process have gone to sleep.
+long sleeps_of_others() {
+    long sum = 0;
+    for (const auto& thread : fs::directory_iterator("/proc/self/task")) {
+        if (thread.path().filename() == std::to_string(::gettid())) continue;
+        std::ifstream status(thread.path() / "status");
+        for (std::string word; status >> word;) {
+            long count = 0;
+            if (word == "voluntary_ctxt_switches:" && status >> count) sum += count;
+        }
+    }
+    return sum;
+}
+
 TEST_F(Files, ALineEndsInCrLfAndIsWithTheSystemAtOnce) {
     output_file file;
     file.open({.path = path("a.xlg")});
     file.print("one");
     EXPECT_EQ(content_now("a.xlg"), "one\r\n"); // the file is still open
+}
+
+TEST_F(Files, LinesWakeNoOtherThread) {
+    output_file file;
+    file.open({.path = path("a.xlg")});
+    file.print("one"); // asks for the sync of all that follow
+    const long before = sleeps_of_others();
+    for (int line = 0; line < 1000; ++line)
+        file.print("more");
+    EXPECT_LT(sleeps_of_others() - before, 100); // once a second a thread looks whether the file is there
 }
 
 TEST_F(Files, ANewFileBeginsWithItsHeaderAndAnOldOneKeepsItsLines) {
