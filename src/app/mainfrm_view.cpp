@@ -1,6 +1,7 @@
 #include "app/mainfrm_view.h"
 
 #include "app/mainfrm.h"
+#include "dialogs/frmalert.h"
 #include "dialogs/frmlog.h"
 #include "dialogs/frmpwd.h"
 #include "dialogs/frmresetinhtime.h"
@@ -42,7 +43,7 @@ constexpr QRgb main_disabled_print = 0xFF5C6166; // the panels of missing channe
 constexpr QSize least_main_size(960, 600);       // where the screen is smaller than the design
 constexpr int title_bar = 30;                    // px, that a window manager adds
 constexpr int label_rim = 8;
-constexpr int show_pause = 2; // ms between two showings
+constexpr int longest_delay = 100; // ms until bytes of a line are seen
 
 /// For entries that wait for the operator's answer: a screen reader that chooses one waits for no more than
 /// the choice.
@@ -58,7 +59,7 @@ mainfrm_view::mainfrm_view() : windows_(this) {
     make_client();
     pending_.setSingleShot(true);
     connect(&pending_, &QTimer::timeout, this, &mainfrm_view::show_state);
-    desktop::on_handled([this](desktop::moment when) { show_soon(when); });
+    desktop::on_handled([this](desktop::source from) { show_soon(from); });
     connect(qApp, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& session) {
         if (!end_session([&session] { return session.allowsInteraction(); })) session.cancel();
     });
@@ -197,20 +198,30 @@ void mainfrm_view::make_tab_order() {
         setTabOrder(stops[index - 1], stops[index]);
 }
 
-/// At once, or as soon as the widget whose event it is has done with it. Showings have a pause between them,
-/// so that a line that is full of changes does not fill the processor with paintings.
-void mainfrm_view::show_soon(desktop::moment when) {
-    if (pending_.isActive()) return;
-    const qint64 since = since_shown_.isValid() ? since_shown_.elapsed() : show_pause;
-    if (when == desktop::moment::idle && since >= show_pause) {
+/// What a timer does is seen at once, which is the display tick with all that has come since the last one.
+/// What a command does is seen as soon as the widget whose event it is has done with it. Bytes of a line
+/// wait for the display tick, unless they have brought something that nobody may see late.
+void mainfrm_view::show_soon(desktop::source from) {
+    const bool due = from == desktop::source::device;
+    const bool line = from == desktop::source::port;
+    if (due || (line && urgent_.differs(urgent_now()))) {
         show_state();
-    } else {
-        pending_.start(static_cast<int>(std::max<qint64>(show_pause - since, 0)));
+    } else if (!line || !pending_.isActive()) {
+        pending_.start(line ? longest_delay : 0);
     }
 }
 
+mainfrm_view::urgent mainfrm_view::urgent_now() {
+    urgent now{indicators.Text_status.appended(), FrmAlert::state.form.Visible, {}};
+    auto lamp = now.lamps.begin();
+    for (const auto* const lamps : {&indicators.LED_Rdy, &indicators.LED_prealarm, &indicators.LED_Alarm})
+        for (const iLedRoundX& one : *lamps)
+            *lamp++ = one.Active;
+    return now;
+}
+
 void mainfrm_view::show_state() {
-    since_shown_.start();
+    pending_.stop();
     if (caption_.differs(mainfrm::state.Caption)) setWindowTitle(qt_text(mainfrm::state.Caption));
     show_bound();
     if (!isMinimized()) show_client();

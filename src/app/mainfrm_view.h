@@ -8,7 +8,6 @@
 #include "platform/desktop/handlers.h"
 #include "widgets/state_view.h"
 
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
@@ -28,8 +27,7 @@ class click_label;
 class panel_view;
 class text_status_view;
 
-/// Shows the state of the core after every handler, at most 500 times a second. It passes commands on and
-/// changes nothing by itself.
+/// Shows the state of the core when handlers have ended. It passes commands on and changes nothing by itself.
 class mainfrm_view : public QMainWindow, public state_view {
     Q_OBJECT
 
@@ -54,7 +52,16 @@ class mainfrm_view : public QMainWindow, public state_view {
     void make_resolution(QWidget* client);
     void make_tab_order();
     void open_on_screen();
-    void show_soon(desktop::moment when);
+    /// What nobody may see late.
+    struct urgent {
+        std::uint64_t status_text; ///< characters ever appended
+        bool alert;
+        std::array<bool, std::size_t{3} * channel_count> lamps;
+        bool operator==(const urgent&) const = default;
+    };
+
+    void show_soon(desktop::source from);
+    [[nodiscard]] static urgent urgent_now();
     void show_client();
     [[nodiscard]] print_room measured_print() const;
     void place();
@@ -71,7 +78,7 @@ class mainfrm_view : public QMainWindow, public state_view {
     last_shown<std::string> status_;
     last_shown<std::array<Label, 4>> resolutions_;
     QTimer pending_; // runs while a change waits to be shown
-    QElapsedTimer since_shown_;
+    last_shown<urgent> urgent_;
 };
 
 } // namespace tyxo

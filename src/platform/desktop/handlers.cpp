@@ -23,7 +23,7 @@ struct running_handler {
 };
 std::vector<running_handler> running;       // inside each other, the innermost last
 std::deque<std::function<void()>> commands; // of the operator, not run yet
-std::function<void(moment)> handled;
+std::function<void(source)> handled;
 
 /// Wakes the event loop up every so many milliseconds, until nobody has asked for it for a while: starting a
 /// timer for each of many short waits would cost more than the waits.
@@ -46,7 +46,7 @@ void run_now(source from, const std::function<void()>& handler) {
     running.push_back({from});
     if (const auto why = attempt(handler)) debug_output(*why);
     running.pop_back();
-    if (handled) handled(from == source::device ? moment::idle : moment::inside);
+    if (handled) handled(from);
 }
 
 /// Runs what the operator has commanded, in order, unless a tick waits: never a command inside a tick. A
@@ -85,7 +85,7 @@ bool inside_device_handler() {
     const auto innermost =
         std::ranges::find_if(running.rbegin(), running.rend(),
                              [](const running_handler& one) { return one.from != source::view; });
-    return innermost != running.rend() && innermost->from == source::device;
+    return innermost != running.rend() && innermost->from != source::operator_;
 }
 
 void yield() {
@@ -93,12 +93,12 @@ void yield() {
 }
 
 void wait(int milliseconds) {
-    if (!running.empty() && !std::exchange(running.back().shown, true) && handled) handled(moment::inside);
+    if (!running.empty() && !std::exchange(running.back().shown, true) && handled) handled(source::operator_);
     wake_up_after(milliseconds);
     QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-void on_handled(std::function<void(moment)> hook) {
+void on_handled(std::function<void(source)> hook) {
     handled = std::move(hook);
 }
 

@@ -7,7 +7,8 @@ namespace tyxo::desktop {
 
 /// Where an event comes from.
 enum class source {
-    device,    ///< a serial port or a timer
+    device,    ///< a timer or a socket
+    port,      ///< a serial port: many times a second, and most often with nothing to see
     operator_, ///< a menu, a button, a click, the start
     view       ///< the same, for what only changes what is seen, and for the confirmation of an alarm
 };
@@ -39,14 +40,9 @@ void yield();
 /// windows show what it has changed so far.
 void wait(int milliseconds);
 
-/// When the windows can be told.
-enum class moment {
-    idle,  ///< nothing of the windows runs beneath: a timer or a port has been served
-    inside ///< a widget's own event may wait for what it has called, as a button for its click
-};
-
-/// Called when a handler has ended, or begins to wait, and the state may have changed.
-void on_handled(std::function<void(moment)> hook);
+/// Called when a handler has ended, with where it came from, and when one begins to wait: the state may have
+/// changed. A widget's own event may wait beneath a command, as a button for its click.
+void on_handled(std::function<void(source)> hook);
 
 /// Held events: see `hold_events`.
 [[nodiscard]] bool events_held();

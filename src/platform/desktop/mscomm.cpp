@@ -125,7 +125,7 @@ struct MSComm::state {
         }
         serving = true;
         event = kind;
-        desktop::run_handler(desktop::source::device, handler);
+        desktop::run_handler(desktop::source::port, handler);
         serving = false;
     }
 

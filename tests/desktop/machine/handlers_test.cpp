@@ -245,7 +245,7 @@ class handlers_test : public QObject {
 
     void the_windows_are_told_of_a_view_command_while_the_tick_goes_on_waiting() {
         int told = 0;
-        desktop::on_handled([&](desktop::moment) { ++told; });
+        desktop::on_handled([&](desktop::source) { ++told; });
         device_event([&] {
             yield_often();
             wait_events(1);
@@ -299,7 +299,7 @@ class handlers_test : public QObject {
 
     void the_windows_are_told_when_a_handler_ends_and_when_it_begins_to_wait() {
         int told = 0;
-        desktop::on_handled([&](desktop::moment) { ++told; });
+        desktop::on_handled([&](desktop::source) { ++told; });
         command([&] {
             QCOMPARE(told, 0);
             wait_events(1);
