@@ -1,47 +1,58 @@
 #include "app/windows_view.h"
 
+#include "dialogs/frmabort.h"
 #include "dialogs/frmabort_view.h"
 #include "dialogs/frmalert_view.h"
+#include "dialogs/frmbrowse.h"
 #include "dialogs/frmbrowse_view.h"
+#include "dialogs/frmlog.h"
 #include "dialogs/frmlog_view.h"
+#include "dialogs/frmpwd.h"
 #include "dialogs/frmpwd_view.h"
+#include "dialogs/frmresetinhtime.h"
 #include "dialogs/frmresetinhtime_view.h"
+#include "dialogs/frmscale_polar.h"
 #include "dialogs/frmscale_polar_view.h"
+#include "dialogs/frmselectprint.h"
 #include "dialogs/frmselectprint_view.h"
+#include "dialogs/frmsplash.h"
 #include "dialogs/frmsplash_view.h"
+#include "dialogs/frmstatustext.h"
 #include "dialogs/frmstatustext_view.h"
+#include "dialogs/setup/frmsetup.h"
 #include "dialogs/setup/frmsetup_view.h"
+#include "displays/bar_diagram.h"
 #include "displays/bar_diagram_view.h"
+#include "displays/frmdetailedpic.h"
 #include "displays/frmdetailedpic_view.h"
+#include "gateway/frmsetuptcp.h"
 #include "gateway/frmsetuptcp_view.h"
-
-#include <utility>
 
 namespace tyxo {
 
-template <class Window, class... Arguments> Window* secondary_windows::add(Arguments&&... arguments) {
-    auto window = std::make_unique<Window>(std::forward<Arguments>(arguments)...);
-    Window* const made = window.get();
-    windows_.push_back(std::move(window));
-    return made;
+template <class Window, class... Arguments>
+void secondary_windows::add(const Form& form, Arguments... arguments) {
+    windows_.push_back({form, [=] { return std::make_unique<Window>(arguments...); }, nullptr});
 }
 
-secondary_windows::secondary_windows(QWidget* parent) {
-    add<frmdetailedpic_view>(parent);
-    add<bar_diagram_view>(frmbarpic::state, "frmbarpic", parent);
-    add<bar_diagram_view>(Frmbarpic2::state, "Frmbarpic2", parent);
-    add<frmscale_polar_view>(parent);
-    add<frmselectprint_view>(parent);
-    add<frmsetuptcp_view>(parent);
-    QWidget* const setup = add<frmsetup_view>(parent);
-    add<frmbrowse_view>(setup);
-    add<frmpwd_view>(parent);
-    add<frmabort_view>(parent);
-    add<frmresetinhtime_view>(parent);
-    add<frmstatustext_view>(parent);
-    add<frmlog_view>(parent);
-    add<frmsplash_view>(parent);
-    add<frmalert_view>();
+secondary_windows::secondary_windows(QWidget* parent) : alert_(std::make_unique<frmalert_view>()) {
+    add<frmdetailedpic_view>(frmdetailedpic::state.form, parent);
+    add<bar_diagram_view>(frmbarpic::state.form, std::ref(frmbarpic::state), "frmbarpic", parent);
+    add<bar_diagram_view>(Frmbarpic2::state.form, std::ref(Frmbarpic2::state), "Frmbarpic2", parent);
+    add<frmscale_polar_view>(frmscale_polar::state.form, parent);
+    add<frmselectprint_view>(frmselectprint::state.form, parent);
+    add<frmsetuptcp_view>(FrmSetupTCP::state.form, parent);
+    add<frmsetup_view>(frmSetup::state.form, parent);
+    windows_.push_back(
+        {frmbrowse::state.form,
+         [parent] { return std::make_unique<frmbrowse_view>(parent->findChild<frmsetup_view*>()); },
+         nullptr});
+    add<frmpwd_view>(frmpwd::state.form, parent);
+    add<frmabort_view>(FrmAbort::state.form, parent);
+    add<frmresetinhtime_view>(FrmResetInhTime::state.form, parent);
+    add<frmstatustext_view>(frmstatustext::state.form, parent);
+    add<frmlog_view>(Frmlog::state.form, parent);
+    add<frmsplash_view>(frmSplash::state.form, parent);
 }
 
 /// The last one first: the folder browser before the dialog that it stands in front of.
@@ -51,8 +62,11 @@ secondary_windows::~secondary_windows() {
 }
 
 void secondary_windows::show_state() {
-    for (const auto& window : windows_)
-        window->show_state();
+    for (row& one : windows_) {
+        if (!one.window && one.form.Visible) one.window = one.make();
+        if (one.window) one.window->show_state();
+    }
+    alert_->show_state();
 }
 
 } // namespace tyxo

@@ -1,6 +1,7 @@
 #pragma once
 // All windows beside the main window.
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -9,9 +10,10 @@ class QWidget;
 namespace tyxo {
 
 class state_view;
+struct Form;
 
-/// Makes the windows as children of the main window, the alert alone for itself, and keeps them true to the
-/// core.
+/// Makes each window when it is opened for the first time, as a child of the main window, and keeps it true
+/// to the core. The alert, a window for itself, is there from the start: it waits for nothing.
 class secondary_windows {
   public:
     explicit secondary_windows(QWidget* parent);
@@ -22,9 +24,16 @@ class secondary_windows {
     void show_state();
 
   private:
-    template <class Window, class... Arguments> Window* add(Arguments&&... arguments);
+    struct row {
+        const Form& form; ///< says whether the window is open
+        std::function<std::unique_ptr<state_view>()> make;
+        std::unique_ptr<state_view> window; ///< once it was open
+    };
 
-    std::vector<std::unique_ptr<state_view>> windows_;
+    template <class Window, class... Arguments> void add(const Form& form, Arguments... arguments);
+
+    std::vector<row> windows_;
+    std::unique_ptr<state_view> alert_;
 };
 
 } // namespace tyxo

@@ -6,6 +6,7 @@
 #include "app/wiring.h"
 #include "desktop/control_pictures.h"
 #include "desktop/settings_file.h"
+#include "desktop/shown_window.h"
 #include "displays/bar_diagram.h"
 #include "displays/bar_diagram_view.h"
 #include "displays/panel.h"
@@ -81,7 +82,7 @@ class bar_windows : public QObject {
 
     void close() {
         for (const bar_window_row& row : both)
-            window(row).close();
+            if (is_open(row)) window(row).close();
     }
 
     static void set_engine(std::size_t channel, channel_rec engine) {
@@ -89,6 +90,8 @@ class bar_windows : public QObject {
         sensor::state.channels[channel] = engine;
     }
 
+    static bool is_open(const bar_window_row& row) { return shown_window(row.window) != nullptr; }
+    /// Once it was open.
     bar_diagram_view& window(const bar_window_row& row) const {
         return *main_->findChild<bar_diagram_view*>(row.window);
     }

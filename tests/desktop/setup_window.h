@@ -31,21 +31,20 @@ class setup_window {
     }
     void start(const char* settings_text) {
         window_.start(settings_text);
-        dialog_ = window_.dialog("frmSetup");
-        QVERIFY(dialog_ != nullptr);
-        QVERIFY(!dialog_->isVisible());
+        QVERIFY(shown_window("frmSetup") == nullptr);
     }
     void end() { window_.end(); }
 
-    void open() const {
+    void open() {
         window_.open_menu_entry("Setup_menue", "setup");
-        QTRY_VERIFY(dialog_->isVisible());
-        QVERIFY(QTest::qWaitForWindowActive(dialog_));
+        dialog_ = window_.opened("frmSetup");
     }
     void close() const {
-        if (dialog_->isVisible()) close_with_escape(dialog_);
+        if (is_open()) close_with_escape(dialog_);
     }
 
+    [[nodiscard]] bool is_open() const { return dialog_ != nullptr && dialog_->isVisible(); }
+    /// Once it was open.
     [[nodiscard]] QDialog* dialog() const { return dialog_; }
     [[nodiscard]] QDialog* other_dialog(const char* name) const { return window_.dialog(name); }
     void choose(const char* menu, const char* entry) const { window_.open_menu_entry(menu, entry); }

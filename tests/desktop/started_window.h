@@ -43,7 +43,16 @@ class started_window {
     [[nodiscard]] mainfrm_view& view() const { return *window_; }
     void show_state() { window_->show_state(); }
 
-    [[nodiscard]] QDialog* dialog(const char* name) const { return window_->findChild<QDialog*>(name); }
+    /// A dialog that was open already, or is about to open for the first time.
+    [[nodiscard]] QDialog* dialog(const char* name) const {
+        QDialog* found = nullptr;
+        const bool made = QTest::qWaitFor([&] {
+            found = window_->findChild<QDialog*>(name);
+            return found != nullptr;
+        });
+        if (!made) qFatal("there is no %s", name);
+        return found;
+    }
 
     /// A dialog that is about to open, as soon as it is in front.
     [[nodiscard]] QDialog* opened(const char* name) const;

@@ -30,8 +30,13 @@ class stop_lock_window : public QObject {
   protected:
     void start() {
         window_.start(stop_lock_settings);
+        QVERIFY(!is_up());
+    }
+
+    [[nodiscard]] static bool is_up() { return shown_window("FrmAbort") != nullptr; }
+
+    void find_lock() {
         lock_ = window_.dialog("FrmAbort");
-        QVERIFY(lock_ != nullptr);
         box_ = lock_->findChild<QLineEdit*>("TextPassword");
         stop_ = lock_->findChild<QPushButton*>("CmdStop");
         continue_ = lock_->findChild<QPushButton*>("CmdContinue");
@@ -39,7 +44,7 @@ class stop_lock_window : public QObject {
     }
 
     void measure() {
-        QTRY_VERIFY(!lock_->isVisible());
+        QTRY_VERIFY(!is_up());
         FrmAbort::SetPassword("R\xFChe7");
         sensor::state.measure_running = true;
         sensor::state.channel_running = {{true, true, false, false}};
@@ -52,7 +57,8 @@ class stop_lock_window : public QObject {
         auto* const look = new QTimer(this);
         look->setInterval(5);
         connect(look, &QTimer::timeout, this, [this, look, act = std::move(act)] {
-            if (!lock_->isVisible()) return;
+            if (!is_up()) return;
+            find_lock();
             look->stop();
             look->deleteLater();
             act();
@@ -72,7 +78,7 @@ class stop_lock_window : public QObject {
         });
         request();
         QTRY_VERIFY(asked); // a menu entry asks from the event loop
-        QTRY_VERIFY(!lock_->isVisible());
+        QTRY_VERIFY(!is_up());
     }
     /// Into whatever has the focus.
     void type(const QString& text) const {

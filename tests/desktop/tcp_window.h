@@ -12,18 +12,19 @@ class tcp_window {
   public:
     void start(const char* settings_text) {
         window_.start(settings_text);
-        form_ = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
-        QVERIFY(form_ != nullptr);
-        QVERIFY(!form_->isVisible());
+        QVERIFY(shown_window("FrmSetupTCP") == nullptr);
     }
     void end() { window_.end(); }
 
     /// Opens the window from the menu of the main window.
-    void open() const {
+    void open() {
         window_.open_menu_entry("Setup_menue", "setup_tcp");
-        QTRY_VERIFY(form_->isVisible());
+        QTRY_VERIFY(shown_window("FrmSetupTCP") != nullptr);
+        form_ = qobject_cast<QMainWindow*>(shown_window("FrmSetupTCP"));
     }
 
+    [[nodiscard]] bool is_open() const { return form_ != nullptr && form_->isVisible(); }
+    /// Once it was open.
     [[nodiscard]] QMainWindow* form() const { return form_; }
     void show_state() { window_.show_state(); }
 

@@ -57,8 +57,7 @@ class alert_keyboard_test : public QObject {
 
     void a_text_box_gets_the_keyboard_back_that_the_window_system_gave_to_the_alert() {
         raise_alarm(0);
-        window_.open_menu_entry("Setup_menue", "setup_tcp");
-        auto* const form = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
+        QWidget* const form = open_gateway_window();
         to_front(form);
         auto* const box = form->findChild<QLineEdit*>("Txt_IPport");
         box->setFocus();
@@ -76,8 +75,7 @@ class alert_keyboard_test : public QObject {
     }
 
     void it_leaves_the_keyboard_to_a_text_box_until_its_window_is_left() {
-        window_.open_menu_entry("Setup_menue", "setup_tcp");
-        auto* const form = window_.view().findChild<QMainWindow*>("FrmSetupTCP");
+        QWidget* const form = open_gateway_window();
         QTRY_VERIFY(form->isActiveWindow());
         auto* const box = form->findChild<QLineEdit*>("Txt_IPport");
         box->setFocus();
@@ -122,6 +120,12 @@ class alert_keyboard_test : public QObject {
     }
 
   private:
+    QWidget* open_gateway_window() {
+        window_.open_menu_entry("Setup_menue", "setup_tcp");
+        if (!QTest::qWaitFor([] { return shown_window("FrmSetupTCP") != nullptr; }))
+            qFatal("it does not open");
+        return shown_window("FrmSetupTCP");
+    }
     QWidget* part(const char* name) const { return alert_->findChild<QWidget*>(name); }
     QPoint place_of_button() const {
         const QWidget* const button = part("CmdAck");

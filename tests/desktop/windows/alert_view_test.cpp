@@ -200,12 +200,12 @@ class alert_view_test : public QObject {
     void it_hides_the_diagrams_and_the_operator_opens_them_again() {
         sensor::state.channels[0].param_valid = true;
         const auto expect_hidden_and_opened = [&](const char* name, void (*open)(i16)) {
-            auto* const diagram = window_.view().findChild<QWidget*>(name);
             const auto open_it = [&] {
                 desktop::run_handler(desktop::source::operator_, [open] { open(0); });
             };
             open_it();
-            QTRY_VERIFY2(diagram->isVisible(), name);
+            QTRY_VERIFY2(shown_window(name) != nullptr, name);
+            QWidget* const diagram = shown_window(name);
             raise_alarm(0);
             QTRY_VERIFY2(!diagram->isVisible(), name);
             confirm_alert();

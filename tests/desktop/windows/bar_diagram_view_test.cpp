@@ -21,9 +21,9 @@ class bar_diagram_view_test : public bar_windows {
 
     void the_button_opens_its_window() {
         for (const bar_window_row& row : both) {
-            QVERIFY(!window(row).isVisible());
+            QVERIFY(!is_open(row));
             press(row, 0);
-            QVERIFY(window(row).isVisible());
+            QVERIFY(is_open(row));
             QVERIFY(!window(row).isModal());
             QCOMPARE(window(row).windowTitle(), row.caption + QString::fromUtf8("K\xC3\xBChlung"));
             QCOMPARE(plot(row).property("PlotTitle").toString(), QString(row.title));
@@ -82,11 +82,11 @@ class bar_diagram_view_test : public bar_windows {
         for (const bar_window_row& row : both) {
             press(row, 1);
             by_key ? QTest::keyClick(&window(row), Qt::Key_Escape) : static_cast<void>(window(row).close());
-            QVERIFY(!window(row).isVisible());
+            QVERIFY(!is_open(row));
             QCOMPARE(row.selected, i16{0});
             QVERIFY(!row.bars.open);
             press(row, 0);
-            QVERIFY(window(row).isVisible());
+            QVERIFY(is_open(row));
             QCOMPARE(shown_labels(row), QString("1 2 3 4 5 6"));
         }
     }
@@ -109,7 +109,7 @@ class bar_diagram_view_test : public bar_windows {
             QVERIFY(text.endsWith("Please wait until loading is ready, and try it again !!"));
             QCOMPARE(title, QString("Message"));
             QCOMPARE(icon, QMessageBox::Critical);
-            QVERIFY(!window(row).isVisible());
+            QVERIFY(!is_open(row));
             QCOMPARE(row.selected, i16{3});
         }
     }

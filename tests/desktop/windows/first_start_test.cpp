@@ -85,15 +85,15 @@ class first_start_test : public QObject {
     }
 
     void they_stop_without_a_password() {
-        QDialog* const lock = setup_.other_dialog("FrmAbort");
         QTimer answer;
-        connect(&answer, &QTimer::timeout, lock, [lock] {
-            if (lock->isVisible()) QTest::mouseClick(button(lock, "CmdStop", "Stop Logging"), Qt::LeftButton);
+        connect(&answer, &QTimer::timeout, &answer, [] {
+            const auto* const lock = qobject_cast<QDialog*>(shown_window("FrmAbort"));
+            if (lock != nullptr) QTest::mouseClick(button(lock, "CmdStop", "Stop Logging"), Qt::LeftButton);
         });
         answer.start(5);
         setup_.choose("start", "startstop");
         QTRY_VERIFY(!sensor::state.measure_running);
-        QTRY_VERIFY(!lock->isVisible());
+        QTRY_VERIFY(shown_window("FrmAbort") == nullptr);
         QVERIFY(log_of(0).contains(" 51 901 1234 48 7 "));
         for (i16 channel = 0; channel < 2; ++channel)
             QVERIFY(log_of(channel).contains(" Measure Stopped -->"));

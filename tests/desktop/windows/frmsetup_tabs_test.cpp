@@ -72,7 +72,7 @@ class frmsetup_tabs_test : public QObject {
             sensor::state.channels[channel].status_valid = channel < 2;
             fill(sensor::state.channels[channel], 1000 * (channel + 1));
         }
-        if (setup_.dialog() != nullptr) setup_.open();
+        setup_.open();
     }
     void cleanup() { setup_.close(); }
     void cleanupTestCase() { setup_.end(); }

@@ -241,7 +241,7 @@ class frmsetup_view_test : public QObject {
                                               [this] { QTest::keyClick(setup_.dialog(), Qt::Key_Escape); },
                                               [this] { setup_.dialog()->close(); }};
         for (const auto& end : ends) {
-            if (!setup_.dialog()->isVisible()) setup_.open();
+            if (!setup_.is_open()) setup_.open();
             setup_.type(setup_.find<QLineEdit>("Text_sensor_loc", 0), "never");
             end();
             QTRY_VERIFY(!setup_.dialog()->isVisible());
@@ -280,7 +280,7 @@ class frmsetup_view_test : public QObject {
 
     void enter_is_ok_unless_a_button_has_the_focus() {
         for (const char* const focus : {"Text_sensor_loc(0)", "Select_com(1)", "Check_tst(0)", "cmd_OK"}) {
-            if (!setup_.dialog()->isVisible()) setup_.open();
+            if (!setup_.is_open()) setup_.open();
             setup_.type(setup_.find<QLineEdit>("Text_type_code", 2), focus);
             setup_.find(focus)->setFocus();
             QTest::keyClick(setup_.dialog()->focusWidget(), Qt::Key_Return);

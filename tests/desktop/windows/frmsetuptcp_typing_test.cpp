@@ -55,7 +55,7 @@ class frmsetuptcp_typing_test : public QObject {
   private slots:
     void initTestCase() { window_.start(tcp_settings); }
     void init() {
-        if (!window_.form()->isVisible()) window_.open();
+        if (!window_.is_open()) window_.open();
     }
     void cleanupTestCase() { window_.end(); }
 

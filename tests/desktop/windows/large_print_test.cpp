@@ -4,7 +4,9 @@
 #include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "desktop/window_states.h"
+#include "displays/bar_diagram.h"
 #include "displays/chart.h"
+#include "displays/frmdetailedpic.h"
 #include "displays/panel.h"
 
 #include <QStatusBar>
@@ -120,10 +122,17 @@ class large_print_test : public QObject {
 
     void diagrams_keep_a_size_in_which_their_print_is_legible_data() { sizes(); }
     void diagrams_keep_a_size_in_which_their_print_is_legible() {
+        frmdetailedpic::state.form.show();
+        frmbarpic::state.form.show();
+        Frmbarpic2::state.form.show();
+        main_->show_state();
         for (const auto& [name, least] : {std::pair{"frmdetailedpic", QSize(1000, 620)},
                                           {"frmbarpic", QSize(800, 500)},
                                           {"Frmbarpic2", QSize(800, 500)}})
-            QCOMPARE(main_->findChild<QWidget*>(name)->minimumSize(), least);
+            QCOMPARE(shown_window(name)->minimumSize(), least);
+        frmdetailedpic::state.form.unload();
+        frmbarpic::state.form.unload();
+        Frmbarpic2::state.form.unload();
     }
 
   private:

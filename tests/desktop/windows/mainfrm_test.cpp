@@ -47,6 +47,15 @@ class mainfrm_test : public QObject {
 
     void cleanupTestCase() { program_.end(); }
 
+    void beside_it_only_the_alert_is_made_before_it_is_opened() {
+        QStringList made;
+        for (const QWidget* const window : QApplication::topLevelWidgets())
+            if (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog)
+                made << window->objectName();
+        made.sort();
+        QCOMPARE(made, QStringList({"FrmAlert", "mainfrm"}));
+    }
+
     void the_window_bears_its_caption() {
         QCOMPARE(window_->windowTitle(), QString(" Quarvo / Tyxo Data Logger  Version 2.10_4"));
     }

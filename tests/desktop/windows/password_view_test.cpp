@@ -24,11 +24,7 @@ class password_view_test : public QObject {
     Q_OBJECT
 
   private slots:
-    void initTestCase() {
-        window_.start(settings_text);
-        dialog_ = window_.dialog("frmpwd");
-        QVERIFY(dialog_ != nullptr);
-    }
+    void initTestCase() { window_.start(settings_text); }
     void init() {
         Ini::ini_write("passwd", "Ruhe7");
         open();
@@ -173,8 +169,9 @@ class password_view_test : public QObject {
         box(name)->setFocus();
         QTest::keyClicks(box(name), text);
     }
-    void open() const {
+    void open() {
         window_.open_menu_entry("Setup_menue", "setup_passwd");
+        dialog_ = window_.dialog("frmpwd");
         QTRY_VERIFY(dialog_->isVisible());
     }
 

@@ -29,11 +29,7 @@ class scope_dialogs_test : public QObject {
     Q_OBJECT
 
   private slots:
-    void initTestCase() {
-        window_.start(settings_text);
-        scales_ = window_.dialog("frmscale_polar");
-        QVERIFY(scales_ != nullptr);
-    }
+    void initTestCase() { window_.start(settings_text); }
 
     void cleanupTestCase() { window_.end(); }
 
@@ -280,8 +276,9 @@ class scope_dialogs_test : public QObject {
         QTest::mouseClick(option(scales_, array, index), Qt::LeftButton, {}, QPoint(8, 8));
     }
 
-    void open_scales() const {
+    void open_scales() {
         window_.open_menu_entry("Setup_menue", "setup_scale");
+        scales_ = window_.dialog("frmscale_polar");
         QTRY_VERIFY(scales_->isVisible());
     }
 

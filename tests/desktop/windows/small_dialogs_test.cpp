@@ -178,7 +178,9 @@ class small_dialogs_test : public QObject {
             QVERIFY(qAlpha(picture.pixel(0, 0)) == 0);
         }
         QVERIFY(!window_.view().windowIcon().isNull());
-        QVERIFY(!window_.dialog("Frmlog")->windowIcon().isNull());
+        QDialog* const dialog = open_identity();
+        QVERIFY(!dialog->windowIcon().isNull());
+        close_with_escape(dialog);
     }
 
   private:

@@ -98,7 +98,7 @@ class stop_lock_requests_test : public stop_lock_window {
     void a_session_that_lets_nobody_ask_goes_on_ending() {
         const auto before = stop_lines();
         QVERIFY(window_.view().end_session([] { return false; }));
-        QVERIFY(!lock_->isVisible());
+        QVERIFY(!is_up());
         QCOMPARE(stop_lines(), before + 1);
         QVERIFY(sensor::state.measure_running);
     }
@@ -120,7 +120,7 @@ class stop_lock_requests_test : public stop_lock_window {
         QVERIFY(kept);
         QVERIFY(!asked_in_the_tick);
         QTRY_VERIFY(asked);
-        QTRY_VERIFY(!lock_->isVisible());
+        QTRY_VERIFY(!is_up());
         QCOMPARE(stop_lines(), before + 1);
     }
 };
