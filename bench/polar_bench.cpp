@@ -10,6 +10,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+
 namespace {
 
 using namespace tyxo;
@@ -45,21 +47,59 @@ void picture_in_the_core(benchmark::State& state) {
 }
 BENCHMARK(picture_in_the_core)->Unit(benchmark::kMicrosecond);
 
-void whole_pass(benchmark::State& state) {
+/// The two kinds of curve come by turns, each another one than the last of its kind.
+void take_new_curve(int pass) {
+    auto& samples = pass % 2 == 0 ? sensor::state.detail_thermo : sensor::state.detail_angacc;
+    std::ranges::rotate(samples, samples.begin() + 3);
+    draw_pass();
+}
+
+void open_window(frmdetailedpic_view& window) {
     open_with_curves();
-    frmdetailedpic_view window(nullptr);
     window.resize(size);
     window.show_state();
     QApplication::processEvents();
+}
+
+/// Painted from scratch.
+void whole_pass(benchmark::State& state) {
+    frmdetailedpic_view window(nullptr);
+    open_window(window);
     QImage image(size, QImage::Format_RGB32);
+    int pass = 0;
     for (auto _ : state) {
-        draw_pass();
+        take_new_curve(++pass);
         window.show_state();
         window.render(&image);
     }
     if (image.pixelColor(5, 5) != QColor(192, 192, 192)) state.SkipWithError("nothing was painted");
 }
 BENCHMARK(whole_pass)->Unit(benchmark::kMicrosecond);
+
+/// What the program does: the window on the screen takes up what differs.
+void whole_pass_on_the_screen(benchmark::State& state) {
+    frmdetailedpic_view window(nullptr);
+    open_window(window);
+    int pass = 0;
+    for (auto _ : state) {
+        take_new_curve(++pass);
+        window.show_state();
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(whole_pass_on_the_screen)->Unit(benchmark::kMicrosecond);
+
+/// Something else wants the window painted again.
+void the_same_picture_again(benchmark::State& state) {
+    frmdetailedpic_view window(nullptr);
+    open_window(window);
+    take_new_curve(0);
+    window.show_state();
+    QImage image(size, QImage::Format_RGB32);
+    for (auto _ : state)
+        window.render(&image);
+}
+BENCHMARK(the_same_picture_again)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

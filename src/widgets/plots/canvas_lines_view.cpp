@@ -20,9 +20,14 @@ bool finite(const stroke& one) {
     return std::isfinite(one.x1) && std::isfinite(one.y1) && std::isfinite(one.x2) && std::isfinite(one.y2);
 }
 
+bool inside(const QPointF& point, const QRectF& area) {
+    return point.x() >= area.left() && point.x() <= area.right() && point.y() >= area.top() &&
+           point.y() <= area.bottom();
+}
+
 /// The part of the line inside the area.
 std::optional<QLineF> clipped(const QLineF& line, const QRectF& area) {
-    if (area.contains(line.p1()) && area.contains(line.p2())) return line;
+    if (inside(line.p1(), area) && inside(line.p2(), area)) return line;
     double begin = 0;
     double end = 1;
     const auto cut = [&](double from, double change, double least, double greatest) {
@@ -82,6 +87,13 @@ void drop_repeated(std::vector<line_run>& runs) {
 }
 
 } // namespace
+
+bool line_run::operator==(const line_run& other) const {
+    const auto same_point = [](const QPointF& one, const QPointF& another) {
+        return one.x() == another.x() && one.y() == another.y();
+    };
+    return ForeColor == other.ForeColor && std::ranges::equal(points, other.points, same_point);
+}
 
 std::vector<line_run> canvas_lines(std::span<const stroke> strokes, const canvas_place& place) {
     const QRectF area = place.visible.adjusted(-overhang, -overhang, overhang, overhang);

@@ -14,6 +14,7 @@ namespace tyxo {
 struct line_run {
     colour ForeColor = 0;
     QPolygonF points;
+    bool operator==(const line_run& other) const; ///< to the last bit, where QPointF knows nearly the same
 };
 
 /// From units to pixels.

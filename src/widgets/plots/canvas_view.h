@@ -2,6 +2,7 @@
 // Paints a drawing surface of the core.
 
 #include "controls/canvas.h"
+#include "widgets/plots/canvas_picture_view.h"
 #include "widgets/spoken.h"
 
 #include <QFont>
@@ -10,7 +11,8 @@
 namespace tyxo {
 
 /// Shows the whole of a surface of fixed size in units, as large as it fits, with room around it for lines
-/// that leave it. Lines without a finite end are left out, lines beyond the widget are cut.
+/// that leave it. Lines without a finite end are left out, lines beyond the widget are cut. Children of the
+/// view fill their own ground: what changes on the surface is painted around them.
 class canvas_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double ScaleWidth READ ScaleWidth)
@@ -59,18 +61,20 @@ class canvas_view : public QWidget, public spoken_control {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
   private:
     [[nodiscard]] QFont fitting_font() const;
-    void paint_strokes(QPainter& painter) const;
-    void paint_texts(QPainter& painter) const;
+    [[nodiscard]] canvas_look look() const;
+    void renew_picture(const QRegion& painted);
 
     const canvas& surface_;
     design design_;
     QString widest_text_;
     double widest_text_room_ = 0;
     QFont text_font_; // costs time to find, so it is kept until the size changes
-    unsigned shown_passes_ = 0;
+    canvas_picture picture_;
 };
 
 } // namespace tyxo
