@@ -1,8 +1,11 @@
 // One whole pass of the Detailed Display, as each new curve makes it: the picture in the core, and the window
-// of 1280 x 1024 painted. The floor fills as many pixels with one colour.
+// of 1280 x 1024 painted. The floor fills as many pixels with one colour. Below it the scope of one channel.
 
 #include "displays/engines.h"
 #include "displays/frmdetailedpic_view.h"
+#include "displays/panel.h"
+#include "displays/xy_plot.h"
+#include "widgets/plots/xy_plot_view.h"
 
 #include <QApplication>
 #include <QImage>
@@ -100,6 +103,58 @@ void the_same_picture_again(benchmark::State& state) {
         window.render(&image);
 }
 BENCHMARK(the_same_picture_again)->Unit(benchmark::kMicrosecond);
+
+/// A scope as the main window has four of them, with both curves of a running engine.
+iXYPlotX scope_of_an_engine() {
+    open_with_curves();
+    sensor::state.scale_polar_t = 3;
+    setup_plot(0);
+    channel_rec& rec = sensor::state.channels[0];
+    std::ranges::copy(sensor::state.detail_thermo, rec.thermo_data.begin());
+    std::ranges::copy(sensor::state.detail_angacc, rec.angacc_data.begin());
+    process_thermo(0);
+    process_angacc(0);
+    return panels.XYplot[0];
+}
+
+void show_scope(xy_plot_view& scope, const iXYPlotX& plot) {
+    scope.resize(110, 110);
+    scope.show_control(plot);
+    scope.show();
+    QApplication::processEvents();
+}
+
+void scope_without_a_change(benchmark::State& state) {
+    const iXYPlotX plot = scope_of_an_engine();
+    xy_plot_view scope;
+    show_scope(scope, plot);
+    for (auto _ : state)
+        scope.show_control(plot);
+}
+BENCHMARK(scope_without_a_change)->Unit(benchmark::kMicrosecond);
+
+void scope_with_a_new_curve(benchmark::State& state) {
+    iXYPlotX plot = scope_of_an_engine();
+    xy_plot_view scope;
+    show_scope(scope, plot);
+    std::size_t kind = 1;
+    for (auto _ : state) {
+        kind = 3 - kind;
+        std::ranges::rotate(plot.curves[kind].points, plot.curves[kind].points.begin() + 3);
+        scope.show_control(plot);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(scope_with_a_new_curve)->Unit(benchmark::kMicrosecond);
+
+void the_same_scope_again(benchmark::State& state) {
+    xy_plot_view scope;
+    show_scope(scope, scope_of_an_engine());
+    QImage image(scope.size(), QImage::Format_RGB32);
+    for (auto _ : state)
+        scope.render(&image);
+}
+BENCHMARK(the_same_scope_again)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 #include <span>
@@ -33,11 +34,6 @@ std::span<const plot_curve> reference(const iXYPlotX& control) {
     return std::span(control.curves).first(std::min<std::size_t>(control.curves.size(), 1));
 }
 
-bool same_face(const iXYPlotX& one, const iXYPlotX& other) {
-    return one.XAxis == other.XAxis && one.YAxis == other.YAxis &&
-           std::ranges::equal(reference(one), reference(other));
-}
-
 bool far_apart(const QPointF& one, const QPointF& other) {
     return std::abs(one.x() - other.x()) + std::abs(one.y() - other.y()) >= least_step;
 }
@@ -49,30 +45,36 @@ xy_plot_view::xy_plot_view(QWidget* parent) : clickable(parent) {
     setToolTip(tr("Thermosignal red, angular acceleration blue.\nA click opens the Detailed Display."));
     setCursor(Qt::PointingHandCursor);
     setFocusPolicy(Qt::TabFocus);
-    describe();
 }
 
 void xy_plot_view::show_control(const iXYPlotX& control) {
     if (control == shown_) return;
-    if (!same_face(control, shown_)) face_.drop();
+    const bool same_axes = control.XAxis == shown_.XAxis && control.YAxis == shown_.YAxis;
+    const auto differs = std::ranges::mismatch(control.curves, shown_.curves).in1;
+    const auto first = static_cast<std::size_t>(differs - control.curves.begin());
     shown_ = control;
-    describe();
+    pictures_.resize(std::max<std::size_t>(shown_.curves.size(), 1));
+    drop_pictures(same_axes ? first : 0);
+    for (std::size_t index = first; index < shown_.curves.size(); ++index)
+        describe(index);
     if (isVisibleTo(parentWidget()) != control.Visible) setVisible(control.Visible);
     update();
 }
 
-void xy_plot_view::describe() {
-    for (std::size_t index = 0; index < shown_.curves.size(); ++index) {
-        const plot_curve& curve = shown_.curves[index];
-        const int number = static_cast<int>(index);
-        const auto tell = [&](const char* array, const QVariant& value) {
-            setProperty(element(array, number).toLatin1(), value);
-        };
-        tell("CurveTitle", qt_text(curve.Title));
-        tell("CurveVisible", curve.Visible);
-        tell("CurveColor", curve.Color);
-        tell("CurvePoints", static_cast<int>(curve.points.size()));
-    }
+void xy_plot_view::drop_pictures(std::size_t first) {
+    for (std::size_t index = first; index < pictures_.size(); ++index)
+        pictures_[index].drop();
+}
+
+void xy_plot_view::describe(std::size_t index) {
+    const plot_curve& curve = shown_.curves[index];
+    const auto tell = [&](const char* array, const QVariant& value) {
+        setProperty(element(array, static_cast<int>(index)).toLatin1(), value);
+    };
+    tell("CurveTitle", qt_text(curve.Title));
+    tell("CurveVisible", curve.Visible);
+    tell("CurveColor", curve.Color);
+    tell("CurvePoints", static_cast<int>(curve.points.size()));
 }
 
 QString xy_plot_view::spoken_text() const {
@@ -113,10 +115,20 @@ void xy_plot_view::paintEvent(QPaintEvent* /*event*/) {
     if (area().width() < 1) return;
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
-    for (std::size_t index = reference(shown_).size(); index < shown_.curves.size(); ++index)
-        paint_curve(painter, shown_.curves[index]);
+    show_curves(painter, pictures_.size() - 1);
     if (hasFocus()) paint_focus_rim(painter, square());
+}
+
+/// The face with the curves up to the last one.
+void xy_plot_view::show_curves(QPainter& painter, std::size_t last) {
+    pictures_[last].show(painter, *this, [&](QPainter& onto) {
+        if (last == 0) {
+            paint_face(onto);
+        } else {
+            show_curves(onto, last - 1);
+            paint_curve(onto, shown_.curves[last]);
+        }
+    });
 }
 
 void xy_plot_view::paint_face(QPainter& painter) const {
@@ -150,6 +162,8 @@ void xy_plot_view::paint_curve(QPainter& painter, const plot_curve& curve) const
     // Single short lines with square ends paint several times faster than one joined line.
     const double pen = std::clamp(pen_share * square().width(), thinnest_curve, thickest_curve);
     painter.setPen(QPen(shaded(qt_colour(curve.Color), *this), pen, Qt::SolidLine, Qt::SquareCap));
+    QList<QLineF> lines;
+    lines.reserve(static_cast<qsizetype>(curve.points.size()));
     QPointF begin; // where the next line begins, if it goes on from `end_of_last`
     std::optional<plot_point> end_of_last;
     for (std::size_t index = 1; index < curve.points.size(); ++index) {
@@ -160,9 +174,10 @@ void xy_plot_view::paint_curve(QPainter& painter, const plot_curve& curve) const
         end_of_last = line->to;
         const QPointF end = on_screen(line->to);
         if (!far_apart(begin, end) && index + 1 < curve.points.size()) continue;
-        painter.drawLine(begin, end);
+        lines.append({begin, end});
         begin = end;
     }
+    painter.drawLines(lines);
     painter.restore();
 }
 
@@ -172,7 +187,7 @@ void xy_plot_view::focusInEvent(QFocusEvent* event) {
 }
 
 void xy_plot_view::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange) face_.drop();
+    if (event->type() == QEvent::EnabledChange) drop_pictures();
     QWidget::changeEvent(event);
 }
 

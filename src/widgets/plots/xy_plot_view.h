@@ -9,7 +9,7 @@
 
 #include <QWidget>
 
-#include <array>
+#include <vector>
 
 namespace tyxo {
 
@@ -58,12 +58,16 @@ class xy_plot_view : public clickable<QWidget>, public spoken_control {
     [[nodiscard]] QRectF square() const;
     [[nodiscard]] QRectF area() const;
     [[nodiscard]] QPointF on_screen(const plot_point& point) const;
-    void describe();
+    void describe(std::size_t index);
+    void drop_pictures(std::size_t first = 0);
+    void show_curves(QPainter& painter, std::size_t last);
     void paint_face(QPainter& painter) const;
     void paint_curve(QPainter& painter, const plot_curve& curve) const;
 
     iXYPlotX shown_;
-    face_cache face_;
+    /// Of the face with no curve but the first, with the second one too, and so on: a new curve leaves alone
+    /// what lies below it.
+    std::vector<face_cache> pictures_{1};
 };
 
 } // namespace tyxo
