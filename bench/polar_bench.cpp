@@ -1,6 +1,8 @@
 // One whole pass of the Detailed Display, as each new curve makes it: the picture in the core, and the window
-// of 1280 x 1024 painted. The floor fills as many pixels with one colour. Below it the scope of one channel.
+// of 1280 x 1024 painted. The floor fills as many pixels with one colour. Below it the scope
+// of one channel and a bar diagram.
 
+#include "displays/bar_diagram_view.h"
 #include "displays/engines.h"
 #include "displays/frmdetailedpic_view.h"
 #include "displays/panel.h"
@@ -155,6 +157,34 @@ void the_same_scope_again(benchmark::State& state) {
         scope.render(&image);
 }
 BENCHMARK(the_same_scope_again)->Unit(benchmark::kMicrosecond);
+
+/// Bars of 16 cylinders in a window of 1280 x 1024.
+void take_new_bars(bar_form& bars, int pass) {
+    bars.plot.XAxis = {.Span = 17, .Increment = 1};
+    bars.plot.YAxes = {{.Name = "left", .Title = "Speed in RPM", .Span = 1200},
+                       {.Name = "right", .Title = "Difference", .Min = -60, .Span = 80}};
+    bars.plot.series = {{.Title = "Speed", .Color = rgb(0, 0, 255)},
+                        {.Title = "Difference", .Color = rgb(192, 0, 192), .YAxisName = "right"}};
+    for (int cylinder = 1; cylinder <= 16; ++cylinder) {
+        const double swing = (cylinder * 7 + pass) % 11;
+        bars.plot.series[0].points.push_back({1.0 * cylinder, 700 + 9 * swing, 0.4});
+        bars.plot.series[1].points.push_back({1.0 * cylinder, swing - 5, 0.4});
+    }
+}
+
+void bars_of_a_new_curve(benchmark::State& state) {
+    bar_form bars;
+    bars.form.Visible = state.range(0) != 0;
+    bar_diagram_view window(bars, "frmbarpic", nullptr);
+    window.resize(size);
+    int pass = 0;
+    for (auto _ : state) {
+        take_new_bars(bars, ++pass);
+        window.show_state();
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(bars_of_a_new_curve)->ArgName("shown")->Arg(1)->Arg(0)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -89,6 +89,7 @@ bool bar_diagram_view::places_changed() {
 }
 
 void bar_diagram_view::show_state() {
+    if (!form_.form.Visible && !isVisible()) return; // opened, it shows all at once
     const QString caption = qt_text(form_.form.Caption);
     if (windowTitle() != caption) {
         setWindowTitle(caption);

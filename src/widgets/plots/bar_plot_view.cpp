@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tyxo {
 
@@ -106,7 +107,7 @@ void bar_plot_view::show_control(const iPlotX& control) {
     shown_ = control;
     place_heading();
     describe();
-    replot(rpQueuedReplot);
+    draw_anew();
 }
 
 void bar_plot_view::set_places(const QRect& axes, int text_pixels) {
@@ -123,7 +124,18 @@ void bar_plot_view::set_places(const QRect& axes, int text_pixels) {
     legend->setIconSize(text_pixels * 3 / 2, text_pixels * 3 / 4);
     title_->setFont(text_font(font(), text_pixels * 3 / 2, true));
     place_heading();
-    replot(rpQueuedReplot);
+    draw_anew();
+}
+
+/// In a window that is closed or minimised only as soon as somebody sees it.
+void bar_plot_view::draw_anew() {
+    stale_ = !isVisible() || window()->isMinimized();
+    if (!stale_) replot(rpQueuedReplot);
+}
+
+void bar_plot_view::paintEvent(QPaintEvent* event) {
+    if (std::exchange(stale_, false)) replot(rpQueuedRefresh);
+    QCustomPlot::paintEvent(event);
 }
 
 void bar_plot_view::show_axes() {

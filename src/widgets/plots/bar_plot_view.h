@@ -28,7 +28,11 @@ class bar_plot_view : public QCustomPlot, public spoken_control {
     /// The numbers of each series, bar by bar.
     [[nodiscard]] QString spoken_text() const override;
 
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
   private:
+    void draw_anew();
     void show_axes();
     void show_series();
     void show_marks(std::size_t series, const QVector<double>& keys, const QVector<double>& values);
@@ -41,6 +45,7 @@ class bar_plot_view : public QCustomPlot, public spoken_control {
     std::vector<QCPBars*> bars_;
     std::vector<QCPGraph*> marks_; ///< two for each series: of bars that go beyond the axis up, and down
     int text_pixels_ = 11;
+    bool stale_ = false; ///< it changed where nobody saw it
 };
 
 } // namespace tyxo
