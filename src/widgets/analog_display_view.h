@@ -5,6 +5,7 @@
 #include "widgets/paint_view.h"
 #include "widgets/spoken.h"
 
+#include <QTextLayout>
 #include <QWidget>
 
 namespace tyxo {
@@ -40,12 +41,19 @@ class analog_display_view : public QWidget, public spoken_control {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     void write();
+    void paint_display(QPainter& painter, const QRect& part);
+    QSizeF set_line(double pixels);
+    void fit_line(const QRectF& room, double pixels);
 
     iAnalogDisplayX shown_;
     QString text_;
+    face_cache glass_;
+    QTextLayout line_; // the text, if laid out
 };
 
 } // namespace tyxo

@@ -48,6 +48,10 @@ double snapped(double length, double device_pixel_ratio) {
     return std::round(length * device_pixel_ratio) / device_pixel_ratio;
 }
 
+QRect touched(const QRectF& area) {
+    return area.toAlignedRect().adjusted(-1, -1, 1, 1);
+}
+
 QFont print_font(const QWidget& widget, double pixels, bool bold) {
     QFont font = widget.font();
     font.setPixelSize(std::max(static_cast<int>(std::lround(pixels)), 1));
@@ -68,7 +72,11 @@ QFont fitted_font(const QWidget& widget, const QString& text, const QSizeF& box,
     return share < 1 ? print_font(widget, std::floor(pixels * share), bold) : font;
 }
 
-QRectF paint_glass(QPainter& painter, const QWidget& widget) {
+QRectF glass_inside(const QWidget& widget) {
+    return QRectF(widget.rect()).adjusted(1, 1, -1, -1);
+}
+
+void paint_glass(QPainter& painter, const QWidget& widget) {
     const double side = std::min(widget.width(), widget.height());
     const double corner = std::clamp(side * 0.12, 1.0, 6.0);
     const QRectF area(widget.rect());
@@ -78,10 +86,8 @@ QRectF paint_glass(QPainter& painter, const QWidget& widget) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(rim);
     painter.drawRoundedRect(area, corner, corner);
-    const QRectF inside = area.adjusted(1, 1, -1, -1);
     painter.setBrush(shaded_ground(QColor(ink::glass), widget));
-    painter.drawRoundedRect(inside, corner - 0.5, corner - 0.5);
-    return inside;
+    painter.drawRoundedRect(glass_inside(widget), corner - 0.5, corner - 0.5);
 }
 
 bool face_cache::cacheable(const QWidget& widget) {
@@ -93,10 +99,10 @@ bool face_cache::stale(const QWidget& widget) const {
            !qFuzzyCompare(picture_.devicePixelRatio(), widget.devicePixelRatioF());
 }
 
-QPixmap face_cache::blank_picture(const QWidget& widget) {
+QPixmap face_cache::blank_picture(const QWidget& widget, const QColor& ground) {
     QPixmap picture(device_size(widget));
     picture.setDevicePixelRatio(widget.devicePixelRatioF());
-    picture.fill(Qt::transparent);
+    picture.fill(ground);
     return picture;
 }
 

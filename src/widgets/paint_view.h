@@ -7,6 +7,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QPixmap>
 #include <QRectF>
@@ -49,6 +50,10 @@ inline constexpr int least_label_pixels = 8;
 /// The nearest boundary between two device pixels, for edges that must be crisp.
 [[nodiscard]] double snapped(double length, double device_pixel_ratio);
 
+/// The logical pixels of which an antialiased shape within `area` may touch a part, also where a device pixel
+/// belongs to two of them.
+[[nodiscard]] QRect touched(const QRectF& area);
+
 /// The widget's font family at a size in logical pixels, for numbers and short words.
 [[nodiscard]] QFont print_font(const QWidget& widget, double pixels, bool bold = false);
 
@@ -56,11 +61,24 @@ inline constexpr int least_label_pixels = 8;
 [[nodiscard]] QFont fitted_font(const QWidget& widget, const QString& text, const QSizeF& box, double pixels,
                                 bool bold = false);
 
-/// The dark window behind digits, with a fine rim. Returns the area inside of the rim.
-QRectF paint_glass(QPainter& painter, const QWidget& widget);
+/// The dark window behind digits, with a fine rim.
+void paint_glass(QPainter& painter, const QWidget& widget);
+
+/// What is inside of the rim.
+[[nodiscard]] QRectF glass_inside(const QWidget& widget);
 
 /// The rim of a control that has the keyboard's focus, inside of `place`.
 void paint_focus_rim(QPainter& painter, const QRectF& place);
+
+/// Calls `paint(part)` for each rectangle that is to be painted, with the clip at it. A rectangle is quick
+/// for Qt to paint in, other regions are not; and what is painted together ends at the same device pixel,
+/// also where that lies across two logical ones.
+template <class Paint> void paint_parts(QPainter& painter, const QPaintEvent& event, Paint paint) {
+    for (const QRect& part : event.region()) {
+        painter.setClipRect(part);
+        paint(part);
+    }
+}
 
 /// Keeps the painted face of a control, sharp at the screen's pixel ratio. Faces beyond `greatest_side` are
 /// painted anew each time, to keep memory bounded.
@@ -71,14 +89,17 @@ class face_cache {
     /// To be called when the face looks different from now on.
     void drop() { picture_ = {}; }
 
-    /// Paints the face of `widget`, by `paint(QPainter&)` if there is no fresh picture of it.
-    template <class Paint> void show(QPainter& painter, const QWidget& widget, Paint paint) {
+    /// Paints the face of `widget`, by `paint(QPainter&)` if there is no fresh picture of it. A face that
+    /// covers its widget has a ground, and is copied faster.
+    template <class Paint>
+    void show(QPainter& painter, const QWidget& widget, Paint paint, const QColor& ground = Qt::transparent) {
         if (!cacheable(widget)) {
+            painter.fillRect(widget.rect(), ground);
             paint(painter);
             return;
         }
         if (stale(widget)) {
-            picture_ = blank_picture(widget);
+            picture_ = blank_picture(widget, ground);
             QPainter onto(&picture_);
             onto.setRenderHint(QPainter::Antialiasing);
             paint(onto);
@@ -89,7 +110,7 @@ class face_cache {
   private:
     [[nodiscard]] static bool cacheable(const QWidget& widget);
     [[nodiscard]] bool stale(const QWidget& widget) const;
-    [[nodiscard]] static QPixmap blank_picture(const QWidget& widget);
+    [[nodiscard]] static QPixmap blank_picture(const QWidget& widget, const QColor& ground);
 
     QPixmap picture_;
 };

@@ -1,5 +1,6 @@
 #include "widgets/seven_segment_view.h"
 
+#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 
@@ -10,6 +11,8 @@ namespace tyxo {
 
 namespace {
 
+using digit_form = seven_segment_view::digit_form;
+
 constexpr double digits_margin_of_height = 0.10;
 constexpr double digit_of_pitch = 0.71;  ///< the rest of a place is for the point
 constexpr double narrowest_pitch = 0.55; ///< of the digit's height; below that the digits get smaller
@@ -17,15 +20,6 @@ constexpr double thickness_of_height = 0.14;
 constexpr double unlit_of_thickness = 0.6;
 constexpr double least_pointed_pixels = 5;  ///< device pixels
 constexpr double joint_of_thickness = 0.09; ///< what a segment's end keeps away from its corner
-
-/// The outline of a digit: its box, and the thickness of a segment.
-struct digit_form {
-    QRectF box;
-    double middle = 0; ///< height of the middle segment
-    double thickness = 1;
-    double unlit_thickness = 1; ///< less, so that shape tells what is lit where the two colours are alike
-    bool pointed = true;        ///< the ends of the segments; slanted edges blur what is a few pixels thick
-};
 
 /// A segment between two corners of a digit, square at both ends, the corners included.
 QPolygonF plain_bar(QPointF from, QPointF to, double thickness) {
@@ -60,17 +54,20 @@ QPolygonF pointed_bar(QPointF from, QPointF to, double thickness) {
              {from.x() - half, top + half}}};
 }
 
+/// An unlit segment is thinner, so that shape tells what is lit where the two colours are alike. Slanted
+/// edges would blur what is a few pixels thick.
 QPolygonF bar_between(QPointF from, QPointF to, const digit_form& form, bool lit) {
-    const double thickness = lit ? form.thickness : form.unlit_thickness;
-    return form.pointed ? pointed_bar(from, to, thickness) : plain_bar(from, to, thickness);
+    const double thickness = lit ? form.thickness : unlit_of_thickness * form.thickness;
+    const bool pointed = form.thickness * form.ratio >= least_pointed_pixels;
+    return pointed ? pointed_bar(from, to, thickness) : plain_bar(from, to, thickness);
 }
 
 void add_digit(QPainterPath& lit, QPainterPath& unlit, const digit_form& form, char symbol) {
     const double half = form.thickness / 2;
-    const double left = form.box.left() + half;
-    const double right = form.box.right() - half;
-    const double top = form.box.top() + half;
-    const double bottom = form.box.bottom() - half;
+    const double left = half;
+    const double right = form.size.width() - half;
+    const double top = half;
+    const double bottom = form.size.height() - half;
     const double middle = form.middle;
     struct segment_place {
         u8 bit;
@@ -107,19 +104,37 @@ seven_segment_view::seven_segment_view(QWidget* parent) : QWidget(parent) {
 
 void seven_segment_view::show_control(const iSevenSegmentAnalogX& control) {
     if (control == shown_) return;
+    iSevenSegmentAnalogX only_value = control;
+    only_value.Value = shown_.Value;
+    const bool same_look = only_value == shown_;
+    if (!same_look) digits_.clear();
     shown_ = control;
+    const std::string before = text_;
     write();
-    update();
+    if (!same_look || text_ != before) update();
 }
 
 void seven_segment_view::write() {
     text_ = signed_display_text(shown_.Value, shown_.Precision, shown_.ShowSign);
 }
 
-void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {
+void seven_segment_view::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange) {
+        glass_.drop();
+        digits_.clear();
+    }
+    QWidget::changeEvent(event);
+}
+
+void seven_segment_view::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF glass = paint_glass(painter, *this);
+    paint_parts(painter, *event, [&](const QRect& /*part*/) { paint_display(painter); });
+}
+
+void seven_segment_view::paint_display(QPainter& painter) {
+    glass_.show(painter, *this, [this](QPainter& onto) { paint_glass(onto, *this); });
+    const QRectF glass = glass_inside(*this);
     const double ratio = devicePixelRatioF();
     const double margin =
         snapped(std::min(digits_margin_of_height * glass.height(), glass.width() / 6), ratio);
@@ -130,35 +145,53 @@ void seven_segment_view::paintEvent(QPaintEvent* /*event*/) {
     const auto count = static_cast<i32>(places.size());
     const double pitch = digit_pitch(count, room.width(), room.height());
     const double height = snapped(std::min(room.height(), pitch / narrowest_pitch), ratio);
+    const double width = snapped(digit_of_pitch * pitch, ratio);
     const double top = snapped(room.center().y() - height / 2, ratio);
     const double thickness = std::max(snapped(thickness_of_height * height, ratio), 1 / ratio);
-
-    const double middle = snapped(top + (height - thickness) / 2, ratio) + thickness / 2;
+    const double middle = snapped(top + (height - thickness) / 2, ratio) + thickness / 2 - top;
+    show_form({{width, height}, middle, thickness, ratio});
 
     const bool all_dark = shown_.SegmentColor == shown_.SegmentOffColor;
+    for (i32 index = 0; index < count; ++index) {
+        const digit_place& place = places[static_cast<std::size_t>(index)];
+        const double left = snapped(room.right() - (count - index) * pitch, ratio);
+        painter.drawPixmap(QPointF(left, top), digit(all_dark ? ' ' : place.symbol));
+        if (place.point && !all_dark) {
+            const double gap = pitch - width;
+            const double side = std::max(snapped(std::min(thickness, 0.65 * gap), ratio), 1 / ratio);
+            const QPointF corner(snapped(left + width + (gap - side) / 2, ratio), top + height - side);
+            painter.fillRect({corner, QSizeF(side, side)}, shaded(qt_colour(shown_.SegmentColor), *this));
+        }
+    }
+}
+
+/// From now on digits have this form.
+void seven_segment_view::show_form(const digit_form& form) {
+    if (form == form_) return;
+    form_ = form;
+    digits_.clear();
+}
+
+/// The picture of a digit, with the glass behind it.
+const QPixmap& seven_segment_view::digit(char symbol) {
+    QPixmap& picture = digits_[symbol];
+    if (!picture.isNull()) return picture;
+    const QColor ground = shaded_ground(QColor(ink::glass), *this);
+    picture = QPixmap((form_.size * form_.ratio).toSize().expandedTo({1, 1}));
+    picture.setDevicePixelRatio(form_.ratio);
+    picture.fill(ground);
     QPainterPath lit;
     QPainterPath unlit;
     lit.setFillRule(Qt::WindingFill);
     unlit.setFillRule(Qt::WindingFill);
-    for (i32 index = 0; index < count; ++index) {
-        const digit_place& place = places[static_cast<std::size_t>(index)];
-        const double left = snapped(room.right() - (count - index) * pitch, ratio);
-        const QRectF box(left, top, snapped(digit_of_pitch * pitch, ratio), height);
-        const digit_form form{box, middle, thickness, unlit_of_thickness * thickness,
-                              thickness * ratio >= least_pointed_pixels};
-        add_digit(lit, unlit, form, all_dark ? ' ' : place.symbol);
-        if (place.point && !all_dark) {
-            const double gap = left + pitch - box.right();
-            const double side = std::max(snapped(std::min(thickness, 0.65 * gap), ratio), 1 / ratio);
-            lit.addRect(
-                QRectF(snapped(box.right() + (gap - side) / 2, ratio), top + height - side, side, side));
-        }
-    }
-    painter.setPen(Qt::NoPen);
+    add_digit(lit, unlit, form_, symbol);
     QColor off = shaded_ground(qt_colour(shown_.SegmentOffColor), *this);
-    if (!isEnabled()) off = mixed(off, shaded_ground(QColor(ink::glass), *this), 0.5);
+    if (!isEnabled()) off = mixed(off, ground, 0.5);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
     painter.fillPath(unlit, off);
     painter.fillPath(lit, shaded(qt_colour(shown_.SegmentColor), *this));
+    return picture;
 }
 
 } // namespace tyxo

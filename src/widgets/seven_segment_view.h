@@ -8,6 +8,9 @@
 
 #include <QWidget>
 
+#include <map>
+#include <string>
+
 namespace tyxo {
 
 /// Right-aligned, as high as the widget allows; a number too long for the width gets narrower, then smaller
@@ -25,6 +28,15 @@ class seven_segment_view : public QWidget, public spoken_control {
 
   public:
     explicit seven_segment_view(QWidget* parent = nullptr);
+
+    /// How a digit stands in its box: lengths in logical pixels.
+    struct digit_form {
+        QSizeF size;
+        double middle = 0; ///< height of the middle segment
+        double thickness = 1;
+        double ratio = 1; ///< of device pixels
+        bool operator==(const digit_form&) const = default;
+    };
 
     /// Shows the control as it is now; costs a comparison when nothing differs.
     void show_control(const iSevenSegmentAnalogX& control);
@@ -46,12 +58,19 @@ class seven_segment_view : public QWidget, public spoken_control {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void write();
+    void paint_display(QPainter& painter);
+    void show_form(const digit_form& form);
+    const QPixmap& digit(char symbol);
 
     iSevenSegmentAnalogX shown_;
     std::string text_;
+    face_cache glass_;
+    digit_form form_;                // of the pictures
+    std::map<char, QPixmap> digits_; // by their symbols
 };
 
 } // namespace tyxo
