@@ -58,10 +58,29 @@ void angular_gauge_view::show_control(const iAngularGaugeX& control) {
     if (control == shown_) return;
     iAngularGaugeX only_moved = control;
     only_moved.Position = shown_.Position;
-    if (only_moved != shown_) face_.drop();
+    if (only_moved == shown_) {
+        move_needle(control.Position);
+        return;
+    }
+    drop_faces();
     shown_ = control;
     if (accessibleDescription() != label_1_text()) setAccessibleDescription(label_1_text()); // the unit
     update();
+}
+
+/// Where it was and where it is are painted, if that differs.
+void angular_gauge_view::move_needle(double position) {
+    const double angle = needle_angle();
+    const QRect area = needle_area();
+    shown_.Position = position;
+    if (needle_angle() == angle) return;
+    dial_.drop();
+    update(area | needle_area());
+}
+
+void angular_gauge_view::drop_faces() {
+    face_.drop();
+    dial_.drop();
 }
 
 QString angular_gauge_view::spoken_text() const {
@@ -74,7 +93,7 @@ std::optional<spoken_control::scale> angular_gauge_view::spoken_scale() const {
 }
 
 void angular_gauge_view::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) face_.drop();
+    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) drop_faces();
     QWidget::changeEvent(event);
 }
 
@@ -92,11 +111,15 @@ QRect angular_gauge_view::digit_area() const {
     return QRectF(middle.x() - 0.45 * r, middle.y() + 0.595 * r, 0.90 * r, 0.325 * r).toRect();
 }
 
-void angular_gauge_view::paintEvent(QPaintEvent* /*event*/) {
+void angular_gauge_view::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
-    paint_needle(painter);
+    // Needle and face are one picture: a fine line that is cut would look different at its end.
+    const auto paint = [this](QPainter& onto) {
+        face_.show(onto, *this, [this](QPainter& onto_face) { paint_face(onto_face); });
+        paint_needle(onto);
+    };
+    paint_parts(painter, *event, [&](const QRect& /*part*/) { dial_.show(painter, *this, paint); });
 }
 
 void angular_gauge_view::paint_face(QPainter& painter) const {
@@ -208,20 +231,48 @@ void angular_gauge_view::paint_caption(QPainter& painter) const {
         QPointF(-metrics.horizontalAdvance(text) / 2, caption_place * r + metrics.capHeight() / 2), text);
 }
 
-void angular_gauge_view::paint_needle(QPainter& painter) const {
+double angular_gauge_view::needle_angle() const {
+    return angle_of(scale_share(shown_.Position, limits()));
+}
+
+double angular_gauge_view::needle_rim() const {
+    return std::max(0.5, 0.008 * radius());
+}
+
+double angular_gauge_view::hub_rim() const {
+    return std::max(0.75, 0.015 * radius());
+}
+
+/// Along the axis to the right.
+QPolygonF angular_gauge_view::needle() const {
     const double r = radius();
     const double half = std::max(needle_width * r, 2.5) / 2;
-    const QPolygonF needle({{-needle_tail * r, -half},
-                            {needle_length * r, -std::max(0.014 * r, 0.6)},
-                            {needle_length * r, std::max(0.014 * r, 0.6)},
-                            {-needle_tail * r, half}});
+    const double tip = std::max(0.014 * r, 0.6);
+    return {{{-needle_tail * r, -half},
+             {needle_length * r, -tip},
+             {needle_length * r, tip},
+             {-needle_tail * r, half}}};
+}
+
+/// All pixels that needle and hub touch.
+QRect angular_gauge_view::needle_area() const {
+    const QPointF middle = QRectF(rect()).center();
+    const double hub = hub_radius * radius() + hub_rim() / 2;
+    const double rim = needle_rim(); // half of it, and more at the corners
+    const QRectF moved = QTransform().rotate(-needle_angle()).map(needle()).boundingRect();
+    const QRectF area = moved.adjusted(-rim, -rim, rim, rim) | QRectF(-hub, -hub, 2 * hub, 2 * hub);
+    return touched(area.translated(middle));
+}
+
+void angular_gauge_view::paint_needle(QPainter& painter) const {
+    const double r = radius();
     painter.save();
     painter.translate(QRectF(rect()).center());
-    painter.rotate(-angle_of(scale_share(shown_.Position, limits())));
-    painter.setPen(QPen(shaded(QColor(ink::hub), *this), std::max(0.5, 0.008 * r)));
+    painter.rotate(-needle_angle());
+    painter.setPen(QPen(shaded(QColor(ink::hub), *this), needle_rim()));
     painter.setBrush(shaded(QColor(ink::needle), *this));
-    painter.drawPolygon(needle);
-    painter.setPen(QPen(shaded(QColor(ink::dial_fine_print), *this), std::max(0.75, 0.015 * r)));
+    painter.drawPolygon(needle());
+    painter.setPen(QPen(shaded(QColor(ink::dial_fine_print), *this), hub_rim()));
     painter.setBrush(shaded(QColor(ink::hub), *this));
     painter.drawEllipse(QPointF(), hub_radius * r, hub_radius * r);
     painter.restore();

@@ -79,9 +79,17 @@ class angular_gauge_view : public QWidget, public spoken_control {
     void paint_tick_labels(QPainter& painter, const std::vector<tick_mark>& ticks) const;
     void paint_caption(QPainter& painter) const;
     void paint_needle(QPainter& painter) const;
+    void drop_faces();
+    void move_needle(double position);
+    [[nodiscard]] double needle_angle() const;
+    [[nodiscard]] double needle_rim() const;
+    [[nodiscard]] double hub_rim() const;
+    [[nodiscard]] QPolygonF needle() const;
+    [[nodiscard]] QRect needle_area() const;
 
     iAngularGaugeX shown_;
-    face_cache face_;
+    face_cache face_; // without the needle
+    face_cache dial_; // with it
 };
 
 } // namespace tyxo
