@@ -35,9 +35,32 @@ void linear_gauge_view::show_control(const iLinearGaugeX& control) {
     iLinearGaugeX only_moved = control;
     only_moved.Position = shown_.Position;
     only_moved.MaxPosition = shown_.MaxPosition;
-    if (only_moved != shown_) face_.drop();
+    if (only_moved == shown_) {
+        move_pointers(control);
+        return;
+    }
+    drop_faces();
     shown_ = control;
     update();
+}
+
+/// A pointer that moves is painted where it was and where it is.
+void linear_gauge_view::move_pointers(const iLinearGaugeX& to) {
+    const QRect pointer = pointer_area();
+    const QRect max_pointer = max_pointer_area();
+    const double share = scale_share(shown_.Position, limits());
+    const double max_share = scale_share(shown_.MaxPosition, limits());
+    shown_ = to;
+    const bool moved = scale_share(shown_.Position, limits()) != share;
+    const bool max_moved = shown_.ShowMaxPointer && scale_share(shown_.MaxPosition, limits()) != max_share;
+    if (moved || max_moved) gauge_.drop();
+    if (moved) update(pointer | pointer_area());
+    if (max_moved) update(max_pointer | max_pointer_area());
+}
+
+void linear_gauge_view::drop_faces() {
+    face_.drop();
+    gauge_.drop();
 }
 
 QString linear_gauge_view::spoken_text() const {
@@ -52,7 +75,7 @@ std::optional<spoken_control::scale> linear_gauge_view::spoken_scale() const {
 }
 
 void linear_gauge_view::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) face_.drop();
+    if (event->type() == QEvent::EnabledChange || event->type() == QEvent::FontChange) drop_faces();
     QWidget::changeEvent(event);
 }
 
@@ -78,16 +101,20 @@ double linear_gauge_view::height_of(double share) const {
     return line_place(share, area.bottom(), area.top());
 }
 
-void linear_gauge_view::paintEvent(QPaintEvent* /*event*/) {
+void linear_gauge_view::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    face_.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
-    if (shown_.ShowMaxPointer) {
-        paint_max_line(painter);
-        paint_pointer(painter, shown_.MaxPosition, qt_colour(shown_.MaxPointerColor),
-                      max_pointer_share * pointer_length());
-    }
-    paint_pointer(painter, shown_.Position, qt_colour(shown_.PointerColor), pointer_length());
+    // Pointers and face are one picture: a fine line that is cut would look different at its end.
+    const auto paint = [this](QPainter& onto) {
+        face_.show(onto, *this, [this](QPainter& onto_face) { paint_face(onto_face); });
+        if (shown_.ShowMaxPointer) {
+            paint_max_line(onto);
+            paint_pointer(onto, shown_.MaxPosition, qt_colour(shown_.MaxPointerColor),
+                          max_pointer_share * pointer_length());
+        }
+        paint_pointer(onto, shown_.Position, qt_colour(shown_.PointerColor), pointer_length());
+    };
+    paint_parts(painter, *event, [&](const QRect& /*part*/) { gauge_.show(painter, *this, paint); });
 }
 
 void linear_gauge_view::paint_face(QPainter& painter) const {
@@ -168,24 +195,48 @@ void linear_gauge_view::paint_tick_labels(QPainter& painter, const std::vector<t
     }
 }
 
+QPolygonF linear_gauge_view::triangle(double value, double size) const {
+    const double y = height_of(scale_share(value, limits()));
+    const double tip = bar().right() - pointer_overlap * unit();
+    return {{{tip, y}, {tip + size, y - 0.55 * size}, {tip + size, y + 0.55 * size}}};
+}
+
+double linear_gauge_view::pointer_rim() const {
+    return std::max(0.6, 0.6 * unit());
+}
+
 void linear_gauge_view::paint_pointer(QPainter& painter, double value, const QColor& color,
                                       double size) const {
     if (size <= 0) return;
-    const double y = height_of(scale_share(value, limits()));
-    const double tip = bar().right() - pointer_overlap * unit();
-    const QPolygonF triangle({{tip, y}, {tip + size, y - 0.55 * size}, {tip + size, y + 0.55 * size}});
-    painter.setPen(QPen(shaded_ground(QColor(ink::paper), *this), std::max(0.6, 0.6 * unit())));
+    painter.setPen(QPen(shaded_ground(QColor(ink::paper), *this), pointer_rim()));
     painter.setBrush(shaded(color, *this));
-    painter.drawPolygon(triangle);
+    painter.drawPolygon(triangle(value, size));
 }
 
-void linear_gauge_view::paint_max_line(QPainter& painter) const {
+/// All pixels that the pointer touches.
+QRect linear_gauge_view::pointer_area() const {
+    const double rim = pointer_rim(); // half of it, and more at the corners
+    return touched(triangle(shown_.Position, pointer_length()).boundingRect().adjusted(-rim, -rim, rim, rim));
+}
+
+QRectF linear_gauge_view::max_line() const {
     const QRectF area = bar();
     const double ratio = devicePixelRatioF();
     const double thick = std::max(snapped(1.25 * unit(), ratio), 1 / ratio);
     const double top = snapped(height_of(scale_share(shown_.MaxPosition, limits())) - thick / 2, ratio);
-    painter.fillRect(QRectF(area.left(), top, area.width(), thick),
-                     shaded(qt_colour(shown_.MaxPointerColor), *this));
+    return {area.left(), top, area.width(), thick};
+}
+
+void linear_gauge_view::paint_max_line(QPainter& painter) const {
+    painter.fillRect(max_line(), shaded(qt_colour(shown_.MaxPointerColor), *this));
+}
+
+/// The same of the second pointer and its line; none while it is not shown.
+QRect linear_gauge_view::max_pointer_area() const {
+    if (!shown_.ShowMaxPointer) return {};
+    const double rim = pointer_rim();
+    const QRectF pointer = triangle(shown_.MaxPosition, max_pointer_share * pointer_length()).boundingRect();
+    return touched(pointer.adjusted(-rim, -rim, rim, rim) | max_line());
 }
 
 } // namespace tyxo

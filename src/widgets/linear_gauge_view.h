@@ -75,9 +75,17 @@ class linear_gauge_view : public QWidget, public spoken_control {
     void paint_tick_labels(QPainter& painter, const std::vector<tick_mark>& ticks, double right) const;
     void paint_pointer(QPainter& painter, double value, const QColor& color, double size) const;
     void paint_max_line(QPainter& painter) const;
+    void drop_faces();
+    void move_pointers(const iLinearGaugeX& to);
+    [[nodiscard]] QPolygonF triangle(double value, double size) const;
+    [[nodiscard]] double pointer_rim() const;
+    [[nodiscard]] QRect pointer_area() const;
+    [[nodiscard]] QRectF max_line() const;
+    [[nodiscard]] QRect max_pointer_area() const;
 
     iLinearGaugeX shown_;
-    face_cache face_;
+    face_cache face_;  // without the pointers
+    face_cache gauge_; // with them
 };
 
 } // namespace tyxo
