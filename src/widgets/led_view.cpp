@@ -1,5 +1,6 @@
 #include "widgets/led_view.h"
 
+#include <QEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -13,6 +14,9 @@ led_view::led_view(QWidget* parent) : QWidget(parent) {
 
 void led_view::show_control(const iLedRoundX& control) {
     if (control == shown_) return;
+    iLedRoundX only_switched = control;
+    only_switched.Active = shown_.Active;
+    if (only_switched != shown_) drop_faces();
     shown_ = control;
     describe();
     update();
@@ -22,10 +26,27 @@ void led_view::describe() {
     if (spoken_text() != accessibleDescription()) setAccessibleDescription(spoken_text());
 }
 
-void led_view::paintEvent(QPaintEvent* /*event*/) {
-    const double r = std::min(width(), height()) / 2.0;
+void led_view::drop_faces() {
+    lit_.drop();
+    dark_.drop();
+}
+
+void led_view::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::EnabledChange) drop_faces();
+    QWidget::changeEvent(event);
+}
+
+void led_view::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    face_cache& face = shown_.Active ? lit_ : dark_;
+    paint_parts(painter, *event, [&](const QRect& /*part*/) {
+        face.show(painter, *this, [this](QPainter& onto) { paint_face(onto); });
+    });
+}
+
+void led_view::paint_face(QPainter& painter) const {
+    const double r = std::min(width(), height()) / 2.0;
     painter.setPen(Qt::NoPen);
     painter.translate(QRectF(rect()).center());
 

@@ -33,11 +33,16 @@ class led_view : public QWidget, public spoken_control {
 
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     void describe();
+    void drop_faces();
+    void paint_face(QPainter& painter) const;
 
     iLedRoundX shown_;
+    face_cache lit_;
+    face_cache dark_;
 };
 
 } // namespace tyxo
