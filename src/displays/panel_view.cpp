@@ -9,6 +9,7 @@
 #include "widgets/analog_display_view.h"
 #include "widgets/angular_gauge_view.h"
 #include "widgets/click_label_view.h"
+#include "widgets/group_frame_view.h"
 #include "widgets/led_view.h"
 #include "widgets/linear_gauge_view.h"
 #include "widgets/plots/chart_view.h"
@@ -98,7 +99,7 @@ QLabel* panel_view::caption(const char* array, const QString& text, const rectan
 
 panel_view::panel_view(i16 channel, QWidget* parent)
     : QObject(parent), channel_(channel), index_(static_cast<std::size_t>(channel)),
-      Frame_sensor(make<QGroupBox>("Frame_sensor", parent)) {
+      Frame_sensor(make<group_frame>("Frame_sensor", parent)) {
     bind(Frame_sensor, panels.Frame_sensor[index_]);
     make_gauges();
     make_displays();
