@@ -54,7 +54,8 @@ void analog_display_view::resizeEvent(QResizeEvent* event) {
 
 /// Lays out the text in letters of a size. Returns what the line takes.
 QSizeF analog_display_view::set_line(double pixels) {
-    const QFont font = print_font(*this, pixels, true);
+    QFont font = print_font(*this, pixels, true);
+    font.setStyleStrategy(QFont::PreferNoShaping); // digits need none
     QTextOption option;
     option.setWrapMode(QTextOption::NoWrap);
     option.setTextDirection(layoutDirection());
