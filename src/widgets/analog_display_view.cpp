@@ -32,7 +32,7 @@ void analog_display_view::show_control(const iAnalogDisplayX& control) {
     shown_ = control;
     write();
     if (text_ != before) line_.setText({});
-    if (recoloured || text_ != before) update();
+    if (recoloured || text_ != before) update_part(*this, rect());
 }
 
 void analog_display_view::write() {

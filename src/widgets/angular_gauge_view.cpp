@@ -65,7 +65,7 @@ void angular_gauge_view::show_control(const iAngularGaugeX& control) {
     drop_faces();
     shown_ = control;
     if (accessibleDescription() != label_1_text()) setAccessibleDescription(label_1_text()); // the unit
-    update();
+    update_part(*this, rect());
 }
 
 /// Where it was and where it is are painted, if that differs.
@@ -75,7 +75,7 @@ void angular_gauge_view::move_needle(double position) {
     shown_.Position = position;
     if (needle_angle() == angle) return;
     dial_.drop();
-    update(area | needle_area());
+    update_part(*this, area | needle_area());
 }
 
 void angular_gauge_view::drop_faces() {

@@ -19,7 +19,7 @@ void led_view::show_control(const iLedRoundX& control) {
     if (only_switched != shown_) drop_faces();
     shown_ = control;
     describe();
-    update();
+    update_part(*this, rect());
 }
 
 void led_view::describe() {

@@ -41,7 +41,7 @@ void linear_gauge_view::show_control(const iLinearGaugeX& control) {
     }
     drop_faces();
     shown_ = control;
-    update();
+    update_part(*this, rect());
 }
 
 /// A pointer that moves is painted where it was and where it is.
@@ -54,8 +54,8 @@ void linear_gauge_view::move_pointers(const iLinearGaugeX& to) {
     const bool moved = scale_share(shown_.Position, limits()) != share;
     const bool max_moved = shown_.ShowMaxPointer && scale_share(shown_.MaxPosition, limits()) != max_share;
     if (moved || max_moved) gauge_.drop();
-    if (moved) update(pointer | pointer_area());
-    if (max_moved) update(max_pointer | max_pointer_area());
+    if (moved) update_part(*this, pointer | pointer_area());
+    if (max_moved) update_part(*this, max_pointer | max_pointer_area());
 }
 
 void linear_gauge_view::drop_faces() {

@@ -90,6 +90,15 @@ void paint_glass(QPainter& painter, const QWidget& widget) {
     painter.drawRoundedRect(glass_inside(widget), corner - 0.5, corner - 0.5);
 }
 
+void update_part(QWidget& widget, const QRect& part) {
+    if (!widget.isVisible()) return;
+    if (widget.isWindow()) {
+        widget.update(part);
+    } else {
+        widget.parentWidget()->update((part & widget.rect()).translated(widget.pos()));
+    }
+}
+
 bool face_cache::cacheable(const QWidget& widget) {
     return !widget.size().isEmpty() && widget.width() <= greatest_side && widget.height() <= greatest_side;
 }

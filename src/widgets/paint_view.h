@@ -70,6 +70,10 @@ void paint_glass(QPainter& painter, const QWidget& widget);
 /// The rim of a control that has the keyboard's focus, inside of `place`.
 void paint_focus_rim(QPainter& painter, const QRectF& place);
 
+/// A part of an instrument looks different from now on. It is painted with its frame: Qt then walks through
+/// that frame only, where a widget of its own that shines through costs a walk through the whole window.
+void update_part(QWidget& widget, const QRect& part);
+
 /// Calls `paint(part)` for each rectangle that is to be painted, with the clip at it. A rectangle is quick
 /// for Qt to paint in, other regions are not; and what is painted together ends at the same device pixel,
 /// also where that lies across two logical ones.

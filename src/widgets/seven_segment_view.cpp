@@ -111,7 +111,7 @@ void seven_segment_view::show_control(const iSevenSegmentAnalogX& control) {
     shown_ = control;
     const std::string before = text_;
     write();
-    if (!same_look || text_ != before) update();
+    if (!same_look || text_ != before) update_part(*this, rect());
 }
 
 void seven_segment_view::write() {
