@@ -32,7 +32,7 @@ namespace tyxo {
 
 template <class Window, class... Arguments>
 void secondary_windows::add(const Form& form, Arguments... arguments) {
-    windows_.push_back({form, [=] { return std::make_unique<Window>(arguments...); }, nullptr});
+    windows_.push_back({form, [=] { return std::make_unique<Window>(arguments...); }, nullptr, false});
 }
 
 secondary_windows::secondary_windows(QWidget* parent) : alert_(std::make_unique<frmalert_view>()) {
@@ -45,8 +45,8 @@ secondary_windows::secondary_windows(QWidget* parent) : alert_(std::make_unique<
     add<frmsetup_view>(frmSetup::state.form, parent);
     windows_.push_back(
         {frmbrowse::state.form,
-         [parent] { return std::make_unique<frmbrowse_view>(parent->findChild<frmsetup_view*>()); },
-         nullptr});
+         [parent] { return std::make_unique<frmbrowse_view>(parent->findChild<frmsetup_view*>()); }, nullptr,
+         false});
     add<frmpwd_view>(frmpwd::state.form, parent);
     add<frmabort_view>(FrmAbort::state.form, parent);
     add<frmresetinhtime_view>(FrmResetInhTime::state.form, parent);
@@ -63,8 +63,11 @@ secondary_windows::~secondary_windows() {
 
 void secondary_windows::show_state() {
     for (row& one : windows_) {
-        if (!one.window && one.form.Visible) one.window = one.make();
-        if (one.window) one.window->show_state();
+        const bool open = one.form.Visible;
+        if (!open && !one.shown) continue;
+        if (!one.window) one.window = one.make();
+        one.window->show_state();
+        one.shown = open;
     }
     alert_->show_state();
 }

@@ -28,6 +28,7 @@ class secondary_windows {
         const Form& form; ///< says whether the window is open
         std::function<std::unique_ptr<state_view>()> make;
         std::unique_ptr<state_view> window; ///< once it was open
+        bool shown;                         ///< is not up to date while it is not
     };
 
     template <class Window, class... Arguments> void add(const Form& form, Arguments... arguments);

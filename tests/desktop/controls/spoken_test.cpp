@@ -8,6 +8,8 @@
 #include "desktop/started_window.h"
 #include "desktop/window_states.h"
 #include "dialogs/frmscale_polar.h"
+#include "displays/bar_diagram.h"
+#include "displays/frmdetailedpic.h"
 #include "link/indicators.h"
 #include "widgets/analog_display_view.h"
 #include "widgets/angular_gauge_view.h"
@@ -190,8 +192,15 @@ class spoken_test : public QObject {
     void windows_have_their_roles() {
         QCOMPARE(interface_of(*alert_window()).role(), QAccessible::AlertMessage);
         QCOMPARE(interface_of(*alert_window()).text(QAccessible::Name), QString("Mainalarm"));
-        for (const char* name : {"frmdetailedpic", "frmbarpic", "Frmbarpic2"})
+        for (const auto& [name, form] : {std::pair{"frmdetailedpic", &frmdetailedpic::state.form},
+                                         {"frmbarpic", &frmbarpic::state.form},
+                                         {"Frmbarpic2", &Frmbarpic2::state.form}}) {
+            form->show();
+            window_.show_state();
             QCOMPARE(interface_of(*window_.view().findChild<QWidget*>(name)).role(), QAccessible::Window);
+            form->unload();
+            window_.show_state();
+        }
     }
 
     void an_announcer_is_heard_and_never_seen() {
