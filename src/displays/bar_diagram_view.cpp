@@ -179,6 +179,11 @@ void bar_diagram_view::resizeEvent(QResizeEvent* event) {
     place();
 }
 
+void bar_diagram_view::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::FontChange) place();
+}
+
 } // namespace tyxo
 
 #include "moc_bar_diagram_view.cpp"

@@ -31,6 +31,7 @@ class bar_diagram_view : public QWidget, public state_view, public spoken_contro
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     QLabel* make_label(const QString& name, const Label& state);

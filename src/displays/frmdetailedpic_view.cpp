@@ -120,11 +120,22 @@ void frmdetailedpic_view::make_check_boxes() {
 }
 
 void frmdetailedpic_view::resizeEvent(QResizeEvent* event) {
+    fit_boxes();
+    QWidget::resizeEvent(event);
+}
+
+void frmdetailedpic_view::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::FontChange) return;
+    fit_boxes();
+    place_labels();
+}
+
+void frmdetailedpic_view::fit_boxes() {
     QFont font = this->font();
     font.setPixelSize(std::clamp(width() / 95, 12, 24));
     for (QCheckBox* box : boxes_)
         box->setFont(font);
-    QWidget::resizeEvent(event);
 }
 
 void frmdetailedpic_view::surface_resized() {

@@ -31,6 +31,7 @@ class frmdetailedpic_view : public QWidget, public state_view, public spoken_con
   protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
   private:
@@ -44,6 +45,7 @@ class frmdetailedpic_view : public QWidget, public state_view, public spoken_con
     QLabel* make_label(const QString& name);
     void make_labels();
     void make_check_boxes();
+    void fit_boxes();
     void surface_resized();
     void place_labels();
     [[nodiscard]] bool labels_changed();

@@ -189,7 +189,8 @@ double canvas_picture::pen_scale() const {
 /// Nothing for a text that stands outside or nowhere.
 std::optional<QPointF> canvas_picture::text_place(const canvas_text& text) const {
     const QPointF corner = look_.origin + QPointF(text.x, text.y) * look_.unit;
-    if (!QRectF(QPointF(), look_.size).contains(corner)) return std::nullopt;
+    const bool somewhere = std::isfinite(corner.x()) && std::isfinite(corner.y());
+    if (!somewhere || !QRectF(QPointF(), look_.size).contains(corner)) return std::nullopt;
     return corner + QPointF(0, QFontMetricsF(look_.text_font).ascent());
 }
 
