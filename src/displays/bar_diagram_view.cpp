@@ -39,8 +39,9 @@ int fitting(QFont font, const QString& text, int pixels, double room) {
     return pixels;
 }
 
+/// The window's own font in another size.
 void set_text_size(QLabel& label, int pixels) {
-    QFont font = label.font();
+    QFont font = label.parentWidget()->font();
     font.setPixelSize(pixels);
     label.setFont(font);
 }
@@ -131,7 +132,7 @@ void bar_diagram_view::place_bar_labels(const QRect& axes, int pixels) {
         std::clamp((on_page(middles_[0]) - design::axis_left) * scale, 1.0, 1.0 * axes.width());
     int size = pixels;
     for (const QLabel* const label : Lbl_bar) {
-        if (label->isVisibleTo(this)) size = fitting(label->font(), label->text(), size, apart - 3);
+        if (label->isVisibleTo(this)) size = fitting(font(), label->text(), size, apart - 3);
     }
     for (std::size_t index = 0; index < Lbl_bar.size(); ++index) {
         const double middle = axes.left() + (on_page(middles_[index]) - design::axis_left) * scale;
@@ -148,7 +149,7 @@ void bar_diagram_view::place_texts(int pixels) {
     const int tall = qRound(label_height * height() / design::height);
     const int first = qRound(design::mtyp1_left * across);
     const int second = qRound(design::mtyp2_left * across);
-    const int size = fitting(Lbl_mtyp1->font(), Lbl_mtyp1->text(), pixels, second - first - 6);
+    const int size = fitting(font(), Lbl_mtyp1->text(), pixels, second - first - 6);
     set_text_size(*Lbl_mtyp1, size);
     set_text_size(*Lbl_mtyp2, size);
     Lbl_mtyp1->setGeometry(first, top, second - first, tall);
