@@ -9,9 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <numbers>
-#include <ranges>
 #include <span>
 
 namespace tyxo {
@@ -84,14 +82,13 @@ QRect widened(const QRectF& area, double by) {
 /// Takes over the pixels of an area from a picture of the same size.
 void copy_part(const QRegion& area, const QImage& from, QImage& to) {
     const double ratio = to.devicePixelRatio();
-    constexpr int pixel_bytes = 4;
     for (const QRect& part : area) {
         const QRectF wide(QPointF(part.topLeft()) * ratio, QSizeF(part.size()) * ratio);
         const QRect pixels = wide.toAlignedRect() & to.rect();
-        const int begin = pixels.left() * pixel_bytes;
-        for (int y = pixels.top(); y <= pixels.bottom(); ++y)
-            std::memcpy(to.scanLine(y) + begin, from.constScanLine(y) + begin,
-                        static_cast<std::size_t>(pixels.width() * pixel_bytes));
+        for (int y = pixels.top(); y <= pixels.bottom(); ++y) {
+            const auto* const begin = reinterpret_cast<const QRgb*>(from.constScanLine(y)) + pixels.left();
+            std::copy_n(begin, pixels.width(), reinterpret_cast<QRgb*>(to.scanLine(y)) + pixels.left());
+        }
     }
 }
 
@@ -105,9 +102,9 @@ QRegion canvas_picture::renew(const canvas& surface, const canvas_look& look) {
     auto lines = canvas_lines(surface.strokes, {look.origin.x(), look.origin.y(), look.unit, visible});
     const auto same = static_cast<std::size_t>(std::ranges::mismatch(lines_, lines).in1 - lines_.begin());
     if (same > 0 && same < lines_.size()) add_layer(same);
-    const auto kept = [same](const layer& one) { return one.valid && one.lines <= same; };
-    const auto found = std::ranges::find_if(layers_ | std::views::reverse, kept);
-    const layer* const below = found == layers_.rend() ? nullptr : &*found;
+    const layer* below = nullptr; // the highest that is right as it is
+    for (const layer& one : layers_)
+        if (one.valid && one.lines <= same) below = &one;
     const std::size_t lines_below = below == nullptr ? 0 : below->lines;
 
     QRegion area = lines_area(lines_below);
@@ -212,7 +209,7 @@ QRegion canvas_picture::lines_area(std::size_t from) const {
     constexpr double smooth_edge = 1;
     const double reach = (widest_pen * pen_scale() / 2 + seam_width) * corner + smooth_edge;
     QRegion area;
-    for (const line_run& run : lines_ | std::views::drop(from))
+    for (const line_run& run : std::span(lines_).subspan(from))
         area |= widened(run.points.boundingRect(), reach);
     return area;
 }
