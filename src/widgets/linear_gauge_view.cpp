@@ -54,12 +54,14 @@ void linear_gauge_view::move_pointers(const iLinearGaugeX& to) {
     const bool moved = scale_share(shown_.Position, limits()) != share;
     const bool max_moved = shown_.ShowMaxPointer && scale_share(shown_.MaxPosition, limits()) != max_share;
     if (moved || max_moved) gauge_.drop();
+    if (max_moved) up_to_max_.drop();
     if (moved) update_part(*this, pointer | pointer_area());
     if (max_moved) update_part(*this, max_pointer | max_pointer_area());
 }
 
 void linear_gauge_view::drop_faces() {
     face_.drop();
+    up_to_max_.drop();
     gauge_.drop();
 }
 
@@ -105,13 +107,15 @@ void linear_gauge_view::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     // Pointers and face are one picture: a fine line that is cut would look different at its end.
-    const auto paint = [this](QPainter& onto) {
+    const auto paint_up_to_max = [this](QPainter& onto) {
         face_.show(onto, *this, [this](QPainter& onto_face) { paint_face(onto_face); });
-        if (shown_.ShowMaxPointer) {
-            paint_max_line(onto);
-            paint_pointer(onto, shown_.MaxPosition, qt_colour(shown_.MaxPointerColor),
-                          max_pointer_share * pointer_length());
-        }
+        if (!shown_.ShowMaxPointer) return;
+        paint_max_line(onto);
+        paint_pointer(onto, shown_.MaxPosition, qt_colour(shown_.MaxPointerColor),
+                      max_pointer_share * pointer_length());
+    };
+    const auto paint = [&](QPainter& onto) {
+        up_to_max_.show(onto, *this, paint_up_to_max);
         paint_pointer(onto, shown_.Position, qt_colour(shown_.PointerColor), pointer_length());
     };
     paint_parts(painter, *event, [&](const QRect& /*part*/) { gauge_.show(painter, *this, paint); });

@@ -84,8 +84,9 @@ class linear_gauge_view : public QWidget, public spoken_control {
     [[nodiscard]] QRect max_pointer_area() const;
 
     iLinearGaugeX shown_;
-    face_cache face_;  // without the pointers
-    face_cache gauge_; // with them
+    face_cache face_;      // without the pointers
+    face_cache up_to_max_; // with the second one, which seldom moves
+    face_cache gauge_;     // with both
 };
 
 } // namespace tyxo
