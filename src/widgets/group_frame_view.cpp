@@ -1,6 +1,6 @@
 #include "widgets/group_frame_view.h"
 
-#include <QStylePainter>
+#include <QStyleOptionGroupBox>
 
 namespace tyxo {
 
@@ -8,35 +8,32 @@ group_frame::group_frame(QWidget* parent) : QGroupBox(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
+/// Colours, font, style, enabled or not: whatever changes the frame's look and the ground of its window. The
+/// title comes without an event.
 void group_frame::changeEvent(QEvent* event) {
-    face_.drop(); // of font, style and whatever else
+    face_.drop();
     QGroupBox::changeEvent(event);
 }
 
-/// Not every change is an event.
-bool group_frame::looks_as(const QStyleOptionGroupBox& look) const {
-    return look.text == look_.text && look.state == look_.state && look.palette == look_.palette &&
-           look.direction == look_.direction && look.textAlignment == look_.textAlignment;
-}
-
 void group_frame::paintEvent(QPaintEvent* event) {
-    QStyleOptionGroupBox look;
-    initStyleOption(&look);
-    if (!looks_as(look)) {
-        face_.drop();
-        look_ = look;
-    }
-    const auto paint = [this, &look](QPainter& onto) {
-        onto.setRenderHint(QPainter::Antialiasing, false);
-        onto.setRenderHint(QPainter::SmoothPixmapTransform); // as a QStylePainter does
-        onto.setFont(font());
-        onto.setPen(palette().color(foregroundRole()));
-        style()->drawComplexControl(QStyle::CC_GroupBox, &look, &onto, this);
-    };
+    if (title() != shown_title_) face_.drop();
+    shown_title_ = title();
     QPainter painter(this);
     paint_parts(painter, *event, [&](const QRect& /*part*/) {
-        face_.show(painter, *this, paint, palette().color(backgroundRole()));
+        face_.show(
+            painter, *this, [this](QPainter& onto) { paint_face(onto); }, palette().color(backgroundRole()));
     });
+}
+
+void group_frame::paint_face(QPainter& painter) const {
+    QStyleOptionGroupBox look;
+    initStyleOption(&look);
+    // As Qt paints its own widgets.
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setFont(font());
+    painter.setPen(palette().color(foregroundRole()));
+    style()->drawComplexControl(QStyle::CC_GroupBox, &look, &painter, this);
 }
 
 } // namespace tyxo

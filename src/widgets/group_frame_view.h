@@ -4,12 +4,11 @@
 #include "widgets/paint_view.h"
 
 #include <QGroupBox>
-#include <QStyleOptionGroupBox>
 
 namespace tyxo {
 
-/// Keeps the picture of its lines, its title and its ground, the desktop's style being what costs most of all
-/// beneath a needle that moves: only that much of the picture is copied.
+/// Keeps the picture of its lines, its title and its ground. Painting them cost most of all that a needle
+/// costs that moves above them; now the part beneath it is copied.
 class group_frame : public QGroupBox {
   public:
     explicit group_frame(QWidget* parent = nullptr);
@@ -19,10 +18,10 @@ class group_frame : public QGroupBox {
     void changeEvent(QEvent* event) override;
 
   private:
-    [[nodiscard]] bool looks_as(const QStyleOptionGroupBox& look) const;
+    void paint_face(QPainter& painter) const;
 
-    QStyleOptionGroupBox look_; ///< of the picture
     face_cache face_;
+    QString shown_title_;
 };
 
 } // namespace tyxo

@@ -100,7 +100,7 @@ void update_part(QWidget& widget, const QRect& part) {
 }
 
 bool face_cache::cacheable(const QWidget& widget) {
-    return !widget.size().isEmpty() && widget.width() <= greatest_side && widget.height() <= greatest_side;
+    return !widget.size().isEmpty() && widget.width() <= most_pixels / widget.height();
 }
 
 bool face_cache::stale(const QWidget& widget) const {

@@ -84,11 +84,11 @@ template <class Paint> void paint_parts(QPainter& painter, const QPaintEvent& ev
     }
 }
 
-/// Keeps the painted face of a control, sharp at the screen's pixel ratio. Faces beyond `greatest_side` are
+/// Keeps the painted face of a control, sharp at the screen's pixel ratio. Faces beyond `most_pixels` are
 /// painted anew each time, to keep memory bounded.
 class face_cache {
   public:
-    static constexpr int greatest_side = 1024;
+    static constexpr int most_pixels = 1024 * 1024; ///< logical ones
 
     /// To be called when the face looks different from now on.
     void drop() { picture_ = {}; }

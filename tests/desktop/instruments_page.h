@@ -106,6 +106,7 @@ template <class Frame> class instruments_page : public QWidget {
     void set_letters(int pixels) {
         QFont letters = font();
         letters.setPixelSize(pixels);
+        letters.setItalic(pixels % 2 == 0);
         setFont(letters);
     }
     void set_style(bool plain) {
@@ -130,12 +131,16 @@ class instrument_changes {
   public:
     void apply(instruments_state& state) {
         const int kind = below(100);
-        if (kind < 65) {
+        if (kind < 50) {
             move_values(state);
-        } else if (kind < 90) {
+        } else if (kind < 75) {
             change_look(state);
-        } else {
+        } else if (kind < 95) {
             change_page(state);
+        } else { // where all can be seen
+            state.places = instruments_state().places;
+            state.hidden = state.disabled = {};
+            state.frame_disabled = false;
         }
     }
 
@@ -159,7 +164,7 @@ class instrument_changes {
         if (coin()) state.bar.set_position(value(state.bar.Position, 125));
         if (below(8) == 0) state.bar.MaxPosition = value(state.bar.MaxPosition, 125);
         if (coin()) state.number.Value = value(state.number.Value, 20);
-        if (below(4) == 0) state.lamp.Active = !state.lamp.Active;
+        if (coin()) state.lamp.Active = !state.lamp.Active;
     }
 
     void change_look(instruments_state& state) {

@@ -49,7 +49,7 @@ class instruments_test : public QObject {
         instrument_changes random;
         instruments_state state;
         lasting_page lasting(state);
-        for (int step = 0; step < 500; ++step) {
+        for (int step = 0; step < 700; ++step) {
             const instruments_state before = state;
             for (int change = 0; change <= step % 3; ++change)
                 random.apply(state);
