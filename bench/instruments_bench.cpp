@@ -4,6 +4,7 @@
 #include "app/mainfrm.h"
 #include "app/mainfrm_view.h"
 #include "app/wiring.h"
+#include "desktop/settings_file.h"
 #include "displays/panel.h"
 #include "link/indicators.h"
 #include "widgets/analog_display_view.h"
@@ -14,7 +15,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
@@ -146,10 +146,7 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     const QTemporaryDir folder;
     if (!QDir::setCurrent(folder.path())) return 1;
-    QFile file("tyxo.ini");
-    if (!file.open(QIODevice::WriteOnly)) return 1;
-    file.write(settings_text);
-    file.close();
+    if (!write_settings_file(settings_text)) return 1;
     wire();
     mainfrm_view window;
     main_window = &window;
