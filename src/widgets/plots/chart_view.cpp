@@ -220,13 +220,19 @@ void chart_view::draw(QCPPainter* painter) {
     picture_ = {}; // that of the widget may have another size
 }
 
-void chart_view::paintEvent(QPaintEvent* /*event*/) {
+void chart_view::paintEvent(QPaintEvent* event) {
     const double ratio = devicePixelRatioF();
     if (viewport() != rect()) setViewport(rect());
     if (picture_.isNull() || ratio != plot_.ratio()) draw_picture(ratio);
     QPainter painter(this);
     picture_.setDevicePixelRatio(ratio);
-    painter.drawImage(0, 0, picture_);
+    // Rectangle by rectangle a picture is copied; through a clip of several it would be blended, span by span
+    // and by several threads.
+    for (const QRect& part : event->region()) {
+        painter.setClipRect(part);
+        painter.drawImage(0, 0, picture_);
+    }
+    painter.setClipping(false);
     picture_.setDevicePixelRatio(1);
     if (hasFocus()) paint_focus_rim(painter, rect());
 }
