@@ -23,7 +23,8 @@ void led_view::show_control(const iLedRoundX& control) {
 }
 
 void led_view::describe() {
-    if (spoken_text() != accessibleDescription()) setAccessibleDescription(spoken_text());
+    const QString state = led_view::spoken_text();
+    if (state != accessibleDescription()) setAccessibleDescription(state);
 }
 
 void led_view::drop_faces() {

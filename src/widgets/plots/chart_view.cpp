@@ -226,12 +226,7 @@ void chart_view::paintEvent(QPaintEvent* event) {
     if (picture_.isNull() || ratio != plot_.ratio()) draw_picture(ratio);
     QPainter painter(this);
     picture_.setDevicePixelRatio(ratio);
-    // Rectangle by rectangle a picture is copied; through a clip of several it would be blended, span by span
-    // and by several threads.
-    for (const QRect& part : event->region()) {
-        painter.setClipRect(part);
-        painter.drawImage(0, 0, picture_);
-    }
+    paint_parts(painter, *event, [&](const QRect&) { painter.drawImage(0, 0, picture_); });
     painter.setClipping(false);
     picture_.setDevicePixelRatio(1);
     if (hasFocus()) paint_focus_rim(painter, rect());
