@@ -55,6 +55,7 @@ void colour_axis(QCPAxis& axis, const QColor& color) {
 bar_plot_view::bar_plot_view(QWidget* parent)
     : QCustomPlot(parent), title_(new QCPItemText(this)), zero_line_(new QCPItemLine(this)) {
     setBackground(palette().window());
+    layer("overlay")->setMode(QCPLayer::lmLogical); // nothing is in it: no picture of its own
     axisRect()->setBackground(axes_background);
     axisRect()->setAutoMargins(QCP::msNone);
     axisRect()->setupFullAxesBox();
