@@ -21,7 +21,7 @@ constexpr int narrowest = 75;       // % of their width
 
 canvas_view::canvas_view(const canvas& surface, const design& size, QWidget* parent)
     : QWidget(parent), surface_(surface), design_(size) {
-    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAttribute(Qt::WA_OpaquePaintEvent); // the picture has its own ground
 }
 
 void canvas_view::set_widest_text(const QString& text, double room) {
@@ -66,7 +66,7 @@ canvas_look canvas_view::look() const {
 
 /// What differs comes onto the screen, but for what is `painted` there anyway.
 void canvas_view::renew_picture(const QRegion& painted) {
-    update(picture_.renew(surface_, look()) - painted - childrenRegion());
+    update(picture_.renew(surface_, look()) - painted);
 }
 
 QString canvas_view::spoken_text() const {

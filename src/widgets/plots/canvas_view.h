@@ -11,8 +11,7 @@
 namespace tyxo {
 
 /// Shows the whole of a surface of fixed size in units, as large as it fits, with room around it for lines
-/// that leave it. Lines without a finite end are left out, lines beyond the widget are cut. Children of the
-/// view fill their own ground: what changes on the surface is painted around them.
+/// that leave it. Lines without a finite end are left out, lines beyond the widget are cut.
 class canvas_view : public QWidget, public spoken_control {
     Q_OBJECT
     Q_PROPERTY(double ScaleWidth READ ScaleWidth)

@@ -68,6 +68,13 @@ class detailed_picture_test : public detailed_window {
             pass();
             frmdetailedpic::state.form.Visible = true;
             return "hidden and shown";
+        case 18:
+            window_->showMinimized();
+            pass();
+            window_->show_state();
+            QCoreApplication::processEvents();
+            window_->showNormal();
+            return "minimised and back";
         case 7:
             frmdetailedpic::state.Lblzyl[static_cast<std::size_t>(steps_.below(24))].Left = steps_.wild();
             return "wild label";

@@ -140,6 +140,24 @@ class frmdetailedpic_test : public detailed_window {
         QTRY_COMPARE(counter.paints(), 1);
     }
 
+    void a_new_curve_leaves_alone_what_lies_elsewhere() {
+        open_and_draw(engine(4, 6, in_line));
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+        QCoreApplication::processEvents();
+        const paint_counter surface(*surface_);
+        const paint_counter of_a_label(*label("Lblzyl(1)")); // the curve surrounds it
+        const paint_counter of_a_box(*window_->findChild<QCheckBox*>("Chck_aa"));
+        for (int curve = 1; curve <= 3; ++curve) {
+            for (std::size_t sample = 0; sample < curve_samples; sample += 32)
+                sensor::state.detail_thermo[sample] = 9000 + curve;
+            draw_pass();
+            window_->show_state();
+            QTRY_COMPARE(surface.paints(), curve);
+        }
+        QCOMPARE(of_a_label.paints(), 0);
+        QCOMPARE(of_a_box.paints(), 0);
+    }
+
     void the_picture_is_where_the_surface_says() {
         open_and_draw(engine(4, 6, in_line));
         // The orange line, 90 units above the lower edge; left of the first curve's end nothing crosses it.
