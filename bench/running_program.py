@@ -4,7 +4,6 @@ measured by tests/system/alert_test.py.
 """
 
 import argparse
-import collections
 import contextlib
 import mmap
 import os
@@ -34,34 +33,24 @@ STEADY = 1.0  # s: a picture that stays so long is complete
 
 
 class Measured:
-    """What a process, the sum of its threads, needs from now on."""
+    """What the program, the sum of its threads, needs from now on."""
 
     def __init__(self, plant):
         self.plant = plant
-        self.folder = pathlib.Path(f"/proc/{plant.program.pid}")
-        self.begin = time.monotonic(), plant.processor_seconds(), self.switches()
+        self.begin = time.monotonic(), plant.processor_seconds(), plant.wake_ups()
 
-    def switches(self):
-        """How often each thread gave the processor away, which is how often it was woken."""
-        found = collections.Counter()
-        for thread in self.folder.glob("task/*"):
-            name = (thread / "comm").read_text().strip()
-            found[name, thread.name] = self.number(thread / "status", "voluntary_ctxt_switches")
-        return found
-
-    @staticmethod
-    def number(file, key):
-        return next(int(line.split()[1]) for line in file.read_text().splitlines() if line.startswith(key))
+    def megabytes(self, key):
+        lines = pathlib.Path(f"/proc/{self.plant.program.pid}/status").read_text().splitlines()
+        return next(int(line.split()[1]) for line in lines if line.startswith(key)) / 1024
 
     def row(self, name):
-        begin, processor, switches = self.begin
+        begin, processor, wake_ups = self.begin
         seconds = time.monotonic() - begin
         load = 100 * (self.plant.processor_seconds() - processor) / seconds
-        woken = collections.Counter(
-            {thread: count / seconds for thread, count in (self.switches() - switches).items()})
-        resident, own = (self.number(self.folder / "status", key) / 1024 for key in ("VmRSS", "RssAnon"))
-        print(f"{name:24} {load:10.2f} {resident:10.1f} {own:10.1f} {sum(woken.values()):10.1f}", flush=True)
-        return woken
+        woken = self.plant.wake_ups() - wake_ups
+        print(f"{name:24} {load:10.2f} {self.megabytes('VmRSS'):10.1f} {self.megabytes('RssAnon'):10.1f} "
+              f"{woken.total() / seconds:10.1f}", flush=True)
+        return {thread: count / seconds for thread, count in woken.most_common()}
 
 
 def head():
@@ -118,7 +107,7 @@ def at_rest(plant, name, seconds):
     time.sleep(SETTLING)
     measured = Measured(plant)
     time.sleep(seconds)
-    for (thread, _), rate in measured.row(name).most_common():
+    for (thread, _), rate in measured.row(name).items():
         print(f"    thread {thread:15} {rate:45.1f}")
 
 

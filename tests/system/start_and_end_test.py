@@ -1,5 +1,6 @@
 """The program from its start to its end, with real windows."""
 
+import time
 import unittest
 
 from harness import Display, Plant, measured_values, parameter_frame, status, wait_for
@@ -7,6 +8,7 @@ from harness import Display, Plant, measured_values, parameter_frame, status, wa
 WHEN = "##;mm-dd-yyyy;hh:mm:ss;"
 STARTED = WHEN + "Tyxo Logger software started !"
 STOPPED = WHEN + "Tyxo Data Logger software stopped !"
+SLEEP = 3  # s
 BOX = "^Quarvo / Tyxo Data Logger$"
 
 
@@ -32,6 +34,13 @@ class StartAndEnd(unittest.TestCase):
         stored = "[tyxo]\r\nadc_offset=479\r\nzyl_speed_range=1\r\n"
         file = plant.folder / "tyxo.ini"
         wait_for(lambda: file.exists() and plant.text("tyxo.ini") == stored, what="these keys and no others")
+
+    def test_while_no_channel_measures_it_sleeps(self):
+        plant = self.plant(self.display(window_manager=True), channels=4, autostart=0).start()
+        time.sleep(2)  # until everything is drawn
+        before = plant.wake_ups()
+        time.sleep(SLEEP)
+        self.assertLess((plant.wake_ups() - before).total(), 5 * SLEEP)
 
     def test_closing_while_idle_writes_the_stop_line_and_ends_with_0(self):
         display = self.display(window_manager=True)
