@@ -22,6 +22,7 @@ sys.path.insert(0, str(ROOT / "tests" / "system"))
 
 from desktops import Screen  # noqa: E402
 from harness import WITH_US, Display, Plant, wait_for  # noqa: E402
+from wake_ups import wake_ups  # noqa: E402
 
 TITLE = "Tyxo Data Logger"
 SCENARIO = ROOT / "tools" / "evaluator" / "scenarios" / "full-pace.txt"
@@ -37,17 +38,17 @@ class Measured:
 
     def __init__(self, plant):
         self.plant = plant
-        self.begin = time.monotonic(), plant.processor_seconds(), plant.wake_ups()
+        self.begin = time.monotonic(), plant.processor_seconds(), wake_ups(plant.program.pid)
 
     def megabytes(self, key):
         lines = pathlib.Path(f"/proc/{self.plant.program.pid}/status").read_text().splitlines()
         return next(int(line.split()[1]) for line in lines if line.startswith(key)) / 1024
 
     def row(self, name):
-        begin, processor, wake_ups = self.begin
+        begin, processor, woken = self.begin
         seconds = time.monotonic() - begin
         load = 100 * (self.plant.processor_seconds() - processor) / seconds
-        woken = self.plant.wake_ups() - wake_ups
+        woken = wake_ups(self.plant.program.pid) - woken
         print(f"{name:24} {load:10.2f} {self.megabytes('VmRSS'):10.1f} {self.megabytes('RssAnon'):10.1f} "
               f"{woken.total() / seconds:10.1f}", flush=True)
         return {thread: count / seconds for thread, count in woken.most_common()}

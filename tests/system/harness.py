@@ -1,6 +1,5 @@
 """What the system tests share: a virtual display, pseudo-terminals as serial lines, and the real program."""
 
-import collections
 import contextlib
 import faulthandler
 import itertools
@@ -263,15 +262,6 @@ class Plant:
     def processor_seconds(self):
         fields = pathlib.Path(f"/proc/{self.program.pid}/stat").read_text().rsplit(")", 1)[1].split()
         return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
-
-    def wake_ups(self):
-        """How often each thread was woken so far, which is how often it gave the processor away."""
-        found = collections.Counter()
-        for thread in pathlib.Path(f"/proc/{self.program.pid}/task").iterdir():
-            name = (thread / "comm").read_text().strip()
-            lines = (thread / "status").read_text().splitlines()
-            found[name, thread.name] = next(int(line.split()[1]) for line in lines if line.startswith("vol"))
-        return found
 
 
 class PlantTest(unittest.TestCase):
