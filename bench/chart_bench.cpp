@@ -95,6 +95,41 @@ BENCHMARK(row_and_redraw)
     ->Args({day, day})
     ->Unit(benchmark::kMicrosecond);
 
+/// The floor: the picture is copied, nothing has come.
+void copy_of_the_picture(benchmark::State& state) {
+    strip_history history;
+    plant engine;
+    for (std::int64_t time = 0; time < 2 * minute; time += row_ms)
+        history.append(engine.next());
+    const strip_window& rows = history.window(2 * minute);
+    chart_view view([&rows]() -> const strip_window& { return rows; });
+    view.resize(chart_size);
+    view.show_control(control(1.0 / 720));
+    QPixmap screen(chart_size);
+    for (auto _ : state)
+        view.render(&screen);
+}
+BENCHMARK(copy_of_the_picture)->Unit(benchmark::kMicrosecond);
+
+/// A row is appended and shown where `state.range(0)` ms are seen; painted is what has changed.
+void row_alone(benchmark::State& state) {
+    strip_history history;
+    plant engine;
+    for (std::int64_t time = 0; time < day; time += row_ms)
+        history.append(engine.next());
+    const iStripChartX chart = control(static_cast<double>(state.range(0)) / static_cast<double>(day));
+    const strip_window& rows = history.window(state.range(0));
+    chart_view view([&rows]() -> const strip_window& { return rows; });
+    view.resize(chart_size);
+    view.show_control(chart);
+    view.grab();
+    for (auto _ : state) {
+        history.append(engine.next());
+        view.show_control(chart);
+    }
+}
+BENCHMARK(row_alone)->ArgName("span_ms")->Arg(2 * minute)->Arg(day)->Unit(benchmark::kMicrosecond);
+
 /// The same picture by the plot library alone, which holds the rows of the last `state.range(0)` ms.
 void row_and_redraw_with_all_rows(benchmark::State& state) {
     const double before = heap_kilobytes();

@@ -34,21 +34,25 @@ STEADY = 1.0  # s: a picture that stays so long is complete
 
 
 class Measured:
-    """What the program, the sum of its threads, needs from now on."""
+    """What a process, the sum of its threads, needs from now on."""
 
-    def __init__(self, plant):
-        self.plant = plant
-        self.begin = time.monotonic(), plant.processor_seconds(), wake_ups(plant.program.pid)
+    def __init__(self, process):
+        self.process = process
+        self.begin = time.monotonic(), self.processor_seconds(), wake_ups(process)
+
+    def processor_seconds(self):
+        fields = pathlib.Path(f"/proc/{self.process}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
 
     def megabytes(self, key):
-        lines = pathlib.Path(f"/proc/{self.plant.program.pid}/status").read_text().splitlines()
+        lines = pathlib.Path(f"/proc/{self.process}/status").read_text().splitlines()
         return next(int(line.split()[1]) for line in lines if line.startswith(key)) / 1024
 
     def row(self, name):
         begin, processor, woken = self.begin
         seconds = time.monotonic() - begin
-        load = 100 * (self.plant.processor_seconds() - processor) / seconds
-        woken = wake_ups(self.plant.program.pid) - woken
+        load = 100 * (self.processor_seconds() - processor) / seconds
+        woken = wake_ups(self.process) - woken
         print(f"{name:24} {load:10.2f} {self.megabytes('VmRSS'):10.1f} {self.megabytes('RssAnon'):10.1f} "
               f"{woken.total() / seconds:10.1f}", flush=True)
         return {thread: count / seconds for thread, count in woken.most_common()}
@@ -64,15 +68,42 @@ def at_full_pace(display):
     plant = Plant(display, channels=4)
     for line in plant.lines.values():
         line.vanish()  # the simulated Evaluators bring their own
+    with lines_at_full_pace(plant.folder, [line.link for line in plant.lines.values()]):
+        try:
+            yield plant.start()
+        finally:
+            plant.stop()
+
+
+@contextlib.contextmanager
+def lines_at_full_pace(folder, ports):
     words = [*WITH_US, BUILD / "evaluator", "--no-input", "--full-pace", "--ports", "ports", SCENARIO]
-    evaluators = subprocess.Popen(words, cwd=plant.folder, stdout=subprocess.DEVNULL)
+    evaluators = subprocess.Popen(words, cwd=folder, stdout=subprocess.DEVNULL)
     try:
-        wait_for(lambda: all(line.link.exists() for line in plant.lines.values()), what="the ports")
-        yield plant.start()
+        wait_for(lambda: all(port.exists() for port in ports), what="the ports")
+        yield
     finally:
-        plant.stop()
         evaluators.terminate()
         evaluators.wait()
+
+
+def floor(_display, name, seconds, _prepare):
+    """What reads the same lines and writes as many lines of a log costs if it does nothing else."""
+    with tempfile.TemporaryDirectory() as folder:
+        ports = [pathlib.Path(folder, "ports", f"COM{number}") for number in range(1, 5)]
+        ports[0].parent.mkdir()
+        with lines_at_full_pace(folder, ports):
+            words = [*WITH_US, BUILD / "lines_floor", "floor.log", *ports]
+            reader = subprocess.Popen(words, cwd=folder)
+            try:
+                time.sleep(SETTLING)
+                measured = Measured(reader.pid)
+                time.sleep(seconds)
+                measured.row(name)
+                assert pathlib.Path(folder, "floor.log").stat().st_size > 0
+            finally:
+                reader.kill()
+                reader.wait()
 
 
 def records(plant):
@@ -84,7 +115,7 @@ def at_work(display, name, seconds, prepare):
         prepare(display, display.window(TITLE))
         time.sleep(SETTLING)
         before = records(plant)
-        measured = Measured(plant)
+        measured = Measured(plant.program.pid)
         time.sleep(seconds)
         measured.row(name)
         after = records(plant)
@@ -106,7 +137,7 @@ def minimise(display, window):
 
 def at_rest(plant, name, seconds):
     time.sleep(SETTLING)
-    measured = Measured(plant)
+    measured = Measured(plant.program.pid)
     time.sleep(seconds)
     for (thread, _), rate in measured.row(name).items():
         print(f"    thread {thread:15} {rate:45.1f}")
@@ -172,6 +203,7 @@ ROWS = {
     "2min": (at_work, "full pace, 2 minutes", lambda _display, _window: None),
     "24h": (at_work, "full pace, 24 hours", choose_24_hours),
     "minimised": (at_work, "full pace, minimised", minimise),
+    "floor": (floor, "reading and logging alone", None),
     "idle": (idle, "idle", None),
     "stopped": (stopped, "idle after measuring", None),
     "start": (start, "start", None),

@@ -16,7 +16,7 @@ from harness import (DEAF, Display, PlantTest, curve, frame, measured_values, pa
 
 CHANNELS = 4
 RELAY_AND_AC = 0x0088
-TIMES = 20
+TIMES = 50
 RED = 0xFF0000
 NO_SERVER = "unix:no-sound-server"
 CONFIRMED = "Mainalarm confirmed by operator!"

@@ -58,6 +58,10 @@ class strip_plot {
     [[nodiscard]] double ratio() const { return ratio_; }
 
   private:
+    static constexpr int curve_width = 2;
+    static constexpr int dot_pixels = 2; ///< what a row that stands alone is longer than thick
+    static constexpr int most_strip_ticks = 50;
+
     void set_colours();
     void set_fonts();
     void set_curves();
