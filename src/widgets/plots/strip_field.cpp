@@ -59,7 +59,7 @@ QRect strip_field::follow(QImage& picture, const strip_window& rows, const std::
     lines_ = lines;
     open_ = rows.first_open_column(look_.column) - look_.dot;
     if (moved > 0) scroll(picture, moved);
-    const auto width = static_cast<qsizetype>(last - from + 1);
+    const qsizetype width = last - from + 1;
     newest_.resize(static_cast<std::size_t>(width * look_.place.height()));
     draw_columns({newest_.data(), width}, from, last, rows);
     const bool changed = put(picture, from, last);
@@ -92,7 +92,7 @@ void strip_field::draw_columns(const pixels& onto, std::int64_t from, std::int64
 
 void strip_field::draw_grid(const pixels& onto, std::int64_t from, std::int64_t to) const {
     const int height = look_.place.height();
-    const auto width = static_cast<qsizetype>(to - from + 1);
+    const qsizetype width = to - from + 1;
     for (int y = 0; y < height; ++y)
         std::fill_n(onto.first + y * onto.line, width, look_.ground);
     const line_pattern pattern = pattern_of(look_.GridLineStyle);
@@ -156,7 +156,7 @@ void strip_field::scroll(QImage& picture, std::int64_t columns) const {
 
 /// The newest columns into the picture; whether that changes any pixel.
 bool strip_field::put(QImage& picture, std::int64_t from, std::int64_t to) const {
-    const auto width = static_cast<qsizetype>(to - from + 1);
+    const qsizetype width = to - from + 1;
     const QRgb* line = newest_.data();
     bool changed = false;
     for (int y = look_.place.top(); y <= look_.place.bottom(); ++y, line += width) {
