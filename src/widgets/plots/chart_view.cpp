@@ -195,15 +195,15 @@ void chart_view::draw_picture(double ratio) {
     QPainter(&picture_).fillRect(field.place.adjusted(-1, -1, 1, 1), QColor(field.frame));
     field_.draw(picture_, field, rows_(), plot_.ticks().major);
     field_place_ = field.place;
-    below_field_ = picture_.copy(times_place() & picture_.rect());
+    below_field_ = times_place().isEmpty() ? QImage() : picture_.copy(times_place());
     times_.set_look(plot_.times());
     paint_times();
 }
 
-/// The part of the picture below the field and its frame, within the rim.
+/// The part of the picture below the field and its frame, within the rim; none of a very small chart.
 QRect chart_view::times_place() const {
     const int top = field_place_.bottom() + 2;
-    return {0, top, picture_.width(), picture_.height() - 1 - top};
+    return QRect(0, top, picture_.width(), picture_.height() - 1 - top) & picture_.rect();
 }
 
 void chart_view::paint_times() {
