@@ -82,6 +82,17 @@ class main_picture_test : public QObject {
         }
     }
 
+    void a_minimised_window_is_brought_up_to_date_when_it_comes_back() {
+        const QWidget* const digits = window_.widget("dig_drehzahl", 0);
+        const double before = digits->property("Value").toDouble();
+        window_.view().showMinimized();
+        indicators.dig_drehzahl[0].Value = before + 1;
+        window_.show_state();
+        QCOMPARE(digits->property("Value").toDouble(), before);
+        window_.view().showNormal();
+        QTRY_COMPARE(digits->property("Value").toDouble(), before + 1);
+    }
+
   private:
     std::size_t below(std::size_t count) { return chance_() % count; }
     bool coin() { return below(2) == 0; }
