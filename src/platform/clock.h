@@ -19,7 +19,7 @@ namespace tyxo {
 [[nodiscard]] std::int64_t running_ms();
 
 /// The local time that belongs to a moment of `running_ms`, by today's setting of the clock: a clock that is
-/// corrected moves all moments alike. Daylight saving is that of the moment itself.
+/// corrected by more than 20 ms moves all moments alike. Daylight saving is that of the moment itself.
 [[nodiscard]] local_time local_at(std::int64_t running);
 
 } // namespace tyxo

@@ -63,9 +63,13 @@ std::int64_t running_ms() {
 }
 
 local_time local_at(std::int64_t running) {
-    // Not from milliseconds: cut off twice, their difference would be one more in some readings, and the
-    // ticks of a chart that stands still would move.
-    const std::int64_t ahead = nanoseconds_of(CLOCK_REALTIME) - nanoseconds_of(CLOCK_BOOTTIME);
+    // Not from milliseconds: cut off twice, their difference would be one more in some readings. And not
+    // each time anew: a clock that follows another one is set by a little all the time, and a chart drawn
+    // twice would not be the same.
+    constexpr std::int64_t unseen = 20'000'000; // ns
+    static std::int64_t ahead = 0;
+    const std::int64_t now = nanoseconds_of(CLOCK_REALTIME) - nanoseconds_of(CLOCK_BOOTTIME);
+    if (now > ahead + unseen || now < ahead - unseen) ahead = now;
     const std::int64_t moment = running + (ahead + 500'000) / 1'000'000;
     return local_of(static_cast<std::time_t>((moment + 500) / 1000));
 }

@@ -98,8 +98,10 @@ void strip_plot::add_time_ticks(double from, double to) {
     };
     for (const time_label& tick : ticks.labels) {
         const std::int64_t at = column(tick.time);
-        const double x = (field_left() + static_cast<double>(at - first_column())) / ratio_;
-        const bool whole = label_ / 2 <= x && x + 1 + label_ / 2 <= size_.width();
+        const double column_place =
+            static_cast<double>(tick.time) / column_ - static_cast<double>(first_column());
+        const double x = (field_left() + column_place) / ratio_;
+        const bool whole = label_ / 2 <= x && x + label_ / 2 <= size_.width();
         ticks_.major.push_back(at);
         ticks_.labels.push_back(whole ? qt_text(tick.text) : QString());
         time_ticks_->major.push_back(static_cast<double>(tick.time - newest_));
