@@ -1,10 +1,8 @@
 // The instruments of the main window, four channels of them, shown with new values and painted as in the
 // program: all else stands still.
 
-#include "app/mainfrm.h"
-#include "app/mainfrm_view.h"
-#include "app/wiring.h"
-#include "desktop/settings_file.h"
+#include "main_window.h"
+
 #include "displays/panel.h"
 #include "link/indicators.h"
 #include "widgets/analog_display_view.h"
@@ -12,10 +10,6 @@
 #include "widgets/led_view.h"
 #include "widgets/linear_gauge_view.h"
 #include "widgets/seven_segment_view.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -27,10 +21,6 @@ namespace {
 
 using namespace tyxo;
 
-constexpr const char* settings_text = "[tyxo]\r\nmax_sensors=4\r\nadc_offset=479\r\n"
-                                      "zyl_speed_range=1\r\nlocation 1=Engine 1\r\nlocation 2=Engine 2\r\n"
-                                      "location 3=Engine 3\r\nlocation 4=Engine 4\r\n";
-
 /// A control of a channel, and how it shows the values of a step.
 struct instrument {
     QWidget* view;
@@ -38,12 +28,10 @@ struct instrument {
 };
 using instruments = std::vector<instrument>;
 
-QWidget* main_window = nullptr;
-
 template <class View, class Controls, class Move>
 void add(instruments& to, const char* array, const Controls& controls, Move move) {
     for (i16 channel = 0; channel < channel_count; ++channel) {
-        auto* const view = main_window->findChild<View*>(element(array, channel));
+        auto* const view = window->findChild<View*>(element(array, channel));
         to.push_back({view, [view, control = controls[channel], move](int step) mutable {
                           move(control, step);
                           view->show_control(control);
@@ -138,22 +126,5 @@ BENCHMARK(copy_of_the_pixels)->Unit(benchmark::kMicrosecond);
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREEN);
-    }
-    QApplication::setStyle("Fusion");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    const QTemporaryDir folder;
-    if (!QDir::setCurrent(folder.path())) return 1;
-    if (!write_settings_file(settings_text)) return 1;
-    wire();
-    mainfrm_view window;
-    main_window = &window;
-    mainfrm::form_load(window.width(), window.height());
-    window.show_state();
-    window.show();
-    QCoreApplication::processEvents();
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return run_with_main_window(argc, argv);
 }

@@ -1,18 +1,12 @@
 // A whole display tick of the running main window: four channels, their gauges, charts and scopes, painted.
 
-#include "app/mainfrm.h"
-#include "app/mainfrm_view.h"
-#include "app/wiring.h"
-#include "desktop/settings_file.h"
+#include "main_window.h"
+
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "displays/xy_plot.h"
 #include "link/channel_rec.h"
 #include "platform/clock.h"
-
-#include <QApplication>
-#include <QDir>
-#include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
 
@@ -23,14 +17,6 @@
 namespace {
 
 using namespace tyxo;
-
-constexpr const char* settings_text = "[tyxo]\r\nupd_periode=100\r\nmax_sensors=4\r\nadc_offset=479\r\n"
-                                      "zyl_speed_range=1\r\nscale_polar_a=0.5\r\nscale_polar_t=3\r\n"
-                                      "xy_tmv=1\r\nxy_theff=1\r\nxy_theff_AC=1\r\nxy_tha=1\r\n"
-                                      "location 1=Engine 1\r\nlocation 2=Engine 2\r\n"
-                                      "location 3=Engine 3\r\nlocation 4=Engine 4\r\n";
-
-mainfrm_view* window = nullptr;
 
 /// Values that move, so that every needle, digit and line is painted anew.
 void measure(i16 channel, int step) {
@@ -180,23 +166,5 @@ BENCHMARK(month_of_rows)->Iterations(1)->Unit(benchmark::kSecond);
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
-        qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" SCREEN);
-    }
-    QApplication::setStyle("Fusion");
-    const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    const QTemporaryDir folder;
-    if (!QDir::setCurrent(folder.path())) return 1;
-    if (!write_settings_file(settings_text)) return 1;
-    wire();
-    mainfrm_view main_window;
-    window = &main_window;
-    mainfrm::form_load(main_window.width(), main_window.height());
-    if (sensor::state.max_sensors != channel_count) return 1;
-    main_window.show_state();
-    main_window.show();
-    QCoreApplication::processEvents();
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return run_with_main_window(argc, argv);
 }

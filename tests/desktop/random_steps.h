@@ -5,6 +5,7 @@
 
 #include <QFont>
 #include <QImage>
+#include <QTest>
 
 #include <array>
 #include <cstddef>
@@ -40,6 +41,13 @@ class random_steps {
   private:
     std::mt19937 numbers_;
 };
+
+/// For the `_data` of a test that runs with each of so many seeds.
+inline void add_seeds(unsigned count) {
+    QTest::addColumn<unsigned>("seed");
+    for (unsigned seed = 1; seed <= count; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
 
 /// Pixel for pixel; where they are not, it says where.
 inline bool same_pixels(const QImage& one, const QImage& other) {

@@ -80,10 +80,7 @@ QString canvas_view::spoken_text() const {
 void canvas_view::paintEvent(QPaintEvent* event) {
     if (!picture_.shows(surface_, look())) renew_picture(event->region());
     QPainter painter(this);
-    for (const QRect& part : event->region()) { // one by one they are copied, together they were blended
-        painter.setClipRect(part);
-        painter.drawImage(0, 0, picture_.image());
-    }
+    paint_parts(painter, *event, [&](const QRect& /*part*/) { painter.drawImage(0, 0, picture_.image()); });
 }
 
 void canvas_view::resizeEvent(QResizeEvent* event) {

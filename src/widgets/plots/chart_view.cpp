@@ -192,7 +192,7 @@ void chart_view::draw_picture(double ratio) {
     const QRect axes = axisRect()->rect();
     const int top = pixel(axes.top());
     const field_look field = plot_.field(top, pixel(axes.bottom() + 1) - 1 - top);
-    QPainter(&picture_).fillRect(field.place.adjusted(-1, -1, 1, 1), QColor(field.frame));
+    QPainter(&picture_).fillRect(field.place.adjusted(-1, -1, 1, 1), QColor(field.grid));
     field_.draw(picture_, field, rows_(), plot_.ticks().major);
     field_place_ = field.place;
     below_field_ = times_place().isEmpty() ? QImage() : picture_.copy(times_place());

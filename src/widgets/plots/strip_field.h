@@ -21,7 +21,6 @@ struct field_look {
     double high = 100; ///< and of that above it
     QRgb ground = 0;
     QRgb grid = 0;
-    QRgb frame = 0; ///< a line around the field, not drawn by it
     i32 GridLineStyle = 0;
     std::vector<double> levels;                             ///< values with a line of the grid
     int thickness = 1;                                      ///< of a curve

@@ -48,7 +48,7 @@ field_look strip_plot::field(int top, int height) const {
     look.low = plot_.yAxis->range().lower;
     look.high = plot_.yAxis->range().upper;
     look.ground = qt_colour(shown_.GridBackGroundColor).rgb();
-    look.grid = look.frame = muted(shown_.AxisGridColor).rgb();
+    look.grid = muted(shown_.AxisGridColor).rgb();
     look.GridLineStyle = shown_.GridLineStyle;
     look.levels = {value_ticks_->major.begin(), value_ticks_->major.end()};
     const auto pixel = static_cast<int>(std::lround(ratio_));

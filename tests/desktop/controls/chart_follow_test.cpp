@@ -2,13 +2,13 @@
 
 #include "desktop/desktop_test.h"
 #include "desktop/paint_counter.h"
+#include "desktop/random_steps.h"
 #include "desktop/screen_copy.h"
 #include "desktop/shown_chart.h"
 
 #include <QTest>
 
 #include <ctime>
-#include <random>
 
 using namespace tyxo;
 
@@ -54,14 +54,10 @@ class chart_follow_test : public QObject {
         }
     }
 
-    void is_at_every_moment_what_a_new_one_is_data() {
-        QTest::addColumn<unsigned>("seed");
-        for (unsigned seed = 1; seed <= 10; ++seed)
-            QTest::addRow("seed %u", seed) << seed;
-    }
+    void is_at_every_moment_what_a_new_one_is_data() { add_seeds(10); }
     void is_at_every_moment_what_a_new_one_is() {
         QFETCH(unsigned, seed);
-        chance_.seed(seed);
+        steps_ = random_steps(seed);
         for (int step = 0; step < 250; ++step) {
             const int act = change();
             view_->show_control(chart_);
@@ -71,8 +67,8 @@ class chart_follow_test : public QObject {
             anew.setEnabled(view_->isEnabled());
             anew.show_control(chart_);
             const QImage wanted = anew.grab().toImage().convertToFormat(seen.format());
-            if (seen == wanted) continue;
-            QFAIL(qPrintable(QString("step %1, change %2").arg(step).arg(act)));
+            const QByteArray where = QString("step %1, change %2").arg(step).arg(act).toLatin1();
+            QVERIFY2(same_pixels(seen, wanted), where);
         }
     }
 
@@ -124,7 +120,9 @@ class chart_follow_test : public QObject {
         return frozen_ ? *frozen_ : rows_.window(std::llround(chart_.XAxisSpan * 86'400'000));
     }
     void append(const strip_row& row) { rows_.append(row); }
-    std::size_t below(std::size_t count) { return chance_() % count; }
+    std::size_t below(std::size_t count) {
+        return static_cast<std::size_t>(steps_.below(static_cast<int>(count)));
+    }
 
     void append_random() {
         strip_row row;
@@ -181,7 +179,7 @@ class chart_follow_test : public QObject {
     }
 
     QByteArray zone_;
-    std::minstd_rand chance_;
+    random_steps steps_{1};
     std::int64_t time_ = 0;
     strip_history rows_;
     std::optional<strip_window> frozen_;

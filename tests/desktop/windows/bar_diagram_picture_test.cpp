@@ -28,11 +28,7 @@ class bar_diagram_picture_test : public QObject {
     }
     void cleanup() { window_.reset(); }
 
-    void every_step_leaves_the_picture_of_the_last_state_data() {
-        QTest::addColumn<unsigned>("seed");
-        for (unsigned seed = 1; seed <= 3; ++seed)
-            QTest::addRow("seed %u", seed) << seed;
-    }
+    void every_step_leaves_the_picture_of_the_last_state_data() { add_seeds(3); }
 
     void every_step_leaves_the_picture_of_the_last_state() {
         QFETCH(const unsigned, seed);

@@ -20,11 +20,7 @@ class detailed_picture_test : public detailed_window {
     }
     void cleanup() { window_.reset(); }
 
-    void every_step_leaves_the_picture_of_the_last_state_data() {
-        QTest::addColumn<unsigned>("seed");
-        for (unsigned seed = 1; seed <= 4; ++seed)
-            QTest::addRow("seed %u", seed) << seed;
-    }
+    void every_step_leaves_the_picture_of_the_last_state_data() { add_seeds(4); }
 
     void every_step_leaves_the_picture_of_the_last_state() {
         QFETCH(const unsigned, seed);
