@@ -30,9 +30,51 @@ void put_file(std::string_view path, std::string_view content) {
     world().files[normalised(path)] = content;
 }
 
+namespace {
+
+/// Lines of a log are brought to the disk within this time.
+constexpr std::int64_t soon_ms = 5000;
+/// So is the name of a file that was replaced.
+constexpr std::int64_t rename_ms = 5000;
+
+void told(disk_act act, const std::string& path, std::string_view text = {}) {
+    if (world().on_disk) world().on_disk(act, path, text);
+}
+
+/// What stood in the file when its sync was due is on the disk.
+void settle(at_risk& risk, std::size_t size) {
+    if (!risk.sync_due || world().now_ms < *risk.sync_due) return;
+    risk.durable = size;
+    risk.named = true;
+    risk.sync_due.reset();
+}
+
+} // namespace
+
+void lose_power(const std::function<std::size_t(std::size_t most)>& kept) {
+    machine& machine = world();
+    for (auto& [path, risk] : machine.risks) {
+        const auto found = machine.files.find(path);
+        if (found == machine.files.end()) continue;
+        std::string& content = found->second;
+        settle(risk, content.size());
+        if (risk.before && machine.now_ms - risk.replaced_ms < rename_ms) {
+            if (kept(1) == 0) content = *risk.before;
+            continue;
+        }
+        if (risk.before) continue;
+        const bool nameless = !risk.named && kept(1) == 0;
+        content.resize(risk.durable + kept(content.size() - risk.durable));
+        if (nameless) machine.files.erase(found);
+    }
+    machine.risks.clear();
+}
+
 std::string take_file_away(std::string_view path) {
     const std::string name = normalised(path);
     ++world().generations[name];
+    world().risks.erase(name);
+    told(disk_act::taken_away, name);
     auto node = world().files.extract(name);
     return node.empty() ? std::string() : node.mapped();
 }
@@ -41,8 +83,7 @@ std::string take_file_away(std::string_view path) {
 
 namespace {
 
-using simulation::normalised;
-using simulation::world;
+using namespace simulation;
 
 std::string folder_of(const std::string& path) {
     const auto slash = path.rfind('/');
@@ -76,6 +117,8 @@ struct disk_file::state {
     bool open = false;
     int generation = 0;
     bool unsynced = false;
+
+    [[nodiscard]] simulation::at_risk& risk() const { return simulation::world().risks[path]; }
 };
 
 disk_file::disk_file() : state_(std::make_unique<state>()) {}
@@ -92,8 +135,13 @@ void disk_file::close() {
 bool disk_file::open(std::string_view path) {
     close();
     const std::string name = normalised(path);
-    if (!can_write(name)) throw failure("Path not found");
+    if (!can_write(name)) {
+        told(disk_act::refused, name);
+        throw failure("Path not found");
+    }
     const bool created = world().files.try_emplace(name).second;
+    if (!world().risks.contains(name)) world().risks[name] = {file(name).size(), !created, {}, {}, 0};
+    if (created) told(disk_act::created, name);
     world().opened.push_back(name);
     if (world().during_open) world().during_open();
     state_->path = name;
@@ -112,22 +160,34 @@ bool disk_file::empty() const {
 }
 
 void disk_file::append(std::string_view text) {
-    if (world().unwritable.contains(state_->path)) throw failure("Device I/O error");
+    const auto refuse = [&](const char* why) {
+        told(disk_act::refused, state_->path, text);
+        throw failure(why);
+    };
+    if (world().unwritable.contains(state_->path)) refuse("Device I/O error");
     if (world().refused_writes > 0) {
         --world().refused_writes;
-        throw failure("Device I/O error");
+        refuse("Device I/O error");
     }
     if (!in_place()) return; // into a file that nobody can find any more
     std::string& content = world().files[state_->path];
     std::string_view end;
     if (!content.empty() && !content.ends_with("\r\n")) end = content.ends_with('\r') ? "\n" : "\r\n";
-    if (!take_space(end.size() + text.size())) throw failure("Disk full");
+    if (!take_space(end.size() + text.size())) refuse("Disk full");
+    settle(state_->risk(), content.size());
     content.append(end).append(text);
     state_->unsynced = true;
+    if (!end.empty()) told(disk_act::appended, state_->path, end);
+    told(disk_act::appended, state_->path, text);
 }
 
 void disk_file::sync(sync_time when) {
-    if (when == sync_time::soon || !state_->unsynced) return;
+    if (!state_->unsynced) return;
+    at_risk& risk = state_->risk();
+    const std::int64_t due = world().now_ms + (when == sync_time::soon ? soon_ms : world().sync_ms);
+    risk.sync_due = std::min(due, risk.sync_due.value_or(due));
+    if (when == sync_time::soon) return;
+    if (in_place()) settle(risk, world().files[state_->path].size());
     world().synced.push_back(state_->path);
     state_->unsynced = false;
 }
@@ -170,6 +230,9 @@ std::optional<std::string> read_file(std::string_view path) {
 void replace_file(std::string_view path, std::string_view content) {
     const std::string name = normalised(path);
     if (!can_write(name) || !take_space(content.size())) return;
+    at_risk& risk = world().risks[name];
+    if (world().now_ms - risk.replaced_ms >= rename_ms || !risk.before) risk.before = file(name);
+    risk.replaced_ms = world().now_ms;
     world().files[name] = content;
     ++world().replacements;
 }

@@ -6,6 +6,8 @@
 #include "link/serial.h"
 #include "platform/simulation.h"
 
+#include <algorithm>
+
 namespace tyxo {
 
 struct MSComm::state {
@@ -38,6 +40,10 @@ namespace {
 std::vector<MSComm::state*>& all_ports() {
     static auto* const ports = new std::vector<MSComm::state*>;
     return *ports;
+}
+
+i16 place_of(const MSComm::state* port) {
+    return static_cast<i16>(std::ranges::find(all_ports(), port) - all_ports().begin());
 }
 
 void require_open(const MSComm::state& port) {
@@ -106,6 +112,7 @@ void MSComm::Output(std::string_view text) {
     require_open(*state_);
     if (state_->behaviour().refuses_output) throw failure("Device unavailable");
     state_->sent += text;
+    if (simulation::world().on_output) simulation::world().on_output(place_of(state_.get()), text);
 }
 
 void MSComm::Input(std::string& chunk) {
@@ -113,6 +120,7 @@ void MSComm::Input(std::string& chunk) {
     if (state_->behaviour().refuses_input) throw failure("Device unavailable");
     chunk.swap(state_->waiting);
     state_->waiting.clear();
+    if (simulation::world().on_input) simulation::world().on_input(place_of(state_.get()), chunk);
 }
 
 i32 MSComm::CommEvent() const {

@@ -51,6 +51,18 @@ struct played_sound {
     i32 flags;
 };
 
+/// What the disk did for a file of lines.
+enum class disk_act { created, appended, refused, taken_away };
+
+/// What a file would lose if the power went now.
+struct at_risk {
+    std::size_t durable = 0;              ///< bytes that stay
+    bool named = false;                   ///< the file itself stays
+    std::optional<std::int64_t> sync_due; ///< when what stands in it by then is brought to the disk
+    std::optional<std::string> before;    ///< content that a file had before it was replaced
+    std::int64_t replaced_ms = 0;
+};
+
 /// Something that is going to happen.
 struct planned_event {
     std::int64_t due = 0; ///< virtual time
@@ -84,6 +96,8 @@ struct machine {
     std::optional<std::string> folder_holder; ///< another program in the working folder
 
     bool events_held = false;
+    int ticks_running = 0;         ///< one inside the wait of another
+    std::int64_t longest_tick = 0; ///< ms of virtual time from its beginning to its end
     int do_events_calls = 0;
     std::function<void()> during_do_events;
     std::optional<int> exit_code; ///< set when the program ended itself
@@ -91,6 +105,8 @@ struct machine {
     screen_size screen{1280, 1024};
 
     std::map<i16, port_behaviour> ports;
+    std::function<void(i16 channel, std::string_view bytes)> on_input;  ///< sees what the system takes
+    std::function<void(i16 channel, std::string_view bytes)> on_output; ///< and what it sends
     std::vector<port_name> port_names;
     bool port_list_unreadable = false;
     int port_list_error = 5;
@@ -108,6 +124,9 @@ struct machine {
     std::vector<std::string> synced;        ///< every path that was brought to the disk at once, in order
     int replacements = 0;                   ///< of whole files
     std::map<std::string, int> generations; ///< how often a file was taken away from its path
+    std::map<std::string, at_risk> risks;   ///< of files that were written
+    std::int64_t sync_ms = 0;               ///< how long a sync takes that is asked for at once
+    std::function<void(disk_act, const std::string& path, std::string_view text)> on_disk; ///< watches it
 };
 
 /// The machine of the running test.
@@ -156,6 +175,10 @@ struct port_settings {
 /// The content of a file; an empty text when there is none.
 [[nodiscard]] std::string file(std::string_view path);
 void put_file(std::string_view path, std::string_view content);
+
+/// The power goes: each file keeps what was synced and a part of the rest, from its beginning on, that `kept`
+/// chooses of the bytes that may be lost; a new or replaced file that is not synced may be as it was before.
+void lose_power(const std::function<std::size_t(std::size_t most)>& kept);
 
 /// Moves a file to where nobody looks, under whoever has it open; the result is what it held.
 std::string take_file_away(std::string_view path);

@@ -53,7 +53,12 @@ void Timer::tick() {
     clock_->due += interval_;
     if (simulation::world().events_held || !handler_) return;
     ticking_ = true;
+    simulation::machine& machine = simulation::world();
+    const std::int64_t begin = machine.now_ms;
+    ++machine.ticks_running;
     if (const auto why = attempt(handler_)) debug_output(*why);
+    --machine.ticks_running;
+    machine.longest_tick = std::max(machine.longest_tick, machine.now_ms - begin);
     ticking_ = false;
     // Ticks that came due inside this one are lost.
     const std::int64_t late = simulation::world().now_ms - clock_->due;
