@@ -39,7 +39,7 @@
 #include "settings/settings.h"
 
 #include <algorithm>
-#include <ctime>
+#include <chrono>
 #include <memory>
 
 namespace tyxo {
@@ -105,16 +105,19 @@ local_time local_at(std::int64_t running) {
     const std::int64_t seconds = since >= 0 ? since / 1000 : -((999 - since) / 1000);
     const local_time& set = machine.local;
     if (seconds == 0) return set;
-    std::tm parts{};
-    parts.tm_year = set.year - 1900;
-    parts.tm_mon = set.month - 1;
-    parts.tm_mday = set.day;
-    parts.tm_hour = set.hour;
-    parts.tm_min = set.minute;
-    parts.tm_sec = set.second;
-    const std::time_t moment = timegm(&parts) + seconds;
-    gmtime_r(&moment, &parts);
-    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
+    using namespace std::chrono;
+    const sys_days day = year(set.year) / set.month / set.day;
+    const sys_seconds moment = day + hours(set.hour) + minutes(set.minute) +
+                               std::chrono::seconds(set.second) + std::chrono::seconds(seconds);
+    const auto midnight = floor<days>(moment);
+    const year_month_day date(midnight);
+    const hh_mm_ss time(moment - midnight);
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            static_cast<int>(time.hours().count()),
+            static_cast<int>(time.minutes().count()),
+            static_cast<int>(time.seconds().count())};
 }
 
 void debug_output(std::string_view message) {
