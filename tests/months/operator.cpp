@@ -117,12 +117,14 @@ void plant::by_operator(const act& what, chance& dice) {
         FrmSetupTCP::Txt_regnumber_change(std::to_string(dice.below(140)));
         FrmSetupTCP::Text4_change(dice.below(123), std::to_string(dice.below(70'000)));
         checker_.controller_disturbed();
+        by_hand_ = true;
         world().ticks_running = 1; // its wait is that of a handler
         if (dice.once_in(2))
             FrmSetupTCP::Cmd_read_R_click();
         else
             FrmSetupTCP::Cmd_write_R_click();
         world().ticks_running = 0;
+        by_hand_ = false;
         FrmSetupTCP::Cmd_close_click();
         break;
     case print_chart:
@@ -187,8 +189,15 @@ void plant::new_scales(chance& dice) {
         const std::size_t period = dice.below(log_period_choices.size());
         frmscale_polar::Opt_logtime_click(period);
         checker_.setting("log_mode", std::to_string(log_period_choices.at(period).value));
-        frmscale_polar::Opt_scale_click(dice.below(scale_choices.size()));
-        frmscale_polar::Opt_scale_t_click(dice.below(scale_choices.size()));
+        const std::size_t scale_a = dice.below(scale_choices.size());
+        const std::size_t scale_t = dice.below(scale_choices.size());
+        checker_.setting("scale_polar_a", std::to_string(scale_choices.at(scale_a).value));
+        checker_.setting("scale_polar_t", std::to_string(scale_choices.at(scale_t).value));
+        frmscale_polar::Opt_scale_click(scale_a);
+        frmscale_polar::Opt_scale_t_click(scale_t);
+        const std::size_t refresh = dice.below(refresh_choices.size());
+        checker_.setting("upd_periode", std::to_string(refresh_choices.at(refresh).value));
+        frmscale_polar::Opt_refr_click(refresh);
     }
     if (dice.once_in(3))
         frmscale_polar::unload();

@@ -245,12 +245,15 @@ simulation::reply lie(const std::string& frame, chance& dice) {
 void plant::at_controller(const act& what, chance& dice) {
     simulation::controller& peer = world().plant;
     checker_.controller_disturbed();
+    controller_lies_until_ = world().now_ms + (what.kind == controller_lies ? 86'400'000 : 5000);
     const auto answer_by = [&](auto how) {
+        const bool fair = what.kind == controller_answers;
         peer.connects = simulation::connecting::accepted;
-        peer.answers = [this, how](const std::string& frame) mutable {
+        peer.answers = [this, how, fair](const std::string& frame) mutable {
+            if (!fair) checker_.controller_disturbed();
             ++outcome_.registers_sent;
             checker_.time(world().now_ms, wall());
-            checker_.sent_to_controller(frame);
+            if (!by_hand_) checker_.sent_to_controller(frame);
             return how(frame);
         };
     };

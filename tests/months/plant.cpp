@@ -9,7 +9,6 @@
 #include "platform/simulated_ports.h"
 #include "platform/simulation.h"
 
-
 #include <algorithm>
 #include <ostream>
 #include <utility>
@@ -60,6 +59,10 @@ outcome plant::run() {
         }
         program_has_gone(dice_.between(2000, 120'000));
     }
+    if (!checker_.complaints().empty() || !outcome_.complaints.empty()) {
+        for (const std::string& line : recent_)
+            tell(line);
+    }
     for (const check::complaint& each : checker_.complaints())
         outcome_.complaints.push_back(day_and_time(each.ms) + each.what);
     outcome_.memory_late = memory_in_use();
@@ -92,6 +95,7 @@ void plant::program_starts() {
     wire();
     calls.stop_lock = [this](std::string_view words) {
         const bool granted = FrmAbort::stop_lock(words);
+        checker_.time(world().now_ms, wall());
         for (int channel = 0; granted && channel < used_; ++channel) {
             if (stopping_ < 0 || stopping_ == channel) checker_.stop_asked(channel);
         }
@@ -104,8 +108,10 @@ void plant::program_starts() {
     });
     password_ = setting_in_file("passwd");
     checker_.time(world().now_ms, wall());
-    for (const auto& [path, content] : world().files)
-        checker_.file_found(path, content);
+    check_settings_file();
+    for (const auto& [path, content] : world().files) {
+        if (path.find('/') != path.npos) checker_.file_found(path, content); // logs and event file
+    }
     checker_.all_files_found();
     checker_.program_starts(simulation::file("tyxo.ini"));
     if (setting_in_file("autostart") == "1") tell_start(-1);
@@ -123,7 +129,8 @@ void plant::program_has_gone(std::int64_t for_ms) {
     kept.on_disk = nullptr;
     kept.on_input = nullptr;
     kept.on_output = nullptr;
-    runs_ = false;
+    runs_ = by_hand_ = false;
+    seen_ = {};
     rows_seen_.fill(0);
     simulation::fresh_world();
     kept.exit_code.reset();
@@ -173,6 +180,7 @@ void plant::carry_out(const act& what) {
         return;
     }
     if (story_ != nullptr) tell(words_of(what));
+    checker_.time(world().now_ms, wall());
     (this->*handler)(what, dice);
 }
 

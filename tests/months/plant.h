@@ -11,6 +11,7 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <iosfwd>
 #include <optional>
@@ -55,12 +56,16 @@ class plant {
     void handler_has_ended();
     void archive_old_files();
     [[nodiscard]] static std::size_t memory_in_use();
+    [[nodiscard]] bool belongs_to_a_fault(std::string_view line) const;
+    void check_settings_file();
     [[noreturn]] void end_by(const char* why, bool power);
     void tell(const std::string& line);
+    void remember(std::string_view what, std::string_view text);
     void wrong(const std::string& what);
     [[nodiscard]] check::wall_time wall() const;
     [[nodiscard]] std::string location(int channel) const;
     [[nodiscard]] std::string settings_text();
+    [[nodiscard]] static std::vector<std::string> keys_of(std::string_view settings);
     [[nodiscard]] static std::string setting_in_file(std::string_view key);
 
     // Acts, by who does them.
@@ -94,9 +99,14 @@ class plant {
     int stopping_ = -1;    ///< the channel that the stop lock asks about; -1: all
     std::string password_; ///< in force
     bool runs_ = false;
+    std::int64_t controller_lies_until_ = 0;
+    bool by_hand_ = false; ///< registers are written that no cycle sends
+    check::seen seen_;
     std::array<std::int32_t, 4> rows_seen_{};
     std::array<std::string, 4> newest_log_; ///< path of the file last written
     std::int64_t archived_day_ = 0;
+    std::deque<std::string> recent_;
+    std::vector<std::string> keys_; ///< of the settings file, in their order
 };
 
 /// Runs a history from beginning to end.

@@ -4,6 +4,8 @@
 
 #include "platform/simulation.h"
 
+#include <algorithm>
+
 namespace months {
 
 using namespace tyxo;
@@ -14,6 +16,27 @@ std::string plant::setting_in_file(std::string_view key) {
     if (begin == text.npos) return {};
     const auto value = begin + key.size() + 3;
     return text.substr(value, text.find("\r\n", value) - value);
+}
+
+std::vector<std::string> plant::keys_of(std::string_view settings) {
+    std::vector<std::string> keys;
+    while (!settings.empty()) {
+        const auto end = settings.find("\r\n");
+        if (end == settings.npos) return {"no end: " + std::string(settings)};
+        keys.emplace_back(settings.substr(0, std::min(end, settings.find('='))));
+        settings.remove_prefix(end + 2);
+    }
+    return keys;
+}
+
+/// Whatever is written and whenever it is cut off, the file holds all its keys once, in their order; new ones
+/// stand behind them.
+void plant::check_settings_file() {
+    const std::vector<std::string> now = keys_of(simulation::file("tyxo.ini"));
+    if (keys_.empty()) keys_ = now;
+    if (now.size() < keys_.size() || !std::equal(keys_.begin(), keys_.end(), now.begin()))
+        wrong("the settings file is broken");
+    if (now.size() > keys_.size() + 20) wrong("keys come again and again");
 }
 
 std::string plant::settings_text() {

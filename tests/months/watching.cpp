@@ -43,6 +43,8 @@ void plant::watch_machine() {
     simulation::machine& machine = world();
     machine.on_disk = [this](simulation::disk_act act, const std::string& path, std::string_view text) {
         checker_.time(world().now_ms, wall());
+        constexpr std::array<std::string_view, 4> done{"created", "appended", "refused", "taken away"};
+        remember(std::string(done.at(static_cast<std::size_t>(act))) + ' ' + path, text);
         using enum simulation::disk_act;
         switch (act) {
         case created:
@@ -66,6 +68,7 @@ void plant::watch_machine() {
     machine.on_input = [this](i16 channel, std::string_view bytes) {
         outcome_.bytes += static_cast<std::int64_t>(bytes.size());
         checker_.time(world().now_ms, wall());
+        remember("channel " + std::to_string(channel + 1) + " receives", bytes);
         checker_.arrives(channel, bytes);
     };
     machine.on_output = [this](i16 channel, std::string_view bytes) {
@@ -78,8 +81,10 @@ void plant::handler_has_ended() {
     simulation::machine& machine = world();
     ++outcome_.events;
     checker_.time(machine.now_ms, wall());
-    for (const std::string& line : machine.debug)
-        checker_.debug_output(line);
+    for (const std::string& line : machine.debug) {
+        remember("debug output", line);
+        if (!belongs_to_a_fault(line)) checker_.debug_output(line);
+    }
     machine.debug.clear();
     machine.plant.frames.clear();
     machine.plant.attempts.clear();
@@ -90,7 +95,7 @@ void plant::handler_has_ended() {
     machine.boxes.clear();
     machine.sounds.clear();
     machine.prints.clear();
-    check::seen now;
+    check::seen& now = seen_;
     for (i16 channel = 0; channel < channel_count; ++channel) {
         const channel_rec& rec = sensor::state.channels[channel];
         check::seen_channel& seen = now.channel.at(channel);
@@ -126,6 +131,30 @@ void plant::handler_has_ended() {
         wrong("a tick took " + std::to_string(machine.longest_tick) + " ms");
     archive_old_files();
     if (outcome_.memory_early == 0 && machine.now_ms > day) outcome_.memory_early = memory_in_use();
+}
+
+/// The last things that happened, for the story's end.
+void plant::remember(std::string_view what, std::string_view text) {
+    constexpr std::size_t most = 40;
+    constexpr std::size_t longest = 120;
+    if (story_ == nullptr) return;
+    if (recent_.size() == most) recent_.pop_front();
+    std::string line = day_and_time(world().now_ms) + "    " + std::string(what) + ": ";
+    for (const char letter : text.substr(0, longest)) {
+        const auto code = static_cast<unsigned char>(letter);
+        if (code >= ' ' && code < 127)
+            line += letter;
+        else
+            line += std::string("\\x") + "0123456789abcdef"[code / 16] + "0123456789abcdef"[code % 16];
+    }
+    recent_.push_back(line + (text.size() > longest ? " ..." : ""));
+}
+
+/// What the program says of a line that cannot be read or a controller that sends what is no answer.
+bool plant::belongs_to_a_fault(std::string_view line) const {
+    const auto unreadable = [](const auto& port) { return port.second.refuses_input; };
+    if (line == "mscomm: Device unavailable") return std::ranges::any_of(world().ports, unreadable);
+    return line == "Subscript out of range" && world().now_ms < controller_lies_until_;
 }
 
 /// Once a day somebody takes the logs of the days before; the machine of the test has memory for its disk.

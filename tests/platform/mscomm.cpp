@@ -117,10 +117,12 @@ void MSComm::Output(std::string_view text) {
 
 void MSComm::Input(std::string& chunk) {
     require_open(*state_);
-    if (state_->behaviour().refuses_input) throw failure("Device unavailable");
+    const bool refused = state_->behaviour().refuses_input;
+    const auto& on_input = simulation::world().on_input;
+    if (on_input) on_input(place_of(state_.get()), refused ? std::string_view() : state_->waiting);
+    if (refused) throw failure("Device unavailable");
     chunk.swap(state_->waiting);
     state_->waiting.clear();
-    if (simulation::world().on_input) simulation::world().on_input(place_of(state_.get()), chunk);
 }
 
 i32 MSComm::CommEvent() const {

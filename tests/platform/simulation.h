@@ -105,7 +105,7 @@ struct machine {
     screen_size screen{1280, 1024};
 
     std::map<i16, port_behaviour> ports;
-    std::function<void(i16 channel, std::string_view bytes)> on_input;  ///< sees what the system takes
+    std::function<void(i16 channel, std::string_view bytes)> on_input; ///< sees what it takes, or cannot take
     std::function<void(i16 channel, std::string_view bytes)> on_output; ///< and what it sends
     std::vector<port_name> port_names;
     bool port_list_unreadable = false;

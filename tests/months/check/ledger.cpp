@@ -146,7 +146,15 @@ std::size_t ledger::take_header(ledger_file& file, std::string_view text) {
     return length;
 }
 
+/// Another line comes, or none: the one that was refused is lost.
+void ledger::lose_refused(ledger_file& file) {
+    if (!file.refused.empty() && file.due_lines().starts_with(file.refused))
+        file.due_from += file.refused.size();
+    file.refused.clear();
+}
+
 void ledger::take_line(ledger_file& file, std::string_view line) {
+    if (!file.due_lines().starts_with(line)) lose_refused(file);
     const std::string_view due = file.due_lines();
     if (due.starts_with(line) && line.ends_with('\n')) {
         file.due_from += line.size();
@@ -204,8 +212,12 @@ void ledger::refused(ledger_file& file, std::string_view text) {
     const std::size_t header = file.header_due ? header_length(text, file.header) : 0;
     if (header > 0) file.lossy = true;
     for (text.remove_prefix(header); !text.empty(); text.remove_prefix(first_line(text).size())) {
-        if (file.lossy && !file.due_lines().starts_with(first_line(text))) continue;
-        take_line(file, first_line(text));
+        const std::string_view line = first_line(text);
+        if (!file.due_lines().starts_with(line)) lose_refused(file);
+        if (file.due_lines().starts_with(line))
+            file.refused = line;
+        else if (!file.lossy)
+            take_line(file, line);
     }
 }
 
@@ -217,6 +229,7 @@ void ledger::gone(ledger_file& file) {
 }
 
 void ledger::check_rest(ledger_file& file) {
+    lose_refused(file);
     const std::string_view due = file.due_lines();
     const bool just_gone = file.gone_at >= 0 && now_.ms - file.gone_at <= anew_ms;
     const bool excused = file.lossy || just_gone;

@@ -33,8 +33,9 @@ struct ledger_file {
     bool header_due = false, header_may_miss = false;
     std::string due; ///< lines that have to be written, from `due_from` on
     std::size_t due_from = 0;
-    bool dirty = false; ///< something has to be there at the end of the handler
-    bool torn = false;  ///< a power cut tore its last line
+    std::string refused; ///< the line that the disk refused last; it may come again in this handler
+    bool dirty = false;  ///< something has to be there at the end of the handler
+    bool torn = false;   ///< a power cut tore its last line
 
     byte_sum whole;   ///< what was written
     byte_sum sure;    ///< what a power cut leaves
@@ -81,6 +82,7 @@ class ledger {
     void write(ledger_file& file, std::string_view text, bool hard);
     std::size_t take_header(ledger_file& file, std::string_view text);
     void take_line(ledger_file& file, std::string_view line);
+    static void lose_refused(ledger_file& file);
     void check_rest(ledger_file& file);
     void touch(ledger_file& file);
 

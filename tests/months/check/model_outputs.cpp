@@ -26,7 +26,9 @@ constexpr std::string_view port_texts[] = {"Break empfangen",
                                            "Sendepuffer voll",
                                            "Fehler oder Ereignis unbekannt"};
 /// What does not belong to what the checker is told of.
-constexpr std::string_view other_messages[] = {"Resolution is actual", "No sensor configurated"};
+constexpr std::string_view other_messages[] = {"Resolution is actual", "No sensor configurated",
+                                               "       Parameters not loaded from Evaluator",
+                                               "New password inputs different"};
 constexpr std::string_view event_file_failed =
     "Directory for Eventfile doesn't exist, start setup Installation !";
 
@@ -125,7 +127,7 @@ void checker::model::to_controller(std::string_view frame) {
 
 bool checker::model::tolerated(std::string_view text) const {
     if (std::ranges::find(port_texts, text) != std::end(port_texts)) return true;
-    if (text.find("cannot write") != text.npos) return true;
+    if (text.find("cannot write") != text.npos || text.starts_with(" COM")) return true; // " COM1": a port
     if (!files_disturbed) return false;
     return text.starts_with("mscomm: ") || text.find("log opened anew") != text.npos;
 }

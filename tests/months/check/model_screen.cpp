@@ -11,7 +11,7 @@ namespace {
 constexpr std::int64_t tickless_ms = 10'000; ///< so long the display may wait for a gateway that waits
 
 bool same(double a, double b) {
-    return a == b || std::abs(a - b) <= 1e-9 * std::abs(b);
+    return a == b || std::abs(a - b) <= 1e-6 * std::abs(b); // a chart keeps its values short
 }
 
 } // namespace
