@@ -15,6 +15,11 @@ std::string_view first_line(std::string_view text) {
     return end == text.npos ? text : text.substr(0, end + 1);
 }
 
+/// What ends the torn line.
+std::string_view torn_end(const ledger_file& file) {
+    return file.last_byte == '\r' ? "\n" : "\r\n";
+}
+
 } // namespace
 
 void byte_sum::add(std::string_view bytes) {
@@ -101,7 +106,8 @@ void ledger::created(ledger_file& file) {
 }
 
 bool ledger::fits(const ledger_file& file, std::string_view text) const {
-    if (file.torn || file.header_due || text.starts_with("<?xml")) return true; // looked at closely below
+    if (file.torn && text.starts_with(torn_end(file))) text.remove_prefix(torn_end(file).size());
+    if (file.header_due) text.remove_prefix(header_length(text, file.header));
     return file.due_lines().starts_with(text);
 }
 
@@ -179,7 +185,7 @@ void ledger::appended(ledger_file& file, std::string_view text) {
     }
     std::string_view rest = text;
     if (file.torn) {
-        const std::string_view end = file.last_byte == '\r' ? "\n" : "\r\n";
+        const std::string_view end = torn_end(file);
         if (rest.starts_with(end)) {
             rest.remove_prefix(end.size());
         } else {

@@ -2,8 +2,6 @@
 
 #include "words.h"
 
-#include <algorithm>
-
 namespace months::check {
 
 namespace {
@@ -33,8 +31,8 @@ bool frame_fields::check_is_right() const {
 }
 
 std::string_view frame_fields::text(int position, int length) const {
-    const auto from = std::min(frame_.size(), static_cast<std::size_t>(position - 1));
-    return frame_.substr(from, static_cast<std::size_t>(length));
+    if (position + length - 1 > static_cast<int>(frame_.size())) throw no_such_field();
+    return frame_.substr(static_cast<std::size_t>(position - 1), static_cast<std::size_t>(length));
 }
 
 int frame_fields::code() const {

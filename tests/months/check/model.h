@@ -60,11 +60,13 @@ struct checker::model {
     std::string box; ///< what has to be appended to the status text
     std::uint64_t box_end = 0;
     std::size_t box_length = 0;
-    std::string line; ///< one line in the making
+    std::string line;                      ///< one line in the making
+    bool failed = false, may_fail = false; ///< a frame of the bytes at hand could not be decoded
 
     struct debug_line {
         std::string text;
-        bool goes_on; ///< more may stand behind the text
+        bool goes_on;          ///< more may stand behind the text
+        bool may_miss = false; ///< or it may not come at all
     };
     std::vector<debug_line> debug;
     std::vector<std::string> messages;

@@ -71,9 +71,11 @@ void checker::model::arrives(int index, std::string_view bytes) {
     channel_model& c = channel[index];
     if (!c.running) return;
     if (!c.connected && c.silent_at == now.ms) c.tie = true;
+    failed = may_fail = false;
     for (const char byte : bytes)
         if (c.line.take(byte)) frame(index);
     if (!c.connected) link_back(index);
+    if (failed || may_fail) debug.push_back({"mscomm: ", true, !failed});
 }
 
 void checker::model::frame(int index) {
@@ -82,7 +84,8 @@ void checker::model::frame(int index) {
     c.tie = false;
     const frame_fields fields(c.line.frame());
     if (fields.length() < 4) {
-        expect_debug("", true); // too short even for check digits
+        expect_debug("LRC Error"); // too short even for check digits
+        debug.back().may_miss = may_fail = true;
         return;
     }
     if (!fields.check_is_right()) {
@@ -92,7 +95,8 @@ void checker::model::frame(int index) {
     const demands what = decode(c.record, fields, plant.channel[index].test_signal_visible);
     if (!what.note.empty()) log_note(index, what.note);
     if (!what.debug.empty()) expect_debug(what.debug);
-    if (what.mscomm) expect_debug("mscomm: ", true);
+    failed = failed || what.mscomm;
+    may_fail = may_fail || what.mscomm_allowed;
     if (what.curve != 0) curve(index, what.curve);
     if (what.record == 1) log_values(index);
     if (what.parameters) {
@@ -108,16 +112,16 @@ void checker::model::frame(int index) {
 void checker::model::curve(int index, int code) {
     channel_record& r = channel[index].record;
     const samples& curve = code == 3 ? r.thermo : r.acceleration;
-    bool failed = false;
+    bool none = false;
     if (std::accumulate(curve.begin(), curve.end(), std::int64_t{0}) > 0) {
         (code == 3 ? r.cylinder_thermo : r.cylinder_acceleration) = curve;
-        failed = !(code == 3 ? compute_thermo(r, plant.cylinders) : compute_speeds(r, plant.cylinders));
+        none = !(code == 3 ? compute_thermo(r, plant.cylinders) : compute_speeds(r, plant.cylinders));
     }
-    if (failed && code == 4) { // the curve ends there, and the next one is refused block by block
-        expect_debug("mscomm: ", true);
+    if (none && code == 4) { // the curve ends there, and the next one is refused block by block
+        failed = true;
         return;
     }
-    if (failed) expect_debug("error: disp thermosignal ", true);
+    if (none) expect_debug("error: disp thermosignal ", true);
     (code == 3 ? r.thermo_block : r.acceleration_block) = 0;
     log_curve(index, code);
 }

@@ -142,7 +142,12 @@ void checker::model::debug_output(std::string_view text) {
         folders_made -= folders_made > 0 ? 1 : 0;
         return;
     }
-    if (!debug.empty() && (debug[0].goes_on ? text.starts_with(debug[0].text) : text == debug[0].text)) {
+    const auto fits = [&](const debug_line& d) {
+        return d.goes_on ? text.starts_with(d.text) : text == d.text;
+    };
+    while (!debug.empty() && debug[0].may_miss && !fits(debug[0]))
+        debug.erase(debug.begin());
+    if (!debug.empty() && fits(debug[0])) {
         debug.erase(debug.begin());
         return;
     }

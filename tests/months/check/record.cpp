@@ -145,6 +145,9 @@ demands decode(channel_record& record, const frame_fields& frame, bool test_sign
     demands what;
     try {
         switch (const int code = frame.code()) {
+        case 0:
+            what.mscomm_allowed = frame.length() < 35;
+            break;
         case 1:
             measured(record, frame, test_signal_visible, what);
             break;

@@ -54,6 +54,7 @@ struct demands {
     int curve = 0;  ///< 3 or 4: this curve is complete
     int record = 0; ///< 1: a record of measured values
     bool mscomm = false;
+    bool mscomm_allowed = false; ///< whether a text is missed that nobody reads is open
 };
 
 /// Stores what a frame with right check digits says.

@@ -1,0 +1,206 @@
+#pragma once
+// The core on its simulated machine, with the checker told of everything that goes in and comes out. What
+// came out is found by comparing the machine before and behind each handler.
+
+#include "app/mainfrm.h"
+#include "checker.h"
+#include "dialogs/frmalert.h"
+#include "dialogs/frmresetinhtime.h"
+#include "displays/chart.h"
+#include "displays/panel.h"
+#include "link/channel_rec.h"
+#include "link/indicators.h"
+#include "link/start_stop.h"
+#include "logging/logging_machine.h"
+#include "platform/clock.h"
+
+#include <cmath>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace months {
+
+using namespace tyxo::simulation;
+using tyxo::i16;
+using tyxo::sensor::state;
+
+class watched_core {
+  public:
+    check::checker checker;
+
+    watched_core() { fresh_world(); }
+
+    void start(const std::string& settings) {
+        tell_time();
+        checker.program_starts(settings);
+        fresh_world_keeping_files(settings);
+        tyxo::mainfrm::start_program(1280, 960);
+        look();
+    }
+    void close() {
+        tell_time();
+        checker.close_asked();
+        tyxo::mainfrm::query_unload();
+        look();
+        checker.program_ends();
+    }
+    void receive(i16 channel, std::string_view bytes) {
+        tell_time();
+        checker.arrives(channel, bytes);
+        tyxo::simulation::receive(channel, bytes);
+        look();
+    }
+    void click(i16 channel) {
+        tell_time();
+        const bool opens = !world().ports[static_cast<i16>(channel + 1)].refuses_to_open;
+        if (state.channel_running[channel]) {
+            checker.stop_asked(channel);
+        } else {
+            checker.start_asked(channel, opens);
+        }
+        tyxo::mainfrm::start_channel_click(channel);
+        look();
+    }
+    void confirm() {
+        if (!state.alert_open) return;
+        tell_time();
+        checker.alert_confirmed();
+        tyxo::FrmAlert::CmdAck_click();
+        look();
+    }
+    void reset_inhibit(i16 channel) {
+        tell_time();
+        checker.inhibit_reset(channel);
+        tyxo::mainfrm::Lbl_alminhibit_click(channel);
+        tyxo::FrmResetInhTime::CmdDo_click();
+        look();
+    }
+    void pass(std::int64_t ms) {
+        for (const std::int64_t end = world().now_ms + ms; world().now_ms < end;) {
+            advance(1);
+            tell_time();
+            look();
+        }
+    }
+    void set_clock(const tyxo::local_time& local) {
+        set_local(local);
+        tell_time();
+    }
+    void all_files() {
+        for (const auto& [path, content] : world().files)
+            if (path != "tyxo.ini") checker.file_found(path, content);
+        checker.all_files_found();
+    }
+
+  private:
+    void fresh_world_keeping_files(const std::string& settings) {
+        const auto files = world().files;
+        const auto folders = world().folders;
+        const std::int64_t now = world().now_ms;
+        const auto local = tyxo::local_now();
+        prepare(settings);
+        world().now_ms = world().local_set_ms = now;
+        world().local = local;
+        world().folders.insert(folders.begin(), folders.end());
+        for (const auto& [path, content] : files)
+            if (path != "tyxo.ini") world().files[path] = content;
+        sent_.clear();
+        debug_ = boxes_ = frames_ = 0;
+        rows_ = {};
+    }
+    static void prepare(const std::string& settings) {
+        fresh_world();
+        for (const char* folder : {"C:", "C:/logs"})
+            world().folders.insert(folder);
+        put_file("tyxo.ini", settings);
+        tyxo::wire();
+        tyxo::calls.stop_lock = [](std::string_view) { return true; };
+    }
+    void tell_time() {
+        const tyxo::local_time l = tyxo::local_now();
+        checker.time(world().now_ms, {l.year, l.month, l.day, l.hour, l.minute, l.second});
+    }
+    void look() {
+        for (; debug_ < world().debug.size(); ++debug_)
+            checker.debug_output(world().debug[debug_]);
+        if (rows(0) + rows(1) + rows(2) + rows(3) != rows_) checker.chart_tick();
+        rows_ = rows(0) + rows(1) + rows(2) + rows(3);
+        for (i16 channel = 0; channel < 4; ++channel) {
+            std::string& sent = tyxo::simulation::sent(channel);
+            if (sent.size() > sent_[channel].size()) {
+                checker.sent_to_line(channel, sent.substr(sent_[channel].size()));
+            }
+            sent_[channel] = sent;
+        }
+        look_at_files();
+        for (; boxes_ < world().boxes.size(); ++boxes_)
+            checker.message_shown(world().boxes[boxes_].text);
+        for (; frames_ < world().plant.frames.size(); ++frames_)
+            checker.sent_to_controller(world().plant.frames[frames_].bytes);
+        checker.handler_ended(seen());
+    }
+    void look_at_files() {
+        for (const auto& [path, content] : world().files) {
+            if (path == "tyxo.ini") continue;
+            const auto known = sizes_.find(path);
+            if (known == sizes_.end()) checker.file_created(path);
+            std::size_t& size = sizes_[path];
+            if (content.size() > size) checker.file_appended(path, std::string_view(content).substr(size));
+            size = content.size();
+        }
+    }
+    static std::int64_t rows(i16 channel) {
+        return tyxo::charts.rows[channel].window(tyxo::strip_spans[0]).rows();
+    }
+    static double newest(i16 channel, std::size_t curve) {
+        std::vector<tyxo::strip_point> points;
+        tyxo::charts.rows[channel].window(tyxo::strip_spans[0]).points(curve, 2000, points);
+        for (auto point = points.rbegin(); point != points.rend(); ++point)
+            if (!std::isnan(point->value)) return point->value;
+        return tyxo::no_value;
+    }
+    check::seen seen() {
+        check::seen now;
+        for (i16 i = 0; i < 4; ++i) {
+            check::seen_channel& c = now.channel[static_cast<std::size_t>(i)];
+            const tyxo::channel_rec& r = state.channels[i];
+            using tyxo::indicators;
+            c.measuring = state.channel_running[i];
+            c.latched = state.alert_latched[i];
+            c.alarm_lamp = indicators.LED_Alarm[i].Active;
+            c.prealarm_lamp = indicators.LED_prealarm[i].Active;
+            c.ready_lamp = indicators.LED_Rdy[i].Active;
+            c.inhibit_shown = indicators.Lbl_alminhibit[i].Visible;
+            c.values = {double(r.tsignal), double(r.speed), r.tvoltage, double(r.teff_dc), double(r.teff_ac)};
+            c.status_alarm = r.status_alarm;
+            c.status_error = r.status_error;
+            c.status_ext = r.status_ext;
+            c.alminhibit_left = r.alminhibit_left;
+            c.panel_speed = indicators.drehzahl[i].Position;
+            c.panel_tsignal = tyxo::panels.Gauge_thermo[i].Position;
+            c.digits_tsignal = indicators.digi_Thermo[i].Value;
+            c.digits_tmv = indicators.t_mv[i].Value;
+            c.chart_rows = rows(i);
+            check::seen_channel& last = last_.channel[static_cast<std::size_t>(i)];
+            for (std::size_t curve = 0; last.chart_rows != c.chart_rows && curve < 6; ++curve)
+                last.chart_last[curve] = newest(i, curve);
+            last.chart_rows = c.chart_rows;
+            c.chart_last = last.chart_last;
+        }
+        now.alert_open = state.alert_open;
+        now.status_text_end = tyxo::indicators.Text_status.appended();
+        text_ = tyxo::indicators.Text_status.text();
+        now.status_text = text_;
+        return now;
+    }
+
+    std::map<std::string, std::size_t> sizes_;
+    std::map<i16, std::string> sent_;
+    std::size_t debug_ = 0, boxes_ = 0, frames_ = 0;
+    std::int64_t rows_ = 0;
+    check::seen last_; ///< of the charts, whose points take their time
+    std::string text_;
+};
+
+} // namespace months
