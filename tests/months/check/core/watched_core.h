@@ -28,6 +28,7 @@ using tyxo::sensor::state;
 class watched_core {
   public:
     check::checker checker;
+    int records = 0, registers = 0; ///< so many outputs were checked
 
     watched_core() { fresh_world(); }
 
@@ -121,23 +122,24 @@ class watched_core {
         const tyxo::local_time l = tyxo::local_now();
         checker.time(world().now_ms, {l.year, l.month, l.day, l.hour, l.minute, l.second});
     }
+    /// What each handler does first is told first: a frame to the controller, or the command to an Evaluator.
     void look() {
+        for (; frames_ < world().plant.frames.size(); ++frames_, ++registers)
+            checker.sent_to_controller(world().plant.frames[frames_].bytes);
+        for (i16 channel = 0; channel < 4; ++channel) {
+            const std::string& sent = tyxo::simulation::sent(channel);
+            const std::string_view news = std::string_view(sent).substr(sent_[channel]);
+            if (!news.empty()) checker.sent_to_line(channel, news);
+            sent_[channel] = sent.size();
+        }
         for (; debug_ < world().debug.size(); ++debug_)
             checker.debug_output(world().debug[debug_]);
-        if (rows(0) + rows(1) + rows(2) + rows(3) != rows_) checker.chart_tick();
-        rows_ = rows(0) + rows(1) + rows(2) + rows(3);
-        for (i16 channel = 0; channel < 4; ++channel) {
-            std::string& sent = tyxo::simulation::sent(channel);
-            if (sent.size() > sent_[channel].size()) {
-                checker.sent_to_line(channel, sent.substr(sent_[channel].size()));
-            }
-            sent_[channel] = sent;
-        }
+        const std::int64_t all = rows(0) + rows(1) + rows(2) + rows(3);
+        if (all != rows_) checker.chart_tick();
+        rows_ = all;
         look_at_files();
         for (; boxes_ < world().boxes.size(); ++boxes_)
             checker.message_shown(world().boxes[boxes_].text);
-        for (; frames_ < world().plant.frames.size(); ++frames_)
-            checker.sent_to_controller(world().plant.frames[frames_].bytes);
         checker.handler_ended(seen());
     }
     void look_at_files() {
@@ -146,6 +148,7 @@ class watched_core {
             const auto known = sizes_.find(path);
             if (known == sizes_.end()) checker.file_created(path);
             std::size_t& size = sizes_[path];
+            records += content.size() > size ? 1 : 0;
             if (content.size() > size) checker.file_appended(path, std::string_view(content).substr(size));
             size = content.size();
         }
@@ -196,7 +199,7 @@ class watched_core {
     }
 
     std::map<std::string, std::size_t> sizes_;
-    std::map<i16, std::string> sent_;
+    std::map<i16, std::size_t> sent_;
     std::size_t debug_ = 0, boxes_ = 0, frames_ = 0;
     std::int64_t rows_ = 0;
     check::seen last_; ///< of the charts, whose points take their time
