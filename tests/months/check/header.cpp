@@ -159,7 +159,10 @@ bool same_line(std::string_view seen, std::string_view wanted) {
     if (seen.substr(0, tag + 1) != wanted.substr(0, tag + 1) || !seen.ends_with("\r\n")) return false;
     const bool open = want == any_number && !have.empty();
     // The shape of an exponent is nobody's business.
-    const bool exponent = want.find('E') != want.npos && have.find('E') != have.npos;
+    const auto is_exponent = [](std::string_view number) {
+        return number.find('E') != number.npos && number.find_first_not_of(" 0123456789.E+-") == number.npos;
+    };
+    const bool exponent = is_exponent(want) && is_exponent(have);
     return (open || (exponent && same_number(have, want))) &&
            seen.ends_with(wanted.substr(wanted.rfind("</")));
 }
