@@ -34,7 +34,7 @@ struct channel_model {
     int log_state = 0; ///< 0 no log, 1 wanted, 2 begun
     ledger_file* log = nullptr;
     std::int64_t silent_at = 0; ///< the link is given up then
-    bool tie = false;           ///< bytes came in that very millisecond
+    bool tie = false;           ///< bytes came in when the timer of a lost link may have ticked already
     unsigned latches = 0;       ///< by the row of the message
     bool alert_latched = false;
     bool reset_due = false; ///< the restart of the inhibit time has to be sent

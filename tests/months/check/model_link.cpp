@@ -70,7 +70,7 @@ void checker::model::link_back(int index) {
 void checker::model::arrives(int index, std::string_view bytes) {
     channel_model& c = channel[index];
     if (!c.running) return;
-    if (!c.connected && c.silent_at == now.ms) c.tie = true;
+    if (!c.connected && c.silent_at <= now.ms) c.tie = true;
     failed = may_fail = false;
     for (const char byte : bytes)
         if (c.line.take(byte)) frame(index);
