@@ -18,7 +18,7 @@ constexpr std::array<std::string_view, 9> engines{
     "inline1-4", "inline6-4", "inline9-4", "inline5-2", "inline12-2", "v8-4", "v12-4", "v16-4", "v24-4"};
 constexpr std::array<std::string_view, 5> firmwares{"V4.31", "V3.02", "V4.29", "T4.31", "V2.00"};
 /// From frame to frame: an engine at work, one that idles, one that is hardly worth a look.
-constexpr std::array<std::int64_t, 4> paces{500, 1000, 2000, 2500};
+constexpr std::array<std::int64_t, 4> paces{1000, 2000, 2000, 2500};
 constexpr std::int64_t hurry_pace = 29; // ms: 110 characters of 3840 a second
 constexpr std::int64_t parameter_pause = 60'000;
 constexpr std::size_t curve_every = 150; // frames

@@ -48,7 +48,7 @@ void plant::at_evaluator(const act& what, chance& dice) {
         one.new_engine(dice.next());
         break;
     case hurry:
-        one.hurry(now + dice.between(10'000, 300'000));
+        one.hurry(now + dice.between(10'000, 120'000));
         break;
     case silence:
         one.silence(now + dice.between(1000, 60'000));

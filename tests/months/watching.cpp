@@ -44,7 +44,8 @@ void plant::watch_machine() {
     machine.on_disk = [this](simulation::disk_act act, const std::string& path, std::string_view text) {
         checker_.time(world().now_ms, wall());
         constexpr std::array<std::string_view, 4> done{"created", "appended", "refused", "taken away"};
-        remember(std::string(done.at(static_cast<std::size_t>(act))) + ' ' + path, text);
+        if (story_ != nullptr)
+            remember(std::string(done.at(static_cast<std::size_t>(act))) + ' ' + path, text);
         using enum simulation::disk_act;
         switch (act) {
         case created:
@@ -68,7 +69,7 @@ void plant::watch_machine() {
     machine.on_input = [this](i16 channel, std::string_view bytes) {
         outcome_.bytes += static_cast<std::int64_t>(bytes.size());
         checker_.time(world().now_ms, wall());
-        remember("channel " + std::to_string(channel + 1) + " receives", bytes);
+        if (story_ != nullptr) remember("channel " + std::to_string(channel + 1) + " receives", bytes);
         checker_.arrives(channel, bytes);
     };
     machine.on_output = [this](i16 channel, std::string_view bytes) {
@@ -82,7 +83,7 @@ void plant::handler_has_ended() {
     ++outcome_.events;
     checker_.time(machine.now_ms, wall());
     for (const std::string& line : machine.debug) {
-        remember("debug output", line);
+        if (story_ != nullptr) remember("debug output", line);
         if (!belongs_to_a_fault(line)) checker_.debug_output(line);
     }
     machine.debug.clear();
@@ -137,7 +138,6 @@ void plant::handler_has_ended() {
 void plant::remember(std::string_view what, std::string_view text) {
     constexpr std::size_t most = 40;
     constexpr std::size_t longest = 120;
-    if (story_ == nullptr) return;
     if (recent_.size() == most) recent_.pop_front();
     std::string line = day_and_time(world().now_ms) + "    " + std::string(what) + ": ";
     for (const char letter : text.substr(0, longest)) {
