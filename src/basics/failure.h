@@ -40,7 +40,7 @@ template <class T, std::size_t N, class Index>
 /// The result is the description of the last failure, or nothing when every step went well.
 template <class... Step> std::optional<std::string> attempt(Step&&... step) {
     std::optional<std::string> last;
-    const auto run = [&last](auto& one) {
+    const auto run = [&last](auto& one) { // cppcheck-suppress constParameter
         try {
             one();
         } catch (const failure& why) {

@@ -154,13 +154,12 @@ void mainfrm::Timer_chartres_tick(i16 channel) {
 
 void mainfrm::cmd_zoom_xy_click(i16 channel) {
     // The neighbour's state is its own: with both flags set, the last command decides which chart is seen.
-    iStripChartX& chart = charts.chart[channel];
     iStripChartX& neighbour = charts.chart[row_neighbour(channel)];
     bool& enlarged = sensor::state.channels[channel].xy_zoom_state;
     if (!enlarged) {
         enlarge(channel);
         neighbour.Visible = false;
-        chart.Visible = true;
+        charts.chart[channel].Visible = true;
         enlarged = true;
         panels.cmd_zoom_xy[channel].Caption = "Reduce XY graph";
     } else {

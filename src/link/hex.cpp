@@ -14,7 +14,7 @@ constexpr std::string_view upper_digits = "0123456789ABCDEF";
 constexpr std::string_view lower_digits = "0123456789abcdef";
 
 /// The value of a hexadecimal digit of either case by its character, -1 for any other character.
-constexpr std::array<short, 256> digit_values = [] {
+constexpr std::array<short, 256> digit_values = []() {
     std::array<short, 256> values{};
     values.fill(-1);
     for (std::size_t value = 0; value < upper_digits.size(); ++value) {

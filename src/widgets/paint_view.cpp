@@ -38,10 +38,10 @@ QColor shaded_ground(const QColor& color, const QWidget& widget) {
 }
 
 void paint_focus_rim(QPainter& painter, const QRectF& place) {
-    constexpr double pen = 2;
-    painter.setPen(QPen(QColor(ink::focus), pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    constexpr double half_pen = 1;
+    painter.setPen(QPen(QColor(ink::focus), 2 * half_pen, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRect(place.adjusted(pen / 2, pen / 2, -pen / 2, -pen / 2));
+    painter.drawRect(place.adjusted(half_pen, half_pen, -half_pen, -half_pen));
 }
 
 double snapped(double length, double device_pixel_ratio) {

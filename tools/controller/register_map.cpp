@@ -116,25 +116,24 @@ std::string error_words(unsigned status) {
 
 std::vector<std::string> channel_in_words(const Image& image, std::size_t base, std::size_t channel,
                                           const std::array<std::size_t, blocks.size()>& frames) {
-    const Registers registers(image, base + channel * registers_per_channel);
+    const Registers mapped(image, base + channel * registers_per_channel);
     const std::string name = "channel " + std::to_string(channel + 1);
     std::vector<std::string> lines;
-    if (frames[0] > 0)
-        lines.push_back(name + ": " + measured(registers) + wrong_number(registers, 0, channel));
+    if (frames[0] > 0) lines.push_back(name + ": " + measured(mapped) + wrong_number(mapped, 0, channel));
     if (frames[1] > 0)
-        lines.push_back(name + ": status: " + alarm_words(registers.word(7)) +
-                        "; errors: " + error_words(registers.word(8)) + wrong_number(registers, 6, channel));
+        lines.push_back(name + ": status: " + alarm_words(mapped.word(7)) +
+                        "; errors: " + error_words(mapped.word(8)) + wrong_number(mapped, 6, channel));
     for (const auto& [block, what, unit] :
          {std::tuple{2U, "speed", " rpm"}, std::tuple{3U, "thermosignal", " %"}}) {
         if (frames[block] == 0) continue;
         const std::size_t first = blocks[block].offset;
-        const std::size_t cylinders = std::min<std::size_t>(registers.word(first + 1), most_cylinders);
+        const std::size_t cylinders = std::min<std::size_t>(mapped.word(first + 1), most_cylinders);
         std::vector<std::string> words;
         for (std::size_t i = 0; i < cylinders; ++i)
-            words.push_back("cylinder " + std::to_string(i + 1) + ": " + registers.text(first + 2 + i) +
-                            unit + " (" + with_sign(registers.number(first + 2 + most_cylinders + i)) + ")");
-        lines.push_back(name + ": " + what + " of " + registers.text(first + 1) +
-                        " cylinders: " + join(words) + wrong_number(registers, first, channel));
+            words.push_back("cylinder " + std::to_string(i + 1) + ": " + mapped.text(first + 2 + i) + unit +
+                            " (" + with_sign(mapped.number(first + 2 + most_cylinders + i)) + ")");
+        lines.push_back(name + ": " + what + " of " + mapped.text(first + 1) + " cylinders: " + join(words) +
+                        wrong_number(mapped, first, channel));
     }
     return lines;
 }

@@ -17,6 +17,8 @@ class strip_legend {
   public:
     /// Takes the legend of `plot` out of its axes and puts it above them.
     strip_legend(QCustomPlot& plot, int indent);
+    strip_legend(const strip_legend&) = delete;
+    strip_legend& operator=(const strip_legend&) = delete;
 
     void set_colours(const QBrush& ground, const QColor& print);
 
