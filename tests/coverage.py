@@ -1,4 +1,4 @@
-"""How much of the core its tests run: lines and branches of each file, and each line and branch that none does.
+"""How much of the core its tests run: lines and branches of each file, and what none of them runs.
 
     tests/coverage.py [--least LINES BRANCHES]
 

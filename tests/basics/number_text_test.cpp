@@ -153,5 +153,11 @@ TEST(LeadingNumberRange, ManyDigitsWithASmallExponentStillOverflow) {
     EXPECT_THROW((void)leading_number(std::string(400, '9') + "e-2"), failure);
 }
 
+TEST(LeadingNumber, WithAnExponentBeyondAllNumbersIsToldByItsSign) {
+    EXPECT_THROW((void)leading_number("1e+400"), failure);
+    EXPECT_THROW((void)leading_number("1e99999999999999999999"), failure);
+    EXPECT_EQ(leading_number("1e-99999999999999999999"), 0);
+}
+
 } // namespace
 } // namespace tyxo

@@ -84,5 +84,13 @@ TEST_F(Browse, ItsCallerMayBrowseAgainAtOnce) {
     EXPECT_FALSE(frmbrowse::state.form.Visible);
 }
 
+TEST_F(Browse, ALateClickBehindTheClosingChoosesNothing) {
+    open();
+    frmbrowse::unload();
+    frmbrowse::Ok_click("/var/log");
+    EXPECT_EQ(chosen, 0);
+    EXPECT_FALSE(frmbrowse::state.form.Visible);
+}
+
 } // namespace
 } // namespace tyxo

@@ -160,5 +160,13 @@ TEST(IniReading, AThousandOtherKeysAreInNobodysWay) {
     EXPECT_EQ(get_key(text, "tyxo", "unknown1000"), "");
 }
 
+TEST(IniReading, ALineWithoutItsClosingBracketIsNoSection) {
+    expect_readings({
+        {"none at all", "[tyxo\r\nalpha=1\r\n", ""},
+        {"no opening one", "tyxo]\r\nalpha=1\r\n", ""},
+        {"behind a section, which it ends", "[tyxo]\r\n[other\r\nalpha=1\r\n", ""},
+    });
+}
+
 } // namespace
 } // namespace tyxo::Ini
