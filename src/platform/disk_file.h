@@ -16,8 +16,9 @@ class disk_file {
     disk_file& operator=(const disk_file&) = delete;
 
     /// Opens the file to write at its end, never emptying it, readable or not. True if there was none and it
-    /// was created. Failure: it cannot be written.
-    bool open(std::string_view path);
+    /// was created. Where a text follows at once, a new file may come to its place together with that text.
+    /// Failure: it cannot be written.
+    bool open(std::string_view path, bool text_follows);
     /// Puts the text at the end, with one system call. A line that a broken run has left without its CR LF is
     /// ended before. Failure: the disk does not take all of it; then nothing of it stays.
     void append(std::string_view text);

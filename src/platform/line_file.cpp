@@ -53,7 +53,7 @@ void line_file::close() {
 void line_file::begin(std::int64_t now) {
     begun_ = looked_ = now;
     disk_.close();
-    const bool created = disk_.open(place_.path);
+    const bool created = disk_.open(place_.path, !place_.header.empty());
     header_due_ = !place_.header.empty() && (created || (header_due_ && disk_.empty()));
     attempt([this] { write_header(); });
 }

@@ -132,7 +132,7 @@ void disk_file::close() {
     state_->open = false;
 }
 
-bool disk_file::open(std::string_view path) {
+bool disk_file::open(std::string_view path, bool /*text_follows*/) {
     close();
     const std::string name = normalised(path);
     if (!can_write(name)) {

@@ -40,6 +40,20 @@ bool is_local(int handle) {
     }
 }
 
+/// A new file that has no name yet, where there is nothing at the path and the file system has such files: a
+/// program that is killed right behind it leaves no empty log, which would never get its header.
+int open_unnamed(const std::string& path) {
+    struct stat status {};
+    if (path.empty() || path.ends_with('/') || ::lstat(path.c_str(), &status) == 0) return -1;
+    return ::open(folder_of(path).c_str(), O_RDWR | O_APPEND | O_CLOEXEC | O_TMPFILE, new_file_mode);
+}
+
+/// False where the file cannot have its name, or another one has it meanwhile.
+bool give_name(int handle, const std::string& path) {
+    const std::string here = "/proc/self/fd/" + std::to_string(handle);
+    return ::linkat(AT_FDCWD, here.c_str(), AT_FDCWD, path.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
 /// For reading too where that is allowed: the file's last characters are looked at.
 int open_existing(const std::string& path, int how) {
     const int handle = ::open(path.c_str(), O_RDWR | O_APPEND | O_CLOEXEC | how, new_file_mode);
@@ -65,6 +79,14 @@ bool take_back(int handle, std::size_t written) {
     return end >= static_cast<off_t>(written) && ::ftruncate(handle, end - static_cast<off_t>(written)) == 0;
 }
 
+/// Does without the file that got no name.
+void open_by_name(disk_file::state& state) {
+    const int handle = open_existing(state.path, O_CREAT);
+    if (handle < 0) fail_with_system_text();
+    state.file = std::make_shared<const descriptor>(handle);
+    state.end = missing_end(handle);
+}
+
 } // namespace
 
 disk_file::disk_file() : state_(std::make_unique<state>()) {}
@@ -75,15 +97,21 @@ bool disk_file::is_open() const {
 }
 
 void disk_file::close() {
+    if (state_->unnamed) give_name(state_->file->get(), state_->path);
+    state_->unnamed = false;
     state_->file.reset();
     state_->created = state_->unsynced = false;
 }
 
-bool disk_file::open(std::string_view path) {
+bool disk_file::open(std::string_view path, bool text_follows) {
     close();
     state_->path = system_path(path);
-    int handle =
-        ::open(state_->path.c_str(), O_RDWR | O_APPEND | O_CLOEXEC | O_CREAT | O_EXCL, new_file_mode);
+    int handle = text_follows ? open_unnamed(state_->path) : -1;
+    const bool unnamed = handle >= 0;
+    if (!unnamed) {
+        handle =
+            ::open(state_->path.c_str(), O_RDWR | O_APPEND | O_CLOEXEC | O_CREAT | O_EXCL, new_file_mode);
+    }
     bool created = handle >= 0;
     if (handle < 0 && errno == EEXIST) {
         handle = open_existing(state_->path, 0);
@@ -94,6 +122,7 @@ bool disk_file::open(std::string_view path) {
     }
     if (handle < 0) fail_with_system_text();
     state_->file = std::make_shared<const descriptor>(handle);
+    state_->unnamed = unnamed;
     state_->local = is_local(handle);
     state_->created = state_->unsynced = created;
     state_->end = created ? std::string() : missing_end(handle);
@@ -102,6 +131,7 @@ bool disk_file::open(std::string_view path) {
 
 void disk_file::append(std::string_view text) {
     const int handle = state_->file->get();
+    const bool nameless = std::exchange(state_->unnamed, false);
     std::string whole;
     if (!state_->end.empty()) {
         whole.assign(state_->end).append(text);
@@ -111,14 +141,20 @@ void disk_file::append(std::string_view text) {
     if (!write_all(handle, text, written)) {
         const int reason = errno;
         if (!take_back(handle, written)) state_->end = missing_end(handle);
+        if (nameless) give_name(handle, state_->path);
         errno = reason;
         fail_with_system_text();
+    }
+    if (nameless && !give_name(handle, state_->path)) {
+        open_by_name(*state_);
+        return append(text);
     }
     state_->end.clear();
     state_->unsynced = true;
 }
 
 bool disk_file::in_place() const {
+    if (state_->unnamed) return true;
     struct stat there {};
     struct stat open {};
     if (::stat(state_->path.c_str(), &there) != 0) return errno != ENOENT && errno != ENOTDIR;
