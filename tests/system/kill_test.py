@@ -1,138 +1,152 @@
 """A program that is killed while four channels log at full pace, and started again in the same folder.
 
-TRIALS in the environment says how often; without it a few times.
+TRIALS in the environment says how often, without it a few times; SEED says with which random moments, and so
+repeats them. COPIES run side by side, each in a folder and with a display of its own.
 """
 
 import os
 import random
 import re
-import threading
 import time
-import unittest
 
-from harness import PlantTest, curve, frame, measured_values, parameter_frame, status, wait_for
+from full_pace import OVERSPEED, FullPace
+from harness import PlantTest, wait_for
+from side_by_side import run_side_by_side
 
 TRIALS = int(os.environ.get("TRIALS", "6"))
+COPIES = int(os.environ.get("COPIES", "2"))
+SEED = int(os.environ.get("SEED", random.randrange(1 << 32)))
 LABEL = (200, 327)  # name of channel 1's thermo value in the main window; a click on it writes a setting
-OVERSPEED = "Overspeed Alarm O"
+ON_ITS_WAY = 0.5  # s: a value that the line has delivered for so long is in the log
 WHOLE_LINE = re.compile(r"<REC1> \d\d:\d\d:\d\d( \d+){5} </REC1>|<REC2> \d\d:\d\d:\d\d( \d+){256}  </REC2>|"
                         r"<!-- \d\d:\d\d:\d\d .* -->")
+EVENT_LINE = re.compile(r"##;\d\d-\d\d-\d{4};\d\d:\d\d:\d\d;.*")
+STARTED = "Tyxo Logger software started !"
 
 
-class Feeder(threading.Thread):
-    """Sends a line's frames at its full pace: values, changes of the alarm, curves; the speed counts."""
+class KilledPlant:
+    """A plant through many lives of its program, and what they have cost so far."""
 
-    def __init__(self, line, first):
-        super().__init__()
-        self.line, self.next, self.ended = line, first, False
+    def __init__(self, test, plant, chance):
+        self.test, self.plant, self.chance = test, plant, chance
+        self.logs, self.events = dict.fromkeys(plant.lines, ""), ""
+        self.lines = self.told = self.torn = self.oldest_unwritten = self.lost = 0
+        self.clicks = self.settings = 0  # clicks that change a setting, and changes seen in the file
 
-    def run(self):
-        self.line.send(parameter_frame())
-        while not self.ended:
-            bodies = [measured_values(speed=self.next), status(0x2020 if self.next % 2 else 0x20)]
-            if self.next % 5 == 0:
-                bodies += curve("03", [self.next] * 256)
-            data = b"".join(map(frame, bodies))
-            while data and not self.ended:
-                data = data[os.write(self.line.master, data[:256]):]
-                time.sleep(256 / 3840)
-            self.next += 1
+    def live_and_be_killed(self):
+        """At any moment from the start of the process on, while lines, events and settings are written."""
+        plant = self.plant
+        early = self.chance.random() < 0.2
+        if early:
+            moment = self.chance.uniform(0, 0.8)
+            plant.start(ready=None)
+            time.sleep(moment)
+            plant.kill()
+            return self.check({})
+        plant.start()
+        self.test.assertEqual(plant.display.windows("^Quarvo / Tyxo Data Logger$"), [], "a clean start")
+        with FullPace(plant) as pace:
+            end = time.monotonic() + self.chance.uniform(0.2, 1.2)
+            clicks = self.chance.random() < 0.7
+            while time.monotonic() < end:
+                if clicks:
+                    self.change_a_setting()
+                time.sleep(0.01)
+            killed = time.monotonic()
+            plant.kill()
+        for line in plant.lines.values():
+            line.received()
+        self.check({number: [killed - sent for sent in feeder.sent]
+                    for number, feeder in pace.feeders.items()})
+
+    def change_a_setting(self):
+        before = self.plant.text("tyxo.ini")
+        self.plant.display.tool("xdotool", "mousemove", *map(str, LABEL), "click", "1")
+        self.clicks += 1
+        self.settings += self.plant.text("tyxo.ini") != before
+
+    def check(self, ages):
+        """The ages are those of all values at the kill, by channel."""
+        self.check_settings()
+        events = self.check_events()
+        for number in self.plant.lines:
+            self.check_log(number, ages.get(number, []), events)
+
+    def check_settings(self):
+        text = self.plant.text("tyxo.ini")
+        self.test.assertTrue(text.startswith("[tyxo]\r\n") and text.endswith("\r\n"))
+        for key in ("upd_periode", "evtpath", "location 4", "logpath 4"):
+            self.test.assertEqual(text.count(f"\n{key}="), 1, key)
+
+    def check_events(self):
+        """The new event lines; each is whole but one that the kill has torn."""
+        text = self.plant.text("events/TY_all_events.txt")
+        self.test.assertTrue(text.startswith(self.events), "nothing that was there has changed")
+        *lines, torn = text[len(self.events):].removeprefix("\r\n").split("\r\n")
+        for line in lines:
+            self.test.assertRegex(line, EVENT_LINE)
+        self.torn += torn != ""
+        self.told += len(lines)
+        self.events = text
+        return lines
+
+    def check_log(self, number, ages, events):
+        """No finished line is missing: an event line is written behind its log comment and its values."""
+        test, text = self.test, self.plant.log(number)
+        test.assertTrue(text.startswith(self.logs[number]), "nothing that was there has changed")
+        new = text[len(self.logs[number]):]
+        if self.plant.log_names(number):
+            test.assertRegex(text, r"\A<\?xml version", "a log without a header")
+            test.assertEqual(text.count("<LOG>\r\n"), 1)
+        self.logs[number] = text
+        *lines, torn = new.split("<LOG>\r\n")[-1].removeprefix("\r\n").split("\r\n")
+        self.torn += torn != ""
+        for line in lines:
+            test.assertTrue(WHOLE_LINE.fullmatch(line), f"a torn line: {line[:100]!r}")
+        speeds = [int(line.split()[3]) for line in lines if line.startswith("<REC1>")]
+        test.assertEqual(speeds, list(range(1, len(speeds) + 1)), "a value is missing")
+        told = sum(f"Engine {number} ## {OVERSPEED}" in line for line in events)
+        comments = sum(OVERSPEED in line for line in lines)
+        test.assertGreaterEqual(comments, told, f"channel {number}: a finished comment is lost")
+        test.assertGreaterEqual(len(speeds), told, f"channel {number}: a finished record is lost")
+        self.lines += len(lines)
+        unwritten = ages[len(speeds):]
+        self.oldest_unwritten = max([self.oldest_unwritten, *unwritten])
+        self.lost += sum(age > ON_ITS_WAY for age in unwritten)
 
 
 class Kill(PlantTest):
-    def start(self, plant):
+    def trials(self, copy):
+        chance = random.Random(SEED + copy)
+        killed = KilledPlant(self, self.plant(channels=4), chance)
+        count = len(range(copy, TRIALS, COPIES))
+        try:
+            for _ in range(count):
+                killed.live_and_be_killed()
+        finally:
+            print(f"SEED={SEED} COPIES={COPIES}, copy {copy}: {count} kills, {killed.lines} lines of logs, "
+                  f"{killed.told} event lines, {killed.settings} changes of settings, {killed.torn} lines torn by a "
+                  f"kill, {killed.lost} lost; the oldest value on its way was "
+                  f"{1000 * killed.oldest_unwritten:.0f} ms old", flush=True)
+        self.assertEqual(killed.lost, 0)
+        if killed.clicks > 10:
+            self.assertGreater(killed.settings, 0, "the clicks have written something")
+        self.next_start_is_clean(killed)
+
+    def next_start_is_clean(self, killed):
+        plant = killed.plant
+        starts = killed.events.count(STARTED)
         plant.start()
-        feeders = [Feeder(line, 1) for line in plant.lines.values()]
-        for feeder in feeders:
-            feeder.start()
-        for number in plant.lines:
-            wait_for(lambda: plant.records(number), what=f"records of channel {number}")
-        return feeders
+        wait_for(lambda: plant.text("events/TY_all_events.txt").count(STARTED) > starts, what="the start")
+        self.assertEqual(self.display.windows("^Quarvo / Tyxo Data Logger$"), [])
+        self.assertEqual([line for line in plant.debug() if line.startswith("COM")], [])
 
-    def end(self, plant, feeders):
-        """Kills in the middle of it all."""
-        plant.kill()
-        for feeder in feeders:
-            feeder.ended = True
-        for feeder in feeders:
-            feeder.join()
-        for line in plant.lines.values():
-            line.received()
 
-    def new_lines(self, plant, known):
-        """What each channel's log has got in this trial, by channel, without the header."""
-        texts = {number: plant.log(number) for number in plant.lines}
-        for number, text in texts.items():
-            self.assertTrue(text.startswith(known.get(number, "")), "nothing that was there has changed")
-        found = {number: text[len(known.get(number, "")):].split("<LOG>\r\n")[-1]
-                 for number, text in texts.items()}
-        known.update(texts)
-        return found
-
-    def check(self, found, events):
-        """No finished line is missing: an event line is written behind its log comment and its values."""
-        torn = 0
-        for number, text in found.items():
-            lines = text.removeprefix("\r\n").split("\r\n")
-            torn += lines[-1] != ""
-            for line in lines[:-1]:
-                self.assertTrue(WHOLE_LINE.fullmatch(line), f"a torn line: {line[:100]!r}")
-            speeds = [int(line.split()[3]) for line in lines[:-1] if line.startswith("<REC1>")]
-            self.assertEqual(speeds, list(range(1, len(speeds) + 1)))
-            told = sum(f"Engine {number} ## {OVERSPEED}" in line for line in events)
-            comments = sum(OVERSPEED in line for line in lines)
-            self.assertGreaterEqual(comments, told, f"channel {number}: a finished comment is lost")
-            self.assertGreaterEqual(len(speeds), told, f"channel {number}: a finished record is lost")
-            self.assertGreater(len(speeds), 0)
-        return torn
-
-    def trials(self, count, meanwhile=None):
-        plant = self.plant(channels=4)
-        known, event_text, torn, lines = {}, "", 0, 0
-        for trial in range(count):
-            with self.subTest(trial=trial):
-                feeders = self.start(plant)
-                end = time.monotonic() + random.uniform(0.2, 1.0)
-                while time.monotonic() < end:
-                    if meanwhile:
-                        meanwhile()
-                    time.sleep(0.01)
-                self.end(plant, feeders)
-                text = plant.text("events/TY_all_events.txt")
-                self.assertTrue(text.startswith(event_text))
-                new = text[len(event_text):]
-                event_text = text
-                found = self.new_lines(plant, known)
-                lines += sum(part.count("\r\n") for part in found.values())
-                torn += self.check(found, new.split("\r\n"))
-                for line in new.removeprefix("\r\n").split("\r\n")[:-1]:
-                    self.assertRegex(line, r"^##;\d\d-\d\d-\d{4};\d\d:\d\d:\d\d;")
-                self.settings_are_whole(plant)
-        print(f"{count} kills: {lines} lines, {torn} of them torn by a kill, none lost")
-
-    def settings_are_whole(self, plant):
-        text = plant.text("tyxo.ini")
-        self.assertTrue(text.startswith("[tyxo]\r\n") and text.endswith("\r\n"))
-        for key in ("upd_periode", "evtpath", "location 4", "logpath 4"):
-            self.assertEqual(text.count(f"\n{key}="), 1, key)
-
-    def test_a_kill_at_full_pace_loses_no_finished_line(self):
-        self.trials(TRIALS)
-
-    def test_a_kill_while_settings_are_written_leaves_them_whole(self):
-        written = set()
-
-        def click():
-            self.display.tool("xdotool", "mousemove", *map(str, LABEL), "click", "1")
-            written.add(self.last_plant.text("tyxo.ini"))
-
-        self.trials(max(2, TRIALS * 3 // 10), click)
-        self.assertGreater(len(written), 1, "the clicks have written something")
-
-    def plant(self, **settings):
-        self.last_plant = super().plant(**settings)
-        return self.last_plant
+for copy in range(COPIES):
+    setattr(Kill, f"test_a_kill_at_a_random_moment_loses_no_finished_line_{copy}",
+            lambda self, copy=copy: self.trials(copy))
 
 
 if __name__ == "__main__":
-    unittest.main()
+    os.environ["SEED"] = str(SEED)  # the copies' own
+    run_side_by_side(COPIES)
