@@ -2,6 +2,7 @@
 
 #include "basics/ansi.h"
 #include "platform/debug_output.h"
+#include "platform/desktop/session_bus.h"
 #include "platform/program.h"
 
 #include <QCoreApplication>
@@ -86,9 +87,16 @@ std::string executable_name() {
 
 void desktop::start_no_session_bus() {
     const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
-    const bool there = std::getenv("DBUS_SESSION_BUS_ADDRESS") != nullptr ||
-                       (runtime != nullptr && ::access((std::string(runtime) + "/bus").c_str(), F_OK) == 0);
-    if (!there) ::setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 0);
+    const std::string usual = runtime == nullptr ? std::string() : std::string(runtime) + "/bus";
+    std::string address;
+    if (const char* const given = std::getenv("DBUS_SESSION_BUS_ADDRESS")) {
+        address = given;
+    } else if (!usual.empty() && ::access(usual.c_str(), F_OK) == 0) {
+        address = "unix:path=" + usual;
+    }
+    const bool hangs = bus_hangs(address);
+    if (hangs) debug_output("The session bus does not answer, and is done without");
+    if (hangs || address.empty()) ::setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
 }
 
 void desktop::on_end_signal(void (*end)()) {
