@@ -140,5 +140,6 @@ class FullPace:
             test.assertEqual(told, [counted(index + 1) for index in range(len(feeder.sent))])
             name = self.plant.names[number]
             comments = self.plant.log(number).count(OVERSPEED)
-            test.assertIn(comments, (len(feeder.sent), len(feeder.sent) - 1), "the last change may be cut off")
+            sent = len(feeder.sent)
+            test.assertIn(comments, (sent, sent - 1), "the last change may be cut off")
             test.assertEqual(events.count(f"{name} ## {OVERSPEED}"), comments)

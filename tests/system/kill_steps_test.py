@@ -24,7 +24,8 @@ class KillSteps(PlantTest):
         paths = " ".join(f"-P '{prefix}/{name}'" for prefix in (".", plant.folder) if name)
         with open(plant.executable, "w", encoding="utf-8") as script:
             script.write(f"#!/bin/sh\nexec strace -f -qq -o {plant.folder}/trace {paths} "
-                         f"-e inject={call}:error=EIO:signal=KILL:when={step} {' '.join(WITH_US)} {PROGRAM}\n")
+                         f"-e inject={call}:error=EIO:signal=KILL:when={step} "
+                         f"{' '.join(WITH_US)} {PROGRAM}\n")
         os.chmod(plant.executable, 0o755)
         plant.start(ready=None)
         end = time.monotonic() + LONGEST

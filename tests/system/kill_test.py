@@ -125,8 +125,8 @@ class Kill(PlantTest):
                 killed.live_and_be_killed()
         finally:
             print(f"SEED={SEED} COPIES={COPIES}, copy {copy}: {count} kills, {killed.lines} lines of logs, "
-                  f"{killed.told} event lines, {killed.settings} changes of settings, {killed.torn} lines torn by a "
-                  f"kill, {killed.lost} lost; the oldest value on its way was "
+                  f"{killed.told} event lines, {killed.settings} changes of settings, {killed.torn} lines "
+                  f"torn by a kill, {killed.lost} lost; the oldest value on its way was "
                   f"{1000 * killed.oldest_unwritten:.0f} ms old", flush=True)
         self.assertEqual(killed.lost, 0)
         if killed.clicks > 10:
