@@ -11,6 +11,7 @@ PACE = 3840  # bytes a second: what a line at 38,400 baud carries
 PIECE = 128
 MOST = 6000  # the speed counts the values, up to this, and then anew
 ALARM = {False: 0x20, True: 0x2020}
+AT_ONCE = 1.0  # s: a value's way to the log on a machine with other work
 OVERSPEED = "Overspeed Alarm O"
 
 
