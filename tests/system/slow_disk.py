@@ -1,7 +1,8 @@
 """A file system that passes all on to a folder, and whose syncs or writes take as long as the folder says.
 
 slow_disk.py FOLDER MOUNT_POINT; the seconds stand in FOLDER/sync_seconds and FOLDER/write_seconds. The kernel
-holds a file's lock while such a sync runs, so that a write to the same file waits as long.
+holds a file's lock while such a sync runs, so that a write to the same file waits as long. While there is a
+number in FOLDER/refused, all that would change something fails with it.
 """
 
 import os
@@ -27,7 +28,13 @@ class SlowDisk(Operations):
     def readdir(self, path, fh):
         return [".", "..", *os.listdir(self.place(path))]
 
+    def refuse(self):
+        place = pathlib.Path(self.folder) / "refused"
+        if place.exists():
+            raise OSError(int(place.read_text()), "refused")
+
     def mkdir(self, path, mode):
+        self.refuse()
         return os.mkdir(self.place(path), mode)
 
     def unlink(self, path):
@@ -40,6 +47,7 @@ class SlowDisk(Operations):
         return os.open(self.place(path), flags & ~os.O_APPEND)
 
     def create(self, path, mode, fi=None):
+        self.refuse()
         return os.open(self.place(path), os.O_RDWR | os.O_CREAT, mode)
 
     def read(self, path, length, offset, fh):
@@ -50,10 +58,12 @@ class SlowDisk(Operations):
         time.sleep(float(place.read_text()) if place.exists() else 0)
 
     def write(self, path, data, offset, fh):
+        self.refuse()
         self.wait("write_seconds")
         return os.pwrite(fh, data, offset)
 
     def truncate(self, path, length, fh=None):
+        self.refuse()
         os.truncate(self.place(path), length)
 
     def release(self, path, fh):
