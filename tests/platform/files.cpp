@@ -108,6 +108,13 @@ bool take_space(std::size_t bytes) {
     return true;
 }
 
+/// An empty file, whose name is not on the disk yet.
+void create(const std::string& path) {
+    if (!world().files.try_emplace(path).second) return;
+    world().risks[path] = {};
+    told(disk_act::created, path);
+}
+
 } // namespace
 
 /// Which file of the disk a handle means: the path, and which of the files that stood there one after
@@ -117,6 +124,7 @@ struct disk_file::state {
     bool open = false;
     int generation = 0;
     bool unsynced = false;
+    bool unnamed = false; ///< comes to its path with what is appended first
 
     [[nodiscard]] simulation::at_risk& risk() const { return simulation::world().risks[path]; }
 };
@@ -129,30 +137,33 @@ bool disk_file::is_open() const {
 }
 
 void disk_file::close() {
+    if (std::exchange(state_->unnamed, false)) create(state_->path);
     state_->open = false;
 }
 
-bool disk_file::open(std::string_view path, bool /*text_follows*/) {
+bool disk_file::open(std::string_view path, bool text_follows) {
     close();
     const std::string name = normalised(path);
     if (!can_write(name)) {
         told(disk_act::refused, name);
         throw failure("Path not found");
     }
-    const bool created = world().files.try_emplace(name).second;
-    if (!world().risks.contains(name)) world().risks[name] = {file(name).size(), !created, {}, {}, 0};
-    if (created) told(disk_act::created, name);
+    const bool fresh = !world().files.contains(name);
     world().opened.push_back(name);
+    if (fresh && !text_follows) create(name);
+    if (!fresh && !world().risks.contains(name)) world().risks[name] = {file(name).size(), true, {}, {}, 0};
     if (world().during_open) world().during_open();
     state_->path = name;
     state_->generation = world().generations[name];
     state_->open = true;
-    state_->unsynced = created;
-    return created;
+    state_->unnamed = fresh && text_follows;
+    state_->unsynced = fresh;
+    return fresh;
 }
 
 bool disk_file::in_place() const {
-    return world().files.contains(state_->path) && world().generations[state_->path] == state_->generation;
+    return state_->unnamed ||
+           (world().files.contains(state_->path) && world().generations[state_->path] == state_->generation);
 }
 
 bool disk_file::empty() const {
@@ -164,6 +175,8 @@ void disk_file::append(std::string_view text) {
         told(disk_act::refused, state_->path, text);
         throw failure(why);
     };
+    const bool first = std::exchange(state_->unnamed, false);
+    if (first) create(state_->path);
     if (world().unwritable.contains(state_->path)) refuse("Device I/O error");
     if (world().refused_writes > 0) {
         --world().refused_writes;
@@ -179,6 +192,7 @@ void disk_file::append(std::string_view text) {
     state_->unsynced = true;
     if (!end.empty()) told(disk_act::appended, state_->path, end);
     told(disk_act::appended, state_->path, text);
+    if (first) state_->risk() = {content.size(), true, {}, {}, 0}; // it got its name behind a sync
 }
 
 void disk_file::sync(sync_time when) {

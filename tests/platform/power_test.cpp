@@ -57,6 +57,13 @@ TEST_F(Power, LeavesALineThatIsFiveSecondsOld) {
     EXPECT_EQ(file("a.xlg"), "old\r\nyounger\r\n");
 }
 
+TEST_F(Power, LeavesNoLogWithoutItsHeader) {
+    log_.open({.path = "a.xlg", .header = "head\r\n"});
+    EXPECT_EQ(file("a.xlg"), "head\r\n");
+    lose_power(nothing_more);
+    EXPECT_EQ(file("a.xlg"), "head\r\n");
+}
+
 TEST_F(Power, LeavesLinesThatAreSyncedOneByOne) {
     log_.open({.path = "events.txt", .each_line = true});
     log_.print("one");
