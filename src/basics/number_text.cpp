@@ -63,7 +63,8 @@ bool below_one(std::string_view number) {
     const auto leading = mantissa.find_first_of("123456789");
     if (leading == mantissa.npos) return true;
     const auto place = static_cast<std::int64_t>(leading);
-    return (place < point ? point - place - 1 : point - place) + exponent < 0;
+    // Compared, not added: the exponent may fill its type.
+    return exponent < (place < point ? place + 1 - point : place - point);
 }
 
 } // namespace

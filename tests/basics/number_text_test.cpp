@@ -159,5 +159,10 @@ TEST(LeadingNumber, WithAnExponentBeyondAllNumbersIsToldByItsSign) {
     EXPECT_EQ(leading_number("1e-99999999999999999999"), 0);
 }
 
+TEST(LeadingNumberRange, AnExponentAtTheEndOfItsTypeIsStillLargeOrSmall) {
+    EXPECT_THROW((void)leading_number("66e9223372036854775807"), failure);
+    EXPECT_EQ(leading_number("0.01e-9223372036854775808"), 0);
+}
+
 } // namespace
 } // namespace tyxo
