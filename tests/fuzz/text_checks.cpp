@@ -1,0 +1,115 @@
+// Texts: the settings file's, a text box, Windows-1252.
+
+#include "fuzz/numbers_and_texts.h"
+
+#include "basics/ansi.h"
+#include "controls/text_box.h"
+#include "platform/simulation.h"
+#include "settings/ini.h"
+#include "settings/ini_text.h"
+
+namespace tyxo::fuzzing {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r";
+
+std::string trimmed(std::string_view text) {
+    const auto first = text.find_first_not_of(blanks);
+    if (first == text.npos) return {};
+    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+}
+
+/// What is read of a value that was written.
+std::string read_of(std::string_view value) {
+    std::string text = trimmed(value);
+    const bool quoted = text.size() > 1 && (text[0] == '"' || text[0] == '\'') && text.front() == text.back();
+    return quoted ? text.substr(1, text.size() - 2) : text;
+}
+
+/// Letters, digits and blanks inside, as the program's own keys have them.
+std::string key_of(input& in) {
+    std::string key = "k";
+    for (i32 left = in.below(8); left > 0; --left)
+        key += "abcXYZ 12_"[in.below(10)];
+    return key + 'k';
+}
+
+/// No box that is typed into takes a line break.
+std::string value_of(input& in) {
+    std::string value(in.short_text());
+    std::erase_if(value, [](char letter) { return letter == '\r' || letter == '\n'; });
+    return value;
+}
+
+void settings_texts(input& in) {
+    const std::string key = key_of(in);
+    const std::string other = key_of(in);
+    const std::string value = value_of(in);
+    const std::string text(in.rest());
+    const std::string written = Ini::set_key(text, "tyxo", key, value);
+    expect(Ini::get_key(written, "TYXO", key) == read_of(value), "what was written is read back");
+    expect(Ini::set_key(written, "tyxo", key, value) == written, "writing twice is writing once");
+    const bool same = std::ranges::equal(key, other, {}, tolower, tolower);
+    expect(same || Ini::get_key(written, "tyxo", other) == Ini::get_key(text, "tyxo", other),
+           "other keys stay");
+    expect(Ini::get_key(written, "other", key) == Ini::get_key(text, "other", key), "other sections stay");
+}
+
+void settings_files(input& in) {
+    const std::string key = key_of(in);
+    const std::string value = value_of(in);
+    simulation::put_file("tyxo.ini", in.rest());
+    Ini::ini_write(key, value);
+    expect(Ini::ini_read(key) == read_of(value).substr(0, Ini::value_limit), "what was written is read back");
+    {
+        const Ini::one_change both;
+        Ini::ini_write(key, "1");
+        Ini::ini_write(key + 'x', "2");
+        expect(Ini::ini_read(key) == "1", "a change is read before it ends");
+    }
+    expect(Ini::ini_read(key) == "1" && Ini::ini_read(key + 'x') == "2", "a change is written as a whole");
+}
+
+void text_boxes(input& in) {
+    text_box box;
+    std::string model;
+    std::uint64_t appended = 0;
+    while (!in.empty()) {
+        if (in.flag()) {
+            const std::string_view line = in.short_text();
+            box.append(line);
+            model += line;
+            appended += line.size();
+        } else {
+            const std::size_t kept = in.byte();
+            box.keep_last(kept);
+            if (model.size() > kept) model.erase(0, model.size() - kept);
+        }
+        expect(box.text() == model && box.size() == model.size(), "a box holds the last of its text");
+        expect(box.appended() == appended && box.dropped() == appended - model.size(), "a box counts");
+        expect(box.caret() <= box.appended(), "the caret is in the text");
+    }
+}
+
+void characters(input& in) {
+    const std::string_view text = in.rest();
+    const std::string utf8 = utf8_from_ansi(text);
+    std::string back(text);
+    for (char& letter : back)
+        if (std::string_view("\x81\x8D\x8F\x90\x9D").find(letter) != std::string_view::npos) letter = '?';
+    expect(ansi_from_utf8(utf8) == back, "what has a character comes back");
+    const std::string ansi = ansi_from_utf8(text);
+    expect(ansi.size() <= text.size(), "no character becomes two");
+    expect(ansi_from_utf8(utf8_from_ansi(ansi)) == ansi, "Windows-1252 has only characters of its own");
+}
+
+} // namespace
+
+void check_texts(input& in) {
+    constexpr auto checks =
+        std::to_array<void (*)(input&)>({settings_texts, settings_files, text_boxes, characters});
+    at(checks, in.below(static_cast<i32>(checks.size())))(in);
+}
+
+} // namespace tyxo::fuzzing
