@@ -29,7 +29,7 @@ void begin(u8 choice) {
         const bool gateway = (choice & 1U) != 0;
         settings.IPAutoC = settings.IPenaTRS = gateway ? 1 : 0;
         settings.IPpolar = settings.IPsysstat = gateway ? 1 : 0;
-        if ((choice & 48U) != 48U) sensor::state.upd_periode = 0; // no display tick
+        if ((choice & 0xF0U) != 0xF0U) sensor::state.upd_periode = 0; // no display tick
         settings.log_mode = settings.speedbar_mode = (choice & 2U) != 0 ? 1 : 0;
     });
     if ((choice & 4U) != 0) return;

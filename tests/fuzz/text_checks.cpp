@@ -42,6 +42,10 @@ std::string value_of(input& in) {
     return value;
 }
 
+std::ptrdiff_t lines_in(std::string_view text) {
+    return std::ranges::count(text, '\n') + (text.empty() || text.ends_with('\n') ? 0 : 1);
+}
+
 void settings_texts(input& in) {
     const std::string key = key_of(in);
     const std::string other = key_of(in);
@@ -50,6 +54,11 @@ void settings_texts(input& in) {
     const std::string written = Ini::set_key(text, "tyxo", key, value);
     expect(Ini::get_key(written, "TYXO", key) == read_of(value), "what was written is read back");
     expect(Ini::set_key(written, "tyxo", key, value) == written, "writing twice is writing once");
+    const std::string line = key + '=' + value;
+    const auto more = lines_in(written) - lines_in(text);
+    const bool section =
+        written.ends_with("[tyxo]\r\n" + line + "\r\n") || written.ends_with("[tyxo]\n" + line + "\n");
+    expect(more == 0 || more == 1 || (more == 2 && section), "a key needs a line, a section another");
     const bool same = std::ranges::equal(key, other, {}, tolower, tolower);
     expect(same || Ini::get_key(written, "tyxo", other) == Ini::get_key(text, "tyxo", other),
            "other keys stay");
