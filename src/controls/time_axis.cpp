@@ -127,7 +127,8 @@ std::int64_t label_step(std::int64_t least_distance) {
 time_ticks ticks_of(const time_axis& axis, const local_clock& clock) {
     time_ticks ticks;
     if (axis.to < axis.from) return ticks;
-    const std::int64_t least = std::max(axis.least_distance, (axis.to - axis.from) / most_labels);
+    // More than the hundredth part, or labels at both ends would be one too many.
+    const std::int64_t least = std::max(axis.least_distance, (axis.to - axis.from) / most_labels + 1);
     const std::int64_t step = label_step(least);
     const int parts = std::clamp(axis.minor_count, 0, 99) + 1;
     const auto visible = [&](std::int64_t time) { return time >= axis.from && time <= axis.to; };

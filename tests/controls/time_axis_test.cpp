@@ -216,6 +216,16 @@ TEST(TimeAxis, OddRequestsAreAnsweredAndBounded) {
     EXPECT_LE(ticks_of({0, hour, 100 * day}, here.clock()).labels.size(), 1U);
 }
 
+TEST(TimeAxis, AHundredStepsWithBothTheirEndsAreTooManyLabels) {
+    const zone here(utc, july_2nd);
+    for (const std::int64_t step : {second, 10 * second, minute, hour}) {
+        for (const std::int64_t more : {-1, 0, 1, 99, 100}) {
+            const time_ticks ticks = ticks_of({0, 100 * step + more}, here.clock());
+            EXPECT_LE(ticks.labels.size(), 100U) << step << ' ' << more;
+        }
+    }
+}
+
 TEST(TimeAxis, AClockThatLiesEnds) {
     std::mt19937 chance(7);
     const local_clock mad = [&chance](std::int64_t) {
