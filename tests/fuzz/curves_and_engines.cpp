@@ -3,6 +3,7 @@
 #include "fuzz/machine.h"
 #include "fuzz/targets.h"
 
+#include "controls/strip_history.h"
 #include "displays/bar_diagram.h"
 #include "displays/frmdetailedpic.h"
 #include "displays/panel.h"
@@ -15,6 +16,7 @@
 #include "platform/simulation.h"
 
 #include <cmath>
+#include <vector>
 
 namespace tyxo::fuzzing {
 
@@ -92,6 +94,33 @@ void draw(input& in) {
     }
 }
 
+/// Rows of a strip chart: its line is made of their values, oldest first.
+void chart(input& in) {
+    strip_window window(at(strip_spans, in.below(4)));
+    const i32 columns = in.between(1, 2000);
+    strip_row row{.time = in.raw<std::uint32_t>()};
+    std::vector<float> values;
+    while (!in.empty() && values.size() < 200) {
+        const u8 pause = in.byte();
+        row.time += pause < 240 ? pause * 20 : in.raw<std::uint32_t>() % 100'000'000;
+        row.values[0] = in.raw<i16>();
+        values.push_back(row.values[0]);
+        window.append(row);
+    }
+    if (values.empty()) return;
+    expect(window.newest_value(0) == values.back(), "the newest value is that of the last row");
+    std::vector<strip_point> points;
+    window.points(0, columns, points);
+    double before = 0;
+    for (const strip_point& point : points) {
+        if (std::isnan(point.value)) continue;
+        expect(point.time >= before && point.time <= static_cast<double>(row.time), "oldest first");
+        expect(std::ranges::find(values, point.value) != values.end(), "every point is of a row");
+        before = point.time;
+    }
+    expect(!points.empty() && points.back().value == values.back(), "the line ends with the last row");
+}
+
 } // namespace
 
 void curves_and_engines(input in) {
@@ -126,6 +155,7 @@ void curves_and_engines(input in) {
     for (const i16 block : std::to_array<i16>({1, 3, 4, 8}))
         if ((parts & 4U) != 0) command([block] { TCP_send(channel, block); });
     if ((parts & 8U) != 0) draw(in);
+    if ((parts & 16U) != 0) chart(in);
     check_state();
 }
 

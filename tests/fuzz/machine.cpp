@@ -65,6 +65,21 @@ void start_plant(const std::function<void(settings_rec&)>& change) {
     start_gateway();
 }
 
+std::string typed_text(input& in) {
+    std::string text(in.short_text());
+    std::erase_if(text, [](char letter) { return letter == '\r' || letter == '\n'; });
+    return text;
+}
+
+std::string read_of(std::string_view value) {
+    constexpr std::string_view blanks = " \t\r";
+    const auto first = value.find_first_not_of(blanks);
+    if (first == value.npos) return {};
+    const std::string_view text = value.substr(first, value.find_last_not_of(blanks) - first + 1);
+    const bool quoted = text.size() > 1 && (text[0] == '"' || text[0] == '\'') && text[0] == text.back();
+    return std::string(quoted ? text.substr(1, text.size() - 2) : text);
+}
+
 void append_hex(std::string& text, u8 value) {
     constexpr std::string_view digits = "0123456789ABCDEF";
     text += digits[value >> 4U];

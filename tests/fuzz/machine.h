@@ -28,7 +28,13 @@ template <class Command> void command(const Command& run) {
     static_cast<void>(attempt(run));
 }
 
-/// The number as so many upper-case hexadecimal digits.
+/// Up to 255 characters that can be typed: no box takes a line break.
+[[nodiscard]] std::string typed_text(input& in);
+
+/// What is read of a settings value that was written.
+[[nodiscard]] std::string read_of(std::string_view value);
+
+/// Two upper-case hexadecimal digits.
 void append_hex(std::string& text, u8 value);
 
 /// A body of a frame, from ":" on, with its check and CR LF, received by a channel.

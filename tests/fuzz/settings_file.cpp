@@ -11,6 +11,7 @@
 #include "link/start_stop.h"
 #include "platform/program.h"
 #include "platform/simulation.h"
+#include "settings/ini.h"
 
 namespace tyxo::fuzzing {
 
@@ -51,10 +52,37 @@ void measure() {
         command(mainfrm::Timer_TCP_tick);
 }
 
+/// Into every box of the setup.
+void type(const std::string& text) {
+    for (i16 row = 0; row < channel_count; ++row) {
+        frmSetup::Text_sensor_loc_change(row, text);
+        frmSetup::Text_logfile_path_change(row, text);
+        frmSetup::Text_type_code_change(row, text);
+        frmSetup::Text_alm1_change(row, text);
+        frmSetup::Text_alm2_change(row, text);
+    }
+    frmSetup::Text_evtlogfile_path_change(text);
+}
+
+/// The setup's texts behind a restart.
+void check_typed(const std::string& text) {
+    const std::string read = read_of(text).substr(0, Ini::value_limit);
+    expect(settings.evtpath == read, "evtpath is read back");
+    for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
+        const channel_rec& rec = sensor::state.channels[channel];
+        expect(rec.location == read && rec.logpath == read, "location and logpath are read back");
+        expect(rec.typecode == (read.empty() ? unknown::typecode : read), "typecode is read back");
+        expect(rec.text_almrel1 == (read.empty() ? "Alarmrel 1" : read), "text_almrel1 is read back");
+        expect(rec.text_almrel2 == (read.empty() ? "Alarmrel 2" : read), "text_almrel2 is read back");
+    }
+}
+
 } // namespace
 
 void settings_file(input in) {
     const u8 choice = in.byte();
+    const bool types = (choice & 8U) != 0;
+    const std::string typed = types ? typed_text(in) : "";
     const std::string text(in.rest());
     start_program_on(text);
     if (!runs()) return;
@@ -67,6 +95,7 @@ void settings_file(input in) {
     command(stop_log);
 
     // What the dialog stores starts the program again, with the same values.
+    if (types) type(typed);
     command(frmSetup::cmd_OK_click);
     const std::string stored = simulation::file("tyxo.ini");
     const i16 used = sensor::state.max_sensors;
@@ -76,6 +105,7 @@ void settings_file(input in) {
     expect(sensor::state.max_sensors == used, "max_sensors is read back");
     for (i16 channel = 0; channel < used; ++channel)
         expect(sensor::state.comport[channel] == ports[channel], "comport is read back");
+    if (types) check_typed(typed);
 }
 
 } // namespace tyxo::fuzzing

@@ -1,5 +1,6 @@
 // Texts: the settings file's, a text box, Windows-1252.
 
+#include "fuzz/machine.h"
 #include "fuzz/numbers_and_texts.h"
 
 #include "basics/ansi.h"
@@ -12,34 +13,12 @@ namespace tyxo::fuzzing {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r";
-
-std::string trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
-    if (first == text.npos) return {};
-    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
-}
-
-/// What is read of a value that was written.
-std::string read_of(std::string_view value) {
-    std::string text = trimmed(value);
-    const bool quoted = text.size() > 1 && (text[0] == '"' || text[0] == '\'') && text.front() == text.back();
-    return quoted ? text.substr(1, text.size() - 2) : text;
-}
-
 /// Letters, digits and blanks inside, as the program's own keys have them.
 std::string key_of(input& in) {
     std::string key = "k";
     for (i32 left = in.below(8); left > 0; --left)
         key += "abcXYZ 12_"[in.below(10)];
     return key + 'k';
-}
-
-/// No box that is typed into takes a line break.
-std::string value_of(input& in) {
-    std::string value(in.short_text());
-    std::erase_if(value, [](char letter) { return letter == '\r' || letter == '\n'; });
-    return value;
 }
 
 std::ptrdiff_t lines_in(std::string_view text) {
@@ -49,7 +28,7 @@ std::ptrdiff_t lines_in(std::string_view text) {
 void settings_texts(input& in) {
     const std::string key = key_of(in);
     const std::string other = key_of(in);
-    const std::string value = value_of(in);
+    const std::string value = typed_text(in);
     const std::string text(in.rest());
     const std::string written = Ini::set_key(text, "tyxo", key, value);
     expect(Ini::get_key(written, "TYXO", key) == read_of(value), "what was written is read back");
@@ -67,7 +46,7 @@ void settings_texts(input& in) {
 
 void settings_files(input& in) {
     const std::string key = key_of(in);
-    const std::string value = value_of(in);
+    const std::string value = typed_text(in);
     simulation::put_file("tyxo.ini", in.rest());
     Ini::ini_write(key, value);
     expect(Ini::ini_read(key) == read_of(value).substr(0, Ini::value_limit), "what was written is read back");
