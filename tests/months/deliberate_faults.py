@@ -49,17 +49,22 @@ class Copy:
         self.build = self.folder / "build"
         self.folder.mkdir(parents=True, exist_ok=True)
         for name in COPIED:
-            source, to = ROOT / name, self.folder / name
-            if source.is_dir():
-                shutil.copytree(source, to, dirs_exist_ok=True)
-            else:
-                shutil.copy2(source, to)
-        lists = self.folder / "src" / "CMakeLists.txt"
-        together = lists.read_text(encoding="utf-8")
-        lists.write_text(together.replace("CMAKE_UNITY_BUILD ON", "CMAKE_UNITY_BUILD OFF"), encoding="utf-8")
+            for source in [ROOT / name, *(ROOT / name).rglob("*")]:
+                if source.is_file():
+                    self.copy(source)
         self.run(["cmake", "-S", str(self.folder), "-B", str(self.build), "-G", "Ninja",
                   "-DTYXO_BENCHMARKS=OFF", "-DTYXO_WARNINGS_AS_ERRORS=OFF", "-DCMAKE_CXX_FLAGS=-O1 -w"])
         self.make()
+
+    def copy(self, source):
+        """Only what differs, so that what is compiled again is what was changed, and all of that."""
+        to = self.folder / source.relative_to(ROOT)
+        content = source.read_bytes().replace(b"CMAKE_UNITY_BUILD ON", b"CMAKE_UNITY_BUILD OFF")
+        if to.exists() and to.read_bytes() == content:
+            return
+        to.parent.mkdir(parents=True, exist_ok=True)
+        to.write_bytes(content)
+        shutil.copymode(source, to)
 
     def run(self, words):
         done = subprocess.run(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)

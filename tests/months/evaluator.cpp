@@ -126,14 +126,14 @@ std::string evaluator::next_frame() {
         if (status_.inhibit_left > 0) --status_.inhibit_left;
         return sim::close_frame(sim::status_body(status_, status_form_));
     }
-    const auto walk = [this](double value, double step, double most) {
-        return std::clamp(value + step * static_cast<double>(chance_.between(-5, 5)), 0.0, most);
+    const auto walk = [this](double& value, double step, double least, double most) {
+        value = std::clamp(value + step * static_cast<double>(chance_.between(-5, 5)), least, most);
     };
-    values_.tsignal = walk(values_.tsignal, 0.7, 160);
-    values_.speed = walk(values_.speed, 1.3, 1.2 * parameters_.overspeed);
-    values_.voltage = walk(values_.voltage, 0.3, 300);
-    values_.effective_dc = walk(values_.effective_dc, 0.5, 200);
-    values_.effective_ac = walk(values_.effective_ac, 0.5, 200);
+    walk(values_.tsignal, 0.7, -30, 160);
+    walk(values_.speed, 1.3, 0, 1.2 * parameters_.overspeed);
+    walk(values_.voltage, 0.3, -50, 300);
+    walk(values_.effective_dc, 0.5, 0, 200);
+    walk(values_.effective_ac, 0.5, 0, 200);
     return sim::close_frame(sim::values_body(values_, values_form_));
 }
 
