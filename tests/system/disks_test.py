@@ -1,5 +1,6 @@
-"""Disks that are full, read-only, unmounted, and folders that are moved or deleted under the program while it logs
-at full pace: what the disk does not take is lost as whole lines, and what comes behind its return is logged.
+"""Disks that are full, refuse or are unmounted, and folders that are moved or deleted under the program while
+it logs at full pace: what the disk does not take is lost as whole lines, and what comes behind its return is
+logged. ROUNDS in the environment says how often, SEED repeats the moments.
 
 The disks are small file systems in memory, in a name space of the suite's own.
 """
@@ -88,8 +89,8 @@ class Disks(PlantTest):
             self.assertEqual(len(speeds), len(set(speeds)), "a value twice")
             self.assertIn(counted(len(feeder.sent)), speeds, "the last value is there")
             sent += len(feeder.sent)
-        print(f"SEED={SEED}: {what} {len(away)} times for {AWAY:g} s: {sent} values, {lost} of the time of the "
-              f"fault lost, none else")
+        print(f"SEED={SEED}: {what} {len(away)} times for {AWAY:g} s: {sent} values, {lost} of the time of "
+              f"the fault lost, none else")
 
     def speeds_of(self, log):
         text = log.read_bytes().decode("cp1252")

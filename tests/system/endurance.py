@@ -1,5 +1,6 @@
-"""Hours' worth of frames on four lines, as fast as the program takes them: each must become its line in the log,
-and the program must need no more at the end than at the beginning. `endurance.py --help` tells the arguments.
+#!/usr/bin/env python3
+"""Hours' worth of frames on four lines, as fast as the program takes them: each must become its line in the
+log, and the program must need no more at the end than at the beginning. `endurance.py --help` tells the rest.
 """
 
 import argparse
@@ -91,7 +92,7 @@ def end_of_log(plant, number):
 
 
 def missing(plant, number, rounds):
-    """How many values are not where they belong in the sequence, and how many lines of each kind are there."""
+    """How many values are out of their place in the sequence, and how many lines of each kind there are."""
     expected, wrong, found = 0, 0, dict.fromkeys(KINDS, 0)
     for line in lines_of(plant, number):
         kind = line[:6]
@@ -131,13 +132,15 @@ def run(plant, hours):
         wrong, found = missing(plant, number, rounds)
         curves = rounds * MOST // CURVES_EVERY
         whole = whole and wrong == 0 and found["<REC2>"] + found["<REC3>"] == curves
-        print(f"channel {number}: {len(data) * rounds / 1e6:.0f} MB, {rounds * MOST} values and {curves} curves "
-              f"sent, {found['<REC1>']} and {found['<REC2>'] + found['<REC3>']} logged, {wrong} missing or wrong")
+        print(f"channel {number}: {len(data) * rounds / 1e6:.0f} MB, {rounds * MOST} values and {curves} "
+              f"curves sent, {found['<REC1>']} and {found['<REC2>'] + found['<REC3>']} logged, "
+              f"{wrong} missing or wrong")
     first, last = samples.rows[len(samples.rows) // 10], samples.rows[-1]
-    print(f"{first[0]:.1f} to {last[0]:.1f} hours' worth in {seconds:.0f} s: processor {last[1]:.0f} s, memory "
-          f"{first[2]:.1f} to {last[2]:.1f} MB, open files {first[3]} to {last[3]}, "
+    print(f"{first[0]:.1f} to {last[0]:.1f} hours' worth in {seconds:.0f} s: processor {last[1]:.0f} s, "
+          f"memory {first[2]:.1f} to {last[2]:.1f} MB, open files {first[3]} to {last[3]}, "
           f"threads {first[4]} to {last[4]}")
-    steady = last[2] < first[2] + MOST_GROWTH and all(now <= then + 2 for now, then in zip(last[3:], first[3:]))
+    steady = (last[2] < first[2] + MOST_GROWTH and
+              all(now <= then + 2 for now, then in zip(last[3:], first[3:])))
     return samples, whole and steady
 
 

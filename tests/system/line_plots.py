@@ -54,6 +54,7 @@ def picture(axis, times, curves):
     bottom = height - BOTTOM
     for part in range(5):
         x = LEFT + (WIDTH - RIGHT - LEFT) * part / 4
-        parts += [line(x, bottom, x, bottom + 4, "#222"), text(x, bottom + 17, f"{round(end * part / 4, 1):g}")]
+        parts += [line(x, bottom, x, bottom + 4, "#222"),
+                  text(x, bottom + 17, f"{round(end * part / 4, 1):g}")]
     parts += [text((LEFT + WIDTH - RIGHT) / 2, height - 6, axis, size=13), "</svg>", ""]
     return "\n".join(parts)

@@ -9,7 +9,7 @@ from full_pace import AT_ONCE, FullPace
 from harness import PlantTest
 from side_by_side import run_side_by_side
 
-SECONDS = float(os.environ.get("FAULT_SECONDS", "2"))
+SECONDS = float(os.environ.get("FAULT_SECONDS", "3"))
 WRONG_CHECK = b":0100ff\r\n"  # a frame that the debug output tells of
 
 
@@ -29,8 +29,8 @@ class Outputs(PlantTest):
             pace.settle()
             pace.check(self)
             told = sum(len(pace.feeders[number].sent) for number in (1, 2)) * 5
-            print(f"{what}: {pace.values()} values, none lost, worst delay {1000 * pace.worst_delay():.0f} ms; "
-                  f"about {told} lines to tell")
+            print(f"{what}: {pace.values()} values, none lost, worst delay "
+                  f"{1000 * pace.worst_delay():.0f} ms; about {told} lines to tell")
             self.assertLess(pace.worst_delay(), AT_ONCE)
         self.assertIsNone(plant.program.poll())
 
