@@ -25,7 +25,10 @@ class Mutant:
 
     def __init__(self, place, token, what, table):
         self.place, self.line, self.what, self.table = place, token.line, what, table
-        self.number = None
+        self.number = self.file = None
+
+    def __str__(self):
+        return f"{self.file}:{self.line}: {self.what}"
 
 
 class Source:

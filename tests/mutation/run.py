@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """Changes the core's code in thousands of small ways, and looks which changes no core test notices.
 
-    tests/mutation/run.py [--sample N] [--seed S] [--tables PART] [--longest MS] [FILE]...
+    tests/mutation/run.py [--sample N] [--seed S] [--tables PART] [--longest MS] [--again] [FILE]...
 
-All mutants are compiled into one binary; each one is a run of the tests that reach it. Files are those of the core, all
-of them unless named. Survivors stand in build/mutation/survivors.txt. Exit code 1 if fewer than 90 % are killed.
+All mutants are compiled into one binary; each one is a run of the tests that reach it. Files and folders are those of
+the core, all of them unless named. Survivors stand in build/mutation/survivors.txt. Exit code 1 if fewer than 90 % are killed.
 """
 
 import argparse
@@ -19,6 +19,7 @@ import time
 from building import BUILD, ROOT, Program
 
 BINARY = BUILD / "core_tests"
+SURVIVORS = BUILD / "survivors.txt"
 WANTED = 0.9
 LONG = 20  # ms of a test
 FIRST_TESTS = 30  # run first: those that reach least beside the mutant
@@ -36,7 +37,7 @@ def run_binary(arguments, **variables):
 class Record:
     """Which tests reach which mutants, and how long they take."""
 
-    def __init__(self, mutants):
+    def __init__(self, mutants, sources):
         run_binary(["--gtest_list_tests"], TYXO_MUTANT_LIST=str(BUILD / "compiled.txt"))
         self.compiled = {int(line) for line in (BUILD / "compiled.txt").read_text().split()}
         run_binary([], TYXO_MUTANT_RECORD=str(BUILD / "reached.txt"))
@@ -56,9 +57,12 @@ class Record:
                 by_file[mutants[number].file].add(name)
         if failed:
             print("Tests that fail without a mutant, and are not used:", *failed)
-        # What is made before the tests may concern each test that enters the file.
+        # What is made before the tests may concern each test that enters the file, or one that includes it.
         for number in at_start:
-            self.tests[number] |= by_file[mutants[number].file]
+            header = mutants[number].file.removeprefix("src/")
+            for name, source in sources.items():
+                if name == mutants[number].file or f'#include "{header}"' in source.text:
+                    self.tests[number] |= by_file[name]
 
 
 def survives(record, mutant, longest):
@@ -83,10 +87,13 @@ def survives(record, mutant, longest):
 def chosen(mutants, options, generator):
     """The mutants of this run."""
     files = [os.path.relpath(os.path.abspath(file), ROOT) for file in options.file]
-    unknown = set(files) - {mutant.file for mutant in mutants}
+    unknown = [file for file in files if not any(mutant.file.startswith(file) for mutant in mutants)]
     if unknown:
-        raise SystemExit(f"no mutants in {', '.join(sorted(unknown))}")
-    result = [mutant for mutant in mutants if not files or mutant.file in files]
+        raise SystemExit(f"no mutants in {', '.join(unknown)}")
+    if options.again:
+        known = set(SURVIVORS.read_text().splitlines())
+        mutants = [mutant for mutant in mutants if f"{mutant}" in known]
+    result = [mutant for file in files or [""] for mutant in mutants if mutant.file.startswith(file)]
     result = [mutant for mutant in result if not mutant.table or generator.random() < options.tables]
     if options.sample is not None:
         result = generator.sample(result, min(options.sample, len(result)))
@@ -108,6 +115,7 @@ def main():
     parser.add_argument("--seed", type=int, default=random.randrange(10 ** 6))
     parser.add_argument("--tables", type=float, default=1, metavar="PART", help="part of the tables' constants, 0 to 1")
     parser.add_argument("--longest", type=int, default=300, metavar="MS", help="tests that take longer are not used")
+    parser.add_argument("--again", action="store_true", help="only those that survived in the last run")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("file", nargs="*")
     options = parser.parse_args()
@@ -116,7 +124,7 @@ def main():
     began = time.monotonic()
     program = Program(options.jobs)
     program.build()
-    record = Record(program.mutants)
+    record = Record(program.mutants, program.sources)
     print(f"{len(program.mutants)} mutants, {len(record.compiled)} of them compiled, {len(record.milliseconds)} tests, "
           f"after {time.monotonic() - began:.0f} s", flush=True)
 
@@ -129,16 +137,15 @@ def main():
             return "not reached"
         return "survived" if survives(record, mutant, options.longest) else "killed"
 
-    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
+    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool, open(SURVIVORS, "w", encoding="utf-8") as told:
         for number, (mutant, verdict) in enumerate(zip(mutants, pool.map(judge, mutants)), 1):
             rows[mutant.file.split("/")[1]][verdict] += 1
             if verdict != "killed":
-                survivors.append((mutant.file, mutant.line, mutant.what, verdict))
+                survivors.append(mutant)
+                print(mutant, file=told, flush=True)
             if number % 500 == 0:
                 print(f"  {number} of {len(mutants)}, {len(survivors)} left, {time.monotonic() - began:.0f} s",
                       flush=True)
-    lines = [f"{file}:{line}: {what} ({verdict})\n" for file, line, what, verdict in sorted(survivors)]
-    (BUILD / "survivors.txt").write_text("".join(lines))
     print_table(rows)
     share = sum(row["killed"] for row in rows.values()) / max(1, len(mutants))
     print(f"{100 * share:.1f} % killed, seed {options.seed}, {time.monotonic() - began:.0f} s; "
