@@ -1,4 +1,4 @@
-"""One binary with all mutants: mutated copies of the core's sources, compiled with the core's tests by ninja."""
+"""One binary with all mutants: mutated copies of the core's sources, compiled with the core's tests."""
 
 import json
 import re
@@ -10,7 +10,8 @@ from mutants import Source
 
 ROOT = Path(__file__).resolve().parents[2]
 BUILD = ROOT / "build" / "mutation"
-TEST_FOLDERS = ("basics", "controls", "link", "settings", "logging", "displays", "gateway", "dialogs", "app", "platform")
+TEST_FOLDERS = ("basics", "controls", "link", "settings", "logging", "displays", "gateway", "dialogs", "app",
+                "platform")
 NINJA = """
 flags = -std=c++20 -w -fpermissive -Wno-narrowing -fwrapv -D_GLIBCXX_ASSERTIONS -I build/mutation/src
 here = tests/mutation
@@ -43,7 +44,8 @@ PLACE = re.compile(r"build/mutation/(src/[\w/.]+):(\d+):")
 
 def core_sources():
     """The core's files, and none of the desktop's."""
-    files = [path.relative_to(ROOT) for path in sorted((ROOT / "src").rglob("*")) if path.suffix in (".cpp", ".h")]
+    files = [path.relative_to(ROOT) for path in sorted((ROOT / "src").rglob("*"))
+             if path.suffix in (".cpp", ".h")]
     return [str(path) for path in files
             if path.parts[1] != "widgets" and path.parts[1:3] != ("platform", "desktop")
             and not path.stem.endswith("_view") and str(path) != "src/app/main.cpp"]
@@ -62,8 +64,10 @@ class Program:
                 self.mutants.append(mutant)
         self.memory = BUILD / "left_out.json"
         known = json.loads(self.memory.read_text()) if self.memory.exists() else {}
-        self.left_out = {name: set(known[name][1]) if name in known and known[name][0] == source.text else set()
-                         for name, source in self.sources.items()}
+        self.left_out = {name: set() for name in self.sources}
+        for name, (text, places) in known.items():
+            if name in self.sources and self.sources[name].text == text:
+                self.left_out[name] = set(places)
         self.strict = {}
 
     def write(self):
@@ -75,15 +79,16 @@ class Program:
                                            for name, source in self.sources.items()}))
 
     def build(self):
-        """Compiles. What does not compile as a mutant chosen at run time is left out, and it is tried again."""
+        """Compiles. What cannot be a mutant that is chosen at run time is left out, and it is tried again."""
         (BUILD / "src").mkdir(parents=True, exist_ok=True)
         put(BUILD / "tests.h", TESTS_HEADER.format(root=ROOT))
         self.write()
         core = self.write_rules()
         for targets in (core, ["build/mutation/core_tests"]):
             while True:
-                done = subprocess.run(["ninja", "-k", "0", "-j", str(self.jobs), "-f", "build/mutation/build.ninja",
-                                       *targets], cwd=ROOT, text=True, capture_output=True, check=False)
+                command = ["ninja", "-k", "0", "-j", str(self.jobs), "-f", "build/mutation/build.ninja"]
+                done = subprocess.run(command + targets, cwd=ROOT, text=True, capture_output=True,
+                                      check=False)
                 if done.returncode == 0:
                     break
                 (BUILD / "errors.txt").write_text(done.stdout + done.stderr)
@@ -114,12 +119,15 @@ class Program:
     def leave_out(self, output):
         """Reads the compiler's errors; the result is how many places more are left out."""
         before = self.count_left_out()
-        blocks = [block for block in re.split(r"\n(?=FAILED)|(?<=\n)(?=[^\n]*: error: )", output) if ": error: " in block]
+        blocks = re.split(r"\n(?=FAILED)|(?<=\n)(?=[^\n]*: error: )", output)
+        blocks = [block for block in blocks if ": error: " in block]
         # First what has to be known to the compiler: it leads to other errors where it is used.
         for block in blocks:
             for name, line in DECLARED.findall(block):
                 self.leave_line_out(name, int(line))
-            for number in re.findall(r"tyxo_mutation::.*\bN = (\d+)", block if "non-‘constexpr’" in block else ""):
+            if "non-‘constexpr’" not in block:
+                continue
+            for number in re.findall(r"tyxo_mutation::.*\bN = (\d+)", block):
                 mutant = self.mutants[int(number)]
                 self.left_out[mutant.file].add(mutant.place)
         if self.count_left_out() > before:
@@ -144,13 +152,15 @@ class Program:
             if source.tokens[first].line == line and (first, last) not in strict:
                 new.add(first)
         for mutants, _ in source.sites:
-            if mutants[0].line == line and not any(first <= mutants[0].place <= last for first, last in strict):
-                new.add(mutants[0].place)
+            place = mutants[0].place
+            if mutants[0].line == line and not any(first <= place <= last for first, last in strict):
+                new.add(place)
         new -= out
         if not new:
             for first, last, _ in source.relaxed:
-                if (first, last) not in strict and source.tokens[first].line <= line <= source.tokens[last].line:
-                    new.add(first)
+                if source.tokens[first].line <= line <= source.tokens[last].line:
+                    if (first, last) not in strict:
+                        new.add(first)
         new -= out
         out |= new
         return bool(new)

@@ -1,10 +1,9 @@
-"""The changes of a source. Each one stands in the mutated copy beside the original, behind a question for its number."""
+"""The changes of a source. Each one stands beside the original, behind a question for its number."""
 
-from tokens import spaced, tokens_of
+from operands import PRECEDENCE, STOPS, Tokens
+from tokens import spaced
 
 PREFIX = "tyxo_mutation::"
-PRECEDENCE = {"||": 1, "&&": 2, "|": 3, "^": 4, "&": 5, "==": 6, "!=": 6, "<": 7, ">": 7, "<=": 7, ">=": 7, "<=>": 8,
-              "<<": 9, "+": 10, "-": 10, "*": 11, "/": 11, "%": 11}
 # The function of mutation.h, and what it makes of the operator.
 BINARY = {"<": ("less", ("<=", ">=")), "<=": ("less_equal", ("<", ">")),
           ">": ("greater", (">=", "<=")), ">=": ("greater_equal", (">", "<")),
@@ -12,12 +11,11 @@ BINARY = {"<": ("less", ("<=", ">=")), "<=": ("less_equal", ("<", ">")),
           "+": ("plus", ("- (a text: left side only)",)), "-": ("minus", ("+",)),
           "*": ("times", ("/",)), "/": ("divided", ("*",)), "%": ("modulo", ("/",)), "&": ("bits_of", ("|",))}
 LOGICAL = {"&&": ("both", "||"), "||": ("either", "&&")}
-STOPS = {"(", "[", "{", ",", ";", "?", ":", "=", "+=", "-=", "*=", "/=", "%=", "|=", "&=", "^=", "<<=", ">>="}
-STOP_WORDS = {"return", "throw", "case", "else", "do"}
-NO_STATEMENT = {"if", "for", "while", "switch", "return", "case", "default", "using", "static", "const", "constexpr",
-                "auto", "else", "do", "try", "catch", "throw", "struct", "class", "enum", "template", "friend",
-                "public", "private", "protected", "explicit", "namespace", "static_assert", "operator", "typedef",
-                "requires", "inline", "extern", "virtual", "delete"}
+NO_STATEMENT = {"if", "for", "while", "switch", "return", "case", "default", "using", "static", "const",
+                "constexpr", "auto", "else", "do", "try", "catch", "throw", "struct", "class", "enum",
+                "template", "friend", "public", "private", "protected", "explicit", "namespace",
+                "static_assert", "operator", "typedef", "requires", "inline", "extern", "virtual", "delete"}
+ASSIGNMENTS = STOPS - {"(", "[", "{", ",", ";", "?", ":"}
 
 
 class Mutant:
@@ -31,14 +29,13 @@ class Mutant:
         return f"{self.file}:{self.line}: {self.what}"
 
 
-class Source:
+class Source(Tokens):
     """A source, its mutants, and the copy with all of them in it."""
 
     def __init__(self, text):
-        self.text, self.tokens = text, tokens_of(text)
+        super().__init__(text)
         self.sites = []  # mutants, and the pieces that put them into the copy
         self.relaxed = []  # what is constexpr no longer: first and last line, pieces
-        self.skipped = self.find_skipped()
         self.relax()
         for place, token in enumerate(self.tokens):
             if not self.skipped[place]:
@@ -47,33 +44,6 @@ class Source:
     def mutants(self):
         """All of them, in their order."""
         return [mutant for mutants, _ in self.sites for mutant in mutants]
-
-    # Places without mutants
-
-    def find_skipped(self):
-        """Marks what has to be known when it is compiled."""
-        skipped = [False] * len(self.tokens)
-        for place, token in enumerate(self.tokens):
-            end = None
-            following = self.tokens[place + 1].text if place + 1 < len(self.tokens) else ""
-            if token.text in ("static_assert", "decltype", "sizeof", "alignas", "noexcept") and following == "(":
-                end = self.tokens[place + 1].partner
-            elif token.text == "if" and following == "constexpr":
-                end = self.tokens[place + 2].partner
-            elif token.text == "requires":
-                end = self.tokens[place + 1].partner or place
-            elif token.text in ("case", "using", "friend", "enum"):
-                end = next(i for i in range(place, len(self.tokens)) if self.tokens[i].text in (":", ";"))
-                if token.text == "enum":
-                    end = next(i for i in range(place, len(self.tokens)) if self.tokens[i].text == ";")
-            elif token.angle and token.text == "<" or token.text == "[" and following == "[":
-                end = token.partner
-            elif token.text == "=" and following in ("default", "delete", "0") and self.tokens[place - 1].text in (
-                    ")", "const", "override"):
-                end = place + 1
-            for inner in range(place, (end or place - 1) + 1):
-                skipped[inner] = True
-        return skipped
 
     def relax(self):
         """Constants become objects that are made at the start, so that mutants can change them."""
@@ -91,93 +61,12 @@ class Source:
             inside = self.scope_of(place)
             if function:
                 word = "inline"
-            elif inside is not None and self.tokens[inside].brace == "scope" and self.tokens[place - 1].text == "static":
+            elif (inside is not None and self.tokens[inside].brace == "scope"
+                  and self.tokens[place - 1].text == "static"):
                 word = "inline const"
             else:
                 word = "const"
             self.relaxed.append((place, end, (token.begin, token.end, word)))
-
-    def scope_of(self, place):
-        """The brace around a place."""
-        while place > 0:
-            place -= 1
-            if self.tokens[place].text in (")", "}", "]"):
-                place = self.tokens[place].partner
-            elif self.tokens[place].text == "{":
-                return place
-        return None
-
-    def braces_around(self, place):
-        """From the inner to the outer one."""
-        around = []
-        while (place := self.scope_of(place)) is not None:
-            around.append(self.tokens[place].brace)
-        return around
-
-    # Operands
-
-    def left_end(self, place, precedence):
-        """The first token of the operand that ends before this place."""
-        place -= 1
-        while place >= 0:
-            token = self.tokens[place]
-            if token.kind == "sign" and (token.text in (")", "]") or token.angle and token.text == ">"
-                                         or token.text == "}" and token.brace != "scope"):
-                if token.text == "}" and self.tokens[token.partner - 1].text not in (")", "]", "mutable") \
-                        and token.brace == "code":
-                    break
-                place = token.partner - 1
-                continue
-            if token.kind == "sign" and token.text in STOPS or token.text in STOP_WORDS or token.text == "}":
-                break
-            if token.text in PRECEDENCE and spaced(self.tokens, place) and PRECEDENCE[token.text] < precedence:
-                break
-            place -= 1
-        return place + 1
-
-    def right_end(self, place, precedence):
-        """The last token of the operand that begins behind this place."""
-        place += 1
-        while place < len(self.tokens):
-            token = self.tokens[place]
-            if token.kind == "sign" and (token.text in ("(", "[", "{") or token.angle and token.text == "<"):
-                place = token.partner + 1
-                continue
-            if token.kind == "sign" and token.text in STOPS or token.text in (")", "]", "}"):
-                break
-            if token.text in PRECEDENCE and spaced(self.tokens, place) and PRECEDENCE[token.text] <= precedence:
-                break
-            place += 1
-        return place - 1
-
-    def chain_end(self, place):
-        """The last token of a name with its members, subscripts and calls."""
-        if self.tokens[place].text == "(":
-            place = self.tokens[place].partner
-        elif self.tokens[place].kind != "word":
-            return None
-        while place + 1 < len(self.tokens):
-            token = self.tokens[place + 1]
-            if token.text in ("(", "[") or token.angle and token.text == "<":
-                place = token.partner
-            elif token.text in ("::", ".", "->") and self.tokens[place + 2].kind == "word":
-                place += 2
-            else:
-                break
-        return place
-
-    def simple(self, first, last):
-        """No comparison and no logic at the top of these tokens: they are not changed by another mutant."""
-        place = first
-        while place <= last:
-            token = self.tokens[place]
-            if token.text == "!" or PRECEDENCE.get(token.text, 99) <= 8 and spaced(self.tokens, place):
-                return False
-            if token.text in ("?", "=") or token.text == "[" and place == first:
-                return False
-            place = token.partner + 1 if token.partner is not None and token.partner > place else place + 1
-        return first <= last and self.tokens[first].text not in ("{", "true", "false") and not (
-            first == last and self.tokens[first].kind != "word")
 
     # Mutants
 
@@ -232,7 +121,7 @@ class Source:
         if token.kind == "letter":
             self.replace(place, f"{PREFIX}letter<@>({text})", [f"{text} -> the next letter"], table)
         elif token.kind == "text":
-            if text != '""' and self.tokens[place + 1].kind != "word" and self.tokens[place - 1].text != "extern":
+            if text != '""' and self.tokens[place + 1].kind != "word":
                 self.replace(place, f"{PREFIX}text<@>({' '.join(text.split(chr(10)))})",
                              [f"{text.splitlines()[0]} begins otherwise"], table)
         else:
@@ -255,7 +144,8 @@ class Source:
             return
         if text in BINARY:
             function, others = BINARY[text]
-            self.wrap(place, f"{PREFIX}{function}<@>(", first, last, [f"{text} -> {other}" for other in others], place)
+            whats = [f"{text} -> {other}" for other in others]
+            self.wrap(place, f"{PREFIX}{function}<@>(", first, last, whats, place)
         elif text in LOGICAL:
             function, other = LOGICAL[text]
             self.wrap(place, f"{PREFIX}{function}<@>([&]() -> bool {{ return bool(", first, last,
@@ -269,29 +159,11 @@ class Source:
         while place <= last:
             if self.tokens[place].text == ";":
                 first = place + 1
-            place = (self.tokens[place].partner or place) + 1 if self.tokens[place].text in ("(", "{", "[") else place + 1
+            if self.tokens[place].text in ("(", "{", "["):
+                place = self.tokens[place].partner
+            place += 1
         if self.simple(first, last):
             self.wrap(opening, f"{PREFIX}condition<@>(", first, last, ["condition turned round"])
-
-    def in_for(self, place):
-        """The last part of a for's head."""
-        while place > 0:
-            place -= 1
-            token = self.tokens[place]
-            if token.text in (")", "}", "]"):
-                place = token.partner
-            elif token.text == "(":
-                return self.tokens[place - 1].text == "for"
-            elif token.text == "{":
-                return False
-        return False
-
-    def statement_end(self, place):
-        """The semicolon of a statement."""
-        while self.tokens[place].text != ";":
-            token = self.tokens[place]
-            place = token.partner + 1 if token.text in ("(", "{", "[") else place + 1
-        return place
 
     def statement(self, place):
         """A call, an assignment, or a jump that is left away."""
@@ -300,7 +172,8 @@ class Source:
         before, token = self.tokens[place - 1], self.tokens[place]
         header = before.text == ")" and self.tokens[before.partner - 1].text in ("if", "for", "while")
         if not (before.text in (";", "{", "else", "do") or header
-                or before.text == "}" and before.brace == "code" or before.text == ":" and self.skipped[place - 1]):
+                or before.text == "}" and before.brace == "code"
+                or before.text == ":" and self.skipped[place - 1]):
             return
         if self.in_head(place):
             return
@@ -316,28 +189,17 @@ class Source:
                 return
             following = self.tokens[last + 1]
             called = self.tokens[last].text == ")" and last > place
-            if following.text == ";" and called or following.text in STOPS - {"(", "[", "{", ",", ";", "?", ":"}:
+            if following.text == ";" and called or following.text in ASSIGNMENTS:
                 end = self.statement_end(last + 1)
                 if following.text in ("+=", "-="):
                     name, other = ("add_to", "-=") if following.text == "+=" else ("take_from", "+=")
-                    self.wrap(last + 1, f"{PREFIX}{name}<@>(", place, end - 1, [f"{following.text} -> {other}"], last + 1)
+                    self.wrap(last + 1, f"{PREFIX}{name}<@>(", place, end - 1,
+                              [f"{following.text} -> {other}"], last + 1)
         if end is not None:
             begin, stop = token.begin, self.tokens[end].end
             self.add(place, ["statement left away"], [
-                ("open", begin, -(stop - begin), f"{{ if (!{PREFIX}on<@>()) {{ "), ("close", stop, stop - begin, " } }")])
-
-    def in_head(self, place):
-        """Between the parentheses of a for or an if."""
-        while place > 0:
-            place -= 1
-            token = self.tokens[place]
-            if token.text in (")", "}", "]"):
-                place = token.partner
-            elif token.text == "(":
-                return True
-            elif token.text == "{":
-                return False
-        return False
+                ("open", begin, begin - stop, f"{{ if (!{PREFIX}on<@>()) {{ "),
+                ("close", stop, stop - begin, " } }")])
 
     # The copy
 

@@ -3,8 +3,9 @@
 
     tests/mutation/run.py [--sample N] [--seed S] [--tables PART] [--longest MS] [--again] [FILE]...
 
-All mutants are compiled into one binary; each one is a run of the tests that reach it. Files and folders are those of
-the core, all of them unless named. Survivors stand in build/mutation/survivors.txt. Exit code 1 if fewer than 90 % are killed.
+All mutants are compiled into one binary; each one is a run of the tests that reach it. Files and folders are
+those of the core, all of them unless named. Survivors stand in build/mutation/survivors.txt. Exit code 1 if
+fewer than 90 % are killed.
 """
 
 import argparse
@@ -28,8 +29,9 @@ FIRST_TESTS = 30  # run first: those that reach least beside the mutant
 def run_binary(arguments, **variables):
     """Runs the tests; true if all of them pass."""
     try:
-        return subprocess.run([BINARY, *arguments], cwd=ROOT, env={**os.environ, **variables}, timeout=120, check=False,
-                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
+        return subprocess.run([BINARY, *arguments], cwd=ROOT, env={**os.environ, **variables}, timeout=120,
+                              check=False, stdout=subprocess.DEVNULL,
+                              stderr=subprocess.DEVNULL).returncode == 0
     except subprocess.TimeoutExpired:
         return False
 
@@ -77,7 +79,8 @@ def survives(record, mutant, longest):
         flags = BUILD / f"flags-{mutant.number}-{number}"
         flags.write_text("--gtest_filter=" + ":".join(part))
         limit = 300 + 4 * sum(record.milliseconds[name] for name in part)
-        passed = run_binary([f"--gtest_flagfile={flags}"], TYXO_MUTANT=str(mutant.number), TYXO_MUTANT_MS=str(limit))
+        passed = run_binary([f"--gtest_flagfile={flags}"], TYXO_MUTANT=str(mutant.number),
+                            TYXO_MUTANT_MS=str(limit))
         flags.unlink()
         if not passed:
             return False
@@ -110,11 +113,14 @@ def print_table(rows):
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser = argparse.ArgumentParser(description=__doc__,
+                                     formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--sample", type=int, metavar="N", help="this many mutants only")
     parser.add_argument("--seed", type=int, default=random.randrange(10 ** 6))
-    parser.add_argument("--tables", type=float, default=1, metavar="PART", help="part of the tables' constants, 0 to 1")
-    parser.add_argument("--longest", type=int, default=300, metavar="MS", help="tests that take longer are not used")
+    parser.add_argument("--tables", type=float, default=1, metavar="PART",
+                        help="part of the tables' constants, 0 to 1")
+    parser.add_argument("--longest", type=int, default=300, metavar="MS",
+                        help="tests that take longer are not used")
     parser.add_argument("--again", action="store_true", help="only those that survived in the last run")
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("file", nargs="*")
@@ -125,8 +131,8 @@ def main():
     program = Program(options.jobs)
     program.build()
     record = Record(program.mutants, program.sources)
-    print(f"{len(program.mutants)} mutants, {len(record.compiled)} of them compiled, {len(record.milliseconds)} tests, "
-          f"after {time.monotonic() - began:.0f} s", flush=True)
+    print(f"{len(program.mutants)} mutants, {len(record.compiled)} of them compiled, "
+          f"{len(record.milliseconds)} tests, after {time.monotonic() - began:.0f} s", flush=True)
 
     candidates = [mutant for mutant in program.mutants if mutant.number in record.compiled]
     mutants = chosen(candidates, options, random.Random(options.seed))
@@ -137,15 +143,16 @@ def main():
             return "not reached"
         return "survived" if survives(record, mutant, options.longest) else "killed"
 
-    with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool, open(SURVIVORS, "w", encoding="utf-8") as told:
+    with (concurrent.futures.ThreadPoolExecutor(options.jobs) as pool,
+          open(SURVIVORS, "w", encoding="utf-8") as told):
         for number, (mutant, verdict) in enumerate(zip(mutants, pool.map(judge, mutants)), 1):
             rows[mutant.file.split("/")[1]][verdict] += 1
             if verdict != "killed":
                 survivors.append(mutant)
                 print(mutant, file=told, flush=True)
             if number % 500 == 0:
-                print(f"  {number} of {len(mutants)}, {len(survivors)} left, {time.monotonic() - began:.0f} s",
-                      flush=True)
+                print(f"  {number} of {len(mutants)}, {len(survivors)} left, "
+                      f"{time.monotonic() - began:.0f} s", flush=True)
     print_table(rows)
     share = sum(row["killed"] for row in rows.values()) / max(1, len(mutants))
     print(f"{100 * share:.1f} % killed, seed {options.seed}, {time.monotonic() - began:.0f} s; "

@@ -1,4 +1,4 @@
-"""C++ sources as tokens: as much of the language as the changes need, in the form that clang-format leaves."""
+"""C++ sources as tokens: as much of the language as the changes need, in the form of clang-format."""
 
 import re
 
