@@ -94,7 +94,7 @@ TEST(Layout, NothingOverlapsAndNothingLeavesTheClientArea) {
     }
 }
 
-std::vector<named_place> quadrant_places(const quadrant_layout& quadrant) {
+std::vector<named_place> places_of_quadrant(const quadrant_layout& quadrant) {
     return {{"Frame_sensor", quadrant.Frame_sensor},   {"XYplot", quadrant.XYplot},
             {"Frame_message", quadrant.Frame_message}, {"Cmd_diagramm", quadrant.Cmd_diagramm},
             {"Cmd_diagramm2", quadrant.Cmd_diagramm2}, {"chart", quadrant.chart}};
@@ -102,8 +102,8 @@ std::vector<named_place> quadrant_places(const quadrant_layout& quadrant) {
 
 /// Expects the second quadrant to be the first one moved.
 void expect_moved(const quadrant_layout& first, const quadrant_layout& second, i32 right, i32 down) {
-    const auto from = quadrant_places(first);
-    const auto to = quadrant_places(second);
+    const auto from = places_of_quadrant(first);
+    const auto to = places_of_quadrant(second);
     for (std::size_t index = 0; index < from.size(); ++index) {
         rectangle expected = from[index].place;
         expected.left += right;
@@ -147,7 +147,7 @@ TEST(Layout, TextStatusAndStatusBarStandBelowAllPanels) {
     for (const client_size& size : client_sizes) {
         const window_layout layout = layout_window(size.width, size.height, true);
         for (const quadrant_layout& quadrant : layout.quadrants) {
-            for (const named_place& control : quadrant_places(quadrant)) {
+            for (const named_place& control : places_of_quadrant(quadrant)) {
                 const i32 bottom = control.place.top + control.place.height;
                 EXPECT_LE(bottom, layout.Text_status.top) << control.name;
                 EXPECT_LE(bottom, layout.StatusBar.top) << control.name;
@@ -251,8 +251,8 @@ TEST(Layout, ALargerWindowMakesNoControlSmaller) {
     const window_layout small = layout_window(1280, 1002, true);
     const window_layout large = layout_window(3840, 2100, true);
     for (std::size_t index = 0; index < small.quadrants.size(); ++index) {
-        const auto before = quadrant_places(small.quadrants[index]);
-        const auto after = quadrant_places(large.quadrants[index]);
+        const auto before = places_of_quadrant(small.quadrants[index]);
+        const auto after = places_of_quadrant(large.quadrants[index]);
         for (std::size_t control = 0; control < before.size(); ++control) {
             EXPECT_GE(after[control].place.width, before[control].place.width) << before[control].name;
             EXPECT_GE(after[control].place.height, before[control].place.height) << before[control].name;
