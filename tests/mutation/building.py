@@ -13,6 +13,7 @@ BUILD = ROOT / "build" / "mutation"
 TEST_FOLDERS = ("basics", "controls", "link", "settings", "logging", "displays", "gateway", "dialogs", "app",
                 "platform")
 NINJA = """
+builddir = build/mutation
 flags = -std=c++20 -w -fpermissive -Wno-narrowing -fwrapv -D_GLIBCXX_ASSERTIONS -I build/mutation/src
 here = tests/mutation
 rule core
