@@ -24,10 +24,10 @@ std::string check_digits(std::string_view body) {
 }
 
 bool frame_fields::check_is_right() const {
-    if (frame_.size() < 3) return false;
+    if (frame_.size() < 5) return false;
     char digits[2];
-    digits_of(frame_.substr(0, frame_.size() - 2), digits);
-    return frame_.ends_with(std::string_view(digits, 2));
+    digits_of(frame_.substr(0, frame_.size() - 4), digits);
+    return frame_.substr(frame_.size() - 4, 2) == std::string_view(digits, 2);
 }
 
 std::string_view frame_fields::text(int position, int length) const {

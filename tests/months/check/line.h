@@ -12,7 +12,7 @@ namespace months::check {
 /// Puts frames together from bytes; what is outside of a frame is dropped.
 class frame_assembler {
   public:
-    /// True when the byte ends a frame, which then stands in `frame()` without its CR LF.
+    /// True when the byte ends a frame, which then stands in `frame()`, up to its CR LF.
     bool take(char byte) {
         if (byte == ':') {
             frame_.assign(1, ':');
@@ -28,6 +28,7 @@ class frame_assembler {
         if (byte == '\n') {
             if (!cr_) return false;
             open_ = cr_ = false;
+            frame_ += "\r\n";
             return true;
         }
         frame_ += byte;
@@ -59,11 +60,12 @@ inline constexpr std::array<signed char, 256> hex_worth = [] {
     return worth;
 }();
 
-/// A frame without its CR LF; positions count from 1, the ":".
+/// A frame with its check digits and CR LF, which short frames have where others have fields. Positions count
+/// from 1, the ":".
 class frame_fields {
   public:
     explicit frame_fields(std::string_view frame) : frame_(frame) {}
-    [[nodiscard]] int length() const { return static_cast<int>(frame_.size()) + 2; } ///< with CR LF
+    [[nodiscard]] int length() const { return static_cast<int>(frame_.size()); }
     [[nodiscard]] int hex(int position, int digits) const {
         if (position + digits - 1 > static_cast<int>(frame_.size())) throw no_such_field();
         int value = 0;

@@ -77,9 +77,12 @@ class history {
             break;
         case 6:
             if (once_in(10)) {
-                core_.close();
+                once_in(2) ? core_.close() : core_.kill(once_in(2), once_in(2));
                 begin();
             }
+            break;
+        case 7:
+            if (once_in(5)) core_.move_log(channel);
             break;
         default:
             if (running) bytes(channel);
@@ -93,11 +96,19 @@ class history {
             all += one_frame(channel);
         if (once_in(15)) all[static_cast<std::size_t>(upto(static_cast<int>(all.size()) - 1))] = '#';
         if (once_in(20)) all.erase(0, all.size() / 2);
+        if (once_in(15)) all += cut_short(all);
         while (!all.empty()) {
             const auto some = std::min(all.size(), static_cast<std::size_t>(1 + upto(400)));
             core_.receive(channel, all.substr(0, some));
             all.erase(0, some);
         }
+    }
+
+    /// The first of these frames with its end missing, check digits and all as they should be.
+    std::string cut_short(const std::string& frames) {
+        const auto end = frames.find("\r\n");
+        if (end == frames.npos || end < 8 || frames[0] != ':') return "";
+        return closed(frames.substr(0, static_cast<std::size_t>(1 + upto(static_cast<int>(end) - 2))));
     }
 
     std::string one_frame(i16 channel) {
@@ -168,12 +179,12 @@ class history {
 class EverySeed : public testing::TestWithParam<unsigned> {};
 
 TEST_P(EverySeed, LeavesNothingToComplainOf) {
-    history(GetParam()).run(3000);
+    history(GetParam()).run(2000);
 }
 
-/// SEEDS=100:1000 tries those, 8 are tried without it.
+/// SEEDS=100:1000 tries those, 5 are tried without it.
 std::vector<unsigned> seeds() {
-    unsigned first = 0, end = 8;
+    unsigned first = 0, end = 5;
     if (const char* const range = std::getenv("SEEDS")) std::sscanf(range, "%u:%u", &first, &end);
     std::vector<unsigned> all;
     for (unsigned seed = first; seed < end; ++seed)

@@ -46,6 +46,32 @@ class watched_core {
         look();
         checker.program_ends();
     }
+    /// The program is gone, and with `torn` so is the end of a record that a log may have ended in.
+    void kill(bool power_cut, bool torn) {
+        tell_time();
+        power_cut ? checker.power_cut() : checker.killed();
+        for (auto& [path, content] : world().files) {
+            const auto last = content.rfind("<REC");
+            const bool fresh = written_.contains(path) && world().now_ms - written_[path] < 1000;
+            if (torn && fresh && last != content.npos && content.find('\n', last) + 1 == content.size()) {
+                content.resize(last + (content.size() - last) / 2);
+            }
+            sizes_[path] = content.size();
+        }
+        all_files();
+    }
+    /// Somebody moves the log of a channel away.
+    void move_log(i16 channel) {
+        tell_time();
+        for (const auto& [path, content] : world().files) {
+            if (!path.ends_with("Qu_Engine " + std::to_string(channel + 1) + ".xlg")) continue;
+            const std::string name = path;
+            take_file_away(name);
+            checker.file_gone(name);
+            sizes_.erase(name);
+            return;
+        }
+    }
     void receive(i16 channel, std::string_view bytes) {
         tell_time();
         checker.arrives(channel, bytes);
@@ -109,6 +135,8 @@ class watched_core {
         sent_.clear();
         debug_ = boxes_ = frames_ = 0;
         rows_ = {};
+        last_ = {};
+        written_.clear();
     }
     static void prepare(const std::string& settings) {
         fresh_world();
@@ -148,6 +176,7 @@ class watched_core {
             const auto known = sizes_.find(path);
             if (known == sizes_.end()) checker.file_created(path);
             std::size_t& size = sizes_[path];
+            if (content.size() > size) written_[path] = world().now_ms;
             records += content.size() > size ? 1 : 0;
             if (content.size() > size) checker.file_appended(path, std::string_view(content).substr(size));
             size = content.size();
@@ -199,6 +228,7 @@ class watched_core {
     }
 
     std::map<std::string, std::size_t> sizes_;
+    std::map<std::string, std::int64_t> written_; ///< when, in this run of the program
     std::map<i16, std::size_t> sent_;
     std::size_t debug_ = 0, boxes_ = 0, frames_ = 0;
     std::int64_t rows_ = 0;
