@@ -7,13 +7,6 @@ namespace {
 
 class CheckerScreen : public told_plant {
   protected:
-    void shows_tick() {
-        ++now.channel[0].chart_rows;
-        now.channel[0].chart_last = {51, 74, 100, 617, 48, 7}; // RPM /20
-        now.channel[0].panel_speed = 1480;
-        now.channel[0].panel_tsignal = now.channel[0].digits_tsignal = 51;
-        now.channel[0].digits_tmv = 12.34;
-    }
     void tick() {
         at(500);
         check.chart_tick();

@@ -111,6 +111,16 @@ bool ledger::fits(const ledger_file& file, std::string_view text) const {
     return file.due_lines().starts_with(text);
 }
 
+void ledger::forget_synced(ledger_file& file) const {
+    std::size_t old = 0;
+    while (!file.pieces.empty() && file.pieces.front().ms < now_.ms - unsynced_ms) {
+        old += file.pieces.front().length;
+        file.pieces.pop_front();
+    }
+    file.sure.add(std::string_view(file.tail).substr(0, old));
+    file.tail.erase(0, old);
+}
+
 void ledger::write(ledger_file& file, std::string_view text, bool hard) {
     file.whole.add(text);
     file.last_byte = text.back();
@@ -120,15 +130,8 @@ void ledger::write(ledger_file& file, std::string_view text, bool hard) {
         file.pieces.clear();
         return;
     }
-    std::size_t old = 0;
-    while (!file.pieces.empty() && file.pieces.front().ms < now_.ms - unsynced_ms) {
-        old += file.pieces.front().length;
-        file.pieces.pop_front();
-    }
-    if (old > 0) {
-        file.sure.add(std::string_view(file.tail).substr(0, old));
-        file.tail.erase(0, old);
-    }
+    // Seldom, as what is left has to be moved.
+    if (!file.pieces.empty() && file.pieces.front().ms < now_.ms - 2 * unsynced_ms) forget_synced(file);
     file.tail += text;
     file.pieces.push_back({now_.ms, text.size()});
 }
@@ -291,6 +294,7 @@ void ledger::found(ledger_file& file, std::string_view content, bool at_first) {
                       std::to_string(content.size()) + " characters of " + std::to_string(file.whole.length));
         }
     } else {
+        forget_synced(file);
         const std::size_t last = file.pieces.empty() ? 0 : file.pieces.back().length;
         const bool torn_only = file.may_miss == ledger_file::loss::torn_line;
         const std::uint64_t least = torn_only ? file.whole.length - last : file.sure.length;

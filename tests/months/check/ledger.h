@@ -79,6 +79,7 @@ class ledger {
     void all_found();
 
   private:
+    void forget_synced(ledger_file& file) const;
     void write(ledger_file& file, std::string_view text, bool hard);
     std::size_t take_header(ledger_file& file, std::string_view text);
     void take_line(ledger_file& file, std::string_view line);

@@ -126,6 +126,14 @@ struct told_history {
     static constexpr const char* measured_body = ":0181FE39D0000084D201E00046";
     static constexpr const char* measured_line = "<REC1> 13:05:09 51 1480 1234 48 7 </REC1>";
     void shows_measured() { now.channel[0].values = {51, 1480, 1234, 48, 7}; }
+    /// What a tick behind `measured` shows.
+    void shows_tick() {
+        ++now.channel[0].chart_rows;
+        now.channel[0].chart_last = {51, 74, 100, 617, 48, 7}; // RPM /20
+        now.channel[0].panel_speed = 1480;
+        now.channel[0].panel_tsignal = now.channel[0].digits_tsignal = 51;
+        now.channel[0].digits_tmv = 12.34;
+    }
     void measured() {
         check.arrives(0, framed(measured_body));
         told_log(measured_line);
