@@ -60,7 +60,8 @@ void ledger::touch(ledger_file& file) {
 
 void ledger::opens(ledger_file& file, std::string header) {
     ++file.open;
-    file.header = std::move(header);
+    // Of two channels with one name the first one writes the header.
+    if (file.exists || !file.header_due) file.header = std::move(header);
     file.lossy = false;
     if (!file.exists) {
         file.asked = file.header_due = true;

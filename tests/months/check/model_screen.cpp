@@ -2,6 +2,7 @@
 
 #include "model.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace months::check {
@@ -158,6 +159,8 @@ void checker::model::handler_ended(const seen& seen) {
         channel[index].reset_due = false;
     }
     folders_made = 0;
+    const bool any_runs = std::ranges::any_of(channel, &channel_model::running);
+    if (!any_runs) last_tick_ms = now.ms;
     if (chart_on && plant.upd_periode > 0 && now.ms - last_tick_ms > tickless_ms + 2 * plant.upd_periode) {
         book.add("the display timer has not ticked for " + std::to_string(now.ms - last_tick_ms) + " ms");
         last_tick_ms = now.ms;

@@ -105,17 +105,19 @@ void parameters(channel_record& r, const frame_fields& frame, demands& what) {
         for (int* field : {&r.ialarmdelay, &r.ialarmlen, &r.ialarmlevel})
             *field = next(4);
     }
-    r.theff_alm = r.theff_cnt = 9999;
     if (length >= 231) {
         r.theff_alm = next(4);
         r.theff_cnt = next(4);
+    } else {
+        r.theff_alm = r.theff_cnt = 9999;
     }
-    r.alminhibit_time = 99999;
-    r.evasnr = "inactive";
     if (length >= 237) {
         r.alminhibit_time = next(4);
         r.evasnr = frame.text(position, 8);
         position += 8;
+    } else {
+        r.alminhibit_time = 99999;
+        r.evasnr = "inactive";
     }
     r.dcpercent_valid = length >= 248;
     if (r.dcpercent_valid) r.dcalarmpercent = next(4);

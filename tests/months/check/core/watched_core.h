@@ -6,6 +6,8 @@
 #include "checker.h"
 #include "dialogs/frmalert.h"
 #include "dialogs/frmresetinhtime.h"
+#include "dialogs/frmscale_polar.h"
+#include "dialogs/setup/frmsetup.h"
 #include "displays/chart.h"
 #include "displays/panel.h"
 #include "link/channel_rec.h"
@@ -87,6 +89,44 @@ class watched_core {
             checker.start_asked(channel, opens);
         }
         tyxo::mainfrm::start_channel_click(channel);
+        look();
+    }
+    /// The menu entry for all channels; it stops them, too.
+    void click_all() {
+        tell_time();
+        for (i16 channel = 0; channel < state.max_sensors; ++channel)
+            state.measure_running ? checker.stop_asked(channel) : checker.start_asked(channel, true);
+        tyxo::mainfrm::startstop_click();
+        look();
+    }
+    void click_gauge_name(i16 channel) {
+        tell_time();
+        const bool teff = state.channels[channel].th_dig_val == 1;
+        checker.setting("th_dig_val " + std::to_string(channel + 1), teff ? "0" : "1");
+        tyxo::mainfrm::Label4_click(channel);
+        look();
+    }
+    /// A log an hour, or a log a day.
+    void choose_period(bool hour) {
+        tell_time();
+        checker.setting("log_mode", hour ? "1" : "0");
+        tyxo::mainfrm::setup_scale_click();
+        tyxo::frmscale_polar::Opt_logtime_click(hour ? 0 : 1);
+        tyxo::frmscale_polar::Cmd_ok_click();
+        look();
+    }
+    void name_channel(i16 channel, const std::string& location) {
+        tell_time();
+        checker.setting("location " + std::to_string(channel + 1), location);
+        tyxo::mainfrm::setup_click();
+        tyxo::frmSetup::Text_sensor_loc_change(channel, location);
+        tyxo::frmSetup::cmd_OK_click();
+        look();
+    }
+    void disturb_controller() {
+        tell_time();
+        checker.controller_disturbed();
+        controller_closes();
         look();
     }
     void confirm() {
