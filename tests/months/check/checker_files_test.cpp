@@ -166,6 +166,24 @@ TEST_F(CheckerFiles, ALogThatDoesNotGoOnIsWrong) {
     wrong("missing in");
 }
 
+TEST_F(CheckerFiles, ALogThatComesBackGoesOnWhereItWas) {
+    logging();
+    check.file_gone(log);
+    at(100);
+    check.file_found(log, header());
+    check.arrives(0, framed(measured_body)); // the old file is still open
+    shows_measured();
+    done();
+    at(1100);
+    check.arrives(0, framed(measured_body));
+    told_log("<REC1> 13:05:10 51 1480 1234 48 7 </REC1>");
+    done();
+    fine();
+    check.arrives(0, framed(measured_body));
+    done();
+    wrong("missing in");
+}
+
 TEST_F(CheckerFiles, ALogOpenedAnewWithoutAReasonIsWrong) {
     logging();
     check.debug_output("log opened anew");

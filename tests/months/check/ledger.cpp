@@ -2,6 +2,8 @@
 
 #include "header.h"
 
+#include <algorithm>
+
 namespace months::check {
 
 namespace {
@@ -123,6 +125,7 @@ void ledger::forget_synced(ledger_file& file) const {
 }
 
 void ledger::write(ledger_file& file, std::string_view text, bool hard) {
+    if (text.empty()) return;
     file.whole.add(text);
     file.last_byte = text.back();
     if (hard) {
@@ -197,20 +200,22 @@ void ledger::appended(ledger_file& file, std::string_view text) {
         }
         file.torn = false;
     }
-    bool hard = file.channel < 0;
+    std::size_t hard = file.channel < 0 ? text.size() : 0; ///< so much is synchronised at once
     if (!rest.empty() && (file.header_due || rest.starts_with("<?xml"))) {
         const std::size_t length = take_header(file, rest);
-        hard = hard || length > 0;
         rest.remove_prefix(length);
+        if (length > 0) hard = std::max(hard, text.size() - rest.size());
     }
     while (!rest.empty()) {
         const std::string_view line = first_line(rest);
-        hard = hard || line.ends_with(closing);
         take_line(file, line);
         rest.remove_prefix(line.size());
+        if (line.ends_with(closing)) hard = std::max(hard, text.size() - rest.size());
     }
     file.lossy = false;
-    write(file, text, hard);
+    file.gone_at = -1;
+    write(file, text.substr(0, hard), true);
+    write(file, text.substr(hard), false);
 }
 
 void ledger::refused(ledger_file& file, std::string_view text) {
@@ -218,7 +223,7 @@ void ledger::refused(ledger_file& file, std::string_view text) {
         file.lossy = true;
         return;
     }
-    if (file.torn && text.starts_with('\r')) text.remove_prefix(2);
+    if (file.torn && text.starts_with(torn_end(file))) text.remove_prefix(torn_end(file).size());
     const std::size_t header = file.header_due ? header_length(text, file.header) : 0;
     if (header > 0) file.lossy = true;
     for (text.remove_prefix(header); !text.empty(); text.remove_prefix(first_line(text).size())) {
@@ -311,7 +316,7 @@ void ledger::found(ledger_file& file, std::string_view content, bool at_first) {
     }
     file.exists = true;
     file.asked = false;
-    file.gone_at = -1;
+    if (file.open == 0) file.gone_at = -1; // a log does not find it at once
     file.whole = file.sure = sum;
     file.tail.clear();
     file.pieces.clear();

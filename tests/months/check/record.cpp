@@ -87,24 +87,26 @@ void parameters(channel_record& r, const frame_fields& frame, demands& what) {
     r.impoffset = next(4);
 
     const int length = frame.length();
-    r.tst_valid = length >= 186;
-    if (r.tst_valid) {
+    // A group counts as there when it has been read completely.
+    const auto group = [&](bool& valid, int least, const auto& read) {
+        if (length >= least) read();
+        valid = length >= least;
+    };
+    group(r.tst_valid, 186, [&] {
         r.tsttime = next(4);
         r.tstlen = next(4);
-    }
-    r.ext1_valid = length >= 192;
-    if (r.ext1_valid) {
+    });
+    group(r.ext1_valid, 192, [&] {
         r.aimp_level_cur = next(2);
         for (int* field : {&r.ialarmlevel1, &r.ialarmlevel2, &r.ialmrpm})
             *field = next(4);
         r.fwvers_ext = frame.text(position, 10);
         position += 10;
-    }
-    r.ext2_valid = length >= 221;
-    if (r.ext2_valid) {
+    });
+    group(r.ext2_valid, 221, [&] {
         for (int* field : {&r.ialarmdelay, &r.ialarmlen, &r.ialarmlevel})
             *field = next(4);
-    }
+    });
     if (length >= 231) {
         r.theff_alm = next(4);
         r.theff_cnt = next(4);
@@ -119,8 +121,7 @@ void parameters(channel_record& r, const frame_fields& frame, demands& what) {
         r.alminhibit_time = 99999;
         r.evasnr = "inactive";
     }
-    r.dcpercent_valid = length >= 248;
-    if (r.dcpercent_valid) r.dcalarmpercent = next(4);
+    group(r.dcpercent_valid, 248, [&] { r.dcalarmpercent = next(4); });
     speed_line(r);
     what.parameters = true;
 }

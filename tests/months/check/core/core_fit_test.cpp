@@ -41,11 +41,13 @@ class history {
     bool once_in(int count) { return upto(count - 1) == 0; }
 
     void begin() {
-        std::string more = "eventfile_ena=1\r\nevtpath=C:\\logs\\\r\nIPAutoC=1\r\nIPport=502\r\nIPAdr=plc\r\n"
+        std::string more = "eventfile_ena=1\r\nevtpath=C:\\" + std::string(once_in(6) ? "nowhere" : "logs") +
+                           "\\\r\nIPAutoC=1\r\nIPport=502\r\nIPAdr=plc\r\n"
                            "IPenaTRS=1\r\nREGBase=1000\r\ntstsig_visible 2=1\r\nth_dig_val 3=1\r\n";
         more += "log_mode=" + std::to_string(upto(1)) + "\r\nIPRefresh=" + std::to_string(upto(3)) +
                 "\r\nIPsysstat=" + std::to_string(upto(1)) + "\r\nIPpolar=" + std::to_string(upto(1)) +
                 "\r\n";
+        if (once_in(3)) more += "autostart=1\r\n";
         core_.start(logging_settings(static_cast<i16>(2 + upto(2)), more));
     }
 

@@ -37,6 +37,10 @@ class watched_core {
     void start(const std::string& settings) {
         tell_time();
         checker.program_starts(settings);
+        const bool by_itself = settings.find("autostart=1") != settings.npos;
+        for (int channel = 0; by_itself && channel < settings[settings.find("max_sensors= ") + 13] - '0';
+             ++channel)
+            checker.start_asked(channel, true);
         fresh_world_keeping_files(settings);
         tyxo::mainfrm::start_program(1280, 960);
         look();
@@ -206,8 +210,11 @@ class watched_core {
         if (all != rows_) checker.chart_tick();
         rows_ = all;
         look_at_files();
-        for (; boxes_ < world().boxes.size(); ++boxes_)
-            checker.message_shown(world().boxes[boxes_].text);
+        for (; boxes_ < world().boxes.size(); ++boxes_) {
+            const std::string& text = world().boxes[boxes_].text;
+            if (text.starts_with("Directory for")) checker.file_refused("C:/nowhere/TY_all_events.txt", "");
+            checker.message_shown(text);
+        }
         checker.handler_ended(seen());
     }
     void look_at_files() {
