@@ -28,6 +28,7 @@ COPIED = ("CMakeLists.txt", "CMakePresets.json", "src", "tests", "tools")
 class Fault:
     name: str
     file: str
+    days: int  # 0: as many as the others
     right: str
     wrong: str
 
@@ -36,9 +37,9 @@ def faults():
     text = (HERE / "deliberate_faults.txt").read_text(encoding="utf-8")
     for block in re.split(r"^=== ", text, flags=re.MULTILINE)[1:]:
         title, _, body = block.partition("\n")
-        name, _, file = title.partition(" | ")
+        name, file, *days = title.split(" | ")
         right, _, wrong = body.rstrip("\n").partition("\n---")
-        yield Fault(name, file, right, wrong.removeprefix("\n"))
+        yield Fault(name, file, int(days[0]) if days else 0, right, wrong.removeprefix("\n"))
 
 
 class Copy:
@@ -85,7 +86,7 @@ class Copy:
             self.make()
             for count in range(1, wanted.seeds + 1):
                 seed = getattr(wanted, "from") + count - 1
-                words = [str(self.build / "simulate"), "--replay", str(seed), "--days", str(wanted.days)]
+                words = [str(self.build / "simulate"), "--replay", str(seed), "--days", str(fault.days or wanted.days)]
                 done = subprocess.run(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
                                       timeout=600)
                 if done.returncode != 0:

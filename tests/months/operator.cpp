@@ -31,6 +31,7 @@ using enum act_kind;
 
 /// The stop lock comes up in what follows; the operator answers it.
 void plant::unlock_with(std::string password, std::int64_t after_ms) {
+    right_password_ = password == password_;
     simulation::after(after_ms, [password = std::move(password)] {
         if (!FrmAbort::state.form.Visible) return;
         for (std::size_t length = 1; length <= password.size(); ++length)

@@ -47,6 +47,7 @@ outcome plant::run() {
             continue;
         } catch (const gone& how) {
             tell(how.why);
+            checker_.time(world().now_ms, wall());
             if (how.power) {
                 simulation::lose_power([this](std::size_t most) { return dice_.below(most + 1); });
                 ++outcome_.cuts;
@@ -96,6 +97,7 @@ void plant::program_starts() {
     calls.stop_lock = [this](std::string_view words) {
         const bool granted = FrmAbort::stop_lock(words);
         checker_.time(world().now_ms, wall());
+        if (granted && !right_password_) wrong("the stop lock took a wrong password");
         for (int channel = 0; granted && channel < used_; ++channel) {
             if (stopping_ < 0 || stopping_ == channel) checker_.stop_asked(channel);
         }

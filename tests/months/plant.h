@@ -98,6 +98,7 @@ class plant {
     int used_ = 4;         ///< channels
     int stopping_ = -1;    ///< the channel that the stop lock asks about; -1: all
     std::string password_; ///< in force
+    bool right_password_ = true; ///< the operator types it
     bool runs_ = false;
     std::int64_t controller_lies_until_ = 0;
     bool by_hand_ = false; ///< registers are written that no cycle sends

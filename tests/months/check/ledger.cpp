@@ -284,6 +284,7 @@ void ledger::program_gone(ledger_file::loss may_miss) {
         file->may_miss = may_miss;
         file->found = false;
         forget_demands(*file);
+        forget_synced(*file);
     }
 }
 
@@ -300,7 +301,6 @@ void ledger::found(ledger_file& file, std::string_view content, bool at_first) {
                       std::to_string(content.size()) + " characters of " + std::to_string(file.whole.length));
         }
     } else {
-        forget_synced(file);
         const std::size_t last = file.pieces.empty() ? 0 : file.pieces.back().length;
         const bool torn_only = file.may_miss == ledger_file::loss::torn_line;
         const std::uint64_t least = torn_only ? file.whole.length - last : file.sure.length;
