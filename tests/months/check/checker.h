@@ -68,9 +68,10 @@ class checker {
     void stop_asked(int channel);                      ///< also by "all", for each configured channel
     void alert_confirmed();
     void inhibit_reset(int channel); ///< "Restart" was pressed
-    /// A key of the settings file that a dialog has accepted, in force from now on: `location 2`, `log_mode`,
-    /// `upd_periode`, `IPRefresh`, and `th_dig_val 1` for a click on a gauge's name. Those of one "OK" are
-    /// told one by one before it is handled. Beside them `resolution`: 0 to 3, the time of the charts.
+    /// A key of the settings file that a dialog has accepted and stored, in force from now on: `location 2`,
+    /// `log_mode`, `upd_periode`, `IPRefresh`, and `th_dig_val 1` for a click on a gauge's name. Those of one
+    /// "OK" are told one by one before it is handled. Beside them `resolution`: 0 to 3, the time of the
+    /// charts.
     void setting(std::string_view key, std::string_view value);
     /// The controller closes, falls silent, comes back, or the operator connects or disconnects: blocks may
     /// be missing before the next one. `close_asked` says so too.

@@ -98,6 +98,34 @@ TEST_F(CheckerFiles, ARefusedLineIsLost) {
     fine();
 }
 
+TEST_F(CheckerFiles, ARefusedLineMayBeTriedAgain) {
+    logging();
+    check.arrives(0, framed(measured_body));
+    const std::string line = std::string(measured_line) + "\r\n";
+    check.file_refused(log, line);
+    check.file_refused(log, line);
+    check.file_appended(log, line);
+    shows_measured();
+    done();
+    fine();
+}
+
+TEST_F(CheckerFiles, LinesWithoutRoomForTheHeaderMayBeLost) {
+    begin();
+    start_channel_1();
+    check.arrives(0, parameters());
+    check.file_created(log);
+    check.file_refused(log, header());
+    done();
+    check.arrives(0, framed(measured_body) + framed(":0181FE39E0000084D201E00046"));
+    check.file_refused(log, header());
+    check.file_appended(log, header());
+    told_log("<REC1> 13:05:09 51 1482 1234 48 7 </REC1>"); // the first record is lost with the refused header
+    now.channel[0].values = {51, 1482, 1234, 48, 7};
+    done();
+    fine();
+}
+
 TEST_F(CheckerFiles, ALineBehindARefusedOneMustNotBeLost) {
     logging();
     check.arrives(0, framed(measured_body));

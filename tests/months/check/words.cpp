@@ -119,6 +119,20 @@ std::string shown(std::string_view text) {
     return result + '"';
 }
 
+void byte_sum::add(std::string_view bytes) {
+    constexpr std::uint64_t k = 0x9E3779B97F4A7C15u;
+    constexpr std::uint64_t k2 = k * k, k4 = k2 * k2;
+    length += bytes.size();
+    std::size_t i = 0;
+    const auto byte = [&](std::size_t at) -> std::uint64_t {
+        return static_cast<unsigned char>(bytes[at]) + 1u;
+    };
+    for (; i + 4 <= bytes.size(); i += 4)
+        sum = sum * k4 + (byte(i) * k + byte(i + 1)) * k2 + byte(i + 2) * k + byte(i + 3);
+    for (; i < bytes.size(); ++i)
+        sum = sum * k + byte(i);
+}
+
 void complaint_book::add(std::string what) {
     if (full()) return;
     const wall_time& local = now_.local;

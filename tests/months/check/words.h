@@ -39,6 +39,13 @@ void append_number(std::string& text, std::int64_t number);
 /// The text for a complaint: line ends made visible, a long one cut.
 [[nodiscard]] std::string shown(std::string_view text);
 
+/// A sum over bytes that can be gone on with.
+struct byte_sum {
+    std::uint64_t length = 0, sum = 0;
+    void add(std::string_view bytes);
+    bool operator==(const byte_sum&) const = default;
+};
+
 /// Complaints, as long as there is room for more.
 class complaint_book {
   public:
