@@ -43,6 +43,11 @@ void plant::unlock_with(std::string password, std::int64_t after_ms) {
     });
 }
 
+/// Mostly the right password.
+std::string plant::typed(chance& dice) const {
+    return dice.once_in(6) ? "x" + password_ : password_;
+}
+
 void plant::by_operator(const act& what, chance& dice) {
     const auto channel = static_cast<i16>(what.channel);
     const bool in_use = what.channel < used_;
@@ -53,12 +58,12 @@ void plant::by_operator(const act& what, chance& dice) {
     case start_or_stop_one:
         if (!in_use) break;
         if (sensor::state.channel_running[channel])
-            stop_channels(what.channel, dice);
+            stop_channels(what.channel, typed(dice), dice.between(500, 30'000));
         else
             start_channels(what.channel);
         break;
     case stop_all:
-        if (sensor::state.measure_running) stop_channels(-1, dice);
+        if (sensor::state.measure_running) stop_channels(-1, typed(dice), dice.between(500, 30'000));
         // Nobody leaves a plant unwatched for long.
         simulation::after(dice.between(60'000, 4 * 3'600'000), [this] {
             carry_out({world().now_ms, start_all, 0, 0});
@@ -77,9 +82,7 @@ void plant::by_operator(const act& what, chance& dice) {
         break;
     case wrong_password:
         if (!sensor::state.measure_running) break;
-        unlock_with("ruhe7", dice.between(500, 20'000));
-        stopping_ = -1;
-        mainfrm::startstop_click();
+        stop_channels(-1, "ruhe7", dice.between(500, 20'000));
         break;
     case change_password:
         new_password(dice);
@@ -260,9 +263,12 @@ void plant::start_channels(int channel) {
         mainfrm::start_channel_click(static_cast<i16>(channel));
 }
 
-void plant::stop_channels(int channel, chance& dice) {
-    unlock_with(dice.once_in(6) ? "x" + password_ : password_, dice.between(500, 30'000));
-    stopping_ = channel;
+/// A request while another one waits is refused; the lock goes on asking about the other one.
+void plant::stop_channels(int channel, const std::string& password, std::int64_t answered_after) {
+    if (!FrmAbort::state.asking) {
+        unlock_with(password, answered_after);
+        stopping_ = channel;
+    }
     if (channel < 0)
         mainfrm::startstop_click();
     else

@@ -80,7 +80,8 @@ class plant {
     void unlock_with(std::string password, std::int64_t after_ms);
     void tell_start(int channel); ///< -1: all
     void start_channels(int channel);
-    void stop_channels(int channel, chance& dice);
+    void stop_channels(int channel, const std::string& password, std::int64_t answered_after);
+    [[nodiscard]] std::string typed(chance& dice) const;
     void new_password(chance& dice);
     void new_scales(chance& dice);
     void new_setup(chance& dice);
@@ -95,9 +96,9 @@ class plant {
     outcome outcome_;
     std::array<evaluator, 4> evaluators_;
     std::size_t next_act_ = 0;
-    int used_ = 4;         ///< channels
-    int stopping_ = -1;    ///< the channel that the stop lock asks about; -1: all
-    std::string password_; ///< in force
+    int used_ = 4;               ///< channels
+    int stopping_ = -1;          ///< the channel that the stop lock asks about; -1: all
+    std::string password_;       ///< in force
     bool right_password_ = true; ///< the operator types it
     bool runs_ = false;
     std::int64_t controller_lies_until_ = 0;

@@ -24,20 +24,6 @@ std::string_view torn_end(const ledger_file& file) {
 
 } // namespace
 
-void byte_sum::add(std::string_view bytes) {
-    constexpr std::uint64_t k = 0x9E3779B97F4A7C15u;
-    constexpr std::uint64_t k2 = k * k, k4 = k2 * k2;
-    length += bytes.size();
-    std::size_t i = 0;
-    const auto byte = [&](std::size_t at) -> std::uint64_t {
-        return static_cast<unsigned char>(bytes[at]) + 1u;
-    };
-    for (; i + 4 <= bytes.size(); i += 4)
-        sum = sum * k4 + (byte(i) * k + byte(i + 1)) * k2 + byte(i + 2) * k + byte(i + 3);
-    for (; i < bytes.size(); ++i)
-        sum = sum * k + byte(i);
-}
-
 ledger_file* ledger::known(std::string_view path) {
     if (const auto name = names_.find(path); name != names_.end()) return name->second;
     const auto file = files_.find(plain_path(path));
@@ -84,6 +70,7 @@ void ledger::demand(ledger_file& file, std::string_view line) {
 }
 
 void ledger::forget_demands(ledger_file& file) {
+    file.may_skip = false;
     file.due.clear();
     file.due_from = 0;
 }
@@ -159,28 +146,23 @@ std::size_t ledger::take_header(ledger_file& file, std::string_view text) {
     return length;
 }
 
-/// Another line comes, or none: the one that was refused is lost.
-void ledger::lose_refused(ledger_file& file) {
-    if (!file.refused.empty() && file.due_lines().starts_with(file.refused))
-        file.due_from += file.refused.size();
-    file.refused.clear();
-}
-
 void ledger::take_line(ledger_file& file, std::string_view line) {
-    if (!file.due_lines().starts_with(line)) lose_refused(file);
     const std::string_view due = file.due_lines();
     if (due.starts_with(line) && line.ends_with('\n')) {
         file.due_from += line.size();
         return;
     }
+    if (line == file.last_refused) return; // tried once more
     const std::string_view wanted = first_line(due);
     if (wanted.empty()) {
         book_.add("a line too many in " + file.path + ": " + shown(line));
         return;
     }
-    book_.add("the next line in " + file.path + " should be " + shown(wanted) + ", is " + shown(line));
     auto later = due.find(line);
     if (later == due.npos || (later > 0 && due[later - 1] != '\n')) later = 0;
+    if (later == 0 || !file.may_skip) {
+        book_.add("the next line in " + file.path + " should be " + shown(wanted) + ", is " + shown(line));
+    }
     file.due_from += later > 0 ? later + line.size() : wanted.size();
 }
 
@@ -191,6 +173,7 @@ void ledger::appended(ledger_file& file, std::string_view text) {
         file.exists = true;
     }
     std::string_view rest = text;
+    file.may_skip = file.may_skip || file.lossy;
     if (file.torn) {
         const std::string_view end = torn_end(file);
         if (rest.starts_with(end)) {
@@ -227,12 +210,9 @@ void ledger::refused(ledger_file& file, std::string_view text) {
     const std::size_t header = file.header_due ? header_length(text, file.header) : 0;
     if (header > 0) file.lossy = true;
     for (text.remove_prefix(header); !text.empty(); text.remove_prefix(first_line(text).size())) {
-        const std::string_view line = first_line(text);
-        if (!file.due_lines().starts_with(line)) lose_refused(file);
-        if (file.due_lines().starts_with(line))
-            file.refused = line;
-        else if (!file.lossy)
-            take_line(file, line);
+        if (file.lossy && !file.due_lines().starts_with(first_line(text))) continue;
+        take_line(file, first_line(text));
+        file.last_refused = first_line(text);
     }
 }
 
@@ -244,7 +224,6 @@ void ledger::gone(ledger_file& file) {
 }
 
 void ledger::check_rest(ledger_file& file) {
-    lose_refused(file);
     const std::string_view due = file.due_lines();
     const bool just_gone = file.gone_at >= 0 && now_.ms - file.gone_at <= anew_ms;
     const bool excused = file.lossy || just_gone;

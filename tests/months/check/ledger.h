@@ -14,28 +14,22 @@
 
 namespace months::check {
 
-/// A sum over bytes that can be gone on with.
-struct byte_sum {
-    std::uint64_t length = 0, sum = 0;
-    void add(std::string_view bytes);
-    bool operator==(const byte_sum&) const = default;
-};
-
 struct ledger_file {
     std::string path;
     int channel = -1; ///< whose log it is; none for the event file
     bool exists = false;
-    bool asked = false; ///< it may be created now
-    bool lossy = false; ///< the disk refused it or its header: its lines may be lost until one is taken
+    bool asked = false;    ///< it may be created now
+    bool lossy = false;    ///< the disk refused it or its header: its lines may be lost until one is taken
+    bool may_skip = false; ///< one was taken behind that, others of this handler may be lost
     std::int64_t gone_at = -1; ///< when it was taken away under whoever has it open
     int open = 0;              ///< so many logs go on in it
     std::string header;        ///< wanted in a new file
     bool header_due = false, header_may_miss = false;
-    std::string due; ///< lines that have to be written, from `due_from` on
+    std::string last_refused; ///< it may be tried again
+    std::string due;          ///< lines that have to be written, from `due_from` on
     std::size_t due_from = 0;
-    std::string refused; ///< the line that the disk refused last; it may come again in this handler
-    bool dirty = false;  ///< something has to be there at the end of the handler
-    bool torn = false;   ///< a power cut tore its last line
+    bool dirty = false; ///< something has to be there at the end of the handler
+    bool torn = false;  ///< a power cut tore its last line
 
     byte_sum whole;   ///< what was written
     byte_sum sure;    ///< what a power cut leaves
@@ -83,7 +77,6 @@ class ledger {
     void write(ledger_file& file, std::string_view text, bool hard);
     std::size_t take_header(ledger_file& file, std::string_view text);
     void take_line(ledger_file& file, std::string_view line);
-    static void lose_refused(ledger_file& file);
     void check_rest(ledger_file& file);
     void touch(ledger_file& file);
 
