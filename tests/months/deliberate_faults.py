@@ -86,7 +86,8 @@ class Copy:
             self.make()
             for count in range(1, wanted.seeds + 1):
                 seed = getattr(wanted, "from") + count - 1
-                words = [str(self.build / "simulate"), "--replay", str(seed), "--days", str(fault.days or wanted.days)]
+                days = fault.days or wanted.days
+                words = [str(self.build / "simulate"), "--replay", str(seed), "--days", str(days)]
                 done = subprocess.run(words, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False,
                                       timeout=600)
                 if done.returncode != 0:

@@ -48,8 +48,8 @@ int open_unnamed(const std::string& path) {
     return ::open(folder_of(path).c_str(), O_RDWR | O_APPEND | O_CLOEXEC | O_TMPFILE, new_file_mode);
 }
 
-/// False where the file cannot have its name, or another one has it meanwhile. The name follows the content to
-/// the disk: a power cut leaves no empty log either.
+/// False where the file cannot have its name, or another one has it meanwhile. The name follows the content
+/// to the disk: a power cut leaves no empty log either.
 bool give_name(int handle, const std::string& path) {
     ::fdatasync(handle);
     const std::string here = "/proc/self/fd/" + std::to_string(handle);
