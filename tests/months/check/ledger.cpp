@@ -308,8 +308,9 @@ void ledger::found(ledger_file& file, std::string_view content, bool at_first) {
 
 void ledger::all_found() {
     for (auto& [path, file] : files_) {
-        if (file->exists && !file->found && file->whole.length > 0) {
-            book_.add("a file is missing: " + path);
+        // A power cut may take a file with its name, of which nothing was sure.
+        if (file->exists && !file->found) {
+            if (file->sure.length > 0) book_.add("a file is missing: " + path);
             file->exists = false;
         }
         file->found = false;
