@@ -144,14 +144,27 @@ TEST_F(SlowDisk, AnEventLineIsOnAFastDiskWhenTheCallReturns) {
     EXPECT_EQ(there, 100);
 }
 
+/// Of a new log's header: before it gets its name, and with the name.
+constexpr std::size_t header_syncs = 2;
+
+TEST_F(SlowDisk, ANewLogGetsItsNameBehindItsHeader) {
+    the_disk().hang(true);
+    file.open({.path = path("log"), .header = "header\r\n"});
+    std::this_thread::sleep_for(100ms);
+    EXPECT_FALSE(std::filesystem::exists(path("log")));
+    the_disk().hang(false);
+    EXPECT_TRUE(the_disk().wait_for_syncs(header_syncs, 2s));
+    EXPECT_EQ(content("log"), "header\r\n");
+}
+
 TEST_F(SlowDisk, HeadersAndClosingsReachTheDiskAtOnceAndLinesDoNot) {
     file.open({.path = path("log"), .header = "header\r\n"});
-    EXPECT_TRUE(the_disk().wait_for_syncs(1, 2s));
+    EXPECT_TRUE(the_disk().wait_for_syncs(header_syncs, 2s));
     EXPECT_TRUE(on_disk("log"));
     file.print("line");
-    EXPECT_FALSE(the_disk().wait_for_syncs(2, 500ms));
+    EXPECT_FALSE(the_disk().wait_for_syncs(header_syncs + 1, 500ms));
     file.close();
-    EXPECT_TRUE(the_disk().wait_for_syncs(2, 2s));
+    EXPECT_TRUE(the_disk().wait_for_syncs(header_syncs + 1, 2s));
     EXPECT_TRUE(on_disk("log"));
 }
 
@@ -162,7 +175,7 @@ TEST_F(SlowDisk, ALogLineIsOnTheDiskAfterFiveSeconds) {
         file.print("line");
         std::this_thread::sleep_for(100ms);
     }
-    EXPECT_TRUE(the_disk().wait_for_syncs(2, 5s - (clock_type::now() - begin)));
+    EXPECT_TRUE(the_disk().wait_for_syncs(header_syncs + 1, 5s - (clock_type::now() - begin)));
     EXPECT_TRUE(on_disk("log"));
 }
 
