@@ -94,6 +94,11 @@ void plant::by_operator(const act& what, chance& dice) {
             FrmResetInhTime::CmdCancel_click();
         } else {
             checker_.inhibit_reset(what.channel);
+            const simulation::port_behaviour& port = world().ports[static_cast<i16>(what.channel + 1)];
+            const bool open = simulation::port(channel).open;
+            // What the port does not take is recorded as if it had.
+            if (open ? port.refuses_output : port.refuses_to_open || port.refuses_output)
+                checker_.sent_to_line(what.channel, ":80092f\r\n");
             FrmResetInhTime::CmdDo_click();
         }
         break;

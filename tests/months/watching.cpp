@@ -154,6 +154,11 @@ void plant::remember(std::string_view what, std::string_view text) {
 bool plant::belongs_to_a_fault(std::string_view line) const {
     const auto unreadable = [](const auto& port) { return port.second.refuses_input; };
     if (line == "mscomm: Device unavailable") return std::ranges::any_of(world().ports, unreadable);
+    const auto refusing = [](const auto& port) {
+        return port.second.refuses_to_open || port.second.refuses_output;
+    };
+    if (line == "Port already open" || line == "Device unavailable")
+        return std::ranges::any_of(world().ports, refusing);
     return line == "Subscript out of range" && world().now_ms < controller_lies_until_;
 }
 
