@@ -64,6 +64,11 @@ void plant::by_operator(const act& what, chance& dice) {
         break;
     case stop_all:
         if (sensor::state.measure_running) stop_channels(-1, typed(dice), dice.between(500, 30'000));
+        if (dice.once_in(4)) { // and turns the machine off
+            simulation::after(dice.between(500, 4000), [this] {
+                carry_out({world().now_ms, power_cut, 0, 0});
+            });
+        }
         // Nobody leaves a plant unwatched for long.
         simulation::after(dice.between(60'000, 4 * 3'600'000), [this] {
             carry_out({world().now_ms, start_all, 0, 0});

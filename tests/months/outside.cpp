@@ -75,8 +75,8 @@ void plant::at_port(const act& what, chance& dice) {
     case port_refuses_to_open:
         port.refuses_to_open = true;
         for (const int minutes : {1, 3}) { // the operator stops the channel and starts it again
-            simulation::after(minutes * 60'000, [this, channel = what.channel] {
-                carry_out({world().now_ms, start_or_stop_one, channel, 0});
+            simulation::after(minutes * 60'000, [this, channel = what.channel, choice = dice.next()] {
+                carry_out({world().now_ms, start_or_stop_one, channel, choice});
             });
         }
         break;

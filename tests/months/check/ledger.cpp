@@ -221,6 +221,10 @@ void ledger::gone(ledger_file& file) {
     file.header_due = file.torn = file.found = false;
     file.may_miss = ledger_file::loss::none;
     if (file.open > 0) file.gone_at = now_.ms;
+    if (file.open > 0) return;
+    file.header = {}; // of thousands of old logs nothing is kept but their names
+    file.due = file.tail = {};
+    file.pieces = {};
 }
 
 void ledger::check_rest(ledger_file& file) {
