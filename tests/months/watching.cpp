@@ -174,7 +174,10 @@ void plant::archive_old_files() {
     for (auto file = world().files.begin(); file != world().files.end();) {
         const bool old =
             file->first.ends_with(".xlg") && std::ranges::find(newest_log_, file->first) == newest_log_.end();
-        if (old) checker_.file_gone(file->first);
+        if (old) {
+            checker_.file_gone(file->first);
+            world().risks.erase(file->first);
+        }
         file = old ? world().files.erase(file) : std::next(file);
     }
 }

@@ -222,8 +222,9 @@ void ledger::gone(ledger_file& file) {
     file.may_miss = ledger_file::loss::none;
     if (file.open > 0) file.gone_at = now_.ms;
     if (file.open > 0) return;
-    file.header = {}; // of thousands of old logs nothing is kept but their names
-    file.due = file.tail = {};
+    // Of thousands of old logs nothing is kept but their names.
+    for (std::string* const text : {&file.header, &file.due, &file.tail})
+        std::string().swap(*text);
     file.pieces = {};
 }
 
