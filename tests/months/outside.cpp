@@ -159,9 +159,11 @@ void plant::at_disk(const act& what, chance& dice) {
         break;
     case slow_syncs:
         machine.sync_ms = dice.between(100, 20'000);
+        checker_.disk_takes(machine.sync_ms);
         break;
     case quick_syncs:
         machine.sync_ms = 0;
+        checker_.disk_takes(0);
         break;
     default:
         break;

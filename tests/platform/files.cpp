@@ -41,12 +41,14 @@ void told(disk_act act, const std::string& path, std::string_view text = {}) {
     if (world().on_disk) world().on_disk(act, path, text);
 }
 
-/// What stood in the file when its sync was due is on the disk.
-void settle(at_risk& risk, std::size_t size) {
-    if (!risk.sync_due || world().now_ms < *risk.sync_due) return;
-    risk.durable = size;
-    risk.named = true;
-    risk.sync_due.reset();
+/// What syncs have come back with is on the disk.
+void settle(at_risk& risk) {
+    std::erase_if(risk.syncs, [&risk](const sync_under_way& sync) {
+        if (world().now_ms < sync.due) return false;
+        risk.durable = std::max(risk.durable, sync.size);
+        risk.named = true;
+        return true;
+    });
 }
 
 } // namespace
@@ -57,7 +59,7 @@ void lose_power(const std::function<std::size_t(std::size_t most)>& kept) {
         const auto found = machine.files.find(path);
         if (found == machine.files.end()) continue;
         std::string& content = found->second;
-        settle(risk, content.size());
+        settle(risk);
         if (risk.before && machine.now_ms - risk.replaced_ms < rename_ms) {
             if (kept(1) == 0) content = *risk.before;
             continue;
@@ -108,6 +110,14 @@ bool take_space(std::size_t bytes) {
     return true;
 }
 
+/// A file that is on the disk as it stands.
+at_risk at_rest(const std::string& content) {
+    at_risk risk;
+    risk.durable = content.size();
+    risk.named = true;
+    return risk;
+}
+
 /// An empty file, whose name is not on the disk yet.
 void create(const std::string& path) {
     if (!world().files.try_emplace(path).second) return;
@@ -151,7 +161,7 @@ bool disk_file::open(std::string_view path, bool text_follows) {
     const bool fresh = !world().files.contains(name);
     world().opened.push_back(name);
     if (fresh && !text_follows) create(name);
-    if (!fresh && !world().risks.contains(name)) world().risks[name] = {file(name).size(), true, {}, {}, 0};
+    if (!fresh && !world().risks.contains(name)) world().risks[name] = at_rest(file(name));
     if (world().during_open) world().during_open();
     state_->path = name;
     state_->generation = world().generations[name];
@@ -187,21 +197,24 @@ void disk_file::append(std::string_view text) {
     std::string_view end;
     if (!content.empty() && !content.ends_with("\r\n")) end = content.ends_with('\r') ? "\n" : "\r\n";
     if (!take_space(end.size() + text.size())) refuse("Disk full");
-    settle(state_->risk(), content.size());
     content.append(end).append(text);
     state_->unsynced = true;
     if (!end.empty()) told(disk_act::appended, state_->path, end);
     told(disk_act::appended, state_->path, text);
-    if (first) state_->risk() = {content.size(), true, {}, {}, 0}; // it got its name behind a sync
+    if (first) state_->risk() = at_rest(content); // it got its name behind a sync
 }
 
 void disk_file::sync(sync_time when) {
     if (!state_->unsynced) return;
-    at_risk& risk = state_->risk();
-    const std::int64_t due = world().now_ms + (when == sync_time::soon ? soon_ms : world().sync_ms);
-    risk.sync_due = std::min(due, risk.sync_due.value_or(due));
+    if (in_place()) {
+        at_risk& risk = state_->risk();
+        const std::int64_t due = world().now_ms + (when == sync_time::soon ? soon_ms : world().sync_ms);
+        const std::size_t size = world().files[state_->path].size();
+        if (risk.syncs.empty() || risk.syncs.back().due != due) risk.syncs.push_back({due, size});
+        risk.syncs.back().size = size;
+        settle(risk);
+    }
     if (when == sync_time::soon) return;
-    if (in_place()) settle(risk, world().files[state_->path].size());
     world().synced.push_back(state_->path);
     state_->unsynced = false;
 }

@@ -54,12 +54,18 @@ struct played_sound {
 /// What the disk did for a file of lines.
 enum class disk_act { created, appended, refused, taken_away };
 
+/// A sync that was asked for.
+struct sync_under_way {
+    std::int64_t due = 0;
+    std::size_t size = 0; ///< bytes that it brings to the disk: what stood in the file when it was asked for
+};
+
 /// What a file would lose if the power went now.
 struct at_risk {
-    std::size_t durable = 0;              ///< bytes that stay
-    bool named = false;                   ///< the file itself stays
-    std::optional<std::int64_t> sync_due; ///< when what stands in it by then is brought to the disk
-    std::optional<std::string> before;    ///< content that a file had before it was replaced
+    std::size_t durable = 0;           ///< bytes that stay
+    bool named = false;                ///< the file itself stays
+    std::vector<sync_under_way> syncs; ///< in the order in which they were asked for
+    std::optional<std::string> before; ///< content that a file had before it was replaced
     std::int64_t replaced_ms = 0;
 };
 

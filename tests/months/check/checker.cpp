@@ -32,6 +32,10 @@ void checker::power_cut() {
     model_->program_gone(ledger_file::loss::unsynced);
 }
 
+void checker::disk_takes(std::int64_t ms) {
+    model_->files.disk_takes(ms);
+}
+
 void checker::arrives(int channel, std::string_view bytes) {
     model_->arrives(channel, bytes);
 }

@@ -77,6 +77,9 @@ class checker {
     /// be missing before the next one. `close_asked` says so too.
     void controller_disturbed();
     void file_gone(std::string_view path); ///< moved or deleted, whoever has it open
+    /// So long the disk takes for a sync from now on; 0 in the beginning. A power cut takes what waits for
+    /// it.
+    void disk_takes(std::int64_t ms);
 
     // What the program does.
     void file_created(std::string_view path);

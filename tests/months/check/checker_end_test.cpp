@@ -12,6 +12,14 @@ class CheckerEnd : public told_plant {
         return event_time + "Tyxo Logger software started !\r\n" + event_time +
                "KVD Engine 1 ## Measure started \r\n";
     }
+    std::string started_; ///< what is on the disk when the start of the channel waits for its sync
+    void begin_and_start_on_slow_disk() {
+        begin();
+        started_ = event_time + "Tyxo Logger software started !\r\n";
+        check.disk_takes(2000);
+        at(1000);
+        start_channel_1();
+    }
 };
 
 TEST_F(CheckerEnd, AnEndWithAllWrittenPasses) {
@@ -116,6 +124,22 @@ TEST_F(CheckerEnd, APowerCutThatTakesALineOfAnEventIsWrong) {
     logging();
     check.power_cut();
     check.file_found(events, event_time + "Tyxo Logger software started !\r\n");
+    wrong("lines are lost");
+}
+
+TEST_F(CheckerEnd, APowerCutMayTakeALineOfAnEventThatWaitsForItsSync) {
+    begin_and_start_on_slow_disk();
+    at(2999);
+    check.power_cut();
+    check.file_found(events, started_);
+    fine();
+}
+
+TEST_F(CheckerEnd, APowerCutThatTakesALineOfAnEventBehindItsSlowSyncIsWrong) {
+    begin_and_start_on_slow_disk();
+    at(3000);
+    check.power_cut();
+    check.file_found(events, started_);
     wrong("lines are lost");
 }
 

@@ -103,7 +103,7 @@ bool ledger::fits(const ledger_file& file, std::string_view text) const {
 
 void ledger::forget_synced(ledger_file& file) const {
     std::size_t old = 0;
-    while (!file.pieces.empty() && file.pieces.front().ms < now_.ms - unsynced_ms) {
+    while (!file.pieces.empty() && file.pieces.front().sure_from <= now_.ms) {
         old += file.pieces.front().length;
         file.pieces.pop_front();
     }
@@ -111,20 +111,22 @@ void ledger::forget_synced(ledger_file& file) const {
     file.tail.erase(0, old);
 }
 
-void ledger::write(ledger_file& file, std::string_view text, bool hard) {
+/// A sync brings all to the disk that was written before it.
+void ledger::sure_by(ledger_file& file, std::int64_t ms) const {
+    for (auto piece = file.pieces.rbegin(); piece != file.pieces.rend() && piece->sure_from > ms; ++piece)
+        piece->sure_from = ms;
+    if (ms <= now_.ms) forget_synced(file);
+}
+
+void ledger::write(ledger_file& file, std::string_view text, std::int64_t sure_from) {
     if (text.empty()) return;
     file.whole.add(text);
     file.last_byte = text.back();
-    if (hard) {
-        file.sure = file.whole;
-        file.tail.clear();
-        file.pieces.clear();
-        return;
-    }
     // Seldom, as what is left has to be moved.
-    if (!file.pieces.empty() && file.pieces.front().ms < now_.ms - 2 * unsynced_ms) forget_synced(file);
+    if (!file.pieces.empty() && file.pieces.front().sure_from < now_.ms - unsynced_ms) forget_synced(file);
     file.tail += text;
-    file.pieces.push_back({now_.ms, text.size()});
+    file.pieces.push_back({sure_from, text.size()});
+    sure_by(file, sure_from);
 }
 
 std::size_t ledger::take_header(ledger_file& file, std::string_view text) {
@@ -183,11 +185,12 @@ void ledger::appended(ledger_file& file, std::string_view text) {
         }
         file.torn = false;
     }
-    std::size_t hard = file.channel < 0 ? text.size() : 0; ///< so much is synchronised at once
+    std::size_t headed = 0;                                ///< so much got its name behind a sync
+    std::size_t hard = file.channel < 0 ? text.size() : 0; ///< a sync of so much was asked for at once
     if (!rest.empty() && (file.header_due || rest.starts_with("<?xml"))) {
         const std::size_t length = take_header(file, rest);
         rest.remove_prefix(length);
-        if (length > 0) hard = std::max(hard, text.size() - rest.size());
+        if (length > 0) headed = text.size() - rest.size();
     }
     while (!rest.empty()) {
         const std::string_view line = first_line(rest);
@@ -197,8 +200,10 @@ void ledger::appended(ledger_file& file, std::string_view text) {
     }
     file.lossy = false;
     file.gone_at = -1;
-    write(file, text.substr(0, hard), true);
-    write(file, text.substr(hard), false);
+    hard = std::max(hard, headed);
+    write(file, text.substr(0, headed), now_.ms);
+    write(file, text.substr(headed, hard - headed), now_.ms + sync_ms_);
+    write(file, text.substr(hard), now_.ms + unsynced_ms);
 }
 
 void ledger::refused(ledger_file& file, std::string_view text) {

@@ -35,10 +35,10 @@ struct ledger_file {
     byte_sum sure;    ///< what a power cut leaves
     std::string tail; ///< what lies between
     struct piece {
-        std::int64_t ms;
+        std::int64_t sure_from; ///< ms
         std::size_t length;
     };
-    std::deque<piece> pieces; ///< of the tail
+    std::deque<piece> pieces; ///< of the tail, each one sure no earlier than that before it
     char last_byte = '\n';
     enum class loss { none, torn_line, unsynced } may_miss = loss::none;
     bool found = false;
@@ -68,13 +68,17 @@ class ledger {
     void gone(ledger_file& file);
     void handler_ended();
 
+    /// So long the disk takes for a sync from now on, in ms.
+    void disk_takes(std::int64_t ms) { sync_ms_ = ms; }
+
     void program_gone(ledger_file::loss may_miss);
     void found(ledger_file& file, std::string_view content, bool at_first);
     void all_found();
 
   private:
     void forget_synced(ledger_file& file) const;
-    void write(ledger_file& file, std::string_view text, bool hard);
+    void write(ledger_file& file, std::string_view text, std::int64_t sure_from);
+    void sure_by(ledger_file& file, std::int64_t ms) const;
     std::size_t take_header(ledger_file& file, std::string_view text);
     void take_line(ledger_file& file, std::string_view line);
     void check_rest(ledger_file& file);
@@ -82,6 +86,7 @@ class ledger {
 
     complaint_book& book_;
     const clock_now& now_;
+    std::int64_t sync_ms_ = 0;
     struct text_hash : std::hash<std::string_view> {
         using is_transparent = void;
     };
