@@ -59,11 +59,11 @@ void chart_view::show_control(const iStripChartX& control) {
 void chart_view::follow_rows() {
     const strip_window& rows = rows_();
     const rows_mark before = std::exchange(shown_rows_, mark_of(rows));
-    if (picture_.isNull()) return;
+    if (still_.empty()) return;
     const bool same_history = rows.span() == before.span && rows.begun() == before.begun;
     if (!same_history || before.rows == 0 || rows.rows() < before.rows) return renew();
     const bool new_ticks = plot_.follow(rows);
-    renew_part(field_.follow(picture_, rows, plot_.ticks().major));
+    renew_part(field_.follow(rows, plot_.ticks().major));
     if (!new_ticks) return;
     paint_times();
     renew_part(times_place());
@@ -153,7 +153,7 @@ void chart_view::place_badge() {
 }
 
 void chart_view::renew() {
-    picture_ = {};
+    still_.clear();
     update();
 }
 
@@ -166,69 +166,100 @@ void chart_view::paint_title(QPainter& painter) const {
     painter.drawText(place, Qt::AlignCenter | Qt::TextDontClip, text);
 }
 
-/// What stands still: all but field and clock.
-void chart_view::paint_still(QImage& picture) {
-    QCPPainter painter(&picture);
-    QCustomPlot::draw(&painter);
-    paint_title(painter);
-    painter.setPen(qt_colour(shown_.AxisGridColor));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRect(viewport().adjusted(0, 0, -1, -1));
+/// What stands still: all but field and clock. From here on the picture's pixels are those of the device.
+QImage chart_view::still_picture(double ratio) {
+    QImage picture(static_cast<int>(std::ceil(viewport().width() * ratio)),
+                   static_cast<int>(std::ceil(viewport().height() * ratio)), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(qt_colour(shown_.BackGroundColor));
+    {
+        QCPPainter painter(&picture);
+        QCustomPlot::draw(&painter);
+        paint_title(painter);
+        painter.setPen(qt_colour(shown_.AxisGridColor));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(viewport().adjusted(0, 0, -1, -1));
+    }
+    picture.setDevicePixelRatio(1);
+    return picture;
 }
 
-/// Drawn anew at the viewport's size. From here on the picture's pixels are those of the device.
+/// Drawn anew at the viewport's size.
 void chart_view::draw_picture(double ratio) {
     plot_.set_size(viewport().size(), ratio);
     plot_.show(shown_, rows_());
     setBufferDevicePixelRatio(ratio);
-    picture_ = QImage(static_cast<int>(std::ceil(viewport().width() * ratio)),
-                      static_cast<int>(std::ceil(viewport().height() * ratio)), QImage::Format_RGB32);
-    picture_.setDevicePixelRatio(ratio);
-    picture_.fill(qt_colour(shown_.BackGroundColor));
-    paint_still(picture_);
-    picture_.setDevicePixelRatio(1);
+    QImage picture = still_picture(ratio);
+    picture_ = picture.rect();
 
     const auto pixel = [ratio](int logical) { return static_cast<int>(std::lround(logical * ratio)); };
     const QRect axes = axisRect()->rect();
     const int top = pixel(axes.top());
-    const field_look field = plot_.field(top, pixel(axes.bottom() + 1) - 1 - top);
-    QPainter(&picture_).fillRect(field.place.adjusted(-1, -1, 1, 1), QColor(field.grid));
-    field_.draw(picture_, field, rows_(), plot_.ticks().major);
+    field_look field = plot_.field(top, pixel(axes.bottom() + 1) - 1 - top);
+    field.place &= picture_;
     field_place_ = field.place;
-    below_field_ = times_place().isEmpty() ? QImage() : picture_.copy(times_place());
+    QPainter(&picture).fillRect(field.place.adjusted(-1, -1, 1, 1), QColor(field.grid));
+    field_.draw(field, rows_(), plot_.ticks().major);
+    keep_still_parts(picture);
     times_.set_look(plot_.times());
     paint_times();
+}
+
+void chart_view::keep_still_parts(const QImage& picture) {
+    const int right = field_place_.right() + 1;
+    const int below = field_place_.bottom() + 1;
+    still_.clear();
+    for (const QRect& place :
+         {QRect(0, 0, picture_.width(), field_place_.top()),
+          QRect(0, field_place_.top(), field_place_.left(), field_place_.height()),
+          QRect(right, field_place_.top(), picture_.width() - right, field_place_.height()),
+          QRect(0, below, picture_.width(), picture_.height() - below)})
+        still_.push_back({place, picture.copy(place)});
+    below_field_ = times_place().isEmpty() ? QImage() : picture.copy(times_place());
 }
 
 /// The part of the picture below the field and its frame, within the rim; none of a very small chart.
 QRect chart_view::times_place() const {
     const int top = field_place_.bottom() + 2;
-    return QRect(0, top, picture_.width(), picture_.height() - 1 - top) & picture_.rect();
+    return QRect(0, top, picture_.width(), picture_.height() - 1 - top) & picture_;
 }
 
 void chart_view::paint_times() {
     if (below_field_.isNull()) return;
-    QImage place(picture_.scanLine(times_place().top()), below_field_.width(), below_field_.height(),
-                 picture_.bytesPerLine(), picture_.format());
+    QImage& part = still_.back().picture;
+    QImage place(part.scanLine(times_place().top() - still_.back().place.top()), below_field_.width(),
+                 below_field_.height(), part.bytesPerLine(), part.format());
     std::copy_n(below_field_.constBits(), below_field_.sizeInBytes(), place.bits());
     times_.paint(place, plot_.ticks(), field_place_.left(), plot_.first_column());
 }
 
+/// At the painter's pixels.
+void chart_view::paint_picture(QPainter& painter) const {
+    for (const still_part& part : still_)
+        painter.drawImage(part.place.topLeft(), part.picture);
+    painter.drawImage(field_place_.topLeft(), field_.picture(), field_.shown());
+}
+
 void chart_view::draw(QCPPainter* painter) {
     draw_picture(1);
-    painter->drawImage(viewport().topLeft(), picture_);
-    picture_ = {}; // that of the widget may have another size
+    painter->save();
+    painter->translate(viewport().topLeft());
+    paint_picture(*painter);
+    painter->restore();
+    still_.clear(); // those of the widget may have another size
 }
 
 void chart_view::paintEvent(QPaintEvent* event) {
     const double ratio = devicePixelRatioF();
     if (viewport() != rect()) setViewport(rect());
-    if (picture_.isNull() || ratio != plot_.ratio()) draw_picture(ratio);
+    if (still_.empty() || ratio != plot_.ratio()) draw_picture(ratio);
     QPainter painter(this);
-    picture_.setDevicePixelRatio(ratio);
-    paint_parts(painter, *event, [&](const QRect&) { painter.drawImage(0, 0, picture_); });
+    paint_parts(painter, *event, [&](const QRect&) {
+        painter.scale(1 / ratio, 1 / ratio);
+        paint_picture(painter);
+        painter.resetTransform();
+    });
     painter.setClipping(false);
-    picture_.setDevicePixelRatio(1);
     if (hasFocus()) paint_focus_rim(painter, rect());
 }
 

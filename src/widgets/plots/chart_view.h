@@ -10,6 +10,7 @@
 #include <qcustomplot.h>
 
 #include <functional>
+#include <vector>
 
 class QLabel;
 
@@ -77,13 +78,21 @@ class chart_view : public clickable<QCustomPlot>, public spoken_control {
         bool operator==(const rows_mark&) const = default;
     };
 
+    /// A part of the picture around the field, in pixels of the device.
+    struct still_part {
+        QRect place;
+        QImage picture;
+    };
+
     void describe();
     void place_badge();
     void renew();
     void renew_part(const QRect& part);
     void follow_rows();
     void draw_picture(double ratio);
-    void paint_still(QImage& picture);
+    [[nodiscard]] QImage still_picture(double ratio);
+    void keep_still_parts(const QImage& picture);
+    void paint_picture(QPainter& painter) const;
     void paint_title(QPainter& painter) const;
     void paint_times();
     [[nodiscard]] QRect times_place() const;
@@ -100,9 +109,10 @@ class chart_view : public clickable<QCustomPlot>, public spoken_control {
     iStripChartX asked_; ///< the control as it was given last
     iStripChartX shown_; ///< and what is shown of it
     rows_mark shown_rows_;
-    QImage picture_;     ///< in pixels of the device; none when it is to be painted anew
-    QImage below_field_; ///< what stands still under the clock
-    QRect field_place_;  ///< the part of the picture that moves
+    std::vector<still_part> still_; ///< none when all is to be painted anew; the last one has the clock
+    QImage below_field_;            ///< what stands still under the clock
+    QRect picture_;                 ///< all of it, in pixels of the device
+    QRect field_place_;             ///< the part that moves
     strip_field field_;
     strip_times times_;
 };

@@ -8,7 +8,8 @@ namespace tyxo {
 
 namespace {
 
-constexpr double farthest = 1000; // heights of the scale that a value is drawn away from it
+constexpr double farthest = 1000;   // heights of the scale that a value is drawn away from it
+constexpr int columns_to_come = 64; // room in the picture: so many times a column costs no moving of pixels
 
 /// Strokes and gaps of the lines of a grid, in pixels.
 struct line_pattern {
@@ -33,38 +34,44 @@ double strip_field::height_of(double value) const {
     return (look_.high - value) / (look_.high - look_.low) * (look_.place.height() + 1) - 1;
 }
 
-void strip_field::draw(QImage& picture, field_look look, const strip_window& rows,
-                       std::vector<std::int64_t> lines) {
+void strip_field::draw(field_look look, const strip_window& rows, std::vector<std::int64_t> lines) {
     look_ = std::move(look);
-    look_.place &= picture.rect();
     lines_ = std::move(lines);
     last_ = column_of(rows.newest(), look_.column);
     open_ = rows.first_open_column(look_.column) - look_.dot;
     if (look_.place.isEmpty()) return;
-    const qsizetype line = picture.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb));
-    auto* const words = reinterpret_cast<QRgb*>(picture.bits());
-    draw_columns({words + look_.place.top() * line + look_.place.left(), line}, first(), last_, rows);
+    const QSize size(look_.place.width() + columns_to_come, look_.place.height());
+    if (picture_.size() != size) picture_ = QImage(size, QImage::Format_RGB32);
+    left_ = 0;
+    draw_columns(pixels_at(first()), first(), last_, rows);
 }
 
-QRect strip_field::follow(QImage& picture, const strip_window& rows, const std::vector<std::int64_t>& lines) {
+strip_field::pixels strip_field::pixels_at(std::int64_t column) {
+    return {reinterpret_cast<QRgb*>(picture_.bits()) + left_ + (column - first()),
+            picture_.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb))};
+}
+
+QRect strip_field::follow(const strip_window& rows, const std::vector<std::int64_t>& lines) {
     if (look_.place.isEmpty()) return {};
     const std::int64_t last = column_of(rows.newest(), look_.column);
     const std::int64_t moved = last - last_;
     std::int64_t from = std::max(open_, last - look_.place.width() + 1);
     if (moved < 0 || moved >= look_.place.width() || !same_lines(lines, last, from)) {
-        draw(picture, look_, rows, lines);
+        draw(look_, rows, lines);
         return look_.place;
     }
     last_ = last;
     lines_ = lines;
     open_ = rows.first_open_column(look_.column) - look_.dot;
-    if (moved > 0) scroll(picture, moved);
+    if (moved > 0) {
+        move(static_cast<int>(moved));
+        draw_columns(pixels_at(from), from, last, rows);
+        return look_.place;
+    }
     const qsizetype width = last - from + 1;
     newest_.resize(static_cast<std::size_t>(width * look_.place.height()));
     draw_columns({newest_.data(), width}, from, last, rows);
-    const bool changed = put(picture, from, last);
-    if (moved > 0) return look_.place;
-    if (!changed) return {};
+    if (!put(from, last)) return {};
     QRect area = look_.place;
     area.setLeft(area.left() + static_cast<int>(from - first()));
     return area;
@@ -146,24 +153,26 @@ void strip_field::make_corners(std::int64_t from) {
     }
 }
 
-void strip_field::scroll(QImage& picture, std::int64_t columns) const {
-    const QRect& place = look_.place;
-    for (int y = place.top(); y <= place.bottom(); ++y) {
-        auto* const line = reinterpret_cast<QRgb*>(picture.scanLine(y)) + place.left();
-        std::copy(line + columns, line + place.width(), line);
+/// The part that is shown moves to the right. Where the room ends, what stays is moved back.
+void strip_field::move(int columns) {
+    left_ += columns;
+    if (left_ + look_.place.width() <= picture_.width()) return;
+    for (int y = 0; y < picture_.height(); ++y) {
+        auto* const line = reinterpret_cast<QRgb*>(picture_.scanLine(y));
+        std::copy_n(line + left_, look_.place.width() - columns, line);
     }
+    left_ = 0;
 }
 
 /// The newest columns into the picture; whether that changes any pixel.
-bool strip_field::put(QImage& picture, std::int64_t from, std::int64_t to) const {
+bool strip_field::put(std::int64_t from, std::int64_t to) {
     const qsizetype width = to - from + 1;
+    pixels there = pixels_at(from);
     const QRgb* line = newest_.data();
     bool changed = false;
-    for (int y = look_.place.top(); y <= look_.place.bottom(); ++y, line += width) {
-        auto* const there = reinterpret_cast<QRgb*>(picture.scanLine(y)) + look_.place.left() +
-                            static_cast<qsizetype>(from - first());
-        if (std::equal(line, line + width, there)) continue;
-        std::copy_n(line, width, there);
+    for (int y = 0; y < look_.place.height(); ++y, line += width, there.first += there.line) {
+        if (std::equal(line, line + width, there.first)) continue;
+        std::copy_n(line, width, there.first);
         changed = true;
     }
     return changed;
