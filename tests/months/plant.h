@@ -102,7 +102,8 @@ class plant {
     bool right_password_ = true; ///< the operator types it
     bool runs_ = false;
     std::int64_t controller_lies_until_ = 0;
-    bool by_hand_ = false; ///< registers are written that no cycle sends
+    std::int64_t looked_ms_ = 0; ///< the end of the last handler: what the debug output says came behind it
+    bool by_hand_ = false;       ///< registers are written that no cycle sends
     check::seen seen_;
     std::array<std::int32_t, 4> rows_seen_{};
     std::array<std::string, 4> newest_log_; ///< path of the file last written
