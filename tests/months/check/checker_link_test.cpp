@@ -177,6 +177,30 @@ TEST_F(CheckerLink, AnEventFileThatIsRefusedIsGivenUpWithAMessage) {
     fine();
 }
 
+TEST_F(CheckerLink, ASilenceThatNoFileTakesPassesAlsoWithBytesBehindItInTheSameHandler) {
+    std::string no_events(settings);
+    no_events.replace(no_events.find("eventfile_ena=1"), 15, "eventfile_ena=0");
+    check.program_starts(no_events);
+    check.debug_output("Programmstart");
+    done();
+    check.start_asked(0, true);
+    told_box("KVD Engine 1 ## Measure started ");
+    now.channel[0].measuring = true;
+    done();
+    check.arrives(0, parameters());
+    check.file_created(log);
+    check.file_appended(log, header());
+    done();
+    check.file_gone(log);
+    at(3000);
+    told_box("Evaluator 1 not connected");
+    check.file_refused(log, "");
+    check.arrives(0, "?");
+    told_box("Evaluator 1 connected");
+    done();
+    fine();
+}
+
 TEST_F(CheckerLink, AnEventBehindARefusedOneIsWrong) {
     check.program_starts(settings);
     check.debug_output("Programmstart");

@@ -77,6 +77,11 @@ void checker::model::refused(std::string_view path, std::string_view text) {
     while ((file == nullptr || !files.fits(*file, text)) && settle())
         file = files.known(path);
     if (file == nullptr) file = &files.at(path);
+    // A log is opened anew for a line only: if none is due yet, it is that of a timer.
+    if (text.empty() && file->channel >= 0 && file->due_lines().empty()) {
+        const channel_model& c = channel[file->channel];
+        if (c.running && c.connected && c.silent_at <= now.ms) link_lost(file->channel);
+    }
     files_disturbed = true;
     if (file != events) {
         files.refused(*file, text);
