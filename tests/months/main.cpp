@@ -18,6 +18,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <vector>
 
 namespace {
 
@@ -25,6 +26,7 @@ using namespace months;
 
 constexpr const char* help =
     "simulate [--seeds N] [--from SEED] [--days D] [--jobs J]   N seeds, each a plant of D days\n"
+    "simulate --all N [--from SEED] [--days D] [--jobs J]       N seeds, also behind one that fails\n"
     "simulate --replay SEED [--days D]                          tells what happens in one\n"
     "simulate --shrink SEED [--days D]                          and the shortest history that fails\n"
     "Without numbers: 100 seeds of 7 days from a seed by the clock, on all processors.\n";
@@ -36,6 +38,7 @@ struct options {
     unsigned jobs = std::max(1U, std::thread::hardware_concurrency());
     bool replay = false;
     bool shrink = false;
+    bool all = false;
 };
 
 /// What a worker tells of a seed.
@@ -95,7 +98,7 @@ int shrink(const options& wanted) {
                                static_cast<std::int64_t>(result.memory_early),
                            !result.complaints.empty()};
         if (write(pipe, &told, sizeof told) != sizeof told) break;
-        if (told.failed) break;
+        if (told.failed && !wanted.all) break;
     }
     _exit(0);
 }
@@ -116,6 +119,7 @@ int many(const options& wanted) {
     const auto begin = std::chrono::steady_clock::now();
     verdict sum;
     std::uint64_t done = 0;
+    std::vector<std::uint64_t> failed;
     verdict one;
     while (read(ends[0], &one, sizeof one) == sizeof one) {
         ++done;
@@ -133,7 +137,9 @@ int many(const options& wanted) {
                         static_cast<unsigned long long>(wanted.seeds), seconds);
             std::fflush(stdout);
         }
-        if (one.failed) {
+        if (one.failed) failed.push_back(one.seed);
+        if (one.failed && wanted.all) std::cout << "seed " << one.seed << " fails" << std::endl;
+        if (one.failed && !wanted.all) {
             for (const auto& [worker, runs] : workers)
                 kill(worker, SIGTERM);
             break;
@@ -150,18 +156,19 @@ int many(const options& wanted) {
         "\n%llu seeds passed in %.0f s: %.1f years of plant time, %lld events, %lld MB from the lines, %lld "
         "log and event lines, %lld starts, %lld power cuts, %lld frames to the controller; memory grew by "
         "%lld kB at most\n",
-        static_cast<unsigned long long>(done - (one.failed ? 1 : 0)), seconds,
+        static_cast<unsigned long long>(done - failed.size()), seconds,
         static_cast<double>(done) * wanted.days / 365, static_cast<long long>(sum.events),
         static_cast<long long>(sum.bytes / 1'000'000), static_cast<long long>(sum.lines),
         static_cast<long long>(sum.starts), static_cast<long long>(sum.cuts),
         static_cast<long long>(sum.registers_sent), static_cast<long long>(sum.grown / 1024));
-    if (!one.failed) return died || done < wanted.seeds ? 1 : 0;
+    if (failed.empty()) return died || done < wanted.seeds ? 1 : 0;
+    for (const std::uint64_t seed : failed)
+        std::cout << "again: ./simulate --replay " << seed << " --days " << wanted.days << '\n';
+    if (wanted.all) return 1;
     options failing = wanted;
-    failing.from = one.seed;
-    std::cout << "seed " << one.seed << " fails:" << std::endl;
-    shrink(failing);
-    std::cout << "again: ./simulate --replay " << one.seed << " --days " << wanted.days << '\n';
-    return 1;
+    failing.from = failed.front();
+    std::cout << "seed " << failing.from << " fails:" << std::endl;
+    return shrink(failing);
 }
 
 template <class Number> bool number(const char* text, Number& to) {
@@ -181,9 +188,10 @@ int main(int argc, char** argv) {
         const char* const value = index + 1 < argc ? argv[index + 1] : "";
         wanted.replay = wanted.replay || word == "--replay";
         wanted.shrink = wanted.shrink || word == "--shrink";
-        const bool good = word == "--seeds"  ? number(value, wanted.seeds)
-                          : word == "--days" ? number(value, wanted.days) && wanted.days > 0
-                          : word == "--jobs" ? number(value, wanted.jobs) && wanted.jobs > 0
+        wanted.all = wanted.all || word == "--all";
+        const bool good = word == "--seeds" || word == "--all" ? number(value, wanted.seeds)
+                          : word == "--days"                   ? number(value, wanted.days) && wanted.days > 0
+                          : word == "--jobs"                   ? number(value, wanted.jobs) && wanted.jobs > 0
                           : word == "--from" || word == "--replay" || word == "--shrink"
                               ? number(value, wanted.from)
                               : false;
