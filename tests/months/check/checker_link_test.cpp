@@ -12,6 +12,18 @@ class CheckerLink : public told_plant {
         told_log("<!-- " + event_time.substr(14, 8) + " Evaluator " + text + " -->");
         told_event("Evaluator 1 " + text);
     }
+    /// Channel 1 measures and has no log yet.
+    void begin_without_events() {
+        std::string no_events(settings);
+        no_events.replace(no_events.find("eventfile_ena=1"), 15, "eventfile_ena=0");
+        check.program_starts(no_events);
+        check.debug_output("Programmstart");
+        done();
+        check.start_asked(0, true);
+        told_box("KVD Engine 1 ## Measure started ");
+        now.channel[0].measuring = true;
+        done();
+    }
     void shows_silence() {
         now.channel[0].values[0] = now.channel[0].values[1] = 0;
         now.channel[0].alarm_lamp = now.channel[0].prealarm_lamp = now.channel[0].ready_lamp = false;
@@ -32,6 +44,27 @@ TEST_F(CheckerLink, ASilentLinkIsToldOnce) {
     told_link("connected");
     done();
     fine();
+}
+
+TEST_F(CheckerLink, ASilenceWithBytesBehindItInTheSameHandlerPasses) {
+    begin_without_events();
+    at(3000);
+    told_box("Evaluator 1 not connected");
+    check.arrives(0, "?");
+    told_box("Evaluator 1 connected");
+    done();
+    fine();
+}
+
+TEST_F(CheckerLink, ALinkThatIsToldBackWithoutBytesIsWrong) {
+    begin_without_events();
+    check.arrives(0, "?");
+    done();
+    at(3000);
+    told_box("Evaluator 1 not connected");
+    told_box("Evaluator 1 connected");
+    done();
+    wrong("the status text should get");
 }
 
 TEST_F(CheckerLink, ASilenceThatIsNotToldIsWrong) {
@@ -178,15 +211,7 @@ TEST_F(CheckerLink, AnEventFileThatIsRefusedIsGivenUpWithAMessage) {
 }
 
 TEST_F(CheckerLink, ASilenceThatNoFileTakesPassesAlsoWithBytesBehindItInTheSameHandler) {
-    std::string no_events(settings);
-    no_events.replace(no_events.find("eventfile_ena=1"), 15, "eventfile_ena=0");
-    check.program_starts(no_events);
-    check.debug_output("Programmstart");
-    done();
-    check.start_asked(0, true);
-    told_box("KVD Engine 1 ## Measure started ");
-    now.channel[0].measuring = true;
-    done();
+    begin_without_events();
     check.arrives(0, parameters());
     check.file_created(log);
     check.file_appended(log, header());

@@ -35,7 +35,9 @@ struct channel_model {
     ledger_file* log = nullptr;
     std::int64_t silent_at = 0; ///< the link is given up then
     bool tie = false;           ///< bytes came in when the timer of a lost link may have ticked already
-    unsigned latches = 0;       ///< by the row of the message
+    bool bytes_behind =
+        false;            ///< the same of a link that stood: bytes may have brought it back in this handler
+    unsigned latches = 0; ///< by the row of the message
     bool alert_latched = false;
     bool reset_due = false; ///< the restart of the inhibit time has to be sent
     shown_instruments shown;

@@ -39,8 +39,15 @@ bool checker::model::settle() {
         if (!c.running || c.silent_at > now.ms) continue;
         if (first < 0 || c.silent_at < channel[first].silent_at) first = index;
     }
-    if (first < 0) return false;
-    link_lost(first);
+    if (first >= 0) {
+        link_lost(first);
+        return true;
+    }
+    const auto back = std::ranges::find_if(
+        channel, [](const channel_model& c) { return c.running && !c.connected && c.bytes_behind; });
+    if (back == channel.end()) return false;
+    back->bytes_behind = false;
+    link_back(static_cast<int>(back - channel.begin()));
     return true;
 }
 
@@ -70,7 +77,7 @@ void checker::model::link_back(int index) {
 void checker::model::arrives(int index, std::string_view bytes) {
     channel_model& c = channel[index];
     if (!c.running) return;
-    if (!c.connected && c.silent_at <= now.ms) c.tie = true;
+    if (c.silent_at <= now.ms) (c.connected ? c.bytes_behind : c.tie) = true;
     failed = may_fail = false;
     for (const char byte : bytes)
         if (c.line.take(byte)) frame(index);
@@ -81,7 +88,7 @@ void checker::model::arrives(int index, std::string_view bytes) {
 void checker::model::frame(int index) {
     channel_model& c = channel[index];
     c.silent_at = now.ms + silence_ms;
-    c.tie = false;
+    c.tie = c.bytes_behind = false;
     const frame_fields fields(c.line.frame());
     if (fields.length() < 4) {
         expect_debug("LRC Error"); // too short even for check digits

@@ -150,6 +150,8 @@ void checker::model::handler_ended(const seen& seen) {
     for (const debug_line& missing : debug)
         if (!missing.may_miss) book.add("the debug output lacks " + shown(missing.text));
     debug.clear();
+    for (channel_model& c : channel)
+        c.bytes_behind = false;
     for (const std::string& missing : messages)
         book.add("a message is missing: " + shown(missing));
     messages.clear();
