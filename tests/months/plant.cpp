@@ -6,6 +6,7 @@
 #include "displays/panel.h"
 #include "link/calls.h"
 #include "link/main_timers.h"
+#include "link/supervision.h"
 #include "platform/simulated_ports.h"
 #include "platform/simulation.h"
 
@@ -108,6 +109,12 @@ void plant::program_starts() {
         checker_.chart_tick();
         mainfrm::Timer_chart_upd_tick();
     });
+    for (i16 channel = 0; channel < channel_count; ++channel) {
+        mainfrm::timers.Timer_timeout[channel].on_tick([this, channel] {
+            checker_.time(world().now_ms, wall());
+            sensor::link_timed_out(channel);
+        });
+    }
     password_ = setting_in_file("passwd");
     checker_.time(world().now_ms, wall());
     check_settings_file();

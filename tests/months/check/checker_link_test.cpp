@@ -56,6 +56,15 @@ TEST_F(CheckerLink, ASilenceWithBytesBehindItInTheSameHandlerPasses) {
     fine();
 }
 
+TEST_F(CheckerLink, ASilenceWithinALongHandlerHasTheTimeOfItsTimer) {
+    begin_without_events();
+    at(3000);
+    told_box("Evaluator 1 not connected");
+    at(4000);
+    done();
+    fine();
+}
+
 TEST_F(CheckerLink, ALinkThatIsToldBackWithoutBytesIsWrong) {
     begin_without_events();
     check.arrives(0, "?");

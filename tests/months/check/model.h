@@ -34,6 +34,8 @@ struct channel_model {
     int log_state = 0; ///< 0 no log, 1 wanted, 2 begun
     ledger_file* log = nullptr;
     std::int64_t silent_at = 0; ///< the link is given up then
+    clock_now due;              ///< the first moment told at which the timer was due
+    std::int64_t due_of = -1;   ///< of which `silent_at` that was
     bool tie = false;           ///< bytes came in when the timer of a lost link may have ticked already
     bool bytes_behind =
         false;            ///< the same of a link that stood: bytes may have brought it back in this handler

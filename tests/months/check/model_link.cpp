@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace months::check {
 
@@ -19,14 +20,20 @@ void checker::model::time_is(std::int64_t ms, const wall_time& local) {
     now.set(ms, local);
     for (int index = 0; index < channels; ++index) {
         channel_model& c = channel[index];
-        while (c.running && c.silent_at + late_ms < ms) {
+        while (c.running && c.silent_at <= ms) {
+            if (c.due_of != c.silent_at) c.due = now;
+            c.due_of = c.silent_at;
+            if (c.silent_at + late_ms >= ms) break;
             // The timer may have ticked before the bytes that came with it.
             const bool before = c.tie && c.connected;
             c.tie = false;
             if (before) {
                 c.silent_at += silence_ms;
             } else {
+                // Within a long handler nothing was to be seen of it at that moment.
+                std::swap(now, c.due);
                 link_lost(index);
+                std::swap(now, c.due);
             }
         }
     }
