@@ -125,6 +125,17 @@ ChannelAction record(const Arguments& a) {
     return [file](Plant& plant, int number, double) { plant.record(number, file); };
 }
 
+ChannelAction replay(const Arguments& a) {
+    std::string_view file = a.text();
+    double speed = 1;
+    if (a.count() > 1 && a.word(0).starts_with('x')) {
+        speed = read_number(std::string_view(a.word(0)).substr(1), "speed", 0.01, Replay::most_speed);
+        file = trim(file.substr(a.word(0).size()));
+    }
+    return [name = file == "off" ? std::string() : std::string(file),
+            speed](Plant& plant, int number, double) { plant.replay(number, name, speed); };
+}
+
 ChannelAction drain(const Arguments& a) {
     a.at_most(0);
     return [](Plant& plant, int number, double) { plant.tell_when_drained(number); };
@@ -147,6 +158,7 @@ constexpr Verb line_rows[] = {
     {"vanish", "", "take the device away", vanish},
     {"return", "", "bring the device back", bring_back},
     {"record", "FILE | off", "write every byte that reached the device into a file", record},
+    {"replay", "[xSPEED] FILE | off", "play a log back as frames while somebody listens", replay},
     {"drain", "", "say 'drained' when all that waits has left", drain},
 };
 

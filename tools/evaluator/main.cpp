@@ -10,22 +10,27 @@ namespace sim = tyxo::evaluator_sim;
 
 namespace {
 
-constexpr char usage[] = "Usage: evaluator [OPTION]... [SCENARIO-FILE]\n"
-                         "\n"
-                         "Plays one to four Evaluators on pseudo-terminals. Without a scenario all commands "
-                         "come from standard input.\n"
-                         "\n"
-                         "  --ports DIR     folder of the links COM<n>; 'ports' unless set\n"
-                         "  --seed N        seed of all chance; 1 unless set\n"
-                         "  --full-pace     keep every line saturated\n"
-                         "  --no-input      leave standard input alone\n"
-                         "  --exit-on-eof   end when standard input ends\n"
-                         "  --help          this text\n"
-                         "\n";
+constexpr char usage[] =
+    "Usage: evaluator [OPTION]... [SCENARIO-FILE]\n"
+    "\n"
+    "Plays one to four Evaluators on pseudo-terminals. Without a scenario all commands "
+    "come from standard input.\n"
+    "\n"
+    "  --ports DIR     folder of the links COM<n>; 'ports' unless set\n"
+    "  --seed N        seed of all chance; 1 unless set\n"
+    "  --full-pace     keep every line saturated\n"
+    "  --replay FILE   play a log: the first on channel and port 1, the next on 2, and so on\n"
+    "  --speed X       so many times as fast as it was; 1 unless set\n"
+    "  --no-input      leave standard input alone\n"
+    "  --exit-on-eof   end when standard input ends\n"
+    "  --help          this text\n"
+    "\n";
 
 struct Options {
     std::string ports = "ports";
     std::string scenario;
+    std::vector<std::string> replays;
+    std::string speed = "1";
     std::uint64_t seed = 1;
     sim::Pace pace = sim::Pace::normal;
     sim::RunOptions run;
@@ -55,6 +60,10 @@ Options read_options(const std::vector<std::string>& words) {
             options.seed = read_seed(value());
         else if (words[i] == "--full-pace")
             options.pace = sim::Pace::full;
+        else if (words[i] == "--replay")
+            options.replays.push_back(value());
+        else if (words[i] == "--speed")
+            options.speed = value();
         else if (words[i] == "--no-input")
             options.run.read_input = false;
         else if (words[i] == "--exit-on-eof")
@@ -66,7 +75,17 @@ Options read_options(const std::vector<std::string>& words) {
         else
             options.scenario = words[i];
     }
+    if (options.replays.size() > sim::max_channels) throw sim::InputError("more logs than channels");
     return options;
+}
+
+void add_replays(sim::Timeline& timeline, const Options& options) {
+    for (size_t i = 0; i < options.replays.size(); ++i) {
+        const std::string number = std::to_string(i + 1);
+        for (const std::string& line :
+             {number + " port " + number, number + " replay x" + options.speed + " " + options.replays[i]})
+            timeline.add(*sim::parse_command(line), 0);
+    }
 }
 
 sim::Timeline load_scenario(const std::string& file) {
@@ -90,6 +109,7 @@ int main(int argc, char* argv[]) {
             return 0;
         }
         sim::Timeline timeline = load_scenario(options.scenario);
+        add_replays(timeline, options);
         sim::Plant plant(options.ports, options.seed, options.pace,
                          [](const std::string& line) { std::cout << line << std::endl; });
         return sim::run(plant, std::move(timeline), options.run) ? 0 : 1;

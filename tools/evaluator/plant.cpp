@@ -60,6 +60,20 @@ void Plant::record(int number, const std::string& file) {
     if (!s.record) throw std::runtime_error("cannot write " + file);
 }
 
+void Plant::replay(int number, const std::string& file, double speed) {
+    station(number).replay = file.empty() ? nullptr : std::make_unique<Replay>(file, speed);
+}
+
+void Plant::play(int number, double time) {
+    Station& s = station(number);
+    if (!s.replay) return;
+    if (!s.device.listened()) return s.replay->hold();
+    s.replay->step(s.channel, time);
+    if (!s.replay->ended() || !s.channel.transmitter().empty()) return;
+    s.replay.reset();
+    say(name_of(number) + " replayed");
+}
+
 void Plant::step(double time) {
     for (int number = 1; number <= max_channels; ++number)
         if (station(number).port != 0) step(number, time);
@@ -72,6 +86,7 @@ void Plant::step(int number, double time) {
     for (const std::string& line : s.channel.receive(received, time))
         say(line);
     if (s.device.listened() != before) say(name_of(number) + (before ? " closed" : " opened"));
+    play(number, time);
     const std::string bytes = s.channel.step(time);
     const size_t sent = s.device.write(bytes);
     s.channel.settle(sent);

@@ -3,6 +3,7 @@
 
 #include "channel.h"
 #include "pseudo_terminal.h"
+#include "replay.h"
 
 #include <array>
 #include <cstdint>
@@ -37,6 +38,10 @@ class Plant {
     /// Writes every byte that reaches the channel's device into a file from now on; an empty name ends that.
     void record(int number, const std::string& file);
 
+    /// Plays a log on the channel while somebody listens, and says "channel N replayed" at its end; an empty
+    /// name ends that. Throws InputError if the file is no log.
+    void replay(int number, const std::string& file, double speed);
+
     /// Says "channel N drained" once all that waits for the line has left.
     void tell_when_drained(int number) { station(number).tell_drained = true; }
 
@@ -58,6 +63,7 @@ class Plant {
         PseudoTerminal device;
         int port = 0;
         std::ofstream record;
+        std::unique_ptr<Replay> replay;
         bool tell_drained = false;
         unsigned shown_alarm = 0;
         unsigned shown_error = 0;
@@ -65,6 +71,7 @@ class Plant {
     Station& station(int number) { return *stations_.at(static_cast<size_t>(number - 1)); }
     void open_device(int number);
     void step(int number, double time);
+    void play(int number, double time);
     void tell_status(int number, double time);
 
     std::string ports_;

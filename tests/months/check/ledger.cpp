@@ -111,13 +111,6 @@ void ledger::forget_synced(ledger_file& file) const {
     file.tail.erase(0, old);
 }
 
-/// A sync brings all to the disk that was written before it.
-void ledger::sure_by(ledger_file& file, std::int64_t ms) const {
-    for (auto piece = file.pieces.rbegin(); piece != file.pieces.rend() && piece->sure_from > ms; ++piece)
-        piece->sure_from = ms;
-    if (ms <= now_.ms) forget_synced(file);
-}
-
 void ledger::write(ledger_file& file, std::string_view text, std::int64_t sure_from) {
     if (text.empty()) return;
     file.whole.add(text);
@@ -126,7 +119,10 @@ void ledger::write(ledger_file& file, std::string_view text, std::int64_t sure_f
     if (!file.pieces.empty() && file.pieces.front().sure_from < now_.ms - unsynced_ms) forget_synced(file);
     file.tail += text;
     file.pieces.push_back({sure_from, text.size()});
-    sure_by(file, sure_from);
+    // A sync brings all to the disk that was written before it.
+    for (auto& piece : file.pieces)
+        piece.sure_from = std::min(piece.sure_from, sure_from);
+    if (sure_from <= now_.ms) forget_synced(file);
 }
 
 std::size_t ledger::take_header(ledger_file& file, std::string_view text) {
@@ -200,8 +196,8 @@ void ledger::appended(ledger_file& file, std::string_view text) {
     }
     file.lossy = false;
     file.gone_at = -1;
-    hard = std::max(hard, headed);
     write(file, text.substr(0, headed), now_.ms);
+    hard = std::max(hard, headed);
     write(file, text.substr(headed, hard - headed), now_.ms + sync_ms_);
     write(file, text.substr(hard), now_.ms + unsynced_ms);
 }

@@ -78,7 +78,6 @@ class ledger {
   private:
     void forget_synced(ledger_file& file) const;
     void write(ledger_file& file, std::string_view text, std::int64_t sure_from);
-    void sure_by(ledger_file& file, std::int64_t ms) const;
     std::size_t take_header(ledger_file& file, std::string_view text);
     void take_line(ledger_file& file, std::string_view line);
     void check_rest(ledger_file& file);
