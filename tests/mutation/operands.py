@@ -41,15 +41,20 @@ class Tokens:
                 skipped[inner] = True
         return skipped
 
-    def scope_of(self, place):
-        """The brace around a place."""
+    def opening_around(self, place, *signs):
+        """The nearest of these signs that is opened before a place and not closed again."""
         while place > 0:
             place -= 1
-            if self.tokens[place].text in (")", "}", "]"):
-                place = self.tokens[place].partner
-            elif self.tokens[place].text == "{":
+            token = self.tokens[place]
+            if token.text in (")", "}", "]"):
+                place = token.partner
+            elif token.text in signs:
                 return place
         return None
+
+    def scope_of(self, place):
+        """The brace around a place."""
+        return self.opening_around(place, "{")
 
     def braces_around(self, place):
         """From the inner to the outer one."""
@@ -128,28 +133,16 @@ class Tokens:
             place = token.partner + 1 if token.text in ("(", "{", "[") else place + 1
         return place
 
+    def head_around(self, place):
+        """The parenthesis around a place, unless a brace is nearer."""
+        opening = self.opening_around(place, "(", "{")
+        return opening if opening is not None and self.tokens[opening].text == "(" else None
+
     def in_for(self, place):
-        """The last part of a for's head."""
-        while place > 0:
-            place -= 1
-            token = self.tokens[place]
-            if token.text in (")", "}", "]"):
-                place = token.partner
-            elif token.text == "(":
-                return self.tokens[place - 1].text == "for"
-            elif token.text == "{":
-                return False
-        return False
+        """Between the parentheses of a for."""
+        head = self.head_around(place)
+        return head is not None and self.tokens[head - 1].text == "for"
 
     def in_head(self, place):
         """Between the parentheses of a for or an if."""
-        while place > 0:
-            place -= 1
-            token = self.tokens[place]
-            if token.text in (")", "}", "]"):
-                place = token.partner
-            elif token.text == "(":
-                return True
-            elif token.text == "{":
-                return False
-        return False
+        return self.head_around(place) is not None
