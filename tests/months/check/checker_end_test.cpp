@@ -82,12 +82,7 @@ TEST_F(CheckerEnd, APowerCutMayTakeTheLastLinesAndTearOne) {
     check.file_found(log, torn);
     check.file_found(events, events_so_far());
     check.all_files_found();
-    now = {};
-    box.clear();
-    check.program_starts(settings);
-    check.debug_output("Programmstart");
-    told_event("Tyxo Logger software started !");
-    done();
+    begin_again();
     start_channel_1();
     check.arrives(0, parameters());
     check.debug_output("createlog : Path exists");
@@ -106,12 +101,7 @@ TEST_F(CheckerEnd, ATornLineThatIsNotEndedIsWrong) {
     measured();
     check.power_cut();
     check.file_found(log, log_so_far().substr(0, log_so_far().size() - 7));
-    now = {};
-    box.clear();
-    check.program_starts(settings);
-    check.debug_output("Programmstart");
-    told_event("Tyxo Logger software started !");
-    done();
+    begin_again();
     start_channel_1();
     check.arrives(0, parameters());
     done();

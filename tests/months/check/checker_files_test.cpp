@@ -111,12 +111,7 @@ TEST_F(CheckerFiles, ARefusedLineMayBeTriedAgain) {
 }
 
 TEST_F(CheckerFiles, LinesWithoutRoomForTheHeaderMayBeLost) {
-    begin();
-    start_channel_1();
-    check.arrives(0, parameters());
-    check.file_created(log);
-    check.file_refused(log, header());
-    done();
+    begin_log_without_room();
     check.arrives(0, framed(measured_body) + framed(":0181FE39E0000084D201E00046"));
     check.file_refused(log, header());
     check.file_appended(log, header());
@@ -138,12 +133,7 @@ TEST_F(CheckerFiles, ALineBehindARefusedOneMustNotBeLost) {
 }
 
 TEST_F(CheckerFiles, AHeaderThatIsRefusedComesWhenThereIsRoom) {
-    begin();
-    start_channel_1();
-    check.arrives(0, parameters());
-    check.file_created(log);
-    check.file_refused(log, header());
-    done();
+    begin_log_without_room();
     check.arrives(0, framed(measured_body));
     check.file_refused(log, header());
     shows_measured();
@@ -156,12 +146,7 @@ TEST_F(CheckerFiles, AHeaderThatIsRefusedComesWhenThereIsRoom) {
 }
 
 TEST_F(CheckerFiles, ALineInFrontOfARefusedHeaderIsWrong) {
-    begin();
-    start_channel_1();
-    check.arrives(0, parameters());
-    check.file_created(log);
-    check.file_refused(log, header());
-    done();
+    begin_log_without_room();
     check.arrives(0, framed(measured_body));
     told_log(measured_line);
     wrong("no header in front of");

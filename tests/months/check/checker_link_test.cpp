@@ -24,6 +24,13 @@ class CheckerLink : public told_plant {
         now.channel[0].measuring = true;
         done();
     }
+    static constexpr const char* no_event_folder =
+        "Directory for Eventfile doesn't exist, start setup Installation !";
+    void start_without_event_file() {
+        check.program_starts(settings);
+        check.debug_output("Programmstart");
+        check.file_refused(events, "");
+    }
     void shows_silence() {
         now.channel[0].values[0] = now.channel[0].values[1] = 0;
         now.channel[0].alarm_lamp = now.channel[0].prealarm_lamp = now.channel[0].ready_lamp = false;
@@ -132,12 +139,7 @@ TEST_F(CheckerLink, ALostLinkWithItsOldSpeedIsWrong) {
 
 TEST_F(CheckerLink, AStoppedChannelIsNotWatched) {
     logging();
-    check.stop_asked(0);
-    told_log("<!-- 13:05:09 Measure Stopped -->");
-    told_box("KVD Engine 1 ## Measure stopped ");
-    told_event("KVD Engine 1 ## Measure stopped ");
-    now.channel[0].measuring = false;
-    done();
+    stop_channel_1();
     at(9000);
     done();
     fine();
@@ -207,10 +209,8 @@ TEST_F(CheckerLink, ACommandThatNobodyAskedForIsWrong) {
 }
 
 TEST_F(CheckerLink, AnEventFileThatIsRefusedIsGivenUpWithAMessage) {
-    check.program_starts(settings);
-    check.debug_output("Programmstart");
-    check.file_refused(events, "");
-    check.message_shown("Directory for Eventfile doesn't exist, start setup Installation !");
+    start_without_event_file();
+    check.message_shown(no_event_folder);
     done();
     check.start_asked(0, true);
     told_box("KVD Engine 1 ## Measure started ");
@@ -236,10 +236,8 @@ TEST_F(CheckerLink, ASilenceThatNoFileTakesPassesAlsoWithBytesBehindItInTheSameH
 }
 
 TEST_F(CheckerLink, AnEventBehindARefusedOneIsWrong) {
-    check.program_starts(settings);
-    check.debug_output("Programmstart");
-    check.file_refused(events, "");
-    check.message_shown("Directory for Eventfile doesn't exist, start setup Installation !");
+    start_without_event_file();
+    check.message_shown(no_event_folder);
     done();
     check.start_asked(0, true);
     check.file_created(events);
@@ -247,9 +245,7 @@ TEST_F(CheckerLink, AnEventBehindARefusedOneIsWrong) {
 }
 
 TEST_F(CheckerLink, ARefusedEventFileWithoutAMessageIsWrong) {
-    check.program_starts(settings);
-    check.debug_output("Programmstart");
-    check.file_refused(events, "");
+    start_without_event_file();
     done();
     wrong("a message is missing");
 }

@@ -179,10 +179,7 @@ TEST_F(CheckerLog, ALogThatDoesNotBeginIsWrong) {
 }
 
 TEST_F(CheckerLog, ALogWithoutAHeaderIsWrong) {
-    begin();
-    start_channel_1();
-    check.arrives(0, parameters());
-    check.file_created(log);
+    begin_log();
     done();
     wrong("a file has no header");
 }
@@ -201,10 +198,7 @@ TEST_F(CheckerLog, EveryLineOfTheHeaderCounts) {
         const std::string_view line = std::string_view(good).substr(at, end - at);
         if (line.find("<GRIDLINESTYLE>") != line.npos || line.find("<XAXISMIN>") != line.npos) continue;
         told_history other;
-        other.begin();
-        other.start_channel_1();
-        other.check.arrives(0, parameters());
-        other.check.file_created(log);
+        other.begin_log();
         std::string bad = good;
         const std::size_t place = bad.find_last_not_of("</>ABCDEFGHIJKLMNOPQRSTUVWXYZ123 ", end - 1);
         char& wrong_one = bad[place == bad.npos || place < at ? end - 2 : place];
@@ -216,10 +210,7 @@ TEST_F(CheckerLog, EveryLineOfTheHeaderCounts) {
 }
 
 TEST_F(CheckerLog, AMissingLineOfTheHeaderIsWrong) {
-    begin();
-    start_channel_1();
-    check.arrives(0, parameters());
-    check.file_created(log);
+    begin_log();
     std::string bad = header();
     const auto from = bad.find("        <TSTTIME>");
     check.file_appended(log, bad.erase(from, bad.find('\n', from) + 1 - from));
@@ -228,12 +219,7 @@ TEST_F(CheckerLog, AMissingLineOfTheHeaderIsWrong) {
 
 TEST_F(CheckerLog, AStopClosesTheLog) {
     logging();
-    check.stop_asked(0);
-    told_log("<!-- 13:05:09 Measure Stopped -->");
-    told_box("KVD Engine 1 ## Measure stopped ");
-    told_event("KVD Engine 1 ## Measure stopped ");
-    now.channel[0].measuring = false;
-    done();
+    stop_channel_1();
     fine();
 }
 

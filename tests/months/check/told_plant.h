@@ -78,11 +78,29 @@ struct told_history {
         told_event("Tyxo Logger software started !");
         done();
     }
+    /// After an end of any kind, in an event file that is still there.
+    void begin_again() {
+        now = {};
+        box.clear();
+        check.program_starts(settings);
+        check.debug_output("Programmstart");
+        told_event("Tyxo Logger software started !");
+        done();
+    }
     void start_channel_1() {
         check.start_asked(0, true);
         told_box("KVD Engine 1 ## Measure started ");
         told_event("KVD Engine 1 ## Measure started ");
         now.channel[0].measuring = true;
+        done();
+    }
+    /// Whose log is open.
+    void stop_channel_1() {
+        check.stop_asked(0);
+        told_log("<!-- 13:05:09 Measure Stopped -->");
+        told_box("KVD Engine 1 ## Measure stopped ");
+        told_event("KVD Engine 1 ## Measure stopped ");
+        now.channel[0].measuring = false;
         done();
     }
     /// Six cylinders in line: what the golden file of that name has in its header.
@@ -114,12 +132,21 @@ struct told_history {
         const std::string last = "<LOG>\r\n";
         return golden.substr(0, golden.find(last) + last.size());
     }
-    /// The program runs, channel 1 measures, and its log is begun.
-    void logging() {
+    /// The program runs, channel 1 measures, and its log has no header yet.
+    void begin_log() {
         begin();
         start_channel_1();
         check.arrives(0, parameters());
         check.file_created(log);
+    }
+    void begin_log_without_room() {
+        begin_log();
+        check.file_refused(log, header());
+        done();
+    }
+    /// The program runs, channel 1 measures, and its log is begun.
+    void logging() {
+        begin_log();
         check.file_appended(log, header());
         done();
     }
