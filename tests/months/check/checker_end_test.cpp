@@ -133,6 +133,14 @@ TEST_F(CheckerEnd, APowerCutThatTakesALineOfAnEventBehindItsSlowSyncIsWrong) {
     wrong("lines are lost");
 }
 
+TEST_F(CheckerEnd, APowerCutThatTakesTheClosingOfALogIsWrong) {
+    logging();
+    stop_channel_1();
+    check.power_cut();
+    check.file_found(log, header());
+    wrong("lines are lost");
+}
+
 TEST_F(CheckerEnd, APowerCutThatTakesTheHeaderIsWrong) {
     logging();
     check.power_cut();
