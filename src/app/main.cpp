@@ -38,6 +38,7 @@ int main(int /*argc*/, char* argv[]) {
     tyxo::desktop::start_no_session_bus();
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle("Fusion");
+    QApplication::setDesktopFileName("com.example.quarvo.Tyxo"); // by which a Wayland desktop finds the icon
     int own_name_only = 1; // the command line is not read, by the window system neither
     const QApplication application(own_name_only, argv);
     tyxo::use_light_palette();

@@ -19,8 +19,9 @@ inline constexpr i32 snd_filename = 0x20000;
 /// or device; the debug output says so, once in an alarm.
 void PlaySoundA(std::string_view name, i32 flags);
 
-/// Writes the path of an existing file to the front of `buffer`, and leaves the rest of it as it is. Without
-/// such a file the buffer stays as it is.
+/// Writes the path of an existing file to the front of `buffer`, and leaves the rest of it as it is: of the
+/// file in the working folder, else of the one that was installed with the program. Without such a file the
+/// buffer stays as it is.
 void GetShortPathNameA(std::string_view name, std::string& buffer);
 
 /// The machine's own beep.

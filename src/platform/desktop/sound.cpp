@@ -7,6 +7,7 @@
 #include "platform/desktop/text.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -33,6 +34,16 @@ std::string_view without_blanks_at_end(std::string_view name) {
     return name.substr(0, name.find_last_not_of(' ') + 1);
 }
 
+/// The plant's own file, in the working folder, or the one that was installed with the program. Nothing when
+/// there is neither.
+QString found_file(const QString& name) {
+    const QDir installed(QApplication::applicationDirPath() + "/../share/tyxo");
+    for (const QString& path : {name, QDir::cleanPath(installed.filePath(name))}) {
+        if (QFileInfo(path).isFile()) return path;
+    }
+    return {};
+}
+
 } // namespace
 
 void PlaySoundA(std::string_view name, i32 /*flags*/) {
@@ -46,8 +57,8 @@ void PlaySoundA(std::string_view name, i32 /*flags*/) {
 
 void GetShortPathNameA(std::string_view name, std::string& buffer) {
     // No file system here has short names: a path is its own short form.
-    if (name.size() > buffer.size() || !QFileInfo(qt_text(name)).isFile()) return;
-    buffer.replace(0, name.size(), name);
+    const std::string path = ansi_from_utf8(found_file(qt_text(name)).toStdString());
+    if (path.size() <= buffer.size()) buffer.replace(0, path.size(), path);
 }
 
 void beep() {
