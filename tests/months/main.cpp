@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <map>
 #include <string>
@@ -28,6 +29,7 @@ constexpr const char* help =
     "simulate [--seeds N] [--from SEED] [--days D] [--jobs J]   N seeds, each a plant of D days\n"
     "simulate --all N [--from SEED] [--days D] [--jobs J]       N seeds, also behind one that fails\n"
     "simulate --replay SEED [--days D]                          tells what happens in one\n"
+    "         [--keep FOLDER]                                   and keeps its logs and event file there\n"
     "simulate --shrink SEED [--days D]                          and the shortest history that fails\n"
     "Without numbers: 100 seeds of 7 days from a seed by the clock, on all processors.\n";
 
@@ -39,6 +41,7 @@ struct options {
     bool replay = false;
     bool shrink = false;
     bool all = false;
+    std::filesystem::path keep;
 };
 
 /// What a worker tells of a seed.
@@ -60,7 +63,7 @@ void print_complaints(const outcome& result) {
 }
 
 int replay(const options& wanted) {
-    const outcome result = run(history_of(wanted.from, wanted.days), &std::cout);
+    const outcome result = run(history_of(wanted.from, wanted.days), &std::cout, wanted.keep);
     print_complaints(result);
     std::cout << result.events << " events, " << result.bytes << " bytes, " << result.lines << " lines, "
               << result.starts << " starts, " << result.cuts << " power cuts, " << result.registers_sent
@@ -189,12 +192,13 @@ int main(int argc, char** argv) {
         wanted.replay = wanted.replay || word == "--replay";
         wanted.shrink = wanted.shrink || word == "--shrink";
         wanted.all = wanted.all || word == "--all";
+        if (word == "--keep") wanted.keep = value;
         const bool good = word == "--seeds" || word == "--all" ? number(value, wanted.seeds)
                           : word == "--days"                   ? number(value, wanted.days) && wanted.days > 0
                           : word == "--jobs"                   ? number(value, wanted.jobs) && wanted.jobs > 0
                           : word == "--from" || word == "--replay" || word == "--shrink"
                               ? number(value, wanted.from)
-                              : false;
+                              : !wanted.keep.empty() && word == "--keep";
         if (good) continue;
         std::cout << help;
         return word == "--help" ? 0 : 2;

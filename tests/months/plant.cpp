@@ -32,8 +32,8 @@ struct gone {
 
 } // namespace
 
-plant::plant(const history& what, std::ostream* story)
-    : history_(what), story_(story),
+plant::plant(const history& what, std::ostream* story, std::filesystem::path keep)
+    : history_(what), story_(story), keep_(std::move(keep)),
       dice_(what.seed ^ 0x5EEDU), evaluators_{evaluator(dice_.next()), evaluator(dice_.next()),
                                               evaluator(dice_.next()), evaluator(dice_.next())} {}
 
@@ -67,6 +67,8 @@ outcome plant::run() {
     }
     for (const check::complaint& each : checker_.complaints())
         outcome_.complaints.push_back(day_and_time(each.ms) + each.what);
+    for (const auto& [path, content] : world().files)
+        keep_file(path, content);
     outcome_.memory_late = memory_in_use();
     return std::move(outcome_);
 }
@@ -211,8 +213,8 @@ void plant::tell(const std::string& line) {
     if (story_ != nullptr) *story_ << line << '\n';
 }
 
-outcome run(const history& what, std::ostream* story) {
-    return plant(what, story).run();
+outcome run(const history& what, std::ostream* story, const std::filesystem::path& keep) {
+    return plant(what, story, keep).run();
 }
 
 } // namespace months

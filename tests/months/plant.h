@@ -12,6 +12,7 @@
 #include <array>
 #include <cstdint>
 #include <deque>
+#include <filesystem>
 #include <functional>
 #include <iosfwd>
 #include <optional>
@@ -36,8 +37,8 @@ struct outcome {
 
 class plant {
   public:
-    /// With a story, every act is told as it happens.
-    explicit plant(const history& what, std::ostream* story = nullptr);
+    /// With a story, every act is told as it happens; with a folder, logs and event file are kept there.
+    explicit plant(const history& what, std::ostream* story = nullptr, std::filesystem::path keep = {});
     outcome run();
 
   private:
@@ -55,6 +56,7 @@ class plant {
     void carry_out(const act& what);
     void handler_has_ended();
     void archive_old_files();
+    void keep_file(const std::string& path, const std::string& content) const;
     [[nodiscard]] static std::size_t memory_in_use();
     [[nodiscard]] bool belongs_to_a_fault(std::string_view line) const;
     void check_settings_file();
@@ -91,6 +93,7 @@ class plant {
 
     const history& history_;
     std::ostream* story_;
+    std::filesystem::path keep_; ///< none: empty
     chance dice_;
     check::checker checker_;
     outcome outcome_;
@@ -113,6 +116,7 @@ class plant {
 };
 
 /// Runs a history from beginning to end.
-[[nodiscard]] outcome run(const history& what, std::ostream* story = nullptr);
+[[nodiscard]] outcome run(const history& what, std::ostream* story = nullptr,
+                          const std::filesystem::path& keep = {});
 
 } // namespace months

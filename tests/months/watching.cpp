@@ -12,6 +12,7 @@
 #include <malloc.h>
 
 #include <algorithm>
+#include <fstream>
 #include <iterator>
 #include <utility>
 
@@ -176,11 +177,21 @@ void plant::archive_old_files() {
         const bool old =
             file->first.ends_with(".xlg") && std::ranges::find(newest_log_, file->first) == newest_log_.end();
         if (old) {
+            keep_file(file->first, file->second);
             checker_.file_gone(file->first);
             world().risks.erase(file->first);
         }
         file = old ? world().files.erase(file) : std::next(file);
     }
+}
+
+/// Under its path in the simulated machine. A name that comes again has the day of its archiving behind it.
+void plant::keep_file(const std::string& path, const std::string& content) const {
+    if (keep_.empty() || !(path.ends_with(".xlg") || path.ends_with(".txt"))) return;
+    std::filesystem::path to = keep_ / path;
+    if (exists(to)) to += "." + std::to_string(archived_day_);
+    create_directories(to.parent_path());
+    std::ofstream(to, std::ios::binary) << content;
 }
 
 void plant::wrong(const std::string& what) {
