@@ -1,0 +1,59 @@
+// xlg: reads the logs and the event file. "xlg --help" tells the commands.
+
+#include "basics/failure.h"
+#include "xlg/arguments.h"
+#include "xlg/files.h"
+#include "xlg/progress.h"
+#include "xlg/run_files.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using namespace tyxo;
+using namespace tyxo::xlg;
+
+/// Only files tell how much there is to read.
+bool progress_is_wanted(const arguments& wanted) {
+    return isatty(STDERR_FILENO) != 0 && std::ranges::find(wanted.files, "-") == wanted.files.end();
+}
+
+int run(const arguments& wanted) {
+    std::int64_t total = 0;
+    for (const std::string& file : wanted.files)
+        total += size_of_file(file);
+    progress shown(progress_is_wanted(wanted) ? stderr : nullptr, total);
+    const text_sink standard_output = sink_of_stream(stdout, "standard output");
+    const text_sink standard_error = sink_of_stream(stderr, "standard error");
+    const auto above_progress = [&shown](const text_sink& to) {
+        return [&shown, to](std::string_view text) {
+            shown.hide();
+            to(text);
+        };
+    };
+    const int code =
+        run_files(wanted, above_progress(standard_output), above_progress(standard_error), shown);
+    if (std::fflush(stdout) != 0) throw failure("cannot write standard output");
+    return code;
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    const std::vector<std::string_view> all(words + 1, words + count);
+    try {
+        const arguments wanted = arguments_of(all);
+        if (!wanted.help) return run(wanted);
+        std::fputs(std::string(help_page(wanted.what)).c_str(), stdout);
+        return exit_codes::fine;
+    } catch (const failure& why) {
+        std::fprintf(stderr, "xlg: %s; \"xlg --help\" tells more\n", why.what());
+        return exit_codes::failed;
+    }
+}
