@@ -10,7 +10,7 @@
 namespace tyxo::xlg {
 
 void file_closer::operator()(std::FILE* file) const {
-    if (file != stdin) std::fclose(file);
+    if (file != nullptr && file != stdin) std::fclose(file);
 }
 
 byte_source source_of_file(const std::string& name, std::function<void(std::size_t)> on_read) {

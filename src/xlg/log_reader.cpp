@@ -104,7 +104,7 @@ void log_reader::read_header_line(entry& found) {
     const std::string bytes = bytes_fault(found.at.text);
     if (!bytes.empty()) fault += (fault.empty() ? "" : "; ") + bytes;
     if (!fault.empty()) {
-        found.state = damage::doubtful;
+        found.state = found.at.too_long() ? damage::broken : damage::doubtful;
         found.faults.push_back(std::move(fault));
     }
     if (found.at.text == log_begin) end_header(found);

@@ -17,8 +17,18 @@ namespace {
 constexpr std::size_t time_length = 8;
 
 /// What the Evaluator's frames can bring into a column: docs/file-formats.md.
-constexpr auto most_of_types = std::to_array<std::pair<std::string_view, std::uint32_t>>(
-    {{"T2", 3277}, {"T3", 6554}, {"T4", 65535}, {"T5", 65535}, {"T6", 32768}, {"T7", 6554}, {"T8", 6554}});
+struct column_range {
+    std::string_view type;
+    std::uint32_t most;
+    std::string_view unit;
+};
+constexpr auto column_ranges = std::to_array<column_range>({{"T2", 3277, "% of alarm level"},
+                                                            {"T3", 6554, "rpm"},
+                                                            {"T4", 65535, "converter value"},
+                                                            {"T5", 65535, "count"},
+                                                            {"T6", 32768, "0.01 mV"},
+                                                            {"T7", 6554, "% of alarm level"},
+                                                            {"T8", 6554, "% of alarm level"}});
 
 // Eight characters at once, the first one in the lowest byte.
 static_assert(std::endian::native == std::endian::little);
@@ -47,11 +57,11 @@ unsigned number_length(const char* at, const column_limit& limit) {
     return length;
 }
 
-column_limit limit_of(std::string_view name, std::uint32_t most) {
-    const std::string text = plain(static_cast<i32>(most));
+column_limit limit_of(std::string_view name, const column_range& range) {
+    const std::string text = plain(static_cast<i32>(range.most));
     std::array<char, 8> characters{};
     std::ranges::copy(text, characters.begin());
-    return {name, most, static_cast<unsigned>(text.size()),
+    return {name, range.unit, range.most, static_cast<unsigned>(text.size()),
             __builtin_bswap64(eight_characters(characters.data()))};
 }
 
@@ -61,13 +71,11 @@ record_form make_form(const log::log_record_kind& kind) {
     form.opening = "<" + form.tag + "> ";
     form.closing = std::string(kind.gap) + "</" + form.tag + ">";
     for (const log::log_column& column : log::log_columns()) {
-        const auto* const most =
-            std::ranges::find(most_of_types, column.type, &std::pair<std::string_view, std::uint32_t>::first);
-        if (column.frame != kind.frame || most == most_of_types.end()) continue;
+        const auto* const range = std::ranges::find(column_ranges, column.type, &column_range::type);
+        if (column.frame != kind.frame || range == column_ranges.end()) continue;
         const bool samples = std::holds_alternative<log::curve_samples_of>(column.value);
         form.curve = form.curve || samples;
-        form.columns.insert(form.columns.end(), samples ? curve_samples : 1,
-                            limit_of(column.name, most->second));
+        form.columns.insert(form.columns.end(), samples ? curve_samples : 1, limit_of(column.name, *range));
     }
     return form;
 }

@@ -12,6 +12,7 @@ namespace tyxo::xlg {
 /// The greatest number that a column may hold; the least is 0 everywhere.
 struct column_limit {
     std::string_view name;   ///< "Speed"
+    std::string_view unit;   ///< of the values in the record, "rpm"
     std::uint32_t most = 0;  ///< at most 99,999
     unsigned digits = 0;     ///< of `most`
     std::uint64_t order = 0; ///< what `most` is in the order of texts of its length

@@ -2,8 +2,12 @@
 
 #include "basics/failure.h"
 #include "xlg/check.h"
+#include "xlg/csv.h"
+#include "xlg/events.h"
 #include "xlg/files.h"
+#include "xlg/mend.h"
 #include "xlg/ordered_output.h"
+#include "xlg/summary.h"
 
 #include <algorithm>
 #include <atomic>
@@ -14,6 +18,8 @@ namespace tyxo::xlg {
 
 namespace {
 
+constexpr int usual_gap = 10; // minutes
+
 /// Files that threads take one behind the other.
 class file_runner {
   public:
@@ -23,6 +29,10 @@ class file_runner {
     int run() {
         std::size_t jobs = wanted_.jobs != 0 ? wanted_.jobs : std::thread::hardware_concurrency();
         jobs = std::clamp<std::size_t>(jobs, 1, wanted_.files.size());
+        if (const auto failed = attempt([this] { output_.say(0, head()); })) {
+            fail(*failed);
+            return worst_;
+        }
         {
             std::vector<std::jthread> others;
             for (std::size_t job = 1; job < jobs; ++job)
@@ -50,9 +60,31 @@ class file_runner {
         switch (wanted_.what) {
         case command::check:
             return check_log(name, std::move(source), wanted_.gap_minutes, out);
+        case command::summary:
+            return summarise_log(name, std::move(source), wanted_.gap_minutes.value_or(usual_gap), out);
+        case command::csv:
+            return all_rows(name, csv_of_log(name, std::move(source), wanted_.lines, out));
+        case command::mend:
+            return mend_file(name, std::move(source), wanted_.output, wanted_.force, out);
+        case command::events:
+            if (!wanted_.csv) return check_events(name, std::move(source), out);
+            return all_rows(name, csv_of_events(name, std::move(source), out));
         default:
-            throw failure("no such command");
+            throw failure("a command is missing");
         }
+    }
+
+    /// One table of all files has one head.
+    [[nodiscard]] std::string head() const {
+        if (wanted_.what == command::csv) return csv_head(wanted_.lines);
+        return wanted_.what == command::events && wanted_.csv ? events_csv_head() : "";
+    }
+
+    bool all_rows(const std::string& name, std::int64_t left_out) {
+        if (left_out == 0) return true;
+        const std::lock_guard lock(telling_);
+        errors_(name + ": " + counted(left_out, "damaged line", "damaged lines") + " left out\n");
+        return false;
     }
 
     void fail(const std::string& why) {

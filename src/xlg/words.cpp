@@ -42,9 +42,12 @@ std::string shortened(std::string_view ansi, std::size_t most) {
 }
 
 std::string grouped(std::int64_t number) {
-    std::string text = std::to_string(number);
-    for (std::size_t behind = 3; behind < text.size(); behind += 4)
-        text.insert(text.size() - behind, ",");
+    const std::string digits = std::to_string(number);
+    std::string text;
+    for (std::size_t at = 0; at < digits.size(); ++at) {
+        if (at > 0 && (digits.size() - at) % 3 == 0) text += ',';
+        text += digits[at];
+    }
     return text;
 }
 
