@@ -63,8 +63,8 @@ bool line_reader::fill() {
 }
 
 void line_reader::finish(line& found, std::size_t length, line_end end) {
-    found.text = {block_.data() + begin_, length};
     found.length = static_cast<std::int64_t>(length) + left_out_;
+    found.text = {block_.data() + begin_, found.too_long() ? kept_of_long_lines : length};
     found.number = ++number_;
     found.end = end;
     left_out_ = 0;

@@ -21,8 +21,8 @@ enum class line_end { cr_lf, lf, cr, none };
 inline constexpr std::int64_t longest_line = 4096;
 
 struct line {
-    /// Without its end, valid until the next line is read. Of a line that is too long it is the beginning,
-    /// `longest_line` bytes or more.
+    /// Without its end, valid until the next line is read. Of a line that is too long it is the first
+    /// `longest_line` bytes.
     std::string_view text;
     std::int64_t number = 0; ///< from 1
     std::int64_t length = 0; ///< of the whole line, bytes without its end

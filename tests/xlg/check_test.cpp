@@ -170,6 +170,17 @@ TEST(XlgCheck, DamagedValues) {
     });
 }
 
+TEST(XlgCheck, TheLeastAndTheGreatestValuesAreFine) {
+    std::string curve = "<REC2> 23:59:59 ";
+    for (int sample = 0; sample < 256; ++sample)
+        curve += sample % 2 == 0 ? "65535 " : "0 ";
+    const verdict found = checked(log_of({"<REC1> 00:00:00 0 0 0 0 0 </REC1>", curve + " </REC2>",
+                                          "<REC1> 23:59:59 3277 6554 32768 6554 6554 </REC1>",
+                                          "<!-- 23:59:59  -->", "<!-- 23:59:59 a -- --> \xE4\x80 -->"}));
+    EXPECT_EQ(found.told, text_lines{});
+    EXPECT_TRUE(found.fine);
+}
+
 TEST(XlgCheck, GapsOnRequest) {
     const std::string log = log_of({"<!-- 10:00:00 KVD Prealarm ON -->", "<!-- 10:30:01 KVD Prealarm OFF -->",
                                     "<!-- 11:00:01 Measure Stopped -->", "<!-- 20:00:00 Log Started -->"});
