@@ -24,6 +24,7 @@ constexpr auto targets = std::to_array<target>({
     {"curves_and_engines", curves_and_engines},
     {"numbers_and_texts", numbers_and_texts},
     {"files_found", files_found},
+    {"logs_read", logs_read},
 });
 
 /// In the order of their names, which stand in the output when one of them ends the process.

@@ -11,5 +11,6 @@ void modbus_answers(input in);
 void curves_and_engines(input in);
 void numbers_and_texts(input in);
 void files_found(input in);
+void logs_read(input in);
 
 } // namespace tyxo::fuzzing
