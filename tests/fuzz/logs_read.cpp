@@ -133,7 +133,7 @@ void logs_read(input in) {
     std::string text((choice & 1U) != 0 ? a_header() : "");
     // A line that is repeated grows too long, and a curve gets its many values.
     const std::string_view repeated = in.short_text();
-    for (int times = in.below(512); times > 0; --times)
+    for (int times = in.below(80); times > 0; --times)
         text += repeated;
     text += in.rest();
     check_entries(text);
