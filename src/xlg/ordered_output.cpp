@@ -8,7 +8,7 @@ namespace tyxo::xlg {
 
 namespace {
 
-constexpr std::size_t most_waiting = 1 << 20;
+constexpr std::size_t most_waiting = 8 << 20;
 
 } // namespace
 
@@ -18,16 +18,15 @@ ordered_output::ordered_output(std::size_t files, text_sink to)
 void ordered_output::say(std::size_t file, std::string_view text) {
     std::unique_lock lock(mutex_);
     turn_.wait(lock, [&] {
-        return !failed_.empty() || file == first_ || waiting_[file].size() + text.size() <= most_waiting ||
-               waiting_[file].empty();
+        return !failed_.empty() || file == first_ || waiting_bytes_ + text.size() <= most_waiting;
     });
     if (!failed_.empty()) throw failure(failed_);
     if (file != first_) {
         waiting_[file] += text;
+        waiting_bytes_ += text.size();
         return;
     }
-    pass_on(waiting_[file]);
-    waiting_[file].clear();
+    pass_on_waiting(file);
     pass_on(text);
 }
 
@@ -35,11 +34,16 @@ void ordered_output::finish(std::size_t file) {
     const std::lock_guard lock(mutex_);
     finished_[file] = true;
     while (first_ < finished_.size() && finished_[first_]) {
-        if (failed_.empty()) pass_on(waiting_[first_]);
-        waiting_[first_] = {};
+        if (failed_.empty()) pass_on_waiting(first_);
         ++first_;
     }
     turn_.notify_all();
+}
+
+void ordered_output::pass_on_waiting(std::size_t file) {
+    const std::string text = std::exchange(waiting_[file], {});
+    waiting_bytes_ -= text.size();
+    pass_on(text);
 }
 
 void ordered_output::pass_on(std::string_view text) {

@@ -12,7 +12,8 @@
 namespace tyxo::xlg {
 
 /// What is said of the first file that is not finished goes on at once, what is said of others waits in
-/// memory: a megabyte for each, then whoever says it waits too. So files have to be begun in their order.
+/// memory: eight megabytes in all, then whoever says more waits too. So files have to be begun in their
+/// order.
 class ordered_output {
   public:
     ordered_output(std::size_t files, text_sink to);
@@ -24,11 +25,13 @@ class ordered_output {
 
   private:
     void pass_on(std::string_view text);
+    void pass_on_waiting(std::size_t file);
 
     text_sink to_;
     std::mutex mutex_;
     std::condition_variable turn_;
     std::vector<std::string> waiting_;
+    std::size_t waiting_bytes_ = 0; ///< of all files
     std::vector<bool> finished_;
     std::size_t first_ = 0; ///< that is not finished
     std::string failed_;    ///< why the sink takes no more

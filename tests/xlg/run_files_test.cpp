@@ -68,14 +68,14 @@ TEST(XlgOrderedOutput, WhatThreadsSayStandsInTheOrderOfTheFiles) {
         std::vector<std::jthread> threads;
         for (std::size_t file = files; file-- > 0;)
             threads.emplace_back([&, file] {
-                for (int more = 0; more < 3000; ++more) // more than may wait in memory
+                for (int more = 0; more < 4000; ++more) // more than may wait in memory
                     output.say(file, std::to_string(file) + piece);
                 output.finish(file);
             });
     }
     std::string expected;
     for (std::size_t file = 0; file < files; ++file)
-        for (int more = 0; more < 3000; ++more)
+        for (int more = 0; more < 4000; ++more)
             expected += std::to_string(file) + piece;
     EXPECT_EQ(said, expected);
 }
