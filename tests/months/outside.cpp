@@ -252,7 +252,10 @@ simulation::reply lie(const std::string& frame, chance& dice) {
 void plant::at_controller(const act& what, chance& dice) {
     simulation::controller& peer = world().plant;
     checker_.controller_disturbed();
-    controller_lies_until_ = world().now_ms + (what.kind == controller_lies ? 86'400'000 : 5000);
+    // A lying one goes on to lie behind a broken connection.
+    if (what.kind == controller_answers) controller_lies_until_ = 0;
+    const std::int64_t for_ms = what.kind == controller_lies ? 86'400'000 : 5000;
+    controller_lies_until_ = std::max(controller_lies_until_, world().now_ms + for_ms);
     const auto answer_by = [&](auto how) {
         const bool fair = what.kind == controller_answers;
         peer.connects = simulation::connecting::accepted;
