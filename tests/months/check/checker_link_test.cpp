@@ -72,6 +72,28 @@ TEST_F(CheckerLink, ASilenceWithinALongHandlerHasTheTimeOfItsTimer) {
     fine();
 }
 
+TEST_F(CheckerLink, ALineThatIsTriedAgainSaysNothingOfATimerThatIsDue) {
+    logging();
+    measured();
+    check.start_asked(1, true);
+    told_box("KVD Engine 2 ## Measure started ");
+    told_event("KVD Engine 2 ## Measure started ");
+    now.channel[1].measuring = true;
+    done();
+    at(2990);
+    check.arrives(0, framed(":00")); // its own line lives
+    check.debug_output("mscomm: ");
+    done();
+    at(3000);
+    check.arrives(0, framed(measured_body));
+    const std::string line = "<REC1> 13:05:12 51 1480 1234 48 7 </REC1>\r\n";
+    check.file_refused(log, line);
+    check.file_refused(log, line);
+    check.debug_output("mscomm: Disk full");
+    done();
+    fine();
+}
+
 TEST_F(CheckerLink, ALinkThatIsToldBackWithoutBytesIsWrong) {
     begin_without_events();
     check.arrives(0, "?");

@@ -98,7 +98,7 @@ void ledger::created(ledger_file& file) {
 bool ledger::fits(const ledger_file& file, std::string_view text) const {
     if (file.torn && text.starts_with(torn_end(file))) text.remove_prefix(torn_end(file).size());
     if (file.header_due) text.remove_prefix(header_length(text, file.header));
-    return file.due_lines().starts_with(text);
+    return file.due_lines().starts_with(text) || text == file.last_refused;
 }
 
 void ledger::forget_synced(ledger_file& file) const {
