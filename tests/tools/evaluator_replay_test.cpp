@@ -26,13 +26,17 @@ class EvaluatorReplay : public testing::Test {
     EvaluatorReplay() { channel.schedule.set_pace(Pace::off, 0); }
     ~EvaluatorReplay() override { std::filesystem::remove(file); }
 
-    /// A log of these lines, and the frames of `seconds` of its playing from 0 on.
-    Replay log(const std::string& lines, double speed = 1) const {
+    Replay log(const std::string& lines, double speed = 1) {
         std::ofstream(file, std::ios::binary) << header << lines;
-        return {file.string(), speed};
+        Replay replay(file.string(), speed);
+        replay.take_over(channel, 0);
+        return replay;
     }
+    /// What goes over the line in these seconds of the log; those from 0 on have the lead-in before them.
     std::string played(Replay& replay, double from, double to) {
         std::string bytes;
+        if (from != 0) from += Replay::lead_in;
+        to += Replay::lead_in;
         for (int i = 0; from + 0.01 * i < to; ++i) {
             replay.step(channel, from + 0.01 * i);
             const std::string piece = channel.step(from + 0.01 * i);
@@ -105,11 +109,14 @@ TEST_F(EvaluatorReplay, ReadsTheTextOfACommentAndOfANote) {
     EXPECT_EQ(std::get<ReplayedEvent>(note->what).text, "Testsignal1 ON");
 }
 
-TEST_F(EvaluatorReplay, SendsTheParametersFirst) {
+TEST_F(EvaluatorReplay, SendsTheParametersFirstAndAgainBeforeTheLines) {
     Replay replay = log(record("13:05:09", 41));
-    const std::string bytes = played(replay, 0, 1);
+    const std::string before = played(replay, 0, -0.1);
+    EXPECT_EQ(before.find(":01"), before.npos);
+    EXPECT_EQ(bodies(before, "06").front().substr(0, 7), ":060140");
+    const std::string bytes = played(replay, -0.1, 1);
     EXPECT_LT(bytes.find(":06"), bytes.find(":01"));
-    EXPECT_EQ(bodies(bytes, "06").front().substr(0, 7), ":060140");
+    EXPECT_EQ(bodies(bytes, "06").size(), 1U);
 }
 
 TEST_F(EvaluatorReplay, SendsTheValuesAsTheyStand) {
@@ -140,8 +147,8 @@ TEST_F(EvaluatorReplay, SendsACurveInItsFourBlocks) {
 
 TEST_F(EvaluatorReplay, KeepsTheTimesBetweenTheLinesAndSpreadsThoseOfASecond) {
     Replay replay = log(record("23:59:59", 1) + record("23:59:59", 2) + record("00:00:01", 3));
-    EXPECT_EQ(bodies(played(replay, 0, 0.09), "01").size(), 0U) << "the parameters take their time";
-    EXPECT_EQ(bodies(played(replay, 0.09, 1), "01").size(), 2U);
+    EXPECT_EQ(bodies(played(replay, 0, 0.09), "01").size(), 1U);
+    EXPECT_EQ(bodies(played(replay, 0.09, 1), "01").size(), 1U);
     EXPECT_EQ(bodies(played(replay, 1, 1.95), "01").size(), 0U);
     EXPECT_EQ(bodies(played(replay, 1.95, 2.5), "01").size(), 1U) << "two seconds later, over midnight";
 }
@@ -177,14 +184,14 @@ TEST_F(EvaluatorReplay, StandsStillWhileNobodyListens) {
     Replay replay = log(record("13:00:00", 1) + record("13:00:05", 2));
     played(replay, 0, 1);
     replay.hold();
-    EXPECT_EQ(bodies(played(replay, 100, 103), "01").size(), 0U);
-    EXPECT_EQ(bodies(played(replay, 103, 105), "01").size(), 1U);
+    EXPECT_EQ(bodies(played(replay, 100, 105.5), "01").size(), 0U) << "the lead-in comes again";
+    EXPECT_EQ(bodies(played(replay, 105.5, 107), "01").size(), 1U);
 }
 
 TEST_F(EvaluatorReplay, BringsAnAlarmAboutWithItsRelayAndEndsIt) {
     Replay replay = log("<!-- 13:00:00 KVD Main ALARM ON -->\r\n<!-- 13:00:02 KVD Main ALARM OFF -->\r\n");
     const std::vector<std::string> on = bodies(played(replay, 0, 1), "08");
-    ASSERT_EQ(on.size(), 2U);
+    ASSERT_EQ(on.size(), 3U);
     EXPECT_EQ(on.front().substr(8, 4), "0020");
     EXPECT_EQ(on.back().substr(8, 4), "80A0");
     const std::vector<std::string> off = bodies(played(replay, 1, 3), "08");
@@ -195,7 +202,7 @@ TEST_F(EvaluatorReplay, BringsAnAlarmAboutWithItsRelayAndEndsIt) {
 TEST_F(EvaluatorReplay, AnErrorLastsOneStatusFrame) {
     Replay replay = log("<!-- 13:00:00 KVD SYNC Error -->\r\n");
     const std::vector<std::string> told = bodies(played(replay, 0, 1), "08");
-    ASSERT_EQ(told.size(), 2U);
+    ASSERT_EQ(told.size(), 3U);
     EXPECT_EQ(told.back().substr(12, 4), "0010");
     EXPECT_EQ(channel.unit.status_body(1).substr(12, 4), "0000");
 }

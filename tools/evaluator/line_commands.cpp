@@ -133,7 +133,7 @@ ChannelAction replay(const Arguments& a) {
         file = trim(file.substr(a.word(0).size()));
     }
     return [name = file == "off" ? std::string() : std::string(file),
-            speed](Plant& plant, int number, double) { plant.replay(number, name, speed); };
+            speed](Plant& plant, int number, double time) { plant.replay(number, name, speed, time); };
 }
 
 ChannelAction drain(const Arguments& a) {

@@ -60,8 +60,10 @@ void Plant::record(int number, const std::string& file) {
     if (!s.record) throw std::runtime_error("cannot write " + file);
 }
 
-void Plant::replay(int number, const std::string& file, double speed) {
-    station(number).replay = file.empty() ? nullptr : std::make_unique<Replay>(file, speed);
+void Plant::replay(int number, const std::string& file, double speed, double time) {
+    Station& s = station(number);
+    s.replay = file.empty() ? nullptr : std::make_unique<Replay>(file, speed);
+    if (s.replay) s.replay->take_over(s.channel, time);
 }
 
 void Plant::play(int number, double time) {

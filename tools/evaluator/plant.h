@@ -40,7 +40,7 @@ class Plant {
 
     /// Plays a log on the channel while somebody listens, and says "channel N replayed" at its end; an empty
     /// name ends that. Throws InputError if the file is no log.
-    void replay(int number, const std::string& file, double speed);
+    void replay(int number, const std::string& file, double speed, double time);
 
     /// Says "channel N drained" once all that waits for the line has left.
     void tell_when_drained(int number) { station(number).tell_drained = true; }

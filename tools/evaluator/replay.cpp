@@ -193,7 +193,7 @@ void Replay::read_next() {
     due_ = second + std::min(in_second_ * between_lines, last_in_second);
 }
 
-void Replay::begin(Channel& channel, double time) {
+void Replay::take_over(Channel& channel, double time) const {
     Unit& unit = channel.unit;
     unit.set_engine(parameters_, time);
     unit.parameters = parameters_;
@@ -201,16 +201,19 @@ void Replay::begin(Channel& channel, double time) {
     unit.alarms.word = ready;
     for (const int code : {1, 3, 4})
         channel.schedule.set_period(code, 0, time);
-    for (const int code : {6, 8}) // a log begins with the parameters
-        channel.send(code, time);
-    begun_ = true;
 }
 
 void Replay::step(Channel& channel, double time) {
-    if (!begun_) begin(channel, time);
-    clock_ += (time - last_step_.value_or(time)) * speed_;
+    if (!listened_since_) led_in_ = false;
+    const double listened = time - listened_since_.value_or(time);
+    if (!listened_since_ || (!led_in_ && listened >= lead_in))
+        for (const int code : {6, 8})
+            channel.send(code, time);
+    if (led_in_) clock_ += (time - last_step_) * speed_;
+    listened_since_ = time - listened;
+    led_in_ = listened >= lead_in;
     last_step_ = time;
-    while (next_ && due_ <= clock_) {
+    while (led_in_ && next_ && due_ <= clock_) {
         if (channel.transmitter().waiting_bytes() > most_waiting) {
             clock_ = due_;
             return;

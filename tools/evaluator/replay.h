@@ -46,18 +46,23 @@ class Replay {
     static constexpr double most_speed = 100'000;
     /// A longer time without a line, in seconds of the log, is played as this long.
     static constexpr double longest_gap = 60;
+    /// Seconds from the moment at which somebody listens to the next line: whoever has just opened a device
+    /// may throw away what comes first, and has to get the parameters before a line.
+    static constexpr double lead_in = 2;
 
     /// Reads the header. Throws InputError if the file cannot be read or is no log.
     Replay(const std::string& file, double speed);
 
+    /// The Evaluator becomes that of the log and sends nothing of its own but status and parameters. To be
+    /// called first.
+    void take_over(Channel& channel, double time) const;
     /// Queues the frames of all lines that are due. Not to be called while nobody listens.
     void step(Channel& channel, double time);
     /// Nobody listens: the log stands still.
-    void hold() { last_step_.reset(); }
+    void hold() { listened_since_.reset(); }
     [[nodiscard]] bool ended() const { return !next_; }
 
   private:
-    void begin(Channel& channel, double time);
     void read_next();
     void play(Channel& channel, double time);
     static void tell(Channel& channel, std::string_view text, double time);
@@ -65,9 +70,10 @@ class Replay {
     std::ifstream file_;
     Parameters parameters_;
     double speed_;
-    bool begun_ = false;
+    bool led_in_ = false;
+    std::optional<double> listened_since_;
+    double last_step_ = 0;
     double clock_ = 0; ///< seconds of the log that were played
-    std::optional<double> last_step_;
     std::optional<ReplayedLine> next_;
     double due_ = 0; ///< of the next line, by `clock_`
     int in_second_ = 0;
