@@ -53,6 +53,8 @@ bool end_if_granted() {
             return false;
         }
     }
+    // Looks like a mistake and stays: logs get no "Measure Stopped" here
+    // (LogLifecycle.TheEndOfTheProgramLeavesTheLastRecordAsTheLastLine).
     end_program(0);
     return true;
 }
@@ -165,6 +167,8 @@ void start_program(double width, double height) {
     end_program(wrong_settings_code);
 }
 
+/// Looks like a mistake and stays: the event file says that the program stopped, whatever the answer is
+/// (LockedClose.TheStopLineIsWrittenBeforeAnybodyIsAsked).
 bool query_unload() {
     stop_event();
     return end_if_granted();

@@ -166,6 +166,8 @@ void process_thermo(i16 channel) {
     if (run.last_failure) debug_output("error: disp thermosignal " + *run.last_failure);
 }
 
+/// Looks like a mistake and stays: unlike the thermosignal it gives up at the first failed statement
+/// (AngaccFailures.EndTheDrawingWhereTheyHappenAndRise).
 void process_angacc(i16 channel) {
     giving_up run;
     process(channel, acceleration, run);

@@ -134,6 +134,8 @@ void TCP_connect(u8 command) {
         connection_failed();
 }
 
+/// Looks like a mistake and stays: a reconnection that is under way goes on, and connects again
+/// (Connection.DisconnectingLeavesTheReconnectionWhichConnectsWithin40Seconds).
 void TCP_disconnect() {
     if (gateway.Winsock_A.State() != socket_state::closed) gateway.Winsock_A.Close();
     while (gateway.Winsock_A.State() > socket_state::closed)
@@ -142,6 +144,8 @@ void TCP_disconnect() {
     FrmSetupTCP::show_tcp_status("Disconnected", status_colour::red);
 }
 
+/// Looks like a mistake and stays: a controller that is connected and silent is not left, so that its
+/// time-out lasts (ConnectionLoss.ASilentControllerIsRefusedEveryWriteForAnHourThoughItComesBack).
 void FrmSetupTCP::Timer_reconnect_tick() {
     tcp.tcp_locked = false;
     FrmSetupTCP::show_tcp_status("TCP IP connection auto reset!", status_colour::green);
@@ -167,6 +171,8 @@ void start_gateway() {
         return;
     }
     FrmSetupTCP::load();
+    // Looks like a mistake and stays: when this fails, nothing tries again
+    // (ConnectionLoss.AFailedStartStaysSilentUntilTheOperatorActs).
     TCP_connect(connect_command);
 }
 

@@ -75,6 +75,9 @@ void send(std::string_view frame, bool reads) {
     }
 }
 
+/// Looks like a mistake and stays: the spelling, here and of the confirmation's failure
+/// (ConnectionLoss.ASilentControllerIsRefusedEveryWriteForAnHourThoughItComesBack,
+/// ModbusAnswer.WithAnotherFunctionToAWriteIsReportedAndTimesOut).
 void refuse_write() {
     FrmSetupTCP::show_tcp_status("Error writting registers", status_colour::red);
     gateway.Timer_reconnect.Enabled(true);

@@ -178,8 +178,10 @@ struct sensor_state {
     per_channel<bool> channel_running{};
     bool measure_running = false; ///< from the first start until all channels are stopped
     bool chart_timer_on = false;
-    i16 upd_periode = 0;     ///< ms: 100, 250, 500 or 1000
-    i32 cmd_periode = 0;     ///< loaded and saved, used by nothing
+    i16 upd_periode = 0; ///< ms: 100, 250, 500 or 1000
+    /// Looks like a mistake and stays: loaded and saved, used by nothing
+    /// (SettingsSave.WritesTheSetupKeysInOrderAndToTheByte).
+    i32 cmd_periode = 0;
     i16 adc_offset = 0;      ///< zero point of the thermosignal samples, 460 to 520
     i16 zyl_speed_range = 0; ///< half width of a cylinder's window, 1 to 20 samples
     /// Factors to the units of the polar curves: from time counts, and from converter values.

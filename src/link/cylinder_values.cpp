@@ -70,7 +70,9 @@ double percent(i32 sample, const thermo_scale& scale) {
 }
 
 i32 mean_thermosignal(const sensor::curve& curve, const thermo_scale& scale) {
-    i32 sum = 0; // rounded with every sample, which is not the sum of rounded samples
+    // Looks like a mistake and stays: rounded with every sample, which is not the sum of rounded samples
+    // (CylinderValues.TheMeanThermosignalIsRoundedWithEverySample).
+    i32 sum = 0;
     for (const i32 sample : curve)
         sum = round_even<i32>(percent(sample, scale) + sum);
     return round_even<i32>(static_cast<double>(sum) / curve_samples);

@@ -63,6 +63,9 @@ std::string stops_channel(i16 channel) {
     return "Stops channel " + channel_number(channel) + (location.empty() ? "" : ": " + location);
 }
 
+/// Looks like a mistake and stays: "configurated", here and where a port does not open
+/// (StartMenu.WithoutSensorsBothEntriesSaySo,
+/// StartMenu.ABusyPortInTheMiddleOfAStartOfAllKeepsTheFirstChannels).
 void say_no_sensor() {
     message_box("No sensor configurated\r\nPlease setup first", box_icon::critical);
 }
@@ -78,6 +81,8 @@ bool stop_granted(std::string_view what) {
 void start_log() {
     funct::chart_timer_start();
     for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
+        // Looks like a mistake and stays: a port that does not open ends the start of all, the channels
+        // behind it are not tried (StartMenu.ABusyPortInTheMiddleOfAStartOfAllKeepsTheFirstChannels).
         if (!start_one(channel)) return;
         indicators.startstop.Caption = stop_all;
     }

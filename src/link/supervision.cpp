@@ -99,6 +99,8 @@ void link_timed_out(i16 channel) {
     indicators.dig_drehzahl[channel].Value = 0;
     indicators.digi_Thermo[channel].Value = 0;
     indicators.t_mv[channel].Value = 0;
+    // Looks like a mistake and stays: the lamps go dark while the alarms remain latched
+    // (Supervision.ATimeoutLeavesAlarmsLatched).
     indicators.LED_Alarm[channel].Active = false;
     indicators.LED_prealarm[channel].Active = false;
     indicators.LED_Rdy[channel].Active = false;

@@ -68,6 +68,8 @@ void createlog(i16 channel) {
     channel_rec& rec = sensor::channel_at(channel);
     const local_time now = local_now();
     state.log_period = period_of(now);
+    // Looks like a mistake and stays: nothing is put between the two
+    // (LogLifecycle.LogPathAndLocationAreJoinedWithoutASeparator).
     const std::string folder = Ini::ini_read("logpath " + channel_number(channel)) +
                                Ini::ini_read("location " + channel_number(channel));
     rec.log_fileno = static_cast<i16>(channel + 1); // every channel has a file of its own
