@@ -35,6 +35,7 @@ CHECKS = {check.__name__: check for check in (
     texts.texts_have_plain_line_ends,
     names.paths_in_documents_exist,
     names.tests_that_hold_a_line_exist,
+    names.decisions_are_those_of_the_sources,
 )}
 
 

@@ -209,6 +209,25 @@ class HygieneTest(unittest.TestCase):
                 self.append("src/link/b.cpp", remark)
                 self.expect("tests_that_hold_a_line_exist")
 
+    def test_remarks_and_rows_of_decisions(self):
+        row, source = "| It | `src/link/b.cpp` | `b.holds` |\n", "src/link/b.cpp:2:"
+        page, behind = "docs/decisions.md:3:", "docs/decisions.md:4:"
+        for remark, rows, *expected in (
+                ("so (b.holds)", row),
+                ("so (b.holds,\n// b.holds_too)", row.replace("holds`", "holds`, `b.holds_too`")),
+                ("so", "", source),
+                ("so (b.holds)", "", source),
+                ("so (b.holds)", row.replace("`", ""), source),
+                ("so (b.holds, b.holds_too)", row, source),
+                ("so (b.holds)", row + row.replace("holds", "gone"), behind, behind),
+                ("so (b.holds)", row.replace("holds`", "holds`, `b.gone`"), page),
+                ("so (b.holds)", row.replace(".cpp`", ".cpp`, `src/link/b.h`"), page),
+                ("so (b.holds)", row.replace("b.cpp", "b.h"), source, page, page)):
+            with self.subTest(remark=remark, rows=rows):
+                self.append("src/link/b.cpp", f"// Looks like a mistake and stays: {remark}\n")
+                self.write("docs/decisions.md", "| What | Where | Test |\n|---|---|---|\n" + rows)
+                self.expect("decisions_are_those_of_the_sources", *expected)
+
     def test_forbidden_words(self):
         for words in ("TO" "DO: later", "// FIX" "ME", "XX" "X", "HA" "CK", "GTEST_" "SKIP()", "Q" "SKIP(1)",
                       "DISABLED" "_Test", "@skip" "Test", "/ro" "ot", "ls /ro" "ot/x", "cd /ho" "me/somebody",

@@ -6,6 +6,7 @@ from includes import FLOORS
 
 FOLDERS = ("src", "tests", "tools", "docs", "bench", "packaging")
 CODE_SPAN = re.compile(r"`([^`\n]+)`")
+DECISIONS = "docs/decisions.md"
 COMMENT = re.compile(r"(?:^|\s)//[/<]*(.*)")
 STAYS = "Looks like a mistake and stays: "
 TEST = re.compile(r"^TEST(?:_F|_P)?\(\s*(\w+),\s*(\w+)\)", re.MULTILINE)
@@ -53,6 +54,12 @@ def remarks(lines):
             yield index + 1, words
 
 
+def named_tests(words):
+    """The tests in the brackets of a remark."""
+    for named in re.findall(r"\(([^()]*)\)", words):
+        yield from (name for name in named.split(", ") if re.fullmatch(r"\w+\.\w+", name))
+
+
 def tests_that_hold_a_line_exist(tree):
     """Remarks on what looks like a mistake have one form, and the tests that they name exist."""
     known = {f"{suite}.{name}" for path in tree.under("tests", suffixes=(".cpp",))
@@ -61,7 +68,34 @@ def tests_that_hold_a_line_exist(tree):
         for number, words in remarks(tree.lines(path)):
             if not words.startswith(STAYS):
                 yield f"{path}:{number}: write \"{STAYS}...\""
-            for named in re.findall(r"\(([^()]*)\)", words):
-                for name in named.split(", "):
-                    if re.fullmatch(r"\w+\.\w+", name) and name not in known:
-                        yield f"{path}:{number}: there is no test {name}"
+            for name in named_tests(words):
+                if name not in known:
+                    yield f"{path}:{number}: there is no test {name}"
+
+
+def decisions(tree):
+    """Rows of the page's table: line number, files and tests, which are the last two cells."""
+    for number, line in enumerate(tree.lines(DECISIONS), 1) if DECISIONS in tree.file_set else ():
+        files, tests = ([""] * 2 + [CODE_SPAN.findall(cell) for cell in line.split("|")[:-1]])[-2:]
+        if files or tests:
+            yield number, files, tests
+
+
+def decisions_are_those_of_the_sources(tree):
+    """Remarks on what looks like a mistake name a test and have a row with it; each row has its remark."""
+    rows = list(decisions(tree))
+    decided = {(path, test) for _, files, tests in rows for path in files for test in tests}
+    marked = set()
+    for path in tree.under("src"):
+        for number, words in remarks(tree.lines(path)):
+            tests = list(named_tests(words))
+            marked |= {(path, test) for test in tests}
+            if not tests:
+                yield f"{path}:{number}: names no test"
+            for test in tests:
+                if (path, test) not in decided:
+                    yield f"{path}:{number}: no row of {DECISIONS} has this file and {test}"
+    for number, files, tests in rows:
+        pairs = {(path, test) for path in files for test in tests} & marked
+        for name in sorted({*files, *tests} - {name for pair in pairs for name in pair}):
+            yield f"{DECISIONS}:{number}: no remark stands behind {name}"
