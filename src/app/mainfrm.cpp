@@ -33,6 +33,8 @@ void program_event(std::string_view text) {
     event_line(stamp_text(now, ';') + ';' + std::string(text));
 }
 
+/// Looks like a mistake and stays: the program has one name here and another one in the line of its end
+/// (EventFileOfAStart.StartAndCloseOfTheProgramAreLinesOfTheirTime).
 void start_event() {
     state.announced = true;
     program_event("Tyxo Logger software started !");

@@ -18,7 +18,8 @@ struct local_time {
     bool operator==(const local_time&) const = default;
 };
 
-/// "07-02-2026": month, day, year, whatever the locale.
+/// "07-02-2026". Looks like a mistake and stays: month, day, year, whatever the locale
+/// (EventFileOfAStart.StartAndCloseOfTheProgramAreLinesOfTheirTime).
 [[nodiscard]] std::string date_text(const local_time& moment);
 
 /// "13:05:09".

@@ -140,7 +140,8 @@ void draw_cylinders(canvas& surface, const channel_rec& rec) {
     i32 position = 0;
     for (i32 place = 1; place < rec.numzyl; ++place) {
         const double entry = at(rec.firingangle, place);
-        // Rounded at each step, unlike the circle: the errors add up, and stay.
+        // Looks like a mistake and stays: rounded at each step, unlike the circle, so that errors add up
+        // (DetailedEngine.PlacesInTheStraightDiagramAreRoundedAtEachStep).
         position = four_strokes(rec) ? round_even<i32>(entry * width / 720 + position)
                                      : round_even<i32>(width / 360 * entry + position);
         draw_cylinder(surface, rec, place, position);

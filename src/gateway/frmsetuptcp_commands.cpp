@@ -86,7 +86,8 @@ void save_register_count() {
     settings.REGNumber = register_count();
 }
 
-/// The spellings differ from those that the start reads; they find the same keys.
+/// Looks like a mistake and stays: the spellings differ from those that the start reads. They find the same
+/// keys (SaveTcp.FindsTheKeysOfTheStartInTheirOtherSpelling).
 void save_options() {
     Ini::ini_write("IPAutoC", signed_form(settings.IPAutoC));
     Ini::ini_write("IpenaTRS", signed_form(settings.IPenaTRS));
@@ -94,7 +95,8 @@ void save_options() {
     Ini::ini_write("Ipsysstat", signed_form(settings.IPsysstat));
 }
 
-/// Only in the file: the setting in memory stays until the next start.
+/// Looks like a mistake and stays: only in the file, the setting in memory remains until the next start
+/// (SaveTcp.StoresEverythingInOrderToTheByte).
 void save_start_register() {
     limit(state.Txt_sendbase, greatest_sendbase);
     Ini::ini_write("Sendbase", state.Txt_sendbase);

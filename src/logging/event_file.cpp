@@ -9,6 +9,8 @@ namespace tyxo {
 
 void event_file_init() {
     if (settings.eventfile_ena != 1) return;
+    // Looks like a mistake and stays: nothing is put between the two
+    // (EventFile.FolderAndNameAreJoinedWithoutASeparator).
     event_file.event_path = Ini::ini_read("evtpath") + "TY_all_events.txt";
     event_file.event_fileno = 256;
 }
@@ -23,6 +25,9 @@ void event_line(std::string_view text) {
     });
     event_file.event_output.close();
     if (!failed) return;
+    // Looks like a mistake and stays: no further try in this run, and one message for all reasons
+    // (EventFile.AMissingFolderIsToldOnceAndEndsItForThisRun,
+    // EventFile.EveryKindOfFailureHasTheSameMessage).
     event_file.event_file_failed = true;
     message_box("Directory for Eventfile doesn't exist, start setup Installation !");
 }

@@ -74,7 +74,8 @@ void createlog(i16 channel) {
                                Ini::ini_read("location " + channel_number(channel));
     rec.log_fileno = static_cast<i16>(channel + 1); // every channel has a file of its own
     rec.logname = name_digits(now) + "Qu_" + Ini::ini_read("location " + channel_number(channel)) + ".xlg";
-    // The debug output's words are nearly always true, and said whatever the reason.
+    // Looks like a mistake and stays: the debug output's words are said whatever the reason
+    // (LogLifecycle.TheFolderIsMadeOnceAndThenExists).
     attempt([&] {
         state.log_files[channel].open({.path = folder + "\\" + rec.logname,
                                        .folder = folder,
