@@ -21,7 +21,7 @@ import sys
 HERE = pathlib.Path(__file__).resolve().parent
 ROOT = HERE.parents[1]
 COPIES = ROOT / "build" / "faults"
-COPIED = ("CMakeLists.txt", "CMakePresets.json", "src", "tests", "tools")
+COPIED = ("CMakeLists.txt", "CMakePresets.json", "packaging", "src", "tests", "tools")
 
 
 @dataclasses.dataclass
