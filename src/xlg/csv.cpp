@@ -11,7 +11,7 @@ namespace tyxo::xlg {
 
 namespace {
 
-constexpr std::size_t rows_at_once = 64 * 1024; // bytes
+constexpr std::size_t rows_at_once = std::size_t{64} * 1024; // bytes
 
 const record_form& measured_values() {
     return record_forms().front();

@@ -43,7 +43,7 @@ class line_reader {
     [[nodiscard]] std::int64_t bytes() const { return bytes_; }
 
   private:
-    static constexpr std::size_t default_block = 256 * 1024;
+    static constexpr std::size_t default_block = std::size_t{256} * 1024;
 
     bool fill();
     void finish(line& found, std::size_t length, line_end end);

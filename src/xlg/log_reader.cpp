@@ -26,8 +26,7 @@ void end_of_line(entry& found) {
 
 } // namespace
 
-log_reader::log_reader(byte_source source, std::size_t block)
-    : lines_(block == 0 ? line_reader(std::move(source)) : line_reader(std::move(source), block)) {}
+log_reader::log_reader(byte_source source) : lines_(std::move(source)) {}
 
 bool log_reader::next(entry& found) {
     if (!lines_.next(found.at)) {

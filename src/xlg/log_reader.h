@@ -46,7 +46,7 @@ struct entry {
 
 class log_reader {
   public:
-    explicit log_reader(byte_source source, std::size_t block = 0);
+    explicit log_reader(byte_source source);
 
     /// Puts the next line into `found`; false at the end. Failure: that of the source.
     bool next(entry& found);

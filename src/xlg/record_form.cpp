@@ -49,8 +49,9 @@ unsigned number_length(const char* at, const column_limit& limit) {
     const std::uint64_t blanks = (without_blanks - ones) & ~without_blanks & high_bits;
     const auto length = static_cast<unsigned>(std::countr_zero(blanks)) / 8;
     if (length - 1 >= limit.digits) return 0; // 0 too, and 8 without a blank
-    const std::uint64_t number = characters & ((std::uint64_t{1} << (8 * length)) - 1);
-    const std::uint64_t digits = number ^ (ones * '0' & ((std::uint64_t{1} << (8 * length)) - 1));
+    const std::uint64_t these = ~std::uint64_t{0} >> (64 - 8 * length);
+    const std::uint64_t number = characters & these;
+    const std::uint64_t digits = number ^ (ones * '0' & these);
     if ((((digits + ones * 0x76) | digits) & high_bits) != 0) return 0;
     if (*at == '0' && length > 1) return 0;
     if (length == limit.digits && __builtin_bswap64(number) > limit.order) return 0;
