@@ -12,8 +12,11 @@ constexpr std::size_t kept_of_long_lines = longest_line;
 
 } // namespace
 
-line_reader::line_reader(byte_source source, std::size_t block)
-    : source_(std::move(source)), block_(std::max(block, 4 * kept_of_long_lines)) {}
+line_reader::line_reader(byte_source source, std::size_t block) : source_(std::move(source)) {
+    block = std::max(block, 4 * kept_of_long_lines);
+    memory_ = std::make_unique_for_overwrite<char[]>(block);
+    block_ = {memory_.get(), block};
+}
 
 bool line_reader::next(line& found) {
     for (;;) {
@@ -56,7 +59,7 @@ bool line_reader::fill() {
     std::memmove(front, front + begin_, there);
     begin_ = 0;
     end_ = there;
-    const std::size_t read = source_(std::span(block_).subspan(there));
+    const std::size_t read = source_(block_.subspan(there));
     end_ += read;
     bytes_ += static_cast<std::int64_t>(read);
     return read > 0;

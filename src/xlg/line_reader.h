@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string_view>
-#include <vector>
 
 namespace tyxo::xlg {
 
@@ -49,7 +49,8 @@ class line_reader {
     void finish(line& found, std::size_t length, line_end end);
 
     byte_source source_;
-    std::vector<char> block_;
+    std::unique_ptr<char[]> memory_; ///< not filled before it is read into
+    std::span<char> block_;
     std::size_t begin_ = 0;     ///< of what was not handed out
     std::size_t end_ = 0;       ///< of what was read
     std::size_t searched_ = 0;  ///< bytes behind `begin_` that have no LF
