@@ -28,6 +28,7 @@ class log_check {
             if (one.seconds >= 0) follow_time(one);
         }
         if (!reader_.fault_of_file().empty()) found_.wrong(reader_.fault_of_file());
+        if (!reader_.remark_of_file().empty()) found_.remark(reader_.remark_of_file());
         compare_dates();
         close();
         return found_.wrong_count() == 0;

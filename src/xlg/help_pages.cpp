@@ -24,8 +24,8 @@ constexpr std::string_view check_page =
     R"(xlg check [--gap MINUTES] [--jobs N] FILE...    what is wrong in logs
 
 Tells each finding in a line, FILE:LINE: WHAT (WORDS OF THE LINE), and the figures of each file in a last one.
-A clock that was set back, a log that goes on behind midnight, and a header that more than 24 cylinders cut
-short are remarks and no damage.
+A clock that was set back, a log that goes on behind midnight, a header that more than 24 cylinders cut short,
+and one of zeros for a channel that did not measure are remarks and no damage.
 
   --gap MINUTES    a longer time between two lines is wrong too, unless the measurement was stopped before it
   --jobs N         files at a time

@@ -254,10 +254,8 @@ bool header_lines::ends_early() const {
            whole_number(value("NUMZYL")).value_or(0) > cylinder_max;
 }
 
-std::string header_lines::values_fault() const {
-    const bool zeros =
-        std::ranges::all_of(never_all_zero, [this](const char* tag) { return value(tag) == "0"; });
-    return zeros ? "all values of engine and Evaluator are 0 in the header" : "";
+bool header_lines::all_zero() const {
+    return std::ranges::all_of(never_all_zero, [this](const char* tag) { return value(tag) == "0"; });
 }
 
 std::string header_lines::value(const std::string& tag) const {

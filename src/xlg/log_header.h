@@ -21,8 +21,8 @@ class header_lines {
     [[nodiscard]] std::string take(std::string_view text);
     /// What is missing behind the last line that was taken, or nothing.
     [[nodiscard]] std::string missing() const;
-    /// What is wrong with the values as a whole, or nothing.
-    [[nodiscard]] std::string values_fault() const;
+    /// It was written for a channel whose Evaluator had sent no parameters.
+    [[nodiscard]] bool all_zero() const;
 
     /// The value of the tag's line, without the blanks around it; empty when there was none.
     [[nodiscard]] std::string value(const std::string& tag) const;

@@ -32,6 +32,7 @@ bool log_reader::next(entry& found) {
     if (!lines_.next(found.at)) {
         if (stretch_ == stretch::begin) fault_of_file_ = "empty, it has no header";
         if (stretch_ == stretch::header) fault_of_file_ = header_.missing();
+        if (all_zero_) remark_of_file_ = "all values are 0 in the header, the channel did not measure";
         return false;
     }
     line_number_ = found.at.number;
@@ -45,6 +46,11 @@ bool log_reader::next(entry& found) {
     found.faults_of_log.clear();
     found.remarks.clear();
     read_stretch(found);
+    if (all_zero_ && found.kind == line_kind::record) {
+        all_zero_ = false;
+        found.faults_of_log.emplace_back(
+            "all values of engine and Evaluator are 0 in the header of this record");
+    }
     if (found.at.end != line_end::cr_lf) end_of_line(found);
     return true;
 }
@@ -115,8 +121,7 @@ void log_reader::end_header(entry& found) {
         found.remarks.emplace_back("more than 24 cylinders: the header ends in front of the firing order");
     else if (std::string missing = header_.missing(); !missing.empty())
         found.faults_of_log.push_back(std::move(missing));
-    if (std::string fault = header_.values_fault(); !fault.empty())
-        found.faults_of_log.push_back(std::move(fault));
+    all_zero_ = header_.all_zero();
 }
 
 } // namespace tyxo::xlg

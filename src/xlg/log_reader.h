@@ -53,6 +53,8 @@ class log_reader {
 
     /// What is wrong with the file as a whole, once all lines are read; empty if nothing is.
     [[nodiscard]] const std::string& fault_of_file() const { return fault_of_file_; }
+    /// Likewise what is worth knowing and no damage.
+    [[nodiscard]] const std::string& remark_of_file() const { return remark_of_file_; }
     /// As far as it was read.
     [[nodiscard]] const header_lines& header() const { return header_; }
     [[nodiscard]] std::int64_t bytes() const { return lines_.bytes(); }
@@ -69,7 +71,9 @@ class log_reader {
     header_lines header_;
     stretch stretch_ = stretch::begin;
     std::int64_t line_number_ = 0;
+    bool all_zero_ = false; ///< the header's values, and no record stands behind it
     std::string fault_of_file_;
+    std::string remark_of_file_;
 };
 
 /// What a line behind <LOG> is and holds; `found.at` is given, the rest is new.

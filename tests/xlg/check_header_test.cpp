@@ -5,10 +5,8 @@
 namespace tyxo::xlg {
 namespace {
 
-TEST(XlgCheckHeader, DamagedHeaders) {
-    const std::string header = a_header();
-    const std::string log = six_cylinders();
-    std::string zeros = log;
+/// All values of engine and Evaluator are 0.
+std::string with_zeros(std::string log) {
     for (const auto& [from, to] :
          std::vector<std::pair<const char*, const char*>>{{"<ENGINETYPE> 4", "<ENGINETYPE> 0"},
                                                           {"<CYLCONF> 4", "<CYLCONF> 0"},
@@ -17,7 +15,14 @@ TEST(XlgCheckHeader, DamagedHeaders) {
                                                           {"<PREALARMLEVEL> 75", "<PREALARMLEVEL> 0"},
                                                           {"<OVERSPEED> 1650", "<OVERSPEED> 0"},
                                                           {"<RATEDSPEED> 1500", "<RATEDSPEED> 0"}})
-        zeros = changed(zeros, from, to);
+        log = changed(log, from, to);
+    return log;
+}
+
+TEST(XlgCheckHeader, DamagedHeaders) {
+    const std::string header = a_header();
+    const std::string log = six_cylinders();
+    const std::string zeros = with_zeros(log);
     expect_told({
         {"an empty log", "", {"F: empty, it has no header"}},
         {"no header",
@@ -43,7 +48,8 @@ TEST(XlgCheckHeader, DamagedHeaders) {
          {"F:106: the header ends in front of its <LOG> (<REC1> 13:05:09 51 1480 1234 48 7 </REC1>)"}},
         {"all values are 0",
          zeros,
-         {"F:106: all values of engine and Evaluator are 0 in the header (<LOG>)"}},
+         {"F:107: all values of engine and Evaluator are 0 in the header of this record (<REC1> 13:05:09 51 "
+          "1480 1234 48 7 </REC1>)"}},
         {"a line is missing",
          golden_with("        <OVERSPEED> 1650 </OVERSPEED>\r\n", ""),
          {"F:47: the header has no OVERSPEED (        <RATEDSPEED> 1500 </RATEDSPEED>)"}},
@@ -76,6 +82,13 @@ TEST(XlgCheckHeader, DamagedHeaders) {
          {"F:26: 3 bytes are no text, the first one 0x00 at character 21 (        <TYPECODE> "
           "T\\x00\\x00\\x00 </TYPECODE>)"}},
     });
+}
+
+TEST(XlgCheckHeader, AChannelThatDidNotMeasureHasZerosAndNothingIsWrong) {
+    const verdict found = checked(with_zeros(a_header()));
+    EXPECT_TRUE(found.fine);
+    EXPECT_EQ(found.told,
+              text_lines{"F: remark: all values are 0 in the header, the channel did not measure"});
 }
 
 } // namespace
