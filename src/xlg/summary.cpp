@@ -152,17 +152,14 @@ class log_summary {
     }
 
     void tell_engine() {
-        const header_lines& header = reader_.header();
-        row("Program", shortened(header.value("VERSION"), 100));
-        const std::string arrangement =
-            header.value("CYLCONF") == "2" ? " cylinder V-type" : " cylinder in-line";
-        row("Engine", header.value("NUMZYL") + arrangement + ", " + header.value("ENGINETYPE") +
-                          " stroke, nominal speed " + header.value("RATEDSPEED") + " rpm, overspeed " +
-                          header.value("OVERSPEED") + " rpm");
-        row("Firing order", shortened(header.value("FIRINGORDER"), 200));
-        row("Evaluator", "type code " + shortened(header.value("TYPECODE")) + ", firmware " +
-                             shortened(header.value("FWVERS")) + ", serial number " +
-                             shortened(header.value("EVASNR")));
+        const auto value = [this](const char* tag) { return shortened(reader_.header().value(tag), 200); };
+        row("Program", value("VERSION"));
+        const std::string arrangement = value("CYLCONF") == "2" ? " cylinder V-type" : " cylinder in-line";
+        row("Engine", value("NUMZYL") + arrangement + ", " + value("ENGINETYPE") + " stroke, nominal speed " +
+                          value("RATEDSPEED") + " rpm, overspeed " + value("OVERSPEED") + " rpm");
+        row("Firing order", value("FIRINGORDER"));
+        row("Evaluator", "type code " + value("TYPECODE") + ", firmware " + value("FWVERS") +
+                             ", serial number " + value("EVASNR"));
     }
 
     void tell_lines() {

@@ -72,6 +72,15 @@ TEST(XlgSummary, DamagedLinesAreLeftOutAndCounted) {
               std::string::npos);
 }
 
+TEST(XlgSummary, NothingInALogReachesATerminalAsACommand) {
+    std::string log = six_cylinders();
+    for (const char* const value : {" 6 ", " 1500 ", "TX-6", " 1 5 3 6 2 4 ", "V3.10-0042", "Version 2.10_4"})
+        log = changed(log, value, " \x1B[31m ");
+    const std::string text = summarised(log).text;
+    EXPECT_EQ(text.find('\x1B'), std::string::npos);
+    EXPECT_NE(text.find("type code \\x1B[31m, firmware \\x1B[31m,"), std::string::npos) << text;
+}
+
 TEST(XlgSummary, DifferentCommentsBeyondFiftyAreOneRow) {
     std::vector<std::string> lines;
     for (int number = 100; number < 160; ++number)
