@@ -48,7 +48,7 @@ def core_sources():
     files = [path.relative_to(ROOT) for path in sorted((ROOT / "src").rglob("*"))
              if path.suffix in (".cpp", ".h")]
     return [str(path) for path in files
-            if path.parts[1] != "widgets" and path.parts[1:3] != ("platform", "desktop")
+            if path.parts[1] not in ("widgets", "xlg") and path.parts[1:3] != ("platform", "desktop")
             and not path.stem.endswith("_view") and str(path) != "src/app/main.cpp"]
 
 
