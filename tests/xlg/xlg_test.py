@@ -49,9 +49,6 @@ class Called(unittest.TestCase):
         self.assertEqual(done.returncode, 2)
         self.assertIn(b"cannot write standard output", done.stderr)
 
-    def test_without_a_terminal_nothing_is_told_of_the_progress(self):
-        self.assertEqual(xlg("check", LOG).stderr, b"")
-
     def test_mending_into_the_log_that_comes_in_by_standard_input_is_refused(self):
         with tempfile.TemporaryDirectory() as folder:
             log = Path(folder) / "a.xlg"
@@ -65,26 +62,34 @@ class Called(unittest.TestCase):
 
 
 class Large(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.log = Path(folder.name) / "a.xlg"
+        with self.log.open("wb") as file:
+            file.write(LOG.read_bytes())
+            for _ in range(60):  # 260 MB, more than is read until the progress is shown
+                file.write(RECORD * 100_000)
+
     def test_the_progress_is_shown_on_a_terminal_and_wiped_away(self):
-        with tempfile.TemporaryDirectory() as folder:
-            log = Path(folder) / "a.xlg"
-            with log.open("wb") as file:
-                file.write(LOG.read_bytes())
-                for _ in range(60):
-                    file.write(RECORD * 100_000)
-            ours, theirs = pty.openpty()
-            with subprocess.Popen([XLG, "csv", log], stdout=subprocess.DEVNULL, stderr=theirs) as process:
-                os.close(theirs)
-                shown = b""
-                while True:
-                    try:
-                        shown += os.read(ours, 4096)
-                    except OSError:  # nobody is at the other end any more
-                        break
-            os.close(ours)
+        ours, theirs = pty.openpty()
+        with subprocess.Popen([XLG, "csv", self.log], stdout=subprocess.DEVNULL, stderr=theirs) as process:
+            os.close(theirs)
+            shown = b""
+            while True:
+                try:
+                    shown += os.read(ours, 4096)
+                except OSError:  # nobody is at the other end any more
+                    break
+        os.close(ours)
         self.assertEqual(process.returncode, 0)
         self.assertRegex(shown, rb"\r\[#* *\] \d+ % of \d+ MB, \d+ MB/s\x1b\[K")
         self.assertTrue(shown.endswith(b"\r\x1b[K"), shown[-80:])
+
+    def test_without_a_terminal_no_progress_is_shown(self):
+        done = subprocess.run([XLG, "csv", self.log], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                              check=True)
+        self.assertEqual(done.stderr, b"")
 
     def test_memory_does_not_grow_with_the_file(self):
         for command, piece in ((["check"], RECORD * 10_000), (["summary"], RECORD * 10_000),
