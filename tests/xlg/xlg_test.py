@@ -62,11 +62,12 @@ class Called(unittest.TestCase):
 
 
 class Large(unittest.TestCase):
-    def setUp(self):
+    @classmethod
+    def setUpClass(cls):
         folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.log = Path(folder.name) / "a.xlg"
-        with self.log.open("wb") as file:
+        cls.addClassCleanup(folder.cleanup)
+        cls.log = Path(folder.name) / "a.xlg"
+        with cls.log.open("wb") as file:
             file.write(LOG.read_bytes())
             for _ in range(60):  # 260 MB, more than is read until the progress is shown
                 file.write(RECORD * 100_000)
