@@ -19,16 +19,17 @@ namespace {
 using namespace tyxo;
 using namespace tyxo::xlg;
 
-/// Only files tell how much there is to read.
-bool progress_is_wanted(const arguments& wanted) {
-    return isatty(STDERR_FILENO) != 0 && std::ranges::find(wanted.files, "-") == wanted.files.end();
+/// Only plain files tell how much there is to read.
+bool progress_is_wanted(const arguments& wanted, std::int64_t total) {
+    return isatty(STDERR_FILENO) != 0 && total > 0 &&
+           std::ranges::find(wanted.files, "-") == wanted.files.end();
 }
 
 int run(const arguments& wanted) {
     std::int64_t total = 0;
     for (const std::string& file : wanted.files)
         total += size_of_file(file);
-    progress shown(progress_is_wanted(wanted) ? stderr : nullptr, total);
+    progress shown(progress_is_wanted(wanted, total) ? stderr : nullptr, total);
     const text_sink standard_output = sink_of_stream(stdout, "standard output");
     const text_sink standard_error = sink_of_stream(stderr, "standard error");
     const auto above_progress = [&shown](const text_sink& to) {

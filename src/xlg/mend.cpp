@@ -107,9 +107,16 @@ bool mend_file(const std::string& name, byte_source source, const std::string& p
                const text_sink& out) {
     std::error_code error;
     if (same_file(name, path)) throw failure(path + " is the log itself");
-    if (!force && std::filesystem::exists(std::filesystem::symlink_status(path, error)))
+    const auto there = std::filesystem::symlink_status(path, error);
+    if (!force && std::filesystem::exists(there))
         throw failure(path + " is there already; --force replaces it");
-    if (std::filesystem::is_directory(path, error)) throw failure(path + " is a folder");
+    if (std::filesystem::is_symlink(there)) { // it stays, what it leads to is replaced
+        const std::string target = std::filesystem::canonical(path, error).string();
+        if (error) throw failure(path + " leads nowhere");
+        return mend_file(name, std::move(source), target, force, out);
+    }
+    if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there))
+        throw failure(path + " is no plain file");
     const std::string part = path + ".part";
     open_file file(std::fopen(part.c_str(), "wbx"));
     if (!file) throw failure("cannot create " + part + ": " + std::strerror(errno));

@@ -17,8 +17,8 @@ namespace tyxo::xlg {
                             const text_sink& out);
 
 /// The same into a file, which is there as a whole or not at all: it is written beside its place, with
-/// ".part" behind its name. Failure: the file is there already and `force` does not hold, it is the log
-/// itself, or it cannot be written.
+/// ".part" behind its name. A link stays, and what it leads to is replaced. Failure: the file is there
+/// already and `force` does not hold, it is the log itself or no plain file, or it cannot be written.
 [[nodiscard]] bool mend_file(const std::string& name, byte_source source, const std::string& path, bool force,
                              const text_sink& out);
 

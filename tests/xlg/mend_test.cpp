@@ -6,6 +6,7 @@
 #include "xlg/check.h"
 #include "xlg/log_texts.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tyxo::xlg {
@@ -168,6 +169,24 @@ TEST_F(XlgMendFile, TheLogItselfIsNeverWritten) {
         EXPECT_EQ(file_content(log), before) << name;
     }
     EXPECT_EQ(files(), 3U);
+}
+
+TEST_F(XlgMendFile, ALinkStaysAndWhatItLeadsToIsReplaced) {
+    put(folder / "target", "old");
+    create_symlink(folder / "target", copy);
+    EXPECT_THROW(static_cast<void>(mend(copy)), failure);
+    EXPECT_FALSE(mend(copy, true));
+    EXPECT_TRUE(is_symlink(copy));
+    EXPECT_TRUE(nothing_wrong(file_content(folder / "target")));
+    create_symlink(folder / "nothing", folder / "dangling");
+    EXPECT_THROW(static_cast<void>(mend(folder / "dangling", true)), failure);
+    EXPECT_EQ(files(), 4U);
+}
+
+TEST_F(XlgMendFile, WhatIsNoPlainFileIsNeverReplaced) {
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_THROW(static_cast<void>(mend(folder / "pipe", true)), failure);
+    EXPECT_TRUE(is_fifo(folder / "pipe"));
 }
 
 TEST_F(XlgMendFile, AFailureLeavesNothing) {
