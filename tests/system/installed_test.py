@@ -1,8 +1,10 @@
 """The program where it is installed: what it finds there, and what its desktop and its starter need."""
 
 import configparser
+import gzip
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import tempfile
@@ -72,6 +74,19 @@ class Installed(unittest.TestCase):
         self.assertEqual(len(list(icons.glob(f"*x*/apps/{entry['Icon']}.png"))), 9)
         self.assertTrue((self.prefix / "bin" / entry["Exec"]).exists())
         self.assertTrue((self.prefix / f"share/metainfo/{name}.metainfo.xml").exists())
+
+    def test_everything_that_names_a_version_names_the_same(self):
+        share = self.prefix / "share"
+        cache = (pathlib.Path(os.environ["BUILD"]) / "CMakeCache.txt").read_text()
+        version = re.search(r"^CMAKE_PROJECT_VERSION:STATIC=(.+)$", cache, re.M)[1]
+        metainfo, = share.glob("metainfo/*.xml")
+        found = {metainfo.name: re.search(r'<release version="(.+?)"', metainfo.read_text())[1]}
+        changelog = gzip.open(share / "doc/tyxo/changelog.Debian.gz", "rt").read()
+        found["changelog"] = re.match(r"tyxo \((.+)-\d+\)", changelog)[1]
+        for page in share.glob("man/man1/*"):
+            found[page.name] = re.search(r'^\.TH .* "Tyxo (\d.*?)"', gzip.open(page, "rt").read(), re.M)[1]
+        self.assertEqual(found, dict.fromkeys(found, version))
+        self.assertEqual(len(found), 4)
 
     def starter(self, *words, **options):
         return subprocess.run([self.prefix / "bin/tyxo-plant", *words], stdout=subprocess.DEVNULL,
