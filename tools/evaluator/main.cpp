@@ -82,8 +82,11 @@ Options read_options(const std::vector<std::string>& words) {
 void add_replays(sim::Timeline& timeline, const Options& options) {
     for (size_t i = 0; i < options.replays.size(); ++i) {
         const std::string number = std::to_string(i + 1);
-        for (const std::string& line :
-             {number + " port " + number, number + " replay x" + options.speed + " " + options.replays[i]})
+        std::string port = number;
+        std::string replay = number;
+        port.append(" port ").append(number);
+        replay.append(" replay x").append(options.speed).append(" ").append(options.replays[i]);
+        for (const std::string& line : {port, replay})
             timeline.add(*sim::parse_command(line), 0);
     }
 }
