@@ -174,14 +174,13 @@ void strip_window::collect(std::size_t curve, double column, std::int64_t oldest
     if (ring_.empty()) return;
     line_maker line(points);
     const std::int64_t newest = bucket_of(newest_);
-    const double columns_per_bucket = static_cast<double>(bucket_length()) / column;
     std::int64_t index = std::max(oldest, oldest_bucket());
     for (std::size_t slot = slot_of(index); index <= newest; ++index, slot = (slot + 1) % strip_buckets) {
         const bucket& from = ring_[slot];
         if (from.index != index) continue;
         const extent& values = from.curves[curve];
         if (has_value(values.first)) {
-            line.add(from, values, std::floor(static_cast<double>(index) * columns_per_bucket));
+            line.add(from, values, static_cast<double>(column_of_bucket(index, column)));
         } else {
             line.add_gap();
         }
