@@ -51,6 +51,10 @@ std::optional<local_time> date_of_name(std::string_view path) {
     return date_of_digits(name.substr(0, 8));
 }
 
+std::int64_t midnight_of(const local_time& date) {
+    return std::int64_t{seconds_of_day} * std::chrono::sys_days(calendar(date)).time_since_epoch().count();
+}
+
 std::string iso_time(const std::optional<local_time>& date, int days, int seconds) {
     std::string text;
     if (date) {

@@ -37,6 +37,9 @@ class log_clock {
 /// The date of eight digits, "20260702".
 [[nodiscard]] std::optional<local_time> date_of_digits(std::string_view digits);
 
+/// The date's midnight in seconds since 1970-01-01 00:00, as if there were no time zones.
+[[nodiscard]] std::int64_t midnight_of(const local_time& date);
+
 /// "2026-07-02T13:05:09", so many days behind the date. Without a date it is the time alone.
 [[nodiscard]] std::string iso_time(const std::optional<local_time>& date, int days, int seconds);
 

@@ -47,12 +47,6 @@ struct gap {
     moment behind;
 };
 
-/// "KVD Prealarm ON", "KVD Main ALARM DC ON", "KVD Overspeed Alarm ON".
-bool begins_alarm(std::string_view text) {
-    const auto has = [text](std::string_view word) { return text.find(word) != text.npos; };
-    return text.ends_with(" ON") && (has("ALARM") || has("Prealarm") || has("Overspeed Alarm"));
-}
-
 /// Takes the numbers of a record's body one by one.
 class number_reader {
   public:

@@ -72,6 +72,11 @@ std::string bytes_fault(std::string_view text) {
            std::to_string(first - text.begin() + 1);
 }
 
+bool begins_alarm(std::string_view text) {
+    const auto has = [text](std::string_view word) { return text.find(word) != text.npos; };
+    return text.ends_with(" ON") && (has("ALARM") || has("Prealarm") || has("Overspeed Alarm"));
+}
+
 std::string_view end_fault(line_end end) {
     switch (end) {
     case line_end::lf:

@@ -34,6 +34,9 @@ using text_sink = std::function<void(std::string_view)>;
 /// 5".
 [[nodiscard]] std::string bytes_fault(std::string_view text);
 
+/// Of the text of a comment: "KVD Prealarm ON", "KVD Main ALARM DC ON", "KVD Overspeed Alarm ON".
+[[nodiscard]] bool begins_alarm(std::string_view text);
+
 /// What is wrong with the end of a line, or nothing.
 [[nodiscard]] std::string_view end_fault(line_end end);
 
