@@ -76,7 +76,29 @@ void reduce(i16 channel) {
     chart.Height = small_height();
 }
 
-/// A channel that came into use after the start has a chart without curves.
+void thaw(i16 channel) {
+    charts.chart[channel].Frozen = false;
+    charts.frozen[channel].reset();
+    mainfrm::timers.Timer_chartres[channel].Enabled(false);
+}
+
+} // namespace
+
+std::vector<chart_curve> chart_curves() {
+    std::vector<chart_curve> curves;
+    for (const curve_row& row : curve_rows)
+        curves.push_back({std::string(row.title), row.color});
+    return curves;
+}
+
+strip_row chart_row(const channel_rec& rec, std::int64_t time) {
+    strip_row row;
+    row.time = time;
+    std::ranges::transform(curve_rows, row.values.begin(),
+                           [&rec](const curve_row& curve) { return curve.value(rec); });
+    return row;
+}
+
 void name_curves(iStripChartX& chart, const channel_rec& rec) {
     for (std::size_t curve = 0; curve < chart.curves.size(); ++curve) {
         const auto new_title = curve_rows[curve].new_title;
@@ -85,14 +107,6 @@ void name_curves(iStripChartX& chart, const channel_rec& rec) {
         if (!title.empty()) chart.curves[curve].Title = title;
     }
 }
-
-void thaw(i16 channel) {
-    charts.chart[channel].Frozen = false;
-    charts.frozen[channel].reset();
-    mainfrm::timers.Timer_chartres[channel].Enabled(false);
-}
-
-} // namespace
 
 void mainfrm::opt_res_click(std::size_t index) {
     charts.opt_res = index;
@@ -114,20 +128,15 @@ void setup_time_resolution() {
 
 void setup_chart(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
-    for (const curve_row& row : curve_rows)
-        chart.curves.push_back({std::string(row.title), row.color});
+    chart.curves = chart_curves();
     chart.Title = channel_number(channel) + ": " + sensor::state.channels[channel].location;
 }
 
 void add_chart_row(i16 channel) {
     iStripChartX& chart = charts.chart[channel];
     const channel_rec& rec = sensor::state.channels[channel];
-    strip_row row;
-    row.time = running_ms();
-    std::ranges::transform(curve_rows, row.values.begin(),
-                           [&rec](const curve_row& curve) { return curve.value(rec); });
     name_curves(chart, rec);
-    charts.last_row[channel] = charts.rows[channel].append(row);
+    charts.last_row[channel] = charts.rows[channel].append(chart_row(rec, running_ms()));
 }
 
 void mainfrm::chart_click(i16 channel) {

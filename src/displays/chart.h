@@ -5,13 +5,16 @@
 #include "controls/strip_chart.h"
 #include "controls/strip_history.h"
 #include "displays/layout.h"
+#include "link/channel_rec.h"
 #include "link/indicators.h"
 #include "platform/timer.h"
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace tyxo {
 
@@ -40,6 +43,15 @@ struct chart_controls {
 };
 
 inline chart_controls charts;
+
+/// The curves of a chart, all of them visible.
+[[nodiscard]] std::vector<chart_curve> chart_curves();
+
+/// The values of a record as a row of the chart.
+[[nodiscard]] strip_row chart_row(const channel_rec& rec, std::int64_t time);
+
+/// The titles of the curves that depend on the engine. A chart without curves keeps none.
+void name_curves(iStripChartX& chart, const channel_rec& rec);
 
 /// Gives the options their captions and selects the first.
 void setup_time_resolution();

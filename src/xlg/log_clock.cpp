@@ -55,18 +55,21 @@ std::int64_t midnight_of(const local_time& date) {
     return std::int64_t{seconds_of_day} * std::chrono::sys_days(calendar(date)).time_since_epoch().count();
 }
 
+std::string iso_date(std::int64_t time) {
+    const auto days = std::chrono::floor<std::chrono::days>(std::chrono::seconds(time));
+    const std::chrono::year_month_day day{std::chrono::sys_days(days)};
+    std::string text;
+    append_padded(text, static_cast<int>(day.year()), 4);
+    text += '-';
+    append_padded(text, static_cast<int>(static_cast<unsigned>(day.month())), 2);
+    text += '-';
+    append_padded(text, static_cast<int>(static_cast<unsigned>(day.day())), 2);
+    return text;
+}
+
 std::string iso_time(const std::optional<local_time>& date, int days, int seconds) {
     std::string text;
-    if (date) {
-        const std::chrono::year_month_day day =
-            std::chrono::sys_days(calendar(*date)) + std::chrono::days(days);
-        append_padded(text, static_cast<int>(day.year()), 4);
-        text += '-';
-        append_padded(text, static_cast<int>(static_cast<unsigned>(day.month())), 2);
-        text += '-';
-        append_padded(text, static_cast<int>(static_cast<unsigned>(day.day())), 2);
-        text += 'T';
-    }
+    if (date) text = iso_date(midnight_of(*date) + std::int64_t{seconds_of_day} * days) + 'T';
     append_time(text, {0, 0, 0, seconds / 3600, seconds / 60 % 60, seconds % 60});
     return text;
 }

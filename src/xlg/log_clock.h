@@ -43,4 +43,7 @@ class log_clock {
 /// "2026-07-02T13:05:09", so many days behind the date. Without a date it is the time alone.
 [[nodiscard]] std::string iso_time(const std::optional<local_time>& date, int days, int seconds);
 
+/// "2026-07-02" of a time in seconds since 1970-01-01 00:00, as if there were no time zones.
+[[nodiscard]] std::string iso_date(std::int64_t time);
+
 } // namespace tyxo::xlg

@@ -183,7 +183,7 @@ TEST_F(MeasuredLog, WhatCannotBeReadIsAFailure) {
 TEST_F(MeasuredLog, LogsOfAnEngineAreOneLineOfTime) {
     time_line line("Engine 1");
     const auto add = [&](const std::string& name, const std::vector<std::string>& lines) {
-        auto log = std::make_unique<measured_log>(write(log_of(lines), name));
+        auto log = std::make_shared<measured_log>(write(log_of(lines), name));
         log->read_on();
         line.add(std::move(log));
     };

@@ -40,6 +40,9 @@ class chart_view : public clickable<QCustomPlot>, public spoken_control {
     /// the control's.
     void show_control(const iStripChartX& control);
 
+    /// Draws all of it anew: the rows are others, and not only newer ones.
+    void renew();
+
     /// The height of the title's line, and the parts at its ends that buttons stand in. The title stands in
     /// the middle as long as it keeps free the same at both ends.
     void set_title_room(int line, int left_end, int right_end);
@@ -86,7 +89,6 @@ class chart_view : public clickable<QCustomPlot>, public spoken_control {
 
     void describe();
     void place_badge();
-    void renew();
     void renew_part(const QRect& part);
     void follow_rows();
     void draw_picture(double ratio);

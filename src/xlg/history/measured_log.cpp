@@ -68,6 +68,14 @@ measured values_of_record(std::string_view body) {
     return values;
 }
 
+void take_values(channel_rec& rec, const measured& values) {
+    rec.tsignal = values[0];
+    rec.speed = values[1];
+    rec.tvoltage = values[2];
+    rec.teff_dc = values[3];
+    rec.teff_ac = values[4];
+}
+
 measured_log::measured_log(std::string name, std::function<void(std::size_t)> on_read)
     : file_(std::move(name)), on_read_(std::move(on_read)) {
     begin_again();

@@ -62,6 +62,9 @@ class measured_log {
     /// be opened or read; what was read stays. A file that has become shorter is read anew.
     bool read_on();
 
+    /// In the place of the one before.
+    void tell_reading_to(std::function<void(std::size_t)> on_read) { on_read_ = std::move(on_read); }
+
     [[nodiscard]] const std::string& name() const { return file_.name(); }
     /// As far as it was read.
     [[nodiscard]] const header_lines& header() const { return content_->reader.header(); }
@@ -127,5 +130,8 @@ class measured_log {
 
 /// The measured values of a record's line.
 [[nodiscard]] measured values_of_record(std::string_view body);
+
+/// They become those of the record; the rest of it stays.
+void take_values(channel_rec& rec, const measured& values);
 
 } // namespace tyxo::xlg

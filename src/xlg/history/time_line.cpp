@@ -5,7 +5,7 @@
 
 namespace tyxo::xlg {
 
-void time_line::add(std::unique_ptr<measured_log> log) {
+void time_line::add(std::shared_ptr<measured_log> log) {
     logs_.push_back(std::move(log));
     std::ranges::stable_sort(logs_, {}, [](const auto& one) { return one->first(); });
     sum_up();

@@ -20,7 +20,7 @@ class time_line {
     [[nodiscard]] const std::string& location() const { return location_; }
 
     /// One more log of the engine, which has been read. In any order.
-    void add(std::unique_ptr<measured_log> log);
+    void add(std::shared_ptr<measured_log> log);
     [[nodiscard]] bool has(const std::string& file) const;
 
     /// Reads what has been written to the newest log since. True if there was anything. Failure: that of the
@@ -28,7 +28,7 @@ class time_line {
     bool read_on();
 
     /// In the order of their first times.
-    [[nodiscard]] std::span<const std::unique_ptr<measured_log>> logs() const { return logs_; }
+    [[nodiscard]] std::span<const std::shared_ptr<measured_log>> logs() const { return logs_; }
 
     [[nodiscard]] bool any() const { return first_ <= last_; }
     [[nodiscard]] log_seconds first() const { return first_; }
@@ -64,7 +64,7 @@ class time_line {
     void sum_up();
 
     std::string location_;
-    std::vector<std::unique_ptr<measured_log>> logs_;
+    std::vector<std::shared_ptr<measured_log>> logs_;
     std::vector<log_mark> marks_;
     log_seconds first_ = 1;
     log_seconds last_ = 0;

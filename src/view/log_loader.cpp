@@ -1,0 +1,84 @@
+#include "view/log_loader.h"
+
+#include "basics/failure.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace tyxo::view {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Folders that cannot be read are passed over.
+void add_logs_below(const std::string& folder, std::vector<std::string>& files) {
+    std::error_code error;
+    const auto options = fs::directory_options::skip_permission_denied;
+    for (auto at = fs::recursive_directory_iterator(folder, options, error);
+         !error && at != fs::recursive_directory_iterator(); at.increment(error))
+        if (at->path().extension() == ".xlg" && !at->is_directory(error))
+            files.push_back(at->path().string());
+}
+
+} // namespace
+
+std::vector<std::string> logs_named(const std::vector<std::string>& names) {
+    std::vector<std::string> files;
+    for (const std::string& name : names) {
+        std::error_code error;
+        if (fs::is_directory(name, error))
+            add_logs_below(name, files);
+        else
+            files.push_back(name);
+    }
+    std::ranges::sort(files);
+    files.erase(std::unique(files.begin(), files.end()), files.end());
+    return files;
+}
+
+log_loader::log_loader(std::vector<std::string> files)
+    : files_(std::move(files)), logs_(files_.size()), left_(files_.size()) {
+    for (const std::string& file : files_)
+        total_ += xlg::size_of_file(file);
+    const std::size_t jobs =
+        std::min<std::size_t>(std::max(std::thread::hardware_concurrency(), 1U), files_.size());
+    for (std::size_t job = 0; job < jobs; ++job)
+        workers_.emplace_back([this] { work(); });
+}
+
+log_loader::~log_loader() {
+    stop();
+}
+
+void log_loader::work() {
+    for (std::size_t file = next_++; file < files_.size(); file = next_++) {
+        const auto failed = attempt([&] {
+            if (stopped_) return;
+            auto log = std::make_shared<xlg::measured_log>(files_[file], [this](std::size_t bytes) {
+                if (stopped_) throw failure("stopped");
+                done_ += static_cast<std::int64_t>(bytes);
+            });
+            log->read_on();
+            log->tell_reading_to({});
+            logs_[file] = std::move(log);
+        });
+        if (failed && !stopped_) {
+            const std::lock_guard lock(telling_);
+            failures_.push_back(*failed);
+        }
+        --left_;
+    }
+}
+
+log_list log_loader::take_logs() {
+    workers_.clear();
+    log_list opened;
+    for (auto& log : logs_)
+        if (log) opened.push_back(std::move(log));
+    logs_.clear();
+    return opened;
+}
+
+} // namespace tyxo::view

@@ -1,0 +1,2 @@
+#pragma once
+// The charts of the window on paper and in files.
