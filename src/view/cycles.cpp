@@ -21,6 +21,26 @@ std::int64_t second_of(std::int64_t ms) {
     return ms / 1000 - (ms % 1000 < 0 ? 1 : 0);
 }
 
+/// While it lives, the plant's one channel may be any engine; then it is again what it was before.
+class lent_channel {
+  public:
+    lent_channel() = default;
+    ~lent_channel() {
+        sensor::channel_at(the_channel) = record_;
+        sensor::state.polar_channel = polar_;
+        sensor::state.bar_channel_angacc = angacc_;
+        sensor::state.bar_channel_thermo = thermo_;
+    }
+    lent_channel(const lent_channel&) = delete;
+    lent_channel& operator=(const lent_channel&) = delete;
+
+  private:
+    channel_rec record_ = sensor::channel_at(the_channel);
+    i16 polar_ = sensor::state.polar_channel;
+    i16 angacc_ = sensor::state.bar_channel_angacc;
+    i16 thermo_ = sensor::state.bar_channel_thermo;
+};
+
 /// The plant has one channel, which is this engine.
 void become(const lane& of, std::int64_t ms, bool selected) {
     sensor::state.max_sensors = 1;
@@ -41,6 +61,8 @@ void put(std::array<i32, curve_samples + 1>& into, const xlg::logged_curve& curv
 } // namespace
 
 cycle_times show_cycle(lane& of, std::int64_t ms, bool selected) {
+    std::optional<lent_channel> lent;
+    if (!selected) lent.emplace();
     const xlg::logged_cycle cycle = of.line.cycle_at(second_of(ms));
     become(of, ms, selected);
     setup_plot(the_channel);

@@ -4,18 +4,13 @@
 #include "displays/frmdetailedpic_view.h"
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/text.h"
-#include "view/plant_settings.h"
 #include "view/time_texts.h"
 #include "widgets/screen_room.h"
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QLabel>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QProgressBar>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
@@ -29,10 +24,6 @@ namespace tyxo::view {
 
 namespace {
 
-constexpr int loading_tick = 30;      // ms
-constexpr int follow_tick = 1000;     // ms
-constexpr int movement_time = 140;    // ms
-constexpr int scroll_parts = 100'000; // of the time bar
 constexpr std::int64_t longest_span = 400LL * 86'400'000;
 
 } // namespace
@@ -59,145 +50,6 @@ log_window::~log_window() {
     marks_->clear();
 }
 
-void log_window::make_parts() {
-    page_ = new QWidget;
-    column_ = new QVBoxLayout(page_);
-    column_->setContentsMargins(0, 0, 0, 0);
-    column_->setSpacing(0);
-    nothing_ = new QLabel(tr("Open a log or a folder of logs, or drop it here."), page_);
-    nothing_->setObjectName("nothing");
-    nothing_->setAlignment(Qt::AlignCenter);
-    column_->addWidget(nothing_);
-    area_ = new QScrollArea;
-    area_->setWidget(page_);
-    area_->setWidgetResizable(true);
-    area_->setFrameShape(QFrame::NoFrame);
-    area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    time_bar_ = new QScrollBar(Qt::Horizontal);
-    time_bar_->setObjectName("time_bar");
-    time_bar_->setAccessibleName(tr("Time"));
-    auto* const middle = new QWidget;
-    auto* const column = new QVBoxLayout(middle);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(2);
-    connect(area_->verticalScrollBar(), &QScrollBar::valueChanged, this, &log_window::refresh_later);
-    column->addWidget(area_, 1);
-    column->addWidget(time_bar_);
-    setCentralWidget(middle);
-
-    marks_ = new marks_view(this);
-    auto* const dock = new QDockWidget(tr("Comments"), this);
-    dock->setObjectName("comments");
-    dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
-    dock->setWidget(marks_);
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
-    resizeDocks({dock}, {150}, Qt::Vertical);
-
-    status_ = new QLabel;
-    status_->setObjectName("status");
-    span_ = new QLabel;
-    span_->setObjectName("span");
-    progress_ = new QProgressBar;
-    progress_->setObjectName("progress");
-    progress_->setAccessibleName(tr("Opening"));
-    progress_->setRange(0, 1000);
-    progress_->setMaximumWidth(240);
-    stop_ = new QPushButton(tr("Stop"));
-    stop_->setObjectName("stop");
-    statusBar()->addWidget(status_, 1);
-    statusBar()->addPermanentWidget(progress_);
-    statusBar()->addPermanentWidget(stop_);
-    statusBar()->addPermanentWidget(span_);
-    progress_->hide();
-    stop_->hide();
-
-    connect(stop_, &QPushButton::clicked, this, [this] {
-        if (loader_) loader_->stop();
-    });
-    connect(marks_, &marks_view::jumped, this, [this](qint64 time, int lane) {
-        select(static_cast<std::size_t>(lane));
-        jump_to(time);
-    });
-    connect(time_bar_, &QScrollBar::valueChanged, this, [this](int value) {
-        const double share = static_cast<double>(value) / scroll_parts;
-        const std::int64_t from = whole_.from + std::llround(share * static_cast<double>(whole_.span()));
-        show_range({from, from + range_.span()});
-    });
-    refresh_timer_.setSingleShot(true);
-    connect(&refresh_timer_, &QTimer::timeout, this, &log_window::refresh);
-    connect(&loading_timer_, &QTimer::timeout, this, &log_window::take_opened);
-    connect(&follow_timer_, &QTimer::timeout, this, &log_window::follow);
-    movement_.setDuration(movement_time);
-    movement_.setStartValue(0.0);
-    movement_.setEndValue(1.0);
-    movement_.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&movement_, &QVariantAnimation::valueChanged, this, [this](const QVariant& value) {
-        const double share = value.toDouble();
-        const auto between = [share](std::int64_t from, std::int64_t to) {
-            return from + std::llround(share * static_cast<double>(to - from));
-        };
-        show_range({between(moved_from_.from, moved_to_.from), between(moved_from_.to, moved_to_.to)});
-    });
-}
-
-void log_window::open(const std::vector<std::string>& names) {
-    for (const std::string& name : names)
-        if (std::ranges::find(names_, name) == names_.end()) names_.push_back(name);
-    if (loader_) return; // it is looked at again when this has ended
-    std::vector<std::string> files = logs_named(names_);
-    std::erase_if(
-        files, [this](const std::string& file) { return std::ranges::find(opened_, file) != opened_.end(); });
-    if (files.empty()) {
-        if (logs_.empty() && !names.empty())
-            tell(tr("There is no log in %1.").arg(QString::fromStdString(names.front())));
-        return;
-    }
-    opened_.insert(opened_.end(), files.begin(), files.end());
-    if (logs_.empty()) load_plant_settings(files.front());
-    loader_ = std::make_unique<log_loader>(std::move(files));
-    loading_timer_.start(loading_tick);
-    progress_->setValue(0);
-    progress_->setVisible(logs_.empty());
-    stop_->setVisible(logs_.empty());
-    show_status();
-}
-
-void log_window::take_opened() {
-    const std::int64_t total = std::max<std::int64_t>(loader_->total(), 1);
-    progress_->setValue(static_cast<int>(1000 * loader_->done() / total));
-    if (!loader_->ended()) return;
-    loading_timer_.stop();
-    const std::unique_ptr<log_loader> ended = std::move(loader_);
-    progress_->hide();
-    stop_->hide();
-    const bool first = logs_.empty();
-    const bool at_the_end = range_.to >= whole_.to;
-    log_list more = ended->take_logs();
-    // One that has just been begun is looked at again.
-    std::erase_if(more, [this](const auto& log) {
-        if (!log->any()) std::erase(opened_, log->name());
-        return !log->any();
-    });
-    logs_.insert(logs_.end(), more.begin(), more.end());
-    if (!more.empty()) make_lanes();
-    if (first)
-        show_range(whole_);
-    else if (at_the_end)
-        show_range({whole_.to - range_.span(), whole_.to});
-    if (first) set_cursor(whole_.from + whole_.span() / 2);
-    if (!ended->failures().empty()) {
-        QString words;
-        for (const std::string& why : ended->failures())
-            words += QString::fromStdString(why) + '\n';
-        tell(tr("Some logs could not be read:\n\n%1").arg(front_of(words, 2000)));
-    }
-    if (ended->stopped()) tell(tr("Opening was stopped; %1 logs are open.").arg(logs_.size()));
-    follow_timer_.start(follow_tick);
-    refresh();
-    if (first && !views_.empty()) views_.front()->take_focus();
-    open({}); // what came meanwhile
-}
-
 void log_window::make_lanes() {
     marks_->clear();
     for (lane_view* const view : views_)
@@ -209,16 +61,7 @@ void log_window::make_lanes() {
     for (std::size_t index = 0; index < lanes_.size(); ++index) {
         for (std::size_t curve = 0; curve < strip_curves; ++curve)
             lanes_[index]->chart.curves[curve].Visible = curves_shown_[curve];
-        auto* const view = new lane_view(*lanes_[index], QString("lane_%1").arg(index), page_);
-        connect(view, &lane_view::pointed, this, &log_window::set_cursor);
-        connect(view, &lane_view::dragged, this, &log_window::shift_by);
-        connect(view, &lane_view::zoomed, this, &log_window::zoom);
-        connect(view, &lane_view::scrolled, this,
-                [this](double pages) { shift_by(std::llround(pages * static_cast<double>(range_.span()))); });
-        connect(view, &lane_view::appeared, this, &log_window::refresh_later);
-        connect(view, &lane_view::chosen, this, [this, index] { select(index); });
-        connect(view, &lane_view::scope_clicked, this,
-                [this] { desktop::run_handler(desktop::source::view, open_detailed_display); });
+        lane_view* const view = make_view(index);
         column_->addWidget(view, 1);
         views_.push_back(view);
     }
@@ -227,12 +70,30 @@ void log_window::make_lanes() {
     for (QAction* const action : need_lanes_)
         action->setEnabled(!lanes_.empty());
     ++changes_;
-    setWindowTitle(lanes_.empty() ? tr("Tyxo Log View")
-                                  : tr("%1 - Tyxo Log View")
-                                        .arg(moment_text(whole_.from).left(10) +
-                                             (whole_.span() > span_choices[3].span
-                                                  ? tr(" to ") + moment_text(whole_.to - 1).left(10)
-                                                  : QString())));
+    show_title();
+}
+
+lane_view* log_window::make_view(std::size_t index) {
+    auto* const view = new lane_view(*lanes_[index], QString("lane_%1").arg(index), page_);
+    connect(view, &lane_view::pointed, this, &log_window::set_cursor);
+    connect(view, &lane_view::dragged, this, &log_window::shift_by);
+    connect(view, &lane_view::zoomed, this, &log_window::zoom);
+    connect(view, &lane_view::scrolled, this,
+            [this](double pages) { shift_by(std::llround(pages * static_cast<double>(range_.span()))); });
+    connect(view, &lane_view::appeared, this, &log_window::refresh_later);
+    connect(view, &lane_view::chosen, this, [this, index] { select(index); });
+    connect(view, &lane_view::scope_clicked, this,
+            [this] { desktop::run_handler(desktop::source::view, open_detailed_display); });
+    return view;
+}
+
+/// The days in sight of all logs.
+void log_window::show_title() {
+    const QString first = moment_text(whole_.from).left(10);
+    const QString last = moment_text(whole_.to - 1).left(10);
+    QString title = tr("Tyxo Log View");
+    if (!lanes_.empty()) title = (first == last ? first : tr("%1 to %2").arg(first, last)) + " - " + title;
+    setWindowTitle(title);
 }
 
 void log_window::set_order(lane_order order) {
@@ -407,32 +268,6 @@ void log_window::show_other_windows() {
          [this] { return std::make_unique<bar_diagram_view>(Frmbarpic2::state, "Frmbarpic2", this); });
 }
 
-void log_window::follow() {
-    if (!following_ || lanes_.empty()) return;
-    if (++follow_ticks_ % 5 == 0) open({}); // new files of the folders
-    if (loader_) return;
-    const bool at_the_end = range_.to >= whole_.to;
-    bool grown = false;
-    for (const auto& one : lanes_) {
-        const xlg::log_seconds before = one->line.last();
-        bool more = false;
-        if (const auto why = attempt([&] { more = one->line.read_on(); }))
-            statusBar()->showMessage(QString::fromStdString(*why), 10'000);
-        if (more) one->kept.forget_from(before);
-        grown = grown || more;
-    }
-    if (!grown) return;
-    marks_->show_lanes(lanes_);
-    const std::int64_t before = whole_.to;
-    whole_ = whole_range(lanes_);
-    ++changes_;
-    if (at_the_end && range_.span() < before - whole_.from)
-        show_range({range_.from + whole_.to - before, range_.to + whole_.to - before});
-    else if (at_the_end)
-        show_range({range_.from, whole_.to});
-    refresh_later();
-}
-
 void log_window::tell(const QString& what) {
     auto* const box = new QMessageBox(QMessageBox::Information, windowTitle(), what, QMessageBox::Ok, this);
     box->setObjectName("message_box");
@@ -447,17 +282,6 @@ void log_window::closeEvent(QCloseEvent* event) {
     for (auto& bars : bars_)
         bars.reset();
     event->accept();
-}
-
-void log_window::dragEnterEvent(QDragEnterEvent* event) {
-    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
-}
-
-void log_window::dropEvent(QDropEvent* event) {
-    std::vector<std::string> names;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile()) names.push_back(url.toLocalFile().toStdString());
-    if (!names.empty()) open(names);
 }
 
 } // namespace tyxo::view

@@ -53,6 +53,8 @@ inline constexpr std::int64_t shortest_span = 2000; // ms
 class log_window : public QMainWindow {
     Q_OBJECT
 
+    static constexpr int scroll_parts = 100'000; ///< of the time bar
+
   public:
     /// Opens these files and folders, if there are any.
     explicit log_window(std::vector<std::string> names);
@@ -98,9 +100,20 @@ class log_window : public QMainWindow {
     void page(double share);
     [[nodiscard]] std::int64_t cursor_in_sight() const;
 
+    // log_window_parts.cpp
     void make_parts();
+    void make_page();
+    void make_status_bar();
+    void connect_parts();
+    void make_movement();
+
+    // log_window_open.cpp
     void take_opened();
+    void tell_failures(const log_loader& ended);
+
     void make_lanes();
+    lane_view* make_view(std::size_t index);
+    void show_title();
     void show_status();
     void show_scroll_bar();
     void refresh_later();
@@ -120,6 +133,7 @@ class log_window : public QMainWindow {
     std::vector<std::string> names_; ///< as they were given: a folder is looked through again
     log_list logs_;
     std::vector<std::string> opened_;
+    bool ask_again_ = false; ///< more was asked for while some were being opened
     std::unique_ptr<log_loader> loader_;
     lane_order order_ = lane_order::engines;
     std::vector<std::unique_ptr<lane>> lanes_;

@@ -33,6 +33,7 @@ QAction* log_window::add_action(const QString& name, const QString& text, const 
     auto* const action = new QAction(text, this);
     action->setObjectName(name);
     action->setShortcut(key);
+    action->setShortcutContext(Qt::ApplicationShortcut); // also while the Detailed Display has the keyboard
     if (!key.isEmpty())
         action->setToolTip(QString(text).remove('&').remove("...") + " (" +
                            key.toString(QKeySequence::NativeText) + ")");

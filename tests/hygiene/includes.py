@@ -3,10 +3,11 @@
 import re
 
 FLOORS = {"basics": 0, "controls": 1, "platform": 2, "link": 3, "widgets": 3, "settings": 4, "displays": 5,
-          "gateway": 5, "logging": 6, "dialogs": 7, "xlg": 7, "app": 8}
+          "gateway": 5, "logging": 6, "dialogs": 7, "xlg": 7, "app": 8,
+          "view": 8}
 
 QT = re.compile(r"([Qq][A-Za-z]|ui_|moc_)")
-DESKTOP = re.compile(r"src/(platform/desktop/.*|widgets/.*|(.*/)?[^/]*_view\.(h|cpp)|app/main\.cpp)")
+DESKTOP = re.compile(r"src/(platform/desktop/.*|widgets/.*|view/.*|(.*/)?[^/]*_view\.(h|cpp)|app/main\.cpp)")
 
 STANDARD = set("""
     algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono
