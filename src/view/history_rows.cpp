@@ -65,12 +65,21 @@ strip_window rows_of(const xlg::time_line& line, kept_records& kept, const time_
         for (const xlg::measured_row& row : kept.meeting(line, {range.from - lead, range.to}))
             if (row.ms >= range.from - lead && row.ms < range.to) make.add(row.ms, row.values);
     } else {
-        const double longest = static_cast<double>(rows.bucket_length()) / 1000;
-        line.each_step(longest, floored(range.from - lead, 1000), floored(range.to, 1000),
+        const std::int64_t bucket = rows.bucket_length();
+        line.each_step(static_cast<double>(bucket) / 1000, floored(range.from - lead, 1000),
+                       floored(range.to, 1000),
                        [&](xlg::log_seconds first, xlg::log_seconds length, const xlg::extremes& values) {
-                           if (first * 1000 >= range.to) return;
-                           make.add(first * 1000, values.least);
-                           make.add(std::min((first + length) * 1000, range.to) - 1, values.greatest);
+                           const std::int64_t begin = first * 1000;
+                           const std::int64_t last = std::min(begin + length * 1000, range.to) - 1;
+                           if (last < begin) return;
+                           make.add(begin, values.least);
+                           // Rows of two buckets of the chart are joined where they are near each other.
+                           const std::int64_t edge = floored(last, bucket) * bucket;
+                           if (edge > begin) {
+                               make.add(edge - 1, values.greatest);
+                               make.add(edge, values.least);
+                           }
+                           make.add(last, values.greatest);
                        });
     }
     // An empty row, with which the window ends.

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int gap = 4;
 constexpr int title_line = 24;
-constexpr int values_width = 500; ///< in front of the chart's title
+constexpr int values_width = 580; ///< in front of the chart's title
 constexpr int cycle_line = 18;
 constexpr int greatest_scope = 240;
 constexpr double ms_per_day = 86'400'000;
@@ -139,14 +139,14 @@ void lane_view::show_range() {
 
 QString lane_view::values_text(std::int64_t ms) const {
     const auto row = values_at(lane_, ms);
-    if (!row) return clock_text(ms) + tr("   no record");
+    if (!row) return moment_text(ms) + tr("   no record");
     const xlg::measured& values = row->values;
-    return clock_text(row->ms) + tr("   Tsig %1 %   %2 rpm   TmV %3 mV   Teff DC %4 %   AC %5 %")
-                                     .arg(values[0])
-                                     .arg(values[1])
-                                     .arg(values[2] / 100.0, 0, 'f', 2)
-                                     .arg(values[3])
-                                     .arg(values[4]);
+    return moment_text(row->ms) + tr("   Tsig %1 %   %2 rpm   TmV %3 mV   Teff DC %4 %   AC %5 %")
+                                      .arg(values[0])
+                                      .arg(values[1])
+                                      .arg(values[2] / 100.0, 0, 'f', 2)
+                                      .arg(values[3])
+                                      .arg(values[4]);
 }
 
 void lane_view::show_values(std::int64_t ms) {
