@@ -33,7 +33,7 @@ class lane_view : public QWidget {
     Q_OBJECT
 
   public:
-    static constexpr int least_height = 170;
+    static constexpr int least_height = 150;
 
     lane_view(lane& shown, const QString& name, QWidget* parent);
 

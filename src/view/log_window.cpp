@@ -35,7 +35,7 @@ log_window::log_window(std::vector<std::string> names) {
     setAcceptDrops(true);
     make_parts();
     make_actions();
-    resize(QSize(1280, 960).boundedTo(screen_room(*this)));
+    resize(QSize(1600, 1000).boundedTo(screen_room(*this)));
     // Its check boxes and sizes take effect with the next curve, which is this one again.
     desktop::on_handled([this](desktop::source) {
         ++changes_;
@@ -236,8 +236,10 @@ void log_window::show_scroll_bar() {
 void log_window::show_status() {
     if (loader_ && logs_.empty()) {
         status_->setText(tr("Opening %1 MB ...").arg(loader_->total() / 1'000'000));
+        nothing_->setText(tr("The logs are being opened."));
     } else if (lanes_.empty()) {
         status_->setText(tr("Nothing is open"));
+        nothing_->setText(tr("Open a log or a folder of logs, or drop it here."));
     } else {
         std::int64_t left_out = 0;
         for (const auto& log : logs_)

@@ -30,7 +30,7 @@ void log_window::make_parts() {
     dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
     dock->setWidget(marks_);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
-    resizeDocks({dock}, {150}, Qt::Vertical);
+    resizeDocks({dock}, {130}, Qt::Vertical);
     make_status_bar();
     connect_parts();
     make_movement();
@@ -42,7 +42,7 @@ void log_window::make_page() {
     column_ = new QVBoxLayout(page_);
     column_->setContentsMargins(0, 0, 0, 0);
     column_->setSpacing(0);
-    nothing_ = new QLabel(tr("Open a log or a folder of logs, or drop it here."), page_);
+    nothing_ = new QLabel(page_);
     nothing_->setObjectName("nothing");
     nothing_->setAlignment(Qt::AlignCenter);
     column_->addWidget(nothing_);
