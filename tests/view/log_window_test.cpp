@@ -117,6 +117,13 @@ class log_window_test : public QObject {
         QVERIFY(!detailed.isVisible());
     }
 
+    void a_scope_that_is_drawn_leaves_the_selected_engine_alone() {
+        set_cursor(midnight + 3 * hour);
+        static_cast<void>(show_cycle(*window_->lanes()[1], midnight + 3 * hour, false));
+        open_detailed_display();
+        QCOMPARE(frmdetailedpic::state.form.Caption, std::string("Detailed Display Engine 1"));
+    }
+
     void zooming_leaves_the_time_under_the_mouse_where_it_is() {
         auto& cursor = part(*window_, "lane_0_cursor");
         const QPoint place(cursor.width() / 3, cursor.height() / 2);

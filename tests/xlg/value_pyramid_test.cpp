@@ -69,6 +69,15 @@ TEST(ValuePyramid, WhatWasNotSettledYetJoinsTheLevelsAboveWithTheNextSettling) {
     EXPECT_EQ(steps_of(pyramid, 1, midnight, midnight + 4), (std::vector<step>{{midnight, 5, 9}}));
 }
 
+TEST(ValuePyramid, WhatWasNotSettledYetMovesOnWhenAnEarlierSecondComes) {
+    value_pyramid pyramid;
+    pyramid.add(midnight + 5000, all(7));
+    pyramid.add(midnight - 10'000, all(3));
+    pyramid.settle();
+    EXPECT_EQ(steps_of(pyramid, 2, midnight - 20'000, midnight + 20'000),
+              (std::vector<step>{{midnight - 10'000, 3, 3}, {midnight + 4992, 7, 7}}));
+}
+
 TEST(ValuePyramid, TheLongestStepThatIsShortEnoughIsTaken) {
     EXPECT_EQ(value_pyramid::level_for(0.01), 0);
     EXPECT_EQ(value_pyramid::level_for(3.9), 0);

@@ -1,6 +1,7 @@
 #include "xlg/history/measured_log.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace tyxo::xlg {
@@ -8,6 +9,8 @@ namespace tyxo::xlg {
 namespace {
 
 constexpr log_seconds day = 86'400;
+/// The minute of lines that are left out.
+constexpr std::int64_t never = std::numeric_limits<std::int64_t>::min();
 
 std::int64_t minute_of(log_seconds time) {
     return time / 60 - (time % 60 < 0 ? 1 : 0);
@@ -119,13 +122,14 @@ void measured_log::take(const entry& one) {
         content_->midnight = date ? midnight_of(*date) : 0;
     }
     const log_seconds time = *content_->midnight + content_->clock.day() * day + one.seconds;
-    if (any() && (time > content_->first + longest || time < content_->last - longest)) {
+    const bool of_no_log = any() && (time > content_->first + longest || time < content_->last - longest);
+    const std::int64_t minute = of_no_log ? never : minute_of(time);
+    if (content_->stretches.empty() || content_->stretches.back().minute != minute)
+        content_->stretches.push_back({minute, begin});
+    if (of_no_log) {
         ++content_->left_out;
         return;
     }
-    const std::int64_t minute = minute_of(time);
-    if (content_->stretches.empty() || content_->stretches.back().minute != minute)
-        content_->stretches.push_back({minute, begin});
     content_->first = any() ? std::min(content_->first, time) : time;
     content_->last = std::max(content_->last, time);
     take_timed(one, time);
@@ -162,10 +166,7 @@ template <class Take> void measured_log::each_line(std::size_t index, Take take)
         one.form = nullptr;
         one.seconds = -1;
         read_log_line(one);
-        if (!one.sound() || one.seconds < 0) continue;
-        // A line of a time that no log has stands among those of another minute.
-        const log_seconds time = here.minute * 60 + one.seconds % 60;
-        if ((time - one.seconds) % day == 0) take(one, time);
+        if (one.sound() && one.seconds >= 0) take(one, here.minute * 60 + one.seconds % 60);
     }
 }
 
