@@ -1,6 +1,7 @@
 #include "widgets/paint_view.h"
 
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QWidget>
 
@@ -35,6 +36,11 @@ QColor shaded(const QColor& color, const QWidget& widget) {
 
 QColor shaded_ground(const QColor& color, const QWidget& widget) {
     return widget.isEnabled() ? color : mixed(color, QColor(muted), 0.25);
+}
+
+bool paints_lines(const QPainter& painter) {
+    const QPaintEngine::Type type = painter.paintEngine()->type();
+    return type == QPaintEngine::SVG || type == QPaintEngine::Pdf;
 }
 
 void paint_focus_rim(QPainter& painter, const QRectF& place) {

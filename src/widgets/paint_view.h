@@ -44,6 +44,10 @@ inline constexpr QRgb focus = 0xFF1C4F9C;
 /// The same for what lies under the marks: drawn less far, so that they stay legible.
 [[nodiscard]] QColor shaded_ground(const QColor& color, const QWidget& widget);
 
+/// True of a painter onto a file of lines and letters, such as SVG and PDF: there nothing is painted from a
+/// kept picture, so that it is sharp at any size.
+[[nodiscard]] bool paints_lines(const QPainter& painter);
+
 /// Smaller labels of a gauge cannot be read.
 inline constexpr int least_label_pixels = 8;
 
@@ -97,7 +101,7 @@ class face_cache {
     /// covers its widget has a ground, and is copied faster.
     template <class Paint>
     void show(QPainter& painter, const QWidget& widget, Paint paint, const QColor& ground = Qt::transparent) {
-        if (!cacheable(widget)) {
+        if (!cacheable(widget) || paints_lines(painter)) {
             painter.fillRect(widget.rect(), ground);
             paint(painter);
             return;

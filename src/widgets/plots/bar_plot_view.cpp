@@ -1,5 +1,6 @@
 #include "widgets/plots/bar_plot_view.h"
 
+#include "widgets/paint_view.h"
 #include "widgets/show.h"
 
 #include <QEvent>
@@ -136,7 +137,17 @@ void bar_plot_view::draw_anew() {
 
 void bar_plot_view::paintEvent(QPaintEvent* event) {
     if (std::exchange(stale_, false)) replot(rpQueuedRefresh);
-    QCustomPlot::paintEvent(event);
+    if (!paint_as_lines()) QCustomPlot::paintEvent(event);
+}
+
+/// False on the screen, where the library has a picture of its own.
+bool bar_plot_view::paint_as_lines() {
+    QCPPainter painter(this);
+    if (!paints_lines(painter)) return false;
+    painter.setMode(QCPPainter::pmVectorized);
+    painter.setMode(QCPPainter::pmNoCaching);
+    toPainter(&painter, width(), height());
+    return true;
 }
 
 void bar_plot_view::show_axes() {

@@ -33,6 +33,7 @@ class bar_plot_view : public QCustomPlot, public spoken_control {
 
   private:
     void draw_anew();
+    [[nodiscard]] bool paint_as_lines();
     void show_axes();
     void show_series();
     void show_marks(std::size_t series, const QVector<double>& keys, const QVector<double>& values);

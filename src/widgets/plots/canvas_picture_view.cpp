@@ -166,8 +166,23 @@ void canvas_picture::paint_lines_above(const layer* below, const QRegion& area) 
     paint_lines(painted, lines_.size());
 }
 
+void canvas_picture::paint(QPainter& painter, const canvas& surface, const canvas_look& look) {
+    const QRectF visible(QPointF(), look.size);
+    canvas_picture once;
+    once.look_ = look;
+    once.lines_ = canvas_lines(surface.strokes, {look.origin.x(), look.origin.y(), look.unit, visible});
+    once.texts_ = surface.texts;
+    painter.fillRect(visible, look.ground);
+    once.paint_lines(painter, 0, once.lines_.size());
+    once.paint_texts(painter);
+}
+
 void canvas_picture::paint_lines(std::size_t from, std::size_t to) {
     QPainter painter(&image_);
+    paint_lines(painter, from, to);
+}
+
+void canvas_picture::paint_lines(QPainter& painter, std::size_t from, std::size_t to) const {
     painter.setRenderHint(QPainter::Antialiasing);
     const double scale = pen_scale();
     for (const line_run& run : std::span(lines_).subspan(from, to - from)) {
@@ -193,6 +208,10 @@ std::optional<QPointF> canvas_picture::text_place(const canvas_text& text) const
 
 void canvas_picture::paint_texts() {
     QPainter painter(&image_);
+    paint_texts(painter);
+}
+
+void canvas_picture::paint_texts(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(look_.text_font);
     for (const canvas_text& text : texts_) {

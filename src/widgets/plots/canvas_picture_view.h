@@ -38,6 +38,9 @@ class canvas_picture {
 
     [[nodiscard]] const QImage& image() const { return image_; }
 
+    /// Paints all of a surface, and keeps nothing.
+    static void paint(QPainter& painter, const canvas& surface, const canvas_look& look);
+
   private:
     /// The first lines alone.
     struct layer {
@@ -50,7 +53,9 @@ class canvas_picture {
     void begin_anew(const canvas_look& look);
     void add_layer(std::size_t lines);
     void paint_lines_above(const layer* below, const QRegion& area);
+    void paint_lines(QPainter& painter, std::size_t from, std::size_t to) const;
     void paint_lines(std::size_t from, std::size_t to);
+    void paint_texts(QPainter& painter) const;
     void paint_texts();
     [[nodiscard]] double pen_scale() const;
     [[nodiscard]] std::optional<QPointF> text_place(const canvas_text& text) const; ///< of its baseline

@@ -78,8 +78,12 @@ QString canvas_view::spoken_text() const {
 }
 
 void canvas_view::paintEvent(QPaintEvent* event) {
-    if (!picture_.shows(surface_, look())) renew_picture(event->region());
     QPainter painter(this);
+    if (paints_lines(painter)) {
+        canvas_picture::paint(painter, surface_, look());
+        return;
+    }
+    if (!picture_.shows(surface_, look())) renew_picture(event->region());
     paint_parts(painter, *event, [&](const QRect& /*part*/) { painter.drawImage(0, 0, picture_.image()); });
 }
 

@@ -59,22 +59,23 @@ QRectF paint_titles(QPainter& painter, const iStripChartX& chart, QRectF area) {
     return area;
 }
 
-void paint_chart(QCPPainter& painter, const iStripChartX& chart, const strip_window& rows,
-                 const QRectF& area) {
-    const double enlarged = painter.device()->logicalDpiX() / layout_pixels;
+} // namespace
+
+void paint_chart(QCPPainter& painter, const iStripChartX& chart, const strip_window& rows, const QRectF& area,
+                 double enlarged, bool cut) {
     const QSize size(static_cast<int>(area.width() / enlarged), static_cast<int>(area.height() / enlarged));
     QCustomPlot plot;
     plot.resize(size);
-    strip_plot(plot, {.paper = true, .title_line = 0}).show(chart, rows);
+    strip_plot(plot, {.paper = true, .title_line = 0, .cut = cut}).show(chart, rows);
+    painter.save();
     painter.translate(area.topLeft());
     painter.scale(enlarged, enlarged);
     painter.setMode(QCPPainter::pmVectorized);
     painter.setMode(QCPPainter::pmNoCaching);
     painter.setMode(QCPPainter::pmNonCosmetic);
     plot.toPainter(&painter, size.width(), size.height());
+    painter.restore();
 }
-
-} // namespace
 
 bool paint_chart_page(QPrinter& printer, const iStripChartX& chart, const strip_window& rows) {
     printer.setPageOrientation(chart.PrintMode == 1 ? QPageLayout::Landscape : QPageLayout::Portrait);
@@ -82,7 +83,8 @@ bool paint_chart_page(QPrinter& printer, const iStripChartX& chart, const strip_
     QCPPainter painter;
     if (!painter.begin(&printer)) return false;
     const QRectF area = paint_titles(painter, chart, area_of(printer, chart));
-    if (area.height() > printer.resolution() / 2.0) paint_chart(painter, chart, rows, area);
+    const double enlarged = printer.logicalDpiX() / layout_pixels;
+    if (area.height() > printer.resolution() / 2.0) paint_chart(painter, chart, rows, area, enlarged);
     const bool ended = painter.end();
     return ended && printer.printerState() != QPrinter::Error;
 }

@@ -1,6 +1,7 @@
 #include "widgets/plots/strip_plot.h"
 
 #include "controls/time_axis.h"
+#include "controls/xy_plot_geometry.h"
 #include "platform/desktop/text.h"
 #include "widgets/colour.h"
 #include "widgets/plots/given_ticks.h"
@@ -11,6 +12,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 
 namespace tyxo {
 
@@ -243,7 +246,29 @@ void strip_plot::fill(std::size_t curve, const strip_window& rows) {
         if (alone) data.push_back({time - dot_pixels * span_ / graph_width(), value});
         data.push_back({time, value});
     }
-    graph.data()->set(data, true);
+    graph.data()->set(look_.cut ? cut_off(data) : data, true);
+}
+
+/// What of a line lies inside the axes.
+QVector<QCPGraphData> strip_plot::cut_off(const QVector<QCPGraphData>& line) const {
+    const auto axis = [](const QCPAxis& one) { return plot_axis{one.range().lower, one.range().size()}; };
+    const plot_axis across = axis(*plot_.xAxis);
+    const plot_axis up = axis(*plot_.yAxis);
+    QVector<QCPGraphData> inside;
+    std::optional<plot_point> end;
+    for (qsizetype index = 1; index < line.size(); ++index) {
+        const QCPGraphData& from = line[index - 1];
+        const QCPGraphData& to = line[index];
+        const auto part = visible_part({{from.key, from.value}, {to.key, to.value}}, across, up);
+        if (!part) continue;
+        if (part->from != end) {
+            if (end) inside.push_back({part->from.x, std::numeric_limits<double>::quiet_NaN()});
+            inside.push_back({part->from.x, part->from.y});
+        }
+        inside.push_back({part->to.x, part->to.y});
+        end = part->to;
+    }
+    return inside;
 }
 
 } // namespace tyxo

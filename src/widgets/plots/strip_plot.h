@@ -13,6 +13,7 @@
 
 #include <vector>
 
+class QCPGraphData;
 class QCustomPlot;
 
 namespace tyxo {
@@ -23,6 +24,7 @@ class given_ticks;
 struct strip_look {
     bool paper = false;  ///< white around the axes; the grid keeps its ground, or the white curve were lost
     int title_line = 24; ///< left free at the top, in pixels
+    bool cut = false;    ///< curves end at the axes by their points, for what knows no clipping
 };
 
 /// Sets up a plot as a strip chart: axes, a row of legend entries above. On paper the plot library draws
@@ -70,6 +72,7 @@ class strip_plot {
     void add_time_ticks(double from, double to);
     void add_even_ticks();
     void fill(std::size_t curve, const strip_window& rows);
+    [[nodiscard]] QVector<QCPGraphData> cut_off(const QVector<QCPGraphData>& line) const;
     [[nodiscard]] bool clock_moved() const;
     [[nodiscard]] QColor muted(colour value) const;
     [[nodiscard]] double span_of(const strip_window& rows) const;
