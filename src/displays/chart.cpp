@@ -217,11 +217,14 @@ const strip_window& shown_rows(i16 channel) {
 void show_curves_by_settings() {
     for (i16 channel = 0; channel < sensor::state.max_sensors; ++channel) {
         // A channel that came into use after the start has a chart without curves.
-        auto& curves = charts.chart[channel].curves;
-        for (std::size_t curve = 0; curve < curves.size(); ++curve) {
-            const auto hidden_by = curve_rows[curve].hidden_by;
-            if (hidden_by != nullptr) curves[curve].Visible = settings.*hidden_by != 0;
-        }
+        show_curves_by_settings(charts.chart[channel]);
+    }
+}
+
+void show_curves_by_settings(iStripChartX& chart) {
+    for (std::size_t curve = 0; curve < chart.curves.size(); ++curve) {
+        const auto hidden_by = curve_rows[curve].hidden_by;
+        if (hidden_by != nullptr) chart.curves[curve].Visible = settings.*hidden_by != 0;
     }
 }
 

@@ -88,6 +88,7 @@ void setup_chart(i16 channel);
 /// Hides the curves whose keys in the settings are 0, on the charts of all channels in use, and shows the
 /// others.
 void show_curves_by_settings();
+void show_curves_by_settings(iStripChartX& chart); ///< of one chart
 
 namespace mainfrm {
 

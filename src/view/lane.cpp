@@ -24,6 +24,7 @@ void set_up_chart(lane& one, lane_order order) {
     one.chart.Title = one.line.location();
     if (order == lane_order::days) one.chart.Title += ", " + xlg::iso_date(one.line.first());
     one.chart.curves = chart_curves();
+    show_curves_by_settings(one.chart);
     one.chart.YAxisMin = 0;
     one.chart.YAxisMax = 150;
     one.chart.XAxisDateTimeFormatString = "d/m hh:nn:ss";

@@ -1,28 +1,59 @@
 // xlg-view: the window of the log tool, and its pictures. "xlg view" and "xlg plot" start it.
 
+#include "basics/failure.h"
+#include "view/run_plot.h"
 #include "view/run_view.h"
 #include "widgets/light_palette.h"
+#include "xlg/arguments.h"
+#include "xlg/run_files.h"
 
 #include <QApplication>
 #include <QLocale>
 
 #include <cstdio>
 #include <string>
+#include <string_view>
 #include <vector>
 
-int main(int count, char** words) {
-    const std::vector<std::string> all(words + 1, words + count);
-    const bool view = !all.empty() && all.front() == "view";
-    if (!view) {
-        std::fputs("xlg-view: \"xlg view\" and \"xlg plot\" start it\n", stderr);
-        return 2;
-    }
+namespace {
+
+using namespace tyxo;
+using xlg::command;
+
+/// Pictures are the same on every machine: no screen and none of its scales take part.
+void use_no_screen() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    for (const char* const scale : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI"})
+        qunsetenv(scale);
+}
+
+int run(const xlg::arguments& wanted, char** words) {
+    if (wanted.what == command::plot) use_no_screen();
     QLocale::setDefault(QLocale::c());
     QApplication::setStyle("Fusion");
-    QApplication::setDesktopFileName(
-        "com.example.quarvo.XlgView"); // by which a Wayland desktop finds the icon
-    int own_name_only = 1;
+    // By this a Wayland desktop finds the icon.
+    QApplication::setDesktopFileName("com.example.quarvo.XlgView");
+    int own_name_only = 1; // the rest is for us, and none of it for the window system
     const QApplication application(own_name_only, words);
-    tyxo::use_light_palette();
-    return tyxo::view::run_view({all.begin() + 1, all.end()});
+    use_light_palette();
+    return wanted.what == command::plot ? view::run_plot(wanted) : view::run_view(wanted.files);
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    const std::vector<std::string_view> all(words + 1, words + count);
+    try {
+        const xlg::arguments wanted = xlg::arguments_of(all);
+        if (wanted.help) {
+            std::fputs(std::string(xlg::help_page(wanted.what)).c_str(), stdout);
+            return xlg::exit_codes::fine;
+        }
+        if (wanted.what != command::plot && wanted.what != command::view)
+            throw failure("\"xlg view\" and \"xlg plot\" start this program");
+        return run(wanted, words);
+    } catch (const failure& why) {
+        std::fprintf(stderr, "xlg: %s\n", why.what());
+        return xlg::exit_codes::failed;
+    }
 }

@@ -27,18 +27,22 @@ struct pictures {
     i16 adc_offset = 479;
     i16 zyl_speed_range = 5;
     i16 speedbar_mode = 0;
+    i16 curve = 1; ///< shown
 };
+
+std::string text_of_file(std::ifstream& file) {
+    std::string text(longest_file, '\0');
+    file.read(text.data(), longest_file);
+    text.resize(static_cast<std::size_t>(file.gcount()));
+    return text;
+}
 
 std::string text_of_plant(const std::string& log) {
     std::error_code error;
     std::filesystem::path folder = std::filesystem::absolute(log, error).parent_path();
     for (int above = 0; above <= folders_above; ++above, folder = folder.parent_path()) {
         std::ifstream file(folder / "tyxo.ini", std::ios::binary);
-        if (!file) continue;
-        std::string text(longest_file, '\0');
-        file.read(text.data(), longest_file);
-        text.resize(static_cast<std::size_t>(file.gcount()));
-        return text;
+        if (file) return text_of_file(file);
     }
     return {};
 }
@@ -59,10 +63,31 @@ void take(const std::string& text, const char* key, Number& value, double least,
     if (why) debug_output(std::string(key) + ": " + *why);
 }
 
+std::string text_of_named(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    std::string text;
+    if (file) text = text_of_file(file);
+    if (file.bad() || text.empty()) throw failure("cannot read " + name);
+    return text;
+}
+
+void take_curves(const std::string& text) {
+    const auto shown = [&text](const char* key) {
+        i16 value = pictures().curve;
+        take(text, key, value, -32768, 32767);
+        return value;
+    };
+    settings.xy_tmv = shown("xy_tmv");
+    settings.xy_theff = shown("xy_theff");
+    settings.xy_theff_AC = shown("xy_theff_AC");
+    settings.xy_tha = shown("xy_tha");
+}
+
 } // namespace
 
-void load_plant_settings(const std::string& log) {
-    const std::string text = text_of_plant(log);
+void load_plant_settings(const std::string& log, const std::string& file) {
+    const std::string text = file.empty() ? text_of_plant(log) : text_of_named(file);
+    take_curves(text);
     pictures of;
     take(text, "scale_polar_a", of.scale_polar_a, 0, 1e6);
     take(text, "scale_polar_t", of.scale_polar_t, 0, 1e6);

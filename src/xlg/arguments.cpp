@@ -17,6 +17,8 @@ constexpr auto command_names = std::to_array<std::pair<std::string_view, command
     {"csv", command::csv},
     {"mend", command::mend},
     {"events", command::events},
+    {"plot", command::plot},
+    {"view", command::view},
 });
 
 constexpr auto csv_names = std::to_array<std::pair<std::string_view, csv_lines>>({
@@ -71,6 +73,8 @@ class word_reader {
         const command what = found_.what;
         if (text == "--help" || text == "-h")
             found_.help = true;
+        else if (what == command::plot || what == command::view)
+            option_of_pictures(text);
         else if (text == "--jobs" && what != command::mend)
             found_.jobs = static_cast<std::size_t>(number_of(text, value_of(text), 1));
         else if (text == "--gap" && (what == command::check || what == command::summary))
@@ -87,6 +91,31 @@ class word_reader {
             throw failure("there is no option " + std::string(text) + (what == command::none ? "" : " here"));
     }
 
+    void option_of_pictures(std::string_view text) {
+        plot_wishes& wishes = found_.plot;
+        if (found_.what != command::plot) throw failure("there is no option " + std::string(text) + " here");
+        if (text == "--from")
+            wishes.from = time_told(value_of(text));
+        else if (text == "--to")
+            wishes.to = time_told(value_of(text));
+        else if (text == "--cycle")
+            wishes.cycle = time_told(value_of(text));
+        else if (text == "--as")
+            wishes.kind = kind_told(value_of(text));
+        else if (text == "--size")
+            wishes.size = size_told(value_of(text));
+        else if (text == "--title")
+            wishes.title = value_of(text);
+        else if (text == "--settings")
+            wishes.settings = value_of(text);
+        else if (text == "-o")
+            found_.output = value_of(text);
+        else if (text == "--force")
+            found_.force = true;
+        else
+            throw failure("there is no option " + std::string(text) + " here");
+    }
+
     std::string_view value_of(std::string_view option) {
         if (at_ == words_.size()) throw failure("a value is missing behind " + std::string(option));
         return words_[at_++];
@@ -98,12 +127,27 @@ class word_reader {
     arguments found_;
 };
 
+void check_picture(arguments& wanted) {
+    plot_wishes& wishes = wanted.plot;
+    if (wishes.kind != picture_kind::chart && !wishes.cycle) throw failure("--as needs --cycle and a time");
+    if (wishes.cycle && (wishes.from || wishes.to))
+        throw failure("a cycle has no length: --cycle stands without --from and --to");
+    if (wishes.cycle && wishes.kind == picture_kind::chart) wishes.kind = picture_kind::scope;
+    if (!wanted.output.empty()) (void)format_told(wanted.output);
+}
+
 } // namespace
 
 arguments arguments_of(std::span<const std::string_view> words) {
     arguments found = word_reader(words).read();
     if (found.help) return found;
     if (found.what == command::none) throw failure("a command is missing");
+    if (found.what == command::plot) check_picture(found);
+    if (found.what == command::view && found.files.empty()) return found;
+    if ((found.what == command::plot || found.what == command::view) &&
+        std::ranges::find(found.files, "-") != found.files.end())
+        throw failure("pictures are made of files, which standard input is not");
+    if (found.files.empty() && found.what == command::plot) throw failure("a log is missing");
     if (found.files.empty()) throw failure("a file is missing; \"-\" is standard input");
     if (std::ranges::count(found.files, "-") > 1) throw failure("standard input can be read once only");
     if (found.what == command::mend) {

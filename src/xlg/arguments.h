@@ -1,6 +1,8 @@
 #pragma once
 // The command line of the tool.
 
+#include "xlg/plot_words.h"
+
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -10,7 +12,7 @@
 
 namespace tyxo::xlg {
 
-enum class command { none, check, summary, csv, mend, events };
+enum class command { none, check, summary, csv, mend, events, plot, view };
 
 /// Which lines of a log `csv` writes.
 enum class csv_lines { records, curves, comments };
@@ -22,9 +24,10 @@ struct arguments {
     std::size_t jobs = 0;           ///< files at a time; 0: as many as there are processors
     std::optional<int> gap_minutes;
     csv_lines lines = csv_lines::records;
-    std::string output; ///< of `mend`
+    std::string output; ///< of `mend` and `plot`
     bool force = false; ///< over an existing file
     bool csv = false;   ///< of `events`
+    plot_wishes plot;
 };
 
 /// The words behind the program's name. Failure: what they say cannot be done, in words for the user.

@@ -40,4 +40,39 @@ text_sink sink_of_stream(std::FILE* stream, std::string name) {
     };
 }
 
+bool same_file(const std::string& name, const std::string& path) {
+    std::error_code error;
+    return std::filesystem::equivalent(name == "-" ? "/dev/stdin" : name, path, error) && !error;
+}
+
+void write_whole_file(const std::string& path, bool force,
+                      const std::function<void(const text_sink&)>& write) {
+    std::error_code error;
+    const auto there = std::filesystem::symlink_status(path, error);
+    if (!force && std::filesystem::exists(there))
+        throw failure(path + " is there already; --force replaces it");
+    if (std::filesystem::is_symlink(there)) { // it stays, what it leads to is replaced
+        const std::string target = std::filesystem::canonical(path, error).string();
+        if (error) throw failure(path + " leads nowhere");
+        write_whole_file(target, force, write);
+        return;
+    }
+    if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there))
+        throw failure(path + " is no plain file");
+    const std::string part = path + ".part";
+    open_file file(std::fopen(part.c_str(), "wbx"));
+    if (!file) throw failure("cannot create " + part + ": " + std::strerror(errno));
+    try {
+        write(sink_of_stream(file.get(), part));
+        if (std::fclose(file.release()) != 0)
+            throw failure("cannot write " + part + ": " + std::strerror(errno));
+        std::filesystem::rename(part, path, error);
+        if (error) throw failure("cannot rename " + part + ": " + error.message());
+    } catch (const failure&) {
+        file.reset();
+        std::filesystem::remove(part, error);
+        throw;
+    }
+}
+
 } // namespace tyxo::xlg

@@ -12,6 +12,8 @@ constexpr std::string_view tool_page =
   csv        records, curves or comments as a table
   mend       a repaired copy of a log
   events     what is wrong in an event file, or the event file as a table
+  plot       a picture of the logs: strip charts of any time, or one engine cycle
+  view       the logs in a window
 
 "xlg COMMAND --help" tells about one of them. A FILE "-" is standard input. Several files are read at a
 time, and told in their order: --jobs N sets how many, as many as there are processors unless told.
@@ -85,6 +87,40 @@ Tells each finding in a line, as check does of logs.
 Ends with 0 if nothing is wrong, 1 if something is, 2 if a file could not be read.
 )";
 
+constexpr std::string_view plot_page =
+    R"(xlg plot [OPTION]... FILE|FOLDER...                   strip charts of logs as a picture
+xlg plot --cycle TIME [--as KIND] [OPTION]... FILE...   one engine cycle as a picture
+
+Draws as the program does on its screen and on paper. Logs of one engine are one line of time, several engines
+are charts below each other over the same time.
+
+  --from TIME        where the charts begin and end; the whole time of the logs unless told
+  --to TIME
+  --cycle TIME       the last curves up to this time, of one engine
+  --as KIND          its polar scope, Detailed Display or bars: scope, detail, speed-bars, thermo-bars
+  -o PICTURE         the file to write, by its ending .png, .svg or .pdf; the name of the first log with .png
+                     in this folder unless told. It may not be there yet
+  --force            it may be there, and is replaced
+  --size WxH         of the picture in pixels, 96 to an inch of paper
+  --title TEXT       the line above, else engine and time
+  --settings FILE    the settings of the plant: curves that are shown, scales of scopes, order of bars; else
+                     the "tyxo.ini" in the folder of the first log or up to three above it
+
+A TIME is 2026-07-02T13:05:09, or 13:05:09 or 13:05 on the first day of the logs.
+
+Ends with 0, with 1 if nothing was measured in that time, with 2 if a file could not be read or written.
+It is part of the package xlg-view.
+)";
+
+constexpr std::string_view view_page =
+    R"(xlg view [FILE|FOLDER]...    logs in a window
+
+Shows the logs as strip charts over any time, the engine cycles under a cursor, alarms and notes. What is still
+being written is followed.
+
+It is part of the package xlg-view.
+)";
+
 } // namespace
 
 std::string_view help_page(command what) {
@@ -99,6 +135,10 @@ std::string_view help_page(command what) {
         return mend_page;
     case command::events:
         return events_page;
+    case command::plot:
+        return plot_page;
+    case command::view:
+        return view_page;
     default:
         return tool_page;
     }

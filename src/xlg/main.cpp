@@ -9,7 +9,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
+#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,12 +47,26 @@ int run(const arguments& wanted) {
     return code;
 }
 
+/// Windows and pictures have a program of their own beside this one, which stays without a desktop. Does not
+/// return. Failure: there is none.
+[[noreturn]] void become_view(char** words) {
+    std::error_code error;
+    const auto own = std::filesystem::read_symlink("/proc/self/exe", error);
+    const std::string view = (own.parent_path() / "xlg-view").string();
+    words[0] = const_cast<char*>(view.c_str());
+    execv(view.c_str(), words);
+    throw failure("plot and view are in the package xlg-view; cannot start " + view + ": " +
+                  std::strerror(errno));
+}
+
 } // namespace
 
 int main(int count, char** words) {
     const std::vector<std::string_view> all(words + 1, words + count);
     try {
         const arguments wanted = arguments_of(all);
+        if (!wanted.help && (wanted.what == command::plot || wanted.what == command::view))
+            become_view(words);
         if (!wanted.help) return run(wanted);
         std::fputs(std::string(help_page(wanted.what)).c_str(), stdout);
         return exit_codes::fine;

@@ -6,9 +6,6 @@
 #include "xlg/log_reader.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
 #include <utility>
 
 namespace tyxo::xlg {
@@ -91,12 +88,6 @@ class log_mender {
     std::int64_t written_ = 0;
 };
 
-/// True if both lead to one file; standard input may be one too.
-bool same_file(const std::string& name, const std::string& path) {
-    std::error_code error;
-    return std::filesystem::equivalent(name == "-" ? "/dev/stdin" : name, path, error) && !error;
-}
-
 } // namespace
 
 bool mend_log(const std::string& name, byte_source source, const text_sink& copy, const text_sink& out) {
@@ -105,33 +96,11 @@ bool mend_log(const std::string& name, byte_source source, const text_sink& copy
 
 bool mend_file(const std::string& name, byte_source source, const std::string& path, bool force,
                const text_sink& out) {
-    std::error_code error;
     if (same_file(name, path)) throw failure(path + " is the log itself");
-    const auto there = std::filesystem::symlink_status(path, error);
-    if (!force && std::filesystem::exists(there))
-        throw failure(path + " is there already; --force replaces it");
-    if (std::filesystem::is_symlink(there)) { // it stays, what it leads to is replaced
-        const std::string target = std::filesystem::canonical(path, error).string();
-        if (error) throw failure(path + " leads nowhere");
-        return mend_file(name, std::move(source), target, force, out);
-    }
-    if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there))
-        throw failure(path + " is no plain file");
-    const std::string part = path + ".part";
-    open_file file(std::fopen(part.c_str(), "wbx"));
-    if (!file) throw failure("cannot create " + part + ": " + std::strerror(errno));
-    try {
-        const bool sound = mend_log(name, std::move(source), sink_of_stream(file.get(), part), out);
-        if (std::fclose(file.release()) != 0)
-            throw failure("cannot write " + part + ": " + std::strerror(errno));
-        std::filesystem::rename(part, path, error);
-        if (error) throw failure("cannot rename " + part + ": " + error.message());
-        return sound;
-    } catch (const failure&) {
-        file.reset();
-        std::filesystem::remove(part, error);
-        throw;
-    }
+    bool sound = false;
+    write_whole_file(path, force,
+                     [&](const text_sink& copy) { sound = mend_log(name, std::move(source), copy, out); });
+    return sound;
 }
 
 } // namespace tyxo::xlg
