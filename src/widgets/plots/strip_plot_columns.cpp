@@ -100,7 +100,10 @@ void strip_plot::add_time_ticks(double from, double to) {
         const std::int64_t at = column(tick.time);
         const double column_place =
             static_cast<double>(tick.time) / column_ - static_cast<double>(first_column());
-        const double x = (field_left() + column_place) / ratio_;
+        // On paper the columns are finer than the layout's pixels.
+        const double on_paper =
+            left_margin() + (static_cast<double>(tick.time) - from) / span_ * graph_width();
+        const double x = look_.paper ? on_paper : (field_left() + column_place) / ratio_;
         const bool whole = label_ / 2 <= x && x + label_ / 2 <= size_.width();
         ticks_.major.push_back(at);
         ticks_.labels.push_back(whole ? qt_text(tick.text) : QString());

@@ -70,6 +70,16 @@ class printing_test : public QObject {
         QVERIFY(time.globalMatch(text).hasNext());
     }
 
+    void the_clock_has_labels_up_to_the_right_end_of_the_page() {
+        QVERIFY(print(printed_chart(), level_rows()));
+        static const QRegularExpression time("\\d+/\\d+ \\d\\d:\\d\\d:[0-5]0");
+        auto labels = time.globalMatch(page_text());
+        int count = 0;
+        for (; labels.hasNext(); labels.next())
+            ++count;
+        QVERIFY2(count >= 5, qPrintable(QString::number(count)));
+    }
+
     void only_visible_curves_are_printed() {
         iStripChartX chart = printed_chart();
         chart.curves[3].Visible = false;
