@@ -18,6 +18,9 @@ struct time_range {
     bool operator==(const time_range&) const = default;
 };
 
+/// The chart counts days.
+inline constexpr double ms_per_day = 86'400'000;
+
 /// Longer ranges are drawn from the extremes of their times, shorter ones from each single record.
 inline constexpr std::int64_t longest_of_records = 900'000; // ms
 

@@ -20,7 +20,6 @@ constexpr int title_line = 24;
 constexpr int values_width = 580; ///< in front of the chart's title
 constexpr int cycle_line = 18;
 constexpr int greatest_scope = 240;
-constexpr double ms_per_day = 86'400'000;
 
 } // namespace
 

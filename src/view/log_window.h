@@ -75,6 +75,8 @@ class log_window : public QMainWindow {
     void set_cursor(std::int64_t cursor);
     void select(std::size_t lane);
     void set_order(lane_order order);
+    /// Writes the charts as they are, by the file's ending; one that is there is replaced.
+    void export_to(const std::string& file);
     /// Reads what was written since, and opens what has come into the folders.
     void follow();
 
@@ -93,8 +95,6 @@ class log_window : public QMainWindow {
     QAction* add_action(const QString& name, const QString& text, const QKeySequence& key,
                         std::function<void()> act);
     void ask_for_files(bool folder);
-    void print();
-    void export_picture();
     void show_help();
     void show_curve(std::size_t curve, bool shown);
     void page(double share);
@@ -106,6 +106,10 @@ class log_window : public QMainWindow {
     void make_status_bar();
     void connect_parts();
     void make_movement();
+
+    // log_window_pictures.cpp
+    void print();
+    void export_picture();
 
     // log_window_open.cpp
     void take_opened();

@@ -4,7 +4,6 @@
 #include "platform/desktop/handlers.h"
 #include "platform/desktop/text.h"
 #include "view/log_window.h"
-#include "view/page.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -228,9 +227,6 @@ void log_window::ask_for_files(bool folder) {
         if (!name.isEmpty()) names.push_back(name.toStdString());
     if (!names.empty()) open(names);
 }
-
-void log_window::print() {}
-void log_window::export_picture() {}
 
 void log_window::show_help() {
     tell(tr("Mouse over a chart: move to read values, wheel to zoom, drag or Shift and wheel to move, "

@@ -19,7 +19,6 @@ namespace tyxo::view {
 
 namespace {
 
-constexpr int pixels_an_inch = 96;
 constexpr double picture_margin = 8; // pixels of the layout, like all that follows
 constexpr double title_height = 26;
 constexpr double title_letters = 15;

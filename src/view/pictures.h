@@ -18,6 +18,9 @@ class QWidget;
 
 namespace tyxo::view {
 
+/// Of the layout, which is that of a screen.
+inline constexpr int pixels_an_inch = 96;
+
 /// Where something is painted: an area in the painter's units, of which so many are a pixel of the layout.
 struct picture_place {
     QRectF area;

@@ -5,13 +5,11 @@
 #include "displays/bar_diagram_view.h"
 #include "displays/frmdetailedpic.h"
 #include "displays/frmdetailedpic_view.h"
-#include "link/engine_texts.h"
 #include "platform/desktop/process.h"
 #include "platform/desktop/text.h"
 #include "view/cycles.h"
-#include "view/lane.h"
+#include "view/lane_pictures.h"
 #include "view/log_loader.h"
-#include "view/pictures.h"
 #include "view/plant_settings.h"
 #include "view/time_texts.h"
 #include "widgets/plots/xy_plot_view.h"
@@ -32,11 +30,6 @@ namespace tyxo::view {
 
 namespace {
 
-using lane_list = std::vector<std::unique_ptr<lane>>;
-
-constexpr int usual_picture_width = 1600;
-constexpr int first_chart_height = 600;
-constexpr int further_chart_height = 450;
 constexpr QSize paper_across(1123, 794); // A4
 
 std::vector<std::string> files_of(const xlg::arguments& wanted) {
@@ -100,16 +93,6 @@ time_range range_wanted(const xlg::plot_wishes& wishes, const time_range& whole)
     return range;
 }
 
-/// "8 cylinder V - type, 4 stroke engine"; nothing of a log that does not know its engine.
-QString engine_words(const channel_rec& rec) {
-    if (!rec.param_valid) return {};
-    QString words = qt_text(arrangement_text(rec));
-    if (rec.enginetype == 2 || rec.enginetype == 4)
-        words += QString(", %1 stroke engine").arg(rec.enginetype);
-    if (rec.ratedspeed > 0) words += QString(", %1 rpm").arg(rec.ratedspeed);
-    return words;
-}
-
 /// The engine as the log of this time tells it.
 channel_rec record_at(const lane& one, std::int64_t ms) {
     const xlg::measured_log* const log = one.line.log_at(ms / 1000);
@@ -123,16 +106,7 @@ bool measured_in(const lane& one, const time_range& range) {
     return any;
 }
 
-/// "2026-07-02 13:05:09 to 15:05:09".
-QString period_text(const time_range& range) {
-    const QString from = moment_text(range.from);
-    const QString to = moment_text(range.to);
-    constexpr qsizetype date = 10;
-    return from + " to " + (from.first(date) == to.first(date) ? clock_text(range.to) : to);
-}
-
 int plot_charts(const xlg::arguments& wanted, const std::string& file, lane_list& lanes) {
-    constexpr double ms_per_day = 86'400'000;
     const time_range range = range_wanted(wanted.plot, whole_range(lanes));
     const bool any = range.to > range.from && std::ranges::any_of(lanes, [&range](const auto& one) {
                          return measured_in(*one, range);
@@ -140,22 +114,11 @@ int plot_charts(const xlg::arguments& wanted, const std::string& file, lane_list
     if (!any)
         return nothing("nothing was measured from " + moment_text(range.from) + " to " +
                        moment_text(range.to));
-    std::vector<strip_window> rows;
-    std::vector<chart_of_picture> charts;
-    rows.reserve(lanes.size());
-    for (const auto& one : lanes) {
-        one->chart.XAxisMin = static_cast<double>(range.from) / ms_per_day;
-        one->chart.XAxisSpan = static_cast<double>(range.span()) / ms_per_day;
-        rows.push_back(rows_of(one->line, one->kept, range));
-        charts.push_back({one->chart, rows.back(), engine_words(record_at(*one, range.to))});
-    }
     const QString engine = lanes.size() == 1 ? qt_text(lanes.front()->line.location()) + ", " : QString();
     const QString title = own_title(wanted, engine + period_text(range));
-    const QSize usual(usual_picture_width,
-                      first_chart_height + further_chart_height * (static_cast<int>(lanes.size()) - 1));
-    write_picture(file, wanted.force, size_of(wanted, file, usual), title,
+    write_picture(file, wanted.force, size_of(wanted, file, usual_size_of(lanes.size(), file)), title,
                   [&](QCPPainter& painter, const picture_place& place) {
-                      paint_charts(painter, place, title, charts);
+                      paint_lanes(painter, place, title, lanes, range);
                   });
     return told(file, title);
 }

@@ -226,6 +226,34 @@ class log_window_test : public QObject {
             QVERIFY(!lane->chart.curves[1].Visible && lane->chart.curves[0].Visible);
     }
 
+    void what_is_in_sight_is_exported_by_the_ending_of_the_file() {
+        const std::string file = logs_->path("picture.png");
+        window_->export_to(file);
+        const QImage all(QString::fromStdString(file));
+        QCOMPARE(all.width(), 1600);
+        window_->show_range({midnight + hour, midnight + 2 * hour});
+        window_->export_to(file);
+        const QImage part_of_it(QString::fromStdString(file));
+        QCOMPARE(part_of_it.size(), all.size());
+        QVERIFY2(part_of_it != all, "another time is another picture");
+        window_->export_to(logs_->path("nowhere/picture.png"));
+        auto* const box = window_->findChild<QMessageBox*>("message_box");
+        QVERIFY(box != nullptr && box->text().contains("cannot"));
+    }
+
+    void a_print_can_be_given_up_and_paper_is_a_file_too() {
+        const QString file = QString::fromStdString(logs_->path("printed.pdf"));
+        QTimer::singleShot(200, window_.get(), [&] {
+            auto* const dialog = window_->findChild<QDialog*>("print_dialog");
+            if (dialog != nullptr) dialog->reject();
+        });
+        part<QAction>(*window_, "print").trigger();
+        QVERIFY(!QFile::exists(file));
+        window_->export_to(file.toStdString());
+        QFile printed(file);
+        QVERIFY(printed.open(QIODevice::ReadOnly) && printed.readAll().startsWith("%PDF"));
+    }
+
     void each_stop_of_the_keyboard_has_a_name_of_its_own() {
         QStringList names;
         for (QWidget* control : visible_controls(window_.get())) {

@@ -1,2 +1,0 @@
-#pragma once
-// The charts of the window on paper and in files.
