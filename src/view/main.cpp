@@ -9,6 +9,7 @@
 
 #include <QApplication>
 #include <QLocale>
+#include <QPalette>
 
 #include <cstdio>
 #include <string>
@@ -20,11 +21,19 @@ namespace {
 using namespace tyxo;
 using xlg::command;
 
-/// Pictures are the same on every machine: no screen and none of its scales take part.
+/// Pictures are the same on every machine: no screen and none of its scales take part, and what Qt has to say
+/// about them is nothing to the user.
 void use_no_screen() {
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     qputenv("QT_QPA_PLATFORM", "offscreen");
     for (const char* const scale : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI"})
         qunsetenv(scale);
+}
+
+void use_white_paper() {
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Window, Qt::white);
+    QApplication::setPalette(palette);
 }
 
 int run(const xlg::arguments& wanted, char** words) {
@@ -36,6 +45,7 @@ int run(const xlg::arguments& wanted, char** words) {
     int own_name_only = 1; // the rest is for us, and none of it for the window system
     const QApplication application(own_name_only, words);
     use_light_palette();
+    if (wanted.what == command::plot) use_white_paper();
     return wanted.what == command::plot ? view::run_plot(wanted) : view::run_view(wanted.files);
 }
 

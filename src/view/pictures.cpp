@@ -22,6 +22,7 @@ namespace {
 constexpr double picture_margin = 8; // pixels of the layout, like all that follows
 constexpr double title_height = 26;
 constexpr double title_letters = 15;
+constexpr double least_chart_height = 60;
 constexpr double name_height = 20;
 constexpr double name_letters = 12;
 
@@ -52,11 +53,21 @@ void paint_line(QPainter& painter, QRectF& area, double height, const QFont& fon
         painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, right);
 }
 
-QRectF under_title(QPainter& painter, const picture_place& place, const QString& title) {
+/// The place in larger pixels, as far as a layout of this size has room for its letters.
+picture_place enlarged(const picture_place& place, double width, double height) {
+    picture_place larger = place;
+    larger.pixel *= std::clamp(
+        std::min(place.area.width() / place.pixel / width, place.area.height() / place.pixel / height), 1.0,
+        greatest_pixel);
+    return larger;
+}
+
+QRectF under_title(QPainter& painter, const picture_place& place, const QString& title,
+                   const QString& beside = {}) {
     const double margin = picture_margin * place.pixel;
     QRectF area = place.area.adjusted(margin, margin, -margin, -margin);
-    paint_line(painter, area, title_height * place.pixel, letters_of(title_letters * place.pixel, true),
-               title);
+    const QFont font = letters_of(title_letters * place.pixel, true);
+    paint_line(painter, area, title_height * place.pixel, font, title, beside);
     return area;
 }
 
@@ -123,27 +134,30 @@ QByteArray pdf_of(const QSize& size, const QString& title, const picture_painter
 
 void paint_charts(QCPPainter& painter, const picture_place& place, const QString& title,
                   std::span<const chart_of_picture> charts) {
-    picture_place own = place;
     const double count = static_cast<double>(std::max<std::size_t>(charts.size(), 1));
-    own.pixel *= std::clamp(std::min(place.area.width() / place.pixel / usual_width,
-                                     place.area.height() / place.pixel / count / usual_chart_height),
-                            1.0, greatest_pixel);
-    const QRectF all = under_title(painter, own, title);
+    const picture_place own = enlarged(place, usual_width, count * usual_chart_height);
+    const bool single = charts.size() == 1;
+    const QRectF all = under_title(painter, own, title, single ? charts.front().engine : QString());
     const double height = all.height() / count;
     for (std::size_t index = 0; index < charts.size(); ++index) {
         const chart_of_picture& one = charts[index];
         QRectF area(all.left(), all.top() + static_cast<double>(index) * height, all.width(), height);
-        paint_line(painter, area, name_height * own.pixel, letters_of(name_letters * own.pixel, true),
-                   qt_text(one.chart.Title), one.engine);
-        if (area.height() < name_height * own.pixel) continue;
+        if (!single)
+            paint_line(painter, area, name_height * own.pixel, letters_of(name_letters * own.pixel, true),
+                       qt_text(one.chart.Title), one.engine);
+        if (area.height() < least_chart_height * own.pixel) continue;
         paint_chart(painter, one.chart, one.rows, area, own.pixel, !place.clips);
     }
 }
 
-void paint_widget(QCPPainter& painter, const picture_place& place, const QString& title, QWidget& widget) {
-    const QRectF area = under_title(painter, place, title);
-    const double most = std::max(area.height() / place.pixel, 1.0);
-    widget.setFixedSize(static_cast<int>(area.width() / place.pixel), static_cast<int>(most));
+void paint_widget(QCPPainter& painter, const picture_place& place, const QString& title, QWidget& widget,
+                  const std::function<void()>& renew) {
+    const QRectF area = under_title(painter, enlarged(place, usual_width, usual_width / 2), title);
+    widget.setFixedSize(std::max(static_cast<int>(area.width() / place.pixel), 1),
+                        std::max(static_cast<int>(area.height() / place.pixel), 1));
+    QCoreApplication::processEvents(); // what it contains gets its place
+    renew();
+    QCoreApplication::processEvents();
     painter.save();
     painter.translate(area.topLeft());
     painter.scale(place.pixel, place.pixel);

@@ -35,12 +35,15 @@ struct chart_of_picture {
     QString engine; ///< a few words
 };
 
-/// Charts below each other, the title over them, the name and the engine over each.
+/// Charts below each other, the title over them, the name and the engine over each; of a single one there is
+/// the title alone, with the engine beside it.
 void paint_charts(QCPPainter& painter, const picture_place& place, const QString& title,
                   std::span<const chart_of_picture> charts);
 
-/// A widget as it is, under a title, in the middle of the area. It gets the size that it has room for.
-void paint_widget(QCPPainter& painter, const picture_place& place, const QString& title, QWidget& widget);
+/// A widget of the program under a title. It gets the size that there is room for; then `renew` lets it show
+/// its state again.
+void paint_widget(QCPPainter& painter, const picture_place& place, const QString& title, QWidget& widget,
+                  const std::function<void()>& renew);
 
 using picture_painter = std::function<void(QCPPainter&, const picture_place&)>;
 

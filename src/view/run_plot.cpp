@@ -22,6 +22,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -123,28 +124,41 @@ int plot_charts(const xlg::arguments& wanted, const std::string& file, lane_list
     return told(file, title);
 }
 
-/// The program's own window over the cycle.
-std::unique_ptr<QWidget> widget_of_cycle(xlg::picture_kind kind, lane& one, std::int64_t ms) {
+/// A window of the program over one cycle.
+struct cycle_window {
+    std::unique_ptr<QWidget> widget;
+    std::function<void()> renew;
+};
+
+template <class View> cycle_window window_of(std::unique_ptr<View> view, lane& one, std::int64_t ms) {
+    View* const shown = view.get();
+    return {std::move(view), [shown, &one, ms] {
+                show_cycle(one, ms, true);
+                shown->show_state();
+            }};
+}
+
+cycle_window window_of_cycle(xlg::picture_kind kind, lane& one, std::int64_t ms) {
     if (kind == xlg::picture_kind::scope) {
         auto scope = std::make_unique<xy_plot_view>();
         scope->show_control(one.scope);
-        return scope;
+        return {std::move(scope), [] {}};
     }
+    cycle_window window;
     if (kind == xlg::picture_kind::detail) {
-        auto window = std::make_unique<frmdetailedpic_view>(nullptr);
-        for (QCheckBox* const box : window->findChildren<QCheckBox*>())
+        auto view = std::make_unique<frmdetailedpic_view>(nullptr);
+        for (QCheckBox* const box : view->findChildren<QCheckBox*>())
             box->hide();
         open_detailed_display();
-        show_cycle(one, ms, true);
-        window->show_state();
-        return window;
+        window = window_of(std::move(view), one, ms);
+    } else {
+        const bool speed = kind == xlg::picture_kind::speed_bars;
+        bar_form& bars = speed ? frmbarpic::state : Frmbarpic2::state;
+        speed ? open_speed_bars() : open_thermo_bars();
+        window = window_of(
+            std::make_unique<bar_diagram_view>(bars, speed ? "frmbarpic" : "Frmbarpic2", nullptr), one, ms);
     }
-    const bool speed = kind == xlg::picture_kind::speed_bars;
-    bar_form& bars = speed ? frmbarpic::state : Frmbarpic2::state;
-    auto window = std::make_unique<bar_diagram_view>(bars, speed ? "frmbarpic" : "Frmbarpic2", nullptr);
-    speed ? open_speed_bars() : open_thermo_bars();
-    show_cycle(one, ms, true);
-    window->show_state();
+    window.renew(); // it opens
     return window;
 }
 
@@ -162,7 +176,7 @@ const char* name_of(xlg::picture_kind kind) {
 }
 
 QSize usual_size(xlg::picture_kind kind) {
-    return kind == xlg::picture_kind::scope ? QSize(800, 850) : QSize(1600, 1000);
+    return kind == xlg::picture_kind::scope ? QSize(800, 826) : QSize(1600, 1000);
 }
 
 int plot_cycle(const xlg::arguments& wanted, const std::string& file, const lane_list& lanes) {
@@ -173,16 +187,18 @@ int plot_cycle(const xlg::arguments& wanted, const std::string& file, const lane
     lane& one = *lanes.front();
     const std::int64_t time = wanted.plot.cycle->on_day_of(one.line.first());
     const cycle_times times = show_cycle(one, time * 1000, true);
-    const auto latest = std::max(times.thermo, times.angacc);
+    auto latest = std::max(times.thermo, times.angacc);
+    if (kind == xlg::picture_kind::speed_bars) latest = times.angacc;
+    if (kind == xlg::picture_kind::thermo_bars) latest = times.thermo;
     if (!latest) return nothing("no cycle was logged up to " + moment_text(time * 1000));
     if (kind != xlg::picture_kind::scope && !record_at(one, time * 1000).param_valid)
         throw failure("the header of " + one.line.log_at(time)->name() + " tells nothing of the engine");
-    const std::unique_ptr<QWidget> widget = widget_of_cycle(kind, one, time * 1000);
+    const cycle_window window = window_of_cycle(kind, one, time * 1000);
     const QString title = own_title(wanted, qt_text(one.line.location()) + ", " +
                                                 moment_text(*latest * 1000) + ": " + name_of(kind));
     write_picture(file, wanted.force, size_of(wanted, file, usual_size(kind)), title,
                   [&](QCPPainter& painter, const picture_place& place) {
-                      paint_widget(painter, place, title, *widget);
+                      paint_widget(painter, place, title, *window.widget, window.renew);
                   });
     return told(file, title);
 }

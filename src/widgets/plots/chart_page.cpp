@@ -66,7 +66,11 @@ void paint_chart(QCPPainter& painter, const iStripChartX& chart, const strip_win
     const QSize size(static_cast<int>(area.width() / enlarged), static_cast<int>(area.height() / enlarged));
     QCustomPlot plot;
     plot.resize(size);
-    strip_plot(plot, {.paper = true, .title_line = 0, .cut = cut}).show(chart, rows);
+    strip_plot look(plot, {.paper = true, .title_line = 0, .cut = cut});
+    // In pixels, of a scale that is no whole number, equal lines would come out unequal.
+    if (painter.paintEngine()->type() == QPaintEngine::Raster)
+        plot.setAntialiasedElements(QCP::aePlottables | QCP::aeLegendItems);
+    look.show(chart, rows);
     painter.save();
     painter.translate(area.topLeft());
     painter.scale(enlarged, enlarged);

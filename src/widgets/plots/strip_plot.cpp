@@ -60,6 +60,9 @@ strip_plot::strip_plot(QCustomPlot& plot, strip_look look)
     plot.setNoAntialiasingOnDrag(true);
     plot.setPlottingHints(QCP::phCacheLabels | QCP::phFastPolylines);
 
+    // The sample of a curve is a little longer than its place.
+    if (look.cut) plot.legend->setIconTextPadding(9);
+
     QCPAxisRect& area = *plot.axisRect();
     area.setAutoMargins(QCP::msNone);
     QCPLayoutGrid& page = *plot.plotLayout();
