@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QLocale>
 #include <QPalette>
+#include <QStyle>
 
 #include <cstdio>
 #include <string>
@@ -31,7 +32,7 @@ void use_no_screen() {
 }
 
 void use_white_paper() {
-    QPalette palette = QApplication::palette();
+    QPalette palette = QApplication::style()->standardPalette();
     palette.setColor(QPalette::Window, Qt::white);
     QApplication::setPalette(palette);
 }
@@ -44,8 +45,10 @@ int run(const xlg::arguments& wanted, char** words) {
     QApplication::setDesktopFileName("com.example.quarvo.XlgView");
     int own_name_only = 1; // the rest is for us, and none of it for the window system
     const QApplication application(own_name_only, words);
-    use_light_palette();
-    if (wanted.what == command::plot) use_white_paper();
+    if (wanted.what == command::plot)
+        use_white_paper();
+    else
+        use_light_palette();
     return wanted.what == command::plot ? view::run_plot(wanted) : view::run_view(wanted.files);
 }
 

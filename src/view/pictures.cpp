@@ -159,7 +159,7 @@ void paint_widget(QCPPainter& painter, const picture_place& place, const QString
     renew();
     QCoreApplication::processEvents();
     painter.save();
-    painter.translate(area.topLeft());
+    painter.translate(area.topLeft().toPoint()); // between two pixels there would be seams
     painter.scale(place.pixel, place.pixel);
     widget.render(&painter);
     painter.restore();

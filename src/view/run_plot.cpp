@@ -141,8 +141,10 @@ template <class View> cycle_window window_of(std::unique_ptr<View> view, lane& o
 cycle_window window_of_cycle(xlg::picture_kind kind, lane& one, std::int64_t ms) {
     if (kind == xlg::picture_kind::scope) {
         auto scope = std::make_unique<xy_plot_view>();
-        scope->show_control(one.scope);
-        return {std::move(scope), [] {}};
+        xy_plot_view* const shown = scope.get();
+        shown->setFocusPolicy(Qt::NoFocus);
+        shown->show_control(one.scope);
+        return {std::move(scope), [shown] { shown->clearFocus(); }};
     }
     cycle_window window;
     if (kind == xlg::picture_kind::detail) {

@@ -211,6 +211,24 @@ void canvas_picture::paint_texts() {
     paint_texts(painter);
 }
 
+/// Narrow letters, which files of lines do not know, are made of usual ones there.
+void canvas_picture::paint_text(QPainter& painter, const QPointF& place, const QString& text) const {
+    if (!paints_lines(painter)) {
+        painter.drawText(place, text);
+        return;
+    }
+    QFont usual = look_.text_font;
+    usual.setStretch(QFont::Unstretched);
+    const double wide = QFontMetricsF(usual).horizontalAdvance(text);
+    const double narrow = QFontMetricsF(look_.text_font).horizontalAdvance(text);
+    painter.save();
+    painter.setFont(usual);
+    painter.translate(place);
+    if (wide > 0) painter.scale(narrow / wide, 1);
+    painter.drawText(QPointF(), text);
+    painter.restore();
+}
+
 void canvas_picture::paint_texts(QPainter& painter) const {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(look_.text_font);
@@ -218,7 +236,7 @@ void canvas_picture::paint_texts(QPainter& painter) const {
         const auto place = text_place(text);
         if (!place) continue;
         painter.setPen(qt_colour(text.ForeColor));
-        painter.drawText(*place, qt_text(text.text));
+        paint_text(painter, *place, qt_text(text.text));
     }
 }
 

@@ -56,6 +56,7 @@ class canvas_picture {
     void paint_lines(QPainter& painter, std::size_t from, std::size_t to) const;
     void paint_lines(std::size_t from, std::size_t to);
     void paint_texts(QPainter& painter) const;
+    void paint_text(QPainter& painter, const QPointF& place, const QString& text) const;
     void paint_texts();
     [[nodiscard]] double pen_scale() const;
     [[nodiscard]] std::optional<QPointF> text_place(const canvas_text& text) const; ///< of its baseline

@@ -68,8 +68,10 @@ void paint_chart(QCPPainter& painter, const iStripChartX& chart, const strip_win
     plot.resize(size);
     strip_plot look(plot, {.paper = true, .title_line = 0, .cut = cut});
     // In pixels, of a scale that is no whole number, equal lines would come out unequal.
-    if (painter.paintEngine()->type() == QPaintEngine::Raster)
+    if (painter.paintEngine()->type() == QPaintEngine::Raster) {
+        plot.setNotAntialiasedElements(QCP::aeNone);
         plot.setAntialiasedElements(QCP::aePlottables | QCP::aeLegendItems);
+    }
     look.show(chart, rows);
     painter.save();
     painter.translate(area.topLeft());
