@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <limits>
 #include <utility>
 
 namespace tyxo::view {
@@ -36,6 +38,21 @@ std::vector<std::string> logs_named(const std::vector<std::string>& names) {
     std::ranges::sort(files);
     files.erase(std::unique(files.begin(), files.end()), files.end());
     return files;
+}
+
+std::int64_t memory_of_logs(std::int64_t bytes) {
+    constexpr std::int64_t bytes_of_log = 25; // at full pace, where a second has some 900
+    return bytes / bytes_of_log;
+}
+
+std::int64_t free_memory() {
+    std::ifstream machine("/proc/meminfo");
+    std::string word;
+    while (machine >> word) {
+        std::int64_t kilobytes = 0;
+        if (word == "MemAvailable:" && machine >> kilobytes) return kilobytes * 1024;
+    }
+    return std::numeric_limits<std::int64_t>::max();
 }
 
 log_loader::log_loader(std::vector<std::string> files)

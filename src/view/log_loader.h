@@ -16,6 +16,12 @@ namespace tyxo::view {
 /// names. What is no folder is taken as a log, whatever its name.
 [[nodiscard]] std::vector<std::string> logs_named(const std::vector<std::string>& names);
 
+/// Bytes that logs of so many bytes take when they are open.
+[[nodiscard]] std::int64_t memory_of_logs(std::int64_t bytes);
+
+/// Bytes that the machine can give without moving others out; a very great number where it does not say.
+[[nodiscard]] std::int64_t free_memory();
+
 class log_loader {
   public:
     /// Begins at once.

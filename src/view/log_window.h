@@ -16,6 +16,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 class QAction;
@@ -75,6 +76,8 @@ class log_window : public QMainWindow {
     void set_cursor(std::int64_t cursor);
     void select(std::size_t lane);
     void set_order(lane_order order);
+    /// Asks for the machine's free bytes, in the place of `free_memory`.
+    void ask_memory_of(std::function<std::int64_t()> free) { free_memory_ = std::move(free); }
     /// Writes the charts as they are, by the file's ending; one that is there is replaced.
     void export_to(const std::string& file);
     /// Reads what was written since, and opens what has come into the folders.
@@ -112,6 +115,7 @@ class log_window : public QMainWindow {
     void export_picture();
 
     // log_window_open.cpp
+    bool has_room_for(const std::vector<std::string>& files);
     void take_opened();
     void tell_failures(const log_loader& ended);
 
@@ -137,6 +141,7 @@ class log_window : public QMainWindow {
     std::vector<std::string> names_; ///< as they were given: a folder is looked through again
     log_list logs_;
     std::vector<std::string> opened_;
+    std::function<std::int64_t()> free_memory_ = free_memory;
     bool ask_again_ = false; ///< more was asked for while some were being opened
     std::unique_ptr<log_loader> loader_;
     lane_order order_ = lane_order::engines;

@@ -37,6 +37,7 @@ void log_window::open(const std::vector<std::string>& names) {
         return;
     }
     opened_.insert(opened_.end(), files.begin(), files.end());
+    if (!has_room_for(files)) return;
     if (logs_.empty()) load_plant_settings(files.front());
     loader_ = std::make_unique<log_loader>(std::move(files));
     loading_timer_.start(loading_tick);
@@ -44,6 +45,21 @@ void log_window::open(const std::vector<std::string>& names) {
     progress_->setVisible(logs_.empty());
     stop_->setVisible(logs_.empty());
     show_status();
+}
+
+/// Years of logs would take the memory that others need.
+bool log_window::has_room_for(const std::vector<std::string>& files) {
+    std::int64_t bytes = 0;
+    for (const std::string& file : files)
+        bytes += xlg::size_of_file(file);
+    const std::int64_t needed = memory_of_logs(bytes);
+    const std::int64_t free = free_memory_();
+    if (needed <= free / 2) return true;
+    tell(tr("%1 more logs would take %2 MB of memory, and %3 MB are free. Open fewer of them.")
+             .arg(files.size())
+             .arg(needed / 1'000'000)
+             .arg(free / 1'000'000));
+    return false;
 }
 
 void log_window::take_opened() {

@@ -61,6 +61,16 @@ class log_window_test : public QObject {
         QCOMPARE(window_->lanes().size(), std::size_t{2});
     }
 
+    void logs_that_do_not_fit_into_the_memory_are_not_opened() {
+        open({});
+        window_->ask_memory_of([] { return std::int64_t{1000}; });
+        window_->open({logs_->folder()});
+        wait_for(*window_);
+        QVERIFY(window_->lanes().empty());
+        auto* const box = window_->findChild<QMessageBox*>("message_box");
+        QVERIFY(box != nullptr && box->text().startsWith("3 more logs would take "));
+    }
+
     void an_empty_folder_is_told_and_watched() {
         const QTemporaryDir empty;
         open({empty.path().toStdString()});
@@ -179,6 +189,9 @@ class log_window_test : public QObject {
         QCOMPARE(window_->selected(), std::size_t{1});
         QTest::keyClick(window_.get(), Qt::Key_Down);
         QCOMPARE(window_->selected(), std::size_t{1});
+        set_cursor(midnight + 2 * hour - second);
+        QTest::keyClick(window_.get(), Qt::Key_Right, Qt::ShiftModifier);
+        QVERIFY2(window_->range().to > midnight + 2 * hour, "the picture goes along");
         QTest::keyClick(window_.get(), Qt::Key_End);
         QCOMPARE(window_->cursor(), midnight + 26 * hour - second);
     }

@@ -91,6 +91,7 @@ TEST_F(MeasuredLog, TheCycleOfATimeIsTheLastOneOfEachKind) {
     EXPECT_EQ(later.angacc->time, at(13, 0, 7));
     EXPECT_EQ(later.angacc->samples[0], 200);
     EXPECT_EQ(log.cycle_at(at(13, 30, 4)).thermo->samples[0], 100);
+    EXPECT_EQ(log.next_curve(at(13, 0, 0)), at(13, 0, 5));
     EXPECT_EQ(log.next_curve(at(13, 0, 7)), at(13, 30, 5));
     EXPECT_EQ(log.previous_curve(at(13, 30, 5)), at(13, 0, 7));
     EXPECT_FALSE(log.next_curve(at(13, 30, 5)));
