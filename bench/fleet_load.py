@@ -21,6 +21,8 @@ sys.path.insert(0, str(ROOT / "tests" / "fleet"))
 
 from fleet_server import Server  # noqa: E402
 
+TABLES = ("records", "curves")
+LONG = 4 * 3600  # seconds that a step may take
 PERIOD = {"from": "2026-07-01", "to": "2026-08-01"}
 QUERIES = {
     "alarms_per_week": PERIOD,
@@ -53,6 +55,20 @@ def write_log(path, chance, hours):
                 log.write(f"<{tag}> {at} {wave}  </{tag}>\r\n")
 
 
+def count_of(server, table):
+    return int(server.ask(f"SELECT count(*) FROM fleet.{table}", timeout=LONG)[0][0])
+
+
+def sizes(server):
+    """Bytes on the disk."""
+    for table in TABLES:
+        count = count_of(server, table)
+        told = server.ask(f"""SELECT sum(pg_total_relation_size(relid)), sum(pg_indexes_size(relid))
+                              FROM pg_partition_tree('fleet.{table}')""")
+        whole, index = map(int, told[0])
+        print(f"{table}: {count:,} rows, {whole / count:.1f} bytes a row, {index / count:.1f} of them index")
+
+
 def measure(server, paths):
     begin = time.monotonic()
     code, _, complaint = server.load(*paths)
@@ -60,15 +76,10 @@ def measure(server, paths):
     if code != 0:
         raise RuntimeError(complaint)
     megabytes = sum(path.stat().st_size for path in paths) / 1e6
-    rows = {table: int(server.ask(f"SELECT count(*) FROM fleet.{table}")[0][0])
-            for table in ("records", "curves")}
+    rows = sum(count_of(server, table) for table in TABLES)
     print(f"{megabytes:.0f} MB of logs in {passed:.1f} s, {megabytes / passed:.1f} MB a second, "
-          f"{sum(rows.values()) / passed:,.0f} rows a second")
-    for table, count in rows.items():
-        sizes = server.ask(f"""SELECT sum(pg_total_relation_size(relid)), sum(pg_indexes_size(relid))
-                               FROM pg_partition_tree('fleet.{table}')""")
-        whole, index = map(int, sizes[0])
-        print(f"{table}: {count:,} rows, {whole / count:.1f} bytes a row, {index / count:.1f} of them index")
+          f"{rows / passed:,.0f} rows a second")
+    sizes(server)
     begin = time.monotonic()
     server.load(*paths)
     print(f"loaded again, nothing new: {time.monotonic() - begin:.2f} s")

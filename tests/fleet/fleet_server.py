@@ -70,22 +70,23 @@ class Server:
             self.process.wait(60)
         shutil.rmtree(self.folder)
 
-    def run(self, words, check=True):
-        return subprocess.run(words, capture_output=True, check=check, env=self.environment, timeout=100)
+    def run(self, words, check=True, timeout=100):
+        return subprocess.run(words, capture_output=True, check=check, env=self.environment, timeout=timeout)
 
     def load(self, *paths, plant="Plant"):
         """Exit code, what it said, what it complained of."""
         done = self.run([FLEET / "load", "--plant", plant, *paths], check=False)
         return done.returncode, done.stdout.decode(errors="replace"), done.stderr.decode(errors="replace")
 
-    def ask(self, sql):
+    def ask(self, sql, timeout=100):
         """The rows, as texts."""
-        told = self.run(["psql", "-X", "--csv", "-t", "--set=ON_ERROR_STOP=1", "-c", sql]).stdout
+        told = self.run(["psql", "-X", "--csv", "-t", "--set=ON_ERROR_STOP=1", "-c", sql],
+                        timeout=timeout).stdout
         return [tuple(row) for row in csv.reader(io.StringIO(told.decode()))]
 
-    def query(self, name, **parameters):
+    def query(self, name, timeout=100, **parameters):
         """The rows of a query of the folder, each by its columns."""
         settings = [f"--set={key}={value}" for key, value in parameters.items()]
         told = self.run(["psql", "-X", "--csv", "--set=ON_ERROR_STOP=1", *settings,
-                         f"--file={FLEET / 'queries' / name}.sql"]).stdout
+                         f"--file={FLEET / 'queries' / name}.sql"], timeout=timeout).stdout
         return list(csv.DictReader(io.StringIO(told.decode())))
