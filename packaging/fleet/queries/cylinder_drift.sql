@@ -8,22 +8,24 @@
 -- samples less that of the whole curve, in % of the latter; drift is by how much that grows in a week, by the
 -- straight line through all curves. Logs whose header has no firing angles are left out.
 
-WITH places AS (
+WITH fired AS (
     SELECT id AS file, place, firing_order[place] AS cylinder,
            round(sum(angle) OVER (PARTITION BY id ORDER BY place) * 255::double precision
                  / CASE strokes WHEN 4 THEN 720 ELSE 360 END)::integer AS centre
     FROM fleet.files, unnest(firing_angles) WITH ORDINALITY AS fired (angle, place)
     WHERE place <= cylinders
-), curves AS MATERIALIZED (
-    SELECT engine, file, line, at, samples, (SELECT avg(sample) FROM unnest(samples) AS sample) AS mean
-    FROM fleet.curves
-    WHERE at >= :'from' AND at < :'to' AND record = :'record'
+), layouts AS (
+    SELECT file, array_agg(place) AS places, array_agg(cylinder) AS cylinders, array_agg(centre) AS centres
+    FROM fired WHERE centre < 256
+    GROUP BY file
 ), parts AS (
-    SELECT engine, place, cylinder, extract(epoch FROM at) / 604800 AS week,
-           100 * ((SELECT avg(samples[(centre + step + 256) % 256 + 1])
-                   FROM generate_series(-:half_width, :half_width) AS step) - mean) / mean AS above
-    FROM curves JOIN places USING (file)
-    WHERE centre < 256 AND mean > 0
+    SELECT engine, place, cylinder, extract(epoch FROM at) / 604800 AS week, above
+    FROM fleet.curves JOIN layouts USING (file)
+    CROSS JOIN LATERAL (SELECT avg(sample) AS mean FROM unnest(samples) AS sample) AS whole
+    CROSS JOIN LATERAL unnest(places, cylinders, centres) AS fires (place, cylinder, centre)
+    CROSS JOIN LATERAL (SELECT 100 * (avg(samples[(centre + step + 256) % 256 + 1]) - mean) / mean AS above
+                        FROM generate_series(-:half_width, :half_width) AS step) AS part
+    WHERE at >= :'from' AND at < :'to' AND record = :'record' AND mean > 0
 )
 SELECT plant, location, place, cylinder, count(*) AS curves, round(avg(above), 2) AS above_mean,
        round(regr_slope(above, week)::numeric, 3) AS drift
