@@ -14,14 +14,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// The folder of a plant has that of its logs, and this one folder for each engine.
+constexpr int deepest_folder = 4;
+
 /// Folders that cannot be read are passed over.
 void add_logs_below(const std::string& folder, std::vector<std::string>& files) {
     std::error_code error;
     const auto options = fs::directory_options::skip_permission_denied;
     for (auto at = fs::recursive_directory_iterator(folder, options, error);
-         !error && at != fs::recursive_directory_iterator(); at.increment(error))
+         !error && at != fs::recursive_directory_iterator(); at.increment(error)) {
+        if (at.depth() >= deepest_folder) at.disable_recursion_pending();
         if (at->path().extension() == ".xlg" && !at->is_directory(error))
             files.push_back(at->path().string());
+    }
 }
 
 } // namespace

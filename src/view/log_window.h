@@ -115,6 +115,7 @@ class log_window : public QMainWindow {
     void export_picture();
 
     // log_window_open.cpp
+    [[nodiscard]] std::size_t count_of_marks() const;
     bool has_room_for(const std::vector<std::string>& files);
     void take_opened();
     void tell_failures(const log_loader& ended);

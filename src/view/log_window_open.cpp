@@ -101,11 +101,19 @@ void log_window::tell_failures(const log_loader& ended) {
     if (ended.stopped()) tell(tr("Opening was stopped; %1 logs are open.").arg(logs_.size()));
 }
 
+std::size_t log_window::count_of_marks() const {
+    std::size_t count = 0;
+    for (const auto& one : lanes_)
+        count += one->line.marks().size();
+    return count;
+}
+
 void log_window::follow() {
     if (!following_) return;
     if (++follow_ticks_ % looks_at_folders == 0) open({}); // new files of the folders
     if (loader_ || lanes_.empty()) return;
     const bool at_the_end = range_.to >= whole_.to;
+    const std::size_t marks = count_of_marks();
     bool grown = false;
     for (const auto& one : lanes_) {
         const xlg::log_seconds before = one->line.last();
@@ -116,7 +124,7 @@ void log_window::follow() {
         grown = grown || more;
     }
     if (!grown) return;
-    marks_->show_lanes(lanes_);
+    if (count_of_marks() != marks) marks_->show_lanes(lanes_);
     const std::int64_t before = whole_.to;
     whole_ = whole_range(lanes_);
     ++changes_;

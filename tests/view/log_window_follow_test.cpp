@@ -55,6 +55,30 @@ class log_window_follow_test : public QObject {
         QVERIFY2(values(*window_, 0).contains("02:00:19   Tsig 75 %"), qPrintable(values(*window_, 0)));
     }
 
+    void comments_that_come_are_in_the_list_and_others_stay_where_they_are() {
+        auto& table = part<QTableView>(*window_, "marks");
+        logs_->append("20260702Qu_Engine 1.xlg", plant_logs::comment(7200, "KVD Prealarm ON"));
+        window_->follow();
+        QCOMPARE(table.model()->rowCount(), 1);
+        table.setFocus();
+        table.selectRow(0);
+        logs_->append("20260702Qu_Engine 1.xlg", plant_logs::steady(7201, 7210, 70));
+        window_->follow();
+        QTest::qWait(30);
+        QVERIFY(table.selectionModel()->isRowSelected(0));
+    }
+
+    void folders_far_below_are_not_looked_into() {
+        const QDir folder(QString::fromStdString(logs_->folder()));
+        QVERIFY(folder.mkpath("a/b/c/d/e/f"));
+        QVERIFY(QFile::copy(folder.filePath("20260702Qu_Engine 1.xlg"), folder.filePath("a/b/near.xlg")));
+        QVERIFY(
+            QFile::copy(folder.filePath("20260702Qu_Engine 1.xlg"), folder.filePath("a/b/c/d/e/f/far.xlg")));
+        const std::vector<std::string> found = logs_named({logs_->folder()});
+        QCOMPARE(found.size(), std::size_t{2});
+        QVERIFY(found[1].ends_with("near.xlg"));
+    }
+
     void the_log_of_a_new_day_joins_its_engine() {
         logs_->write("20260703Qu_Engine 1.xlg", ""); // has its header only, for now
         look_at_the_folder();

@@ -208,6 +208,10 @@ TEST_F(MeasuredLog, LogsOfAnEngineAreOneLineOfTime) {
     EXPECT_EQ(line.marks()[2].time, at(24, 0, 2));
     EXPECT_TRUE(line.log_at(at(23, 30, 0))->name().ends_with("20260702Qu_Engine 1.xlg"));
     EXPECT_TRUE(line.log_at(at(24, 30, 0))->name().ends_with("20260703Qu_Engine 1.xlg"));
+    append(line.logs()[0]->name(), "<!-- 00:00:03 The End -->\r\n");
+    EXPECT_TRUE(line.read_on()) << "a log gets its last line when the next one has begun";
+    EXPECT_EQ(line.marks().size(), 4U);
+    EXPECT_FALSE(line.read_on());
     int steps = 0;
     line.each_step(16, at(22, 0, 0), at(25, 0, 0), [&](log_seconds, log_seconds length, const extremes&) {
         EXPECT_EQ(length, 16);

@@ -16,21 +16,29 @@ bool time_line::has(const std::string& file) const {
 }
 
 bool time_line::read_on() {
-    if (logs_.empty() || !logs_.back()->read_on()) return false;
-    sum_up();
-    return true;
+    // The one before still gets the line that ends it.
+    const std::size_t growing = std::min<std::size_t>(logs_.size(), 2);
+    bool more = false;
+    for (const auto& log : std::span(logs_).last(growing))
+        more = log->read_on() || more;
+    if (more) sum_up();
+    return more;
 }
 
 void time_line::sum_up() {
-    marks_.clear();
     first_ = 1;
     last_ = 0;
+    std::size_t marks = 0;
     for (const auto& log : logs_) {
         if (!log->any()) continue;
         first_ = any() ? std::min(first_, log->first()) : log->first();
         last_ = std::max(last_, log->last());
-        marks_.insert(marks_.end(), log->marks().begin(), log->marks().end());
+        marks += log->marks().size();
     }
+    if (marks == marks_.size()) return;
+    marks_.clear();
+    for (const auto& log : logs_)
+        marks_.insert(marks_.end(), log->marks().begin(), log->marks().end());
     std::ranges::stable_sort(marks_, {}, &log_mark::time);
 }
 

@@ -23,7 +23,7 @@ class time_line {
     void add(std::shared_ptr<measured_log> log);
     [[nodiscard]] bool has(const std::string& file) const;
 
-    /// Reads what has been written to the newest log since. True if there was anything. Failure: that of the
+    /// Reads what has been written to the newest logs since. True if there was anything. Failure: that of a
     /// log.
     bool read_on();
 
@@ -53,7 +53,7 @@ class time_line {
     [[nodiscard]] std::optional<log_seconds> next_curve(log_seconds time) const;
     [[nodiscard]] std::optional<log_seconds> previous_curve(log_seconds time) const;
 
-    /// All comments and notes by their times.
+    /// All comments and notes by their times. They stay where they are until there is another one.
     [[nodiscard]] std::span<const log_mark> marks() const { return marks_; }
 
     /// The log that holds what was measured at this time: the last one that begins at it or before, else the
