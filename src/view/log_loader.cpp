@@ -74,14 +74,18 @@ log_loader::~log_loader() {
     stop();
 }
 
+/// What was read so far; a failure if nothing more is wanted.
+void log_loader::count(std::size_t bytes) {
+    if (stopped_) throw failure("stopped");
+    done_ += static_cast<std::int64_t>(bytes);
+}
+
 void log_loader::work() {
     for (std::size_t file = next_++; file < files_.size(); file = next_++) {
         const auto failed = attempt([&] {
             if (stopped_) return;
-            auto log = std::make_shared<xlg::measured_log>(files_[file], [this](std::size_t bytes) {
-                if (stopped_) throw failure("stopped");
-                done_ += static_cast<std::int64_t>(bytes);
-            });
+            auto log = std::make_shared<xlg::measured_log>(files_[file],
+                                                           [this](std::size_t bytes) { count(bytes); });
             log->read_on();
             log->tell_reading_to({});
             logs_[file] = std::move(log);

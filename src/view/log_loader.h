@@ -43,6 +43,7 @@ class log_loader {
 
   private:
     void work();
+    void count(std::size_t bytes);
 
     std::vector<std::string> files_;
     log_list logs_; ///< of each file, null where it could not be read

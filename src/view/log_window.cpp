@@ -28,7 +28,7 @@ constexpr std::int64_t longest_span = 400LL * 86'400'000;
 
 } // namespace
 
-log_window::log_window(std::vector<std::string> names) {
+log_window::log_window(const std::vector<std::string>& names) {
     curves_shown_.fill(true);
     setObjectName("log_window");
     setWindowTitle(tr("Tyxo Log View"));
@@ -103,15 +103,14 @@ void log_window::set_order(lane_order order) {
     set_cursor(std::clamp(cursor_, whole_.from, whole_.to));
 }
 
-time_range log_window::limited(time_range range) const {
+time_range log_window::limited(const time_range& range) const {
     const std::int64_t span = std::clamp(range.span(), shortest_span, std::max(longest_span, shortest_span));
-    range.to = range.from + span;
     // Half a picture may be empty on either side.
     const std::int64_t room = span / 2;
     const std::int64_t least = whole_.from - room;
     const std::int64_t most = std::max(whole_.to + room - span, least);
-    range.from = std::clamp(range.from, least, most);
-    return {range.from, range.from + span};
+    const std::int64_t from = std::clamp(range.from, least, most);
+    return {from, from + span};
 }
 
 void log_window::show_range(time_range range) {

@@ -58,7 +58,7 @@ class log_window : public QMainWindow {
 
   public:
     /// Opens these files and folders, if there are any.
-    explicit log_window(std::vector<std::string> names);
+    explicit log_window(const std::vector<std::string>& names);
     ~log_window() override;
 
     [[nodiscard]] bool opening() const { return loader_ != nullptr; }
@@ -137,7 +137,7 @@ class log_window : public QMainWindow {
     void show_other_windows();
     void keep_selected_in_sight();
     void tell(const QString& what);
-    [[nodiscard]] time_range limited(time_range range) const;
+    [[nodiscard]] time_range limited(const time_range& range) const;
 
     std::vector<std::string> names_; ///< as they were given: a folder is looked through again
     log_list logs_;

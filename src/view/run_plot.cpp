@@ -131,11 +131,13 @@ struct cycle_window {
 };
 
 template <class View> cycle_window window_of(std::unique_ptr<View> view, lane& one, std::int64_t ms) {
-    View* const shown = view.get();
-    return {std::move(view), [shown, &one, ms] {
-                show_cycle(one, ms, true);
-                shown->show_state();
-            }};
+    cycle_window made;
+    made.renew = [&shown = *view, &one, ms] {
+        show_cycle(one, ms, true);
+        shown.show_state();
+    };
+    made.widget = std::move(view);
+    return made;
 }
 
 cycle_window window_of_cycle(xlg::picture_kind kind, lane& one, std::int64_t ms) {

@@ -4,12 +4,10 @@
 
 #include <QApplication>
 
-#include <utility>
-
 namespace tyxo::view {
 
-int run_view(std::vector<std::string> names) {
-    log_window window(std::move(names));
+int run_view(const std::vector<std::string>& names) {
+    log_window window(names);
     window.show();
     return QApplication::exec();
 }

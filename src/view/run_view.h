@@ -7,6 +7,6 @@
 namespace tyxo::view {
 
 /// Shows the window with these files and folders until it is closed; the result is the exit code.
-[[nodiscard]] int run_view(std::vector<std::string> names);
+[[nodiscard]] int run_view(const std::vector<std::string>& names);
 
 } // namespace tyxo::view
