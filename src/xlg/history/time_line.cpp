@@ -59,8 +59,8 @@ logged_cycle time_line::cycle_at(log_seconds time) const {
         const measured_log& log = *logs_[index];
         if (!log.any() || log.first() > time) continue;
         logged_cycle here = log.cycle_at(time);
-        if (!found.thermo) found.thermo = std::move(here.thermo);
-        if (!found.angacc) found.angacc = std::move(here.angacc);
+        if (!found.thermo) found.thermo = here.thermo;
+        if (!found.angacc) found.angacc = here.angacc;
     }
     return found;
 }

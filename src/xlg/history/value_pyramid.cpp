@@ -16,7 +16,7 @@ log_seconds floor_of(log_seconds second) {
 } // namespace
 
 void extremes::take(const extremes& others) {
-    for (std::size_t value = 0; value < measured_values; ++value) {
+    for (std::size_t value = 0; value < value_count; ++value) {
         least[value] = std::min(least[value], others.least[value]);
         greatest[value] = std::max(greatest[value], others.greatest[value]);
     }

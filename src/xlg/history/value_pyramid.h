@@ -14,8 +14,8 @@ namespace tyxo::xlg {
 using log_seconds = std::int64_t;
 
 /// The values of REC1 in their order: Tsig %, rpm, 1/100 mV, Teff DC %, Teff AC %.
-inline constexpr std::size_t measured_values = 5;
-using measured = std::array<std::uint16_t, measured_values>;
+inline constexpr std::size_t value_count = 5;
+using measured = std::array<std::uint16_t, value_count>;
 
 /// Least and greatest of each value in a time.
 struct extremes {
