@@ -82,8 +82,7 @@ lane_view* log_window::make_view(std::size_t index) {
             [this](double pages) { shift_by(std::llround(pages * static_cast<double>(range_.span()))); });
     connect(view, &lane_view::appeared, this, &log_window::refresh_later);
     connect(view, &lane_view::chosen, this, [this, index] { select(index); });
-    connect(view, &lane_view::scope_clicked, this,
-            [this] { desktop::run_handler(desktop::source::view, open_detailed_display); });
+    connect(view, &lane_view::scope_clicked, this, desktop::on_view_command(open_detailed_display));
     return view;
 }
 
@@ -254,7 +253,7 @@ void log_window::show_status() {
 
 /// The windows of the program are shown as its main window would.
 void log_window::show_other_windows() {
-    const auto show = [this](auto& window, bool open, auto make) {
+    const auto show = [](auto& window, bool open, auto make) {
         if (!window && open) {
             window = make();
             window->setWindowModality(Qt::NonModal); // the cursor moves on beside it

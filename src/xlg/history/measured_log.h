@@ -51,7 +51,7 @@ struct logged_cycle {
 /// log has them. Not to be used by two threads at a time.
 class measured_log {
   public:
-    static constexpr log_seconds longest = 7 * 86'400;
+    static constexpr log_seconds longest = log_seconds{7} * 86'400;
 
     /// Opens nothing. `on_read` is told each number of bytes that was read; what it raises ends the reading.
     explicit measured_log(std::string name, std::function<void(std::size_t)> on_read = {});
