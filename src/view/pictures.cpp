@@ -22,7 +22,6 @@ namespace {
 constexpr double picture_margin = 8; // pixels of the layout, like all that follows
 constexpr double title_height = 26;
 constexpr double title_letters = 15;
-constexpr double least_chart_height = 60;
 constexpr double name_height = 20;
 constexpr double name_letters = 12;
 
@@ -38,19 +37,21 @@ QFont letters_of(double pixels, bool bold) {
     return font;
 }
 
-/// A line of text at the upper edge of an area, which it is taken from.
+/// A line of text at the upper edge of an area, which it is taken from. What stands at its right end has the
+/// room that is left.
 void paint_line(QPainter& painter, QRectF& area, double height, const QFont& font, const QString& left,
                 const QString& right = {}) {
-    const QRectF line(area.topLeft(), QSizeF(area.width(), height));
+    QRectF line(area.topLeft(), QSizeF(area.width(), height));
     area.setTop(area.top() + height);
     const QFontMetricsF metrics(font);
+    const QString begin = metrics.elidedText(left, Qt::ElideRight, line.width());
     painter.setFont(font);
     painter.setPen(Qt::black);
-    const double beside = right.isEmpty() ? 0 : metrics.horizontalAdvance(right) + height;
-    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
-                     metrics.elidedText(left, Qt::ElideRight, std::max(line.width() - beside, height)));
-    if (beside < line.width())
-        painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine, right);
+    painter.drawText(line, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, begin);
+    line.setLeft(line.left() + metrics.horizontalAdvance(begin) + height);
+    if (right.isEmpty() || line.width() < height) return;
+    painter.drawText(line, Qt::AlignRight | Qt::AlignVCenter | Qt::TextSingleLine,
+                     metrics.elidedText(right, Qt::ElideRight, line.width()));
 }
 
 /// The place in larger pixels, as far as a layout of this size has room for its letters.
@@ -132,6 +133,12 @@ QByteArray pdf_of(const QSize& size, const QString& title, const picture_painter
 
 } // namespace
 
+int least_picture_height(std::size_t charts) {
+    constexpr int least_chart_height = 100; // with its name
+    return static_cast<int>(2 * picture_margin + title_height) +
+           least_chart_height * static_cast<int>(charts);
+}
+
 void paint_charts(QCPPainter& painter, const picture_place& place, const QString& title,
                   std::span<const chart_of_picture> charts) {
     const double count = static_cast<double>(std::max<std::size_t>(charts.size(), 1));
@@ -145,7 +152,6 @@ void paint_charts(QCPPainter& painter, const picture_place& place, const QString
         if (!single)
             paint_line(painter, area, name_height * own.pixel, letters_of(name_letters * own.pixel, true),
                        qt_text(one.chart.Title), one.engine);
-        if (area.height() < least_chart_height * own.pixel) continue;
         paint_chart(painter, one.chart, one.rows, area, own.pixel, !place.clips);
     }
 }

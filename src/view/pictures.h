@@ -9,6 +9,7 @@
 #include <QSize>
 #include <QString>
 
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
@@ -39,6 +40,9 @@ struct chart_of_picture {
 /// the title alone, with the engine beside it.
 void paint_charts(QCPPainter& painter, const picture_place& place, const QString& title,
                   std::span<const chart_of_picture> charts);
+
+/// What so many charts need, in pixels of the layout.
+[[nodiscard]] int least_picture_height(std::size_t charts);
 
 /// A widget of the program under a title. It gets the size that there is room for; then `renew` lets it show
 /// its state again.

@@ -109,6 +109,10 @@ bool measured_in(const lane& one, const time_range& range) {
 
 int plot_charts(const xlg::arguments& wanted, const std::string& file, lane_list& lanes) {
     const time_range range = range_wanted(wanted.plot, whole_range(lanes));
+    const QSize size = size_of(wanted, file, usual_size_of(lanes.size(), file));
+    if (const int least = least_picture_height(lanes.size()); size.height() < least)
+        throw failure("a picture of " + xlg::counted(std::ssize(lanes), "engine", "engines") +
+                      " is at least " + std::to_string(least) + " pixels high");
     const bool any = range.to > range.from && std::ranges::any_of(lanes, [&range](const auto& one) {
                          return measured_in(*one, range);
                      });
@@ -117,10 +121,9 @@ int plot_charts(const xlg::arguments& wanted, const std::string& file, lane_list
                        moment_text(range.to));
     const QString engine = lanes.size() == 1 ? qt_text(lanes.front()->line.location()) + ", " : QString();
     const QString title = own_title(wanted, engine + period_text(range));
-    write_picture(file, wanted.force, size_of(wanted, file, usual_size_of(lanes.size(), file)), title,
-                  [&](QCPPainter& painter, const picture_place& place) {
-                      paint_lanes(painter, place, title, lanes, range);
-                  });
+    write_picture(file, wanted.force, size, title, [&](QCPPainter& painter, const picture_place& place) {
+        paint_lanes(painter, place, title, lanes, range);
+    });
     return told(file, title);
 }
 

@@ -16,6 +16,7 @@ namespace {
 const QColor axes_background(255, 255, 255);
 const QColor grid_color(222, 222, 222);
 constexpr double share_of_width = 0.76; // leaves a gap between the cylinders
+constexpr double hair = 1e-6;           // of an axis
 constexpr double most_bar_ticks = 60;
 constexpr int outward_ticks = 4;
 constexpr double mark_share = 0.025; // of the axis, from its end to a mark
@@ -192,10 +193,11 @@ void bar_plot_view::show_series() {
         bars.setBrush(qt_colour(series.Color));
         bars.setPen(Qt::NoPen);
         bars.setAntialiased(false);
-        // Far outside the axis is outside, and the library stays within the painter's numbers.
+        // A hair outside the axis is outside: the library stays within the painter's numbers, and a bar
+        // within its axes also where nothing is clipped.
         const QCPRange range = axis->range();
-        const double least = range.lower - range.size();
-        const double greatest = range.upper + range.size();
+        const double least = range.lower - hair * range.size();
+        const double greatest = range.upper + hair * range.size();
         const double width = series.points.empty() ? 1 : series.points.front().width * share_of_width;
         const double aside = (static_cast<double>(index) - (count - 1) / 2) * width;
         QVector<double> keys;
