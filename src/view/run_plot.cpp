@@ -5,6 +5,7 @@
 #include "displays/bar_diagram_view.h"
 #include "displays/frmdetailedpic.h"
 #include "displays/frmdetailedpic_view.h"
+#include "platform/debug_output.h"
 #include "platform/desktop/process.h"
 #include "platform/desktop/text.h"
 #include "view/cycles.h"
@@ -127,6 +128,11 @@ int plot_charts(const xlg::arguments& wanted, const std::string& file, lane_list
     return told(file, title);
 }
 
+/// As the program does in its handlers: what the header of a log makes impossible is left away.
+void try_to(const std::function<void()>& step) {
+    if (const auto why = attempt(step)) debug_output(*why);
+}
+
 /// A window of the program over one cycle.
 struct cycle_window {
     std::unique_ptr<QWidget> widget;
@@ -137,7 +143,7 @@ template <class View> cycle_window window_of(std::unique_ptr<View> view, lane& o
     cycle_window made;
     made.renew = [&shown = *view, &one, ms] {
         show_cycle(one, ms, true);
-        shown.show_state();
+        try_to([&shown] { shown.show_state(); });
     };
     made.widget = std::move(view);
     return made;
@@ -156,12 +162,12 @@ cycle_window window_of_cycle(xlg::picture_kind kind, lane& one, std::int64_t ms)
         auto view = std::make_unique<frmdetailedpic_view>(nullptr);
         for (QCheckBox* const box : view->findChildren<QCheckBox*>())
             box->hide();
-        open_detailed_display();
+        try_to(open_detailed_display);
         window = window_of(std::move(view), one, ms);
     } else {
         const bool speed = kind == xlg::picture_kind::speed_bars;
         bar_form& bars = speed ? frmbarpic::state : Frmbarpic2::state;
-        speed ? open_speed_bars() : open_thermo_bars();
+        try_to(speed ? open_speed_bars : open_thermo_bars);
         window = window_of(
             std::make_unique<bar_diagram_view>(bars, speed ? "frmbarpic" : "Frmbarpic2", nullptr), one, ms);
     }

@@ -70,6 +70,9 @@ class header_reader {
         take("RATEDSPEED", rec.ratedspeed);
         read_list(header_.value("FIRINGORDER"), rec.firingorder, firing_entry);
         read_list(header_.value("FIRINGANGLE"), rec.firingangle, plain_entry);
+        rec.speed_unit = header_.of("T3", "UNIT");
+        const std::string scale = header_.of("T3", "SCALE");
+        std::from_chars(scale.data(), scale.data() + scale.size(), rec.speed_scale);
         rec.param_valid = !header_.value("NUMZYL").empty() && !header_.all_zero();
     }
 
