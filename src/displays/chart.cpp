@@ -86,6 +86,7 @@ void thaw(i16 channel) {
 
 std::vector<chart_curve> chart_curves() {
     std::vector<chart_curve> curves;
+    curves.reserve(curve_rows.size());
     for (const curve_row& row : curve_rows)
         curves.push_back({std::string(row.title), row.color});
     return curves;
