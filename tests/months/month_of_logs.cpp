@@ -16,6 +16,7 @@
 #include "platform/clock.h"
 #include "platform/simulation.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -136,13 +137,21 @@ class plant {
         world().on_output = [this](i16 channel, std::string_view sent) {
             evaluator(channel).receive(sent, seconds());
         };
-        std::string settings = "[tyxo]\r\nupd_periode=1000\r\nadc_offset=479\r\nzyl_speed_range=3\r\n"
-                               "autostart=1\r\neventfile_ena=1\r\nevtpath=logs\\\r\nmax_sensors=" +
-                               std::to_string(wanted_.engines) + "\r\n";
+        std::string settings = "[tyxo]\r\n";
+        const auto set = [&settings](const std::string& key, const std::string& value) {
+            settings.append(key).append("=").append(value).append("\r\n");
+        };
+        for (const char* one : {"autostart", "eventfile_ena"})
+            set(one, "1");
+        set("upd_periode", "1000");
+        set("evtpath", "logs\\");
+        set("max_sensors", std::to_string(wanted_.engines));
         for (int engine = 1; engine <= wanted_.engines; ++engine) {
-            const std::string n = ' ' + std::to_string(engine) + '=';
-            settings += "comport" + n + std::to_string(engine) + "\r\nlocation" + n + "Engine " +
-                        std::to_string(engine) + "\r\nlogpath" + n + "logs\\\r\ntstsig_visible" + n + "1\r\n";
+            const std::string number = std::to_string(engine);
+            set("comport " + number, number);
+            set("location " + number, "Engine " + number);
+            set("logpath " + number, "logs\\");
+            set("tstsig_visible " + number, "1");
         }
         simulation::put_file("tyxo.ini", settings);
         wire();
@@ -267,7 +276,12 @@ std::optional<options> read_options(const std::vector<std::string_view>& words) 
 } // namespace
 
 int main(int argc, char** argv) {
-    const auto wanted = read_options({argv + 1, argv + argc});
+    const std::vector<std::string_view> words(argv + 1, argv + argc);
+    if (std::ranges::find(words, "--help") != words.end()) {
+        std::cout << help;
+        return 0;
+    }
+    const auto wanted = read_options(words);
     if (!wanted) {
         std::cerr << help;
         return 2;
