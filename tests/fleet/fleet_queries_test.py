@@ -136,6 +136,20 @@ class Queries(unittest.TestCase):
             slope = statistics.linear_regression(weeks, values).slope
             self.assertAlmostEqual(float(row["drift"]), slope, delta=0.001 + abs(slope) * 1e-6)
 
+    def test_a_curve_of_zeros_is_left_out_of_the_drift(self):
+        log = self.logs[0]
+        head = log.read_bytes().partition(b"<LOG>\r\n")[0] + b"<LOG>\r\n"
+        with tempfile.TemporaryDirectory() as folder:
+            zeros = Path(folder) / "20150103Qu_Zeros.xlg"  # before the time of the others
+            zeros.write_bytes(head + b"".join(b"<REC2> 12:00:0%d %s </REC2>\r\n" % (second, sample * 256)
+                                              for second, sample in enumerate((b"0 ", b"500 ", b"0 "))))
+            self.server.load(zeros)  # remarks that the header has another date
+        told = self.server.query("cylinder_drift", **{"from": "2015-01-01", "to": "2015-02-01"},
+                                 record="REC2", half_width=3)
+        self.assertEqual(len(told), sum(centre < 256 for _, _, centre in self.places_of(log)))
+        for row in told:
+            self.assertEqual((row["location"], row["curves"], float(row["above_mean"])), ("Zeros", "1", 0))
+
 
 if __name__ == "__main__":
     unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
