@@ -13,6 +13,7 @@
 #include <QStyle>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,6 +38,13 @@ void use_white_paper() {
     QApplication::setPalette(palette);
 }
 
+/// The window system's library would abort the program where it finds no screen.
+void end_without_screen(QtMsgType type, const QMessageLogContext& /*place*/, const QString& /*words*/) {
+    if (type != QtFatalMsg) return;
+    std::fputs("xlg: there is no screen that the window could be shown on\n", stderr);
+    std::_Exit(xlg::exit_codes::failed);
+}
+
 int run(const xlg::arguments& wanted, char** words) {
     if (wanted.what == command::plot) use_no_screen();
     QLocale::setDefault(QLocale::c());
@@ -44,7 +52,9 @@ int run(const xlg::arguments& wanted, char** words) {
     // By this a Wayland desktop finds the icon.
     QApplication::setDesktopFileName("com.example.quarvo.XlgView");
     int own_name_only = 1; // the rest is for us, and none of it for the window system
+    qInstallMessageHandler(end_without_screen);
     const QApplication application(own_name_only, words);
+    qInstallMessageHandler(nullptr);
     if (wanted.what == command::plot)
         use_white_paper();
     else

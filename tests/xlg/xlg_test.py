@@ -37,6 +37,14 @@ class Called(unittest.TestCase):
             self.assertEqual((done.returncode, done.stderr), (0, b""), words)
             self.assertIn(b"Ends with 0", done.stdout)
 
+    def test_a_window_without_a_screen_says_so(self):
+        dark = {name: value for name, value in os.environ.items()
+                if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+        for environment in (dark, dark | {"DISPLAY": ":987"}):
+            done = xlg("view", LOG, env=environment)
+            self.assertEqual(done.returncode, 2)
+            self.assertEqual(done.stderr, b"xlg: there is no screen that the window could be shown on\n")
+
     def test_standard_input_is_read_as_a_file_is(self):
         from_file = xlg("summary", LOG)
         from_input = xlg("summary", "-", input=LOG.read_bytes())
