@@ -22,9 +22,12 @@ class Installed(unittest.TestCase):
     def setUp(self):
         self.prefix = pathlib.Path(tempfile.mkdtemp(prefix="tyxo_installed_"))
         self.addCleanup(shutil.rmtree, self.prefix)
-        subprocess.run(["cmake", "--install", os.environ["BUILD"], "--prefix", self.prefix,
-                        "--component", "tyxo"], check=True, stdout=subprocess.DEVNULL)
+        self.install("tyxo")
         self.display = None
+
+    def install(self, component):
+        subprocess.run(["cmake", "--install", os.environ["BUILD"], "--prefix", self.prefix,
+                        "--component", component], check=True, stdout=subprocess.DEVNULL)
 
     def on(self, display):
         self.display = display
@@ -76,17 +79,22 @@ class Installed(unittest.TestCase):
         self.assertTrue((self.prefix / f"share/metainfo/{name}.metainfo.xml").exists())
 
     def test_everything_that_names_a_version_names_the_same(self):
+        components = ["tyxo", "xlg", "xlg-view"]
+        for component in components[1:]:
+            self.install(component)
         share = self.prefix / "share"
         cache = (pathlib.Path(os.environ["BUILD"]) / "CMakeCache.txt").read_text()
         version = re.search(r"^CMAKE_PROJECT_VERSION:STATIC=(.+)$", cache, re.M)[1]
-        metainfo, = share.glob("metainfo/*.xml")
-        found = {metainfo.name: re.search(r'<release version="(.+?)"', metainfo.read_text())[1]}
-        changelog = gzip.open(share / "doc/tyxo/changelog.Debian.gz", "rt").read()
-        found["changelog"] = re.match(r"tyxo \((.+)-\d+\)", changelog)[1]
+        found = {}
+        for metainfo in share.glob("metainfo/*.xml"):
+            found[metainfo.name] = re.search(r'<release version="(.+?)"', metainfo.read_text())[1]
+        for component in components:
+            changelog = gzip.open(share / f"doc/{component}/changelog.Debian.gz", "rt").read()
+            found[component] = re.match(r"tyxo \((.+)-\d+\)", changelog)[1]
         for page in share.glob("man/man1/*"):
             found[page.name] = re.search(r'^\.TH .* "Tyxo (\d.*?)"', gzip.open(page, "rt").read(), re.M)[1]
         self.assertEqual(found, dict.fromkeys(found, version))
-        self.assertEqual(len(found), 4)
+        self.assertEqual(len(found), 9)
 
     def starter(self, *words, **options):
         return subprocess.run([self.prefix / "bin/tyxo-plant", *words], stdout=subprocess.DEVNULL,

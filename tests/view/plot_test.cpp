@@ -233,10 +233,8 @@ class plot_test : public QObject {
         int found = 0;
         for (int column = 300; column < picture.width() - 130; ++column) {
             const std::vector<int> rows = rows_with(picture, column, hue::purple);
-            // Below the legend, which has a sample of the colour.
-            if (rows.empty()) continue;
-            ++found;
-            QVERIFY2(rows.front() > 100, qPrintable(QString("%1: %2").arg(column).arg(rows.front())));
+            found += rows.empty() ? 0 : 1;
+            QVERIFY(rows.empty() || rows.front() > 100); // the legend's sample of the colour is below
         }
         QVERIFY(found > 100);
     }
