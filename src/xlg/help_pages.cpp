@@ -115,8 +115,8 @@ It is part of the package xlg-view.
 constexpr std::string_view view_page =
     R"(xlg view [FILE|FOLDER]...    logs in a window
 
-Shows the logs as strip charts over any time, the engine cycles under a cursor, alarms and notes. What is still
-being written is followed.
+Shows the logs as strip charts over any time, the engine cycles under a cursor, alarms and notes. What is
+still being written is followed.
 
 Ends with 0 when the window is closed, with 2 if the command line cannot be understood or there is no screen.
 It is part of the package xlg-view.

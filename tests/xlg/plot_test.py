@@ -79,8 +79,9 @@ class Pictures(unittest.TestCase):
         self.assertEqual(self.xlg("check", self.log, tool=tool).returncode, 0)
 
     def test_nothing_is_left_of_a_picture_that_finds_no_room(self):
-        done = subprocess.run(["sh", "-c", 'ulimit -f 1; trap "" XFSZ; exec "$0" plot -o a.svg "$1"', XLG, self.log],
-                              capture_output=True, check=False, timeout=60, cwd=self.folder)
+        plot = 'ulimit -f 1; trap "" XFSZ; exec "$0" plot -o a.svg "$1"'
+        done = subprocess.run(["sh", "-c", plot, XLG, self.log], capture_output=True, check=False, timeout=60,
+                              cwd=self.folder)
         self.assertEqual(done.returncode, 2)
         self.assertIn(b"cannot write a.svg.part", done.stderr)
         self.assertEqual(list(self.folder.iterdir()), [self.log])
