@@ -6,7 +6,7 @@
 #include "view/log_window.h"
 
 #include <QAction>
-#include <QActionGroup>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QMenuBar>
@@ -126,7 +126,7 @@ void log_window::make_view_actions(QToolBar& bar) {
         following_ = on;
         show_status();
     });
-    menu->addActions({days, follows});
+    menu->addActions({days, follows, findChild<QDockWidget*>("comments")->toggleViewAction()});
 }
 
 void log_window::make_move_actions(QToolBar& bar) {
