@@ -52,9 +52,9 @@ int run(const xlg::arguments& wanted, char** words) {
     // By this a Wayland desktop finds the icon.
     QApplication::setDesktopFileName("com.example.quarvo.XlgView");
     int own_name_only = 1; // the rest is for us, and none of it for the window system
-    qInstallMessageHandler(end_without_screen);
+    const QtMessageHandler own = qInstallMessageHandler(end_without_screen);
     const QApplication application(own_name_only, words);
-    qInstallMessageHandler(nullptr);
+    qInstallMessageHandler(own);
     if (wanted.what == command::plot)
         use_white_paper();
     else

@@ -11,7 +11,6 @@ namespace tyxo {
 namespace {
 
 constexpr double far_away = 1e6;  // pixels; beyond that directions need not be exact
-constexpr double overhang = 50;   // pixels; caps and joins of cut lines stay out of sight
 constexpr double invisible = 0.2; // pixels
 constexpr qsizetype most_joined = 12;
 constexpr qsizetype long_run = 100;
@@ -96,7 +95,8 @@ bool line_run::operator==(const line_run& other) const {
 }
 
 std::vector<line_run> canvas_lines(std::span<const stroke> strokes, const canvas_place& place) {
-    const QRectF area = place.visible.adjusted(-overhang, -overhang, overhang, overhang);
+    const double beyond = place.overhang;
+    const QRectF area = place.visible.adjusted(-beyond, -beyond, beyond, beyond);
     const auto on_screen = [](double origin, double unit, double length) {
         return std::clamp(origin + unit * length, -far_away, far_away);
     };

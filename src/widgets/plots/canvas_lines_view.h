@@ -23,6 +23,7 @@ struct canvas_place {
     double y;
     double unit; ///< pixels
     QRectF visible;
+    double overhang = 50; ///< pixels beyond it, so that caps and joins of cut lines stay out of sight
 };
 
 /// Joins strokes of one colour that continue each other, in their order; points on a straight way are

@@ -170,7 +170,8 @@ void canvas_picture::paint(QPainter& painter, const canvas& surface, const canva
     const QRectF visible(QPointF(), look.size);
     canvas_picture once;
     once.look_ = look;
-    once.lines_ = canvas_lines(surface.strokes, {look.origin.x(), look.origin.y(), look.unit, visible});
+    // There may be no clipping.
+    once.lines_ = canvas_lines(surface.strokes, {look.origin.x(), look.origin.y(), look.unit, visible, 0});
     once.texts_ = surface.texts;
     painter.fillRect(visible, look.ground);
     once.paint_lines(painter, 0, once.lines_.size());
