@@ -63,11 +63,22 @@ picture_place enlarged(const picture_place& place, double width, double height) 
     return larger;
 }
 
+/// Letters in which a title has room, or the least ones.
+QFont title_font(const QString& title, double pixel, double room) {
+    double letters = title_letters;
+    const auto wide = [&] {
+        return QFontMetricsF(letters_of(letters * pixel, true)).horizontalAdvance(title);
+    };
+    while (letters > name_letters && wide() > room)
+        --letters;
+    return letters_of(letters * pixel, true);
+}
+
 QRectF under_title(QPainter& painter, const picture_place& place, const QString& title,
                    const QString& beside = {}) {
     const double margin = picture_margin * place.pixel;
     QRectF area = place.area.adjusted(margin, margin, -margin, -margin);
-    const QFont font = letters_of(title_letters * place.pixel, true);
+    const QFont font = title_font(title, place.pixel, area.width());
     paint_line(painter, area, title_height * place.pixel, font, title, beside);
     return area;
 }
@@ -159,14 +170,18 @@ void paint_charts(QCPPainter& painter, const picture_place& place, const QString
 void paint_widget(QCPPainter& painter, const picture_place& place, const QString& title, QWidget& widget,
                   const std::function<void()>& renew) {
     const QRectF area = under_title(painter, enlarged(place, usual_width, usual_width / 2), title);
-    widget.setFixedSize(std::max(static_cast<int>(area.width() / place.pixel), 1),
-                        std::max(static_cast<int>(area.height() / place.pixel), 1));
+    const QSizeF room = area.size() / place.pixel;
+    // Where it has less than it needs it is made smaller as a whole.
+    const QSize least = widget.minimumSize();
+    const double shrunk = std::max({1.0, least.width() / room.width(), least.height() / room.height()});
+    widget.setFixedSize((room * shrunk).toSize().expandedTo(QSize(1, 1)));
     QCoreApplication::processEvents(); // what it contains gets its place
     renew();
     QCoreApplication::processEvents();
     painter.save();
     painter.translate(area.topLeft().toPoint()); // between two pixels there would be seams
-    painter.scale(place.pixel, place.pixel);
+    painter.scale(place.pixel / shrunk, place.pixel / shrunk);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     widget.render(&painter);
     painter.restore();
 }

@@ -13,7 +13,7 @@ namespace tyxo::xlg {
 namespace {
 
 constexpr std::int64_t day = 86'400; // s
-constexpr picture_size least_picture{200, 150};
+constexpr picture_size least_picture{400, 300};
 constexpr int longest_side = 20'000;
 
 /// A number of so many digits at most, all of the text.
@@ -95,7 +95,7 @@ picture_size size_told(std::string_view text) {
         throw failure("\"" + std::string(text) + "\" is no size; 1600x600 is, width and height in pixels");
     if (*width < least_picture.width || *height < least_picture.height || *width > longest_side ||
         *height > longest_side)
-        throw failure("a picture has from 200x150 to 20000x20000 pixels, not " + std::string(text));
+        throw failure("a picture has from 400x300 to 20000x20000 pixels, not " + std::string(text));
     return {*width, *height};
 }
 

@@ -29,7 +29,7 @@ struct picture_size {
     bool operator==(const picture_size&) const = default;
 };
 
-/// Of "1600x600", from 200x150 to 20000x20000. Failure: likewise.
+/// Of "1600x600", from 400x300 to 20000x20000. Failure: likewise.
 [[nodiscard]] picture_size size_told(std::string_view text);
 
 /// What of the logs a picture shows.
