@@ -23,7 +23,7 @@ class log_window_follow_test : public QObject {
         QCOMPARE(window_->range(),
                  (time_range{midnight + 2 * hour - 9 * minute, midnight + 2 * hour + minute}));
         window_->set_cursor(midnight + 2 * hour + 30 * second);
-        QTest::qWait(30);
+        settle(*window_);
         QVERIFY(values(*window_, 0).contains("Tsig 70 %"));
     }
 
@@ -47,11 +47,11 @@ class log_window_follow_test : public QObject {
         logs_->append("20260702Qu_Engine 1.xlg", plant_logs::steady(7200, 7210, 70));
         window_->follow();
         window_->set_cursor(midnight + 2 * hour + 9 * second);
-        QTest::qWait(30);
+        settle(*window_);
         logs_->append("20260702Qu_Engine 1.xlg", plant_logs::steady(7210, 7220, 75));
         window_->follow();
         window_->set_cursor(midnight + 2 * hour + 19 * second);
-        QTest::qWait(30);
+        settle(*window_);
         QVERIFY2(values(*window_, 0).contains("02:00:19   Tsig 75 %"), qPrintable(values(*window_, 0)));
     }
 
@@ -64,7 +64,7 @@ class log_window_follow_test : public QObject {
         table.selectRow(0);
         logs_->append("20260702Qu_Engine 1.xlg", plant_logs::steady(7201, 7210, 70));
         window_->follow();
-        QTest::qWait(30);
+        settle(*window_);
         QVERIFY(table.selectionModel()->isRowSelected(0));
     }
 
@@ -103,7 +103,7 @@ class log_window_follow_test : public QObject {
         QVERIFY(window_->statusBar()->currentMessage().contains("cannot open"));
         QCOMPARE(window_->lanes().size(), std::size_t{1});
         window_->show_range({midnight + hour, midnight + hour + minute});
-        QTest::qWait(30);
+        settle(*window_);
         QVERIFY(window_->isVisible());
     }
 
@@ -116,7 +116,7 @@ class log_window_follow_test : public QObject {
         QCOMPARE(window_->lanes()[1]->chart.Title, std::string("Engine 1, 2026-07-03"));
         QCOMPARE(window_->range(), (time_range{midnight + hour, midnight + 2 * hour}));
         window_->set_cursor(midnight + hour + minute);
-        QTest::qWait(30);
+        settle(*window_);
         QVERIFY(values(*window_, 0).contains("2026-07-02 01:01:00   Tsig 40 %"));
         QVERIFY(values(*window_, 1).contains("2026-07-03 01:01:00   Tsig 90 %"));
         part<QAction>(*window_, "days").setChecked(false);

@@ -295,7 +295,7 @@ class log_window_test : public QObject {
         window_->show();
         wait_for(*window_);
     }
-    static void settle() { QTest::qWait(30); }
+    void settle() const { view::settle(*window_); }
     void set_cursor(std::int64_t to) {
         window_->set_cursor(to);
         settle();

@@ -71,14 +71,22 @@ class plant_logs {
     QTemporaryDir folder_;
 };
 
+/// Until nothing waits to be drawn, however slow the machine is.
+inline void settle(const log_window& window) {
+    for (int still = 0; still < 3; ++still) {
+        QTest::qWait(10);
+        if (!window.up_to_date()) still = 0;
+    }
+}
+
 /// Until all is open and drawn.
-inline void wait_for(log_window& window) {
+inline void wait_for(const log_window& window) {
     QTRY_VERIFY_WITH_TIMEOUT(!window.opening(), 10'000);
-    QTest::qWait(50);
+    settle(window);
 }
 
 /// Until the window does not move any more.
-inline void wait_for_movement(log_window& window) {
+inline void wait_for_movement(const log_window& window) {
     time_range before;
     do {
         before = window.range();
