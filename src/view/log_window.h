@@ -61,8 +61,10 @@ class log_window : public QMainWindow {
     explicit log_window(const std::vector<std::string>& names);
     ~log_window() override;
 
-    /// Nothing waits to be drawn.
-    [[nodiscard]] bool up_to_date() const { return !refresh_timer_.isActive(); }
+    /// Nothing moves or waits to be drawn.
+    [[nodiscard]] bool up_to_date() const {
+        return !refresh_timer_.isActive() && movement_.state() != QAbstractAnimation::Running;
+    }
     [[nodiscard]] bool opening() const { return loader_ != nullptr; }
     [[nodiscard]] const std::vector<std::unique_ptr<lane>>& lanes() const { return lanes_; }
     [[nodiscard]] const time_range& range() const { return range_; }

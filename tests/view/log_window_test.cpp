@@ -141,7 +141,7 @@ class log_window_test : public QObject {
         settle();
         const std::int64_t before = window_->cursor();
         turn_wheel(cursor, place, 10);
-        wait_for_movement(*window_);
+        settle();
         QVERIFY(window_->range().span() < 4 * hour);
         QTest::mouseMove(&cursor, place + QPoint(1, 0));
         QTest::mouseMove(&cursor, place);
@@ -153,14 +153,14 @@ class log_window_test : public QObject {
     void zooming_has_an_end_on_both_sides() {
         for (int key = 0; key < 40; ++key)
             QTest::keyClick(window_.get(), Qt::Key_Plus);
-        wait_for_movement(*window_);
+        settle();
         QCOMPARE(window_->range().span(), shortest_span);
         for (int key = 0; key < 60; ++key)
             QTest::keyClick(window_.get(), Qt::Key_Minus);
-        wait_for_movement(*window_);
+        settle();
         QVERIFY(window_->range().span() <= 2 * 25 * hour);
         QTest::keyClick(window_.get(), Qt::Key_0, Qt::ControlModifier);
-        wait_for_movement(*window_);
+        settle();
         QCOMPARE(window_->range(), (time_range{midnight + hour, midnight + 26 * hour}));
     }
 

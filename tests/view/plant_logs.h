@@ -71,7 +71,7 @@ class plant_logs {
     QTemporaryDir folder_;
 };
 
-/// Until nothing waits to be drawn, however slow the machine is.
+/// Until nothing moves or waits to be drawn, however slow the machine is.
 inline void settle(const log_window& window) {
     for (int still = 0; still < 3; ++still) {
         QTest::qWait(10);
@@ -83,15 +83,6 @@ inline void settle(const log_window& window) {
 inline void wait_for(const log_window& window) {
     QTRY_VERIFY_WITH_TIMEOUT(!window.opening(), 10'000);
     settle(window);
-}
-
-/// Until the window does not move any more.
-inline void wait_for_movement(const log_window& window) {
-    time_range before;
-    do {
-        before = window.range();
-        QTest::qWait(60);
-    } while (!(window.range() == before));
 }
 
 template <class Widget = QWidget> Widget& part(log_window& window, const char* name) {
