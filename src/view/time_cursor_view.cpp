@@ -72,24 +72,35 @@ void time_cursor_view::paintEvent(QPaintEvent* /*event*/) {
     if (hasFocus()) paint_focus_rim(painter, rect());
 }
 
+/// A triangle that hangs from the upper edge, in the pixels of this widget.
+QPixmap time_cursor_view::mark_picture(QRgb colour) const {
+    const double ratio = devicePixelRatioF();
+    QPixmap picture(QSize(mark_width + 1, mark_height + 1) * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::white, 1));
+    painter.setBrush(QColor(colour));
+    const QPointF tip((mark_width + 1) / 2.0, mark_height);
+    painter.drawPolygon(QPolygonF{
+        {tip, tip - QPointF(mark_width / 2.0, mark_height), tip - QPointF(-mark_width / 2.0, mark_height)}});
+    return picture;
+}
+
 /// Alarms stand above all others; what would stand on the same pixels is painted once.
 void time_cursor_view::paint_marks(QPainter& painter, const QRect& field) const {
-    painter.setRenderHint(QPainter::Antialiasing);
     for (const bool alarms : {false, true}) {
+        const QPixmap picture = mark_picture(alarms ? alarm_mark : quiet_mark);
         int last = field.left() - mark_width;
-        painter.setPen(QPen(Qt::white, 1));
-        painter.setBrush(QColor(alarms ? alarm_mark : quiet_mark));
         for (const xlg::log_mark& mark : marks_in_sight()) {
             if (mark.alarm != alarms) continue;
             const int x = static_cast<int>(std::lround(place_of(mark.time * 1000)));
             if (x - last < 2) continue;
             last = x;
-            const QPointF tip(x + 0.5, field.top() + mark_height);
-            painter.drawPolygon(QPolygonF{{tip, tip - QPointF(mark_width / 2.0, mark_height),
-                                           tip - QPointF(-mark_width / 2.0, mark_height)}});
+            painter.drawPixmap(QPointF(x - mark_width / 2.0, field.top()), picture);
         }
     }
-    painter.setRenderHint(QPainter::Antialiasing, false);
 }
 
 void time_cursor_view::mousePressEvent(QMouseEvent* event) {

@@ -5,6 +5,7 @@
 #include "widgets/spoken.h"
 #include "xlg/history/measured_log.h"
 
+#include <QPixmap>
 #include <QRect>
 #include <QWidget>
 
@@ -52,6 +53,7 @@ class time_cursor_view : public QWidget, public spoken_control {
     [[nodiscard]] std::int64_t time_at(double x) const;
     [[nodiscard]] double place_of(std::int64_t ms) const;
     [[nodiscard]] std::span<const xlg::log_mark> marks_in_sight() const;
+    [[nodiscard]] QPixmap mark_picture(QRgb colour) const;
     void paint_marks(QPainter& painter, const QRect& field) const;
 
     std::function<QRect()> field_;
