@@ -8,8 +8,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <random>
 
 namespace tyxo::xlg {
 namespace {
@@ -166,6 +168,50 @@ TEST_F(MeasuredLog, TimesThatNoLogHasAreLeftOutAndCostNoMemory) {
     EXPECT_LE(log.last() - log.first(), measured_log::longest);
     EXPECT_GT(log.left_out(), 1900);
     EXPECT_EQ(log.rows(0, at(1000, 0, 0)).size(), 2000U - static_cast<std::size_t>(log.left_out()));
+}
+
+/// Logs with damage anywhere, written in pieces of any length: what is read piece by piece is what is read at
+/// once, and no sound record is missing.
+TEST_F(MeasuredLog, PieceByPieceIsTheSameAsAtOnce) {
+    std::mt19937 chance(7);
+    const auto below = [&chance](std::size_t limit) { return static_cast<std::size_t>(chance() % limit); };
+    for (int round = 0; round < 60; ++round) {
+        std::vector<std::string> lines;
+        for (int second = 0; second < 300; ++second) {
+            const std::string time = std::string("13:0") + std::to_string(second / 60) + ":" +
+                                     std::to_string(second % 60 / 10) + std::to_string(second % 10);
+            lines.push_back(record(time, second));
+            if (second % 50 == 0) lines.push_back("<!-- " + time + " KVD Prealarm ON -->");
+        }
+        std::string text = log_of(lines);
+        for (int damage = 0; damage < round; ++damage) {
+            if (below(2) == 0)
+                text.erase(below(text.size()), below(60));
+            else
+                text[below(text.size())] = static_cast<char>(chance());
+        }
+        text += "\n";
+        measured_log at_once(write(text, "20260702Qu_Engine 1.xlg"));
+        at_once.read_on();
+        const std::string growing = write("", "20260702Qu_Engine 2.xlg");
+        measured_log piece_by_piece(growing);
+        for (std::size_t begin = 0; begin < text.size();) {
+            const std::size_t length = 1 + below(3000);
+            append(growing, text.substr(begin, length));
+            piece_by_piece.read_on();
+            begin += length;
+        }
+        const auto rows = at_once.rows(0, at(300, 0, 0));
+        EXPECT_EQ(piece_by_piece.rows(0, at(300, 0, 0)), rows);
+        EXPECT_TRUE(std::ranges::equal(piece_by_piece.marks(), at_once.marks()));
+        std::size_t sound = 0;
+        log_reader reader(source_of(text));
+        for (entry one; reader.next(one);)
+            if (one.form == &record_forms()[0] && one.sound() && one.seconds >= 0) ++sound;
+        EXPECT_LE(rows.size(), sound);
+        EXPECT_GE(rows.size() + static_cast<std::size_t>(at_once.left_out()), sound);
+        EXPECT_GT(rows.size(), 100U) << "round " << round;
+    }
 }
 
 TEST_F(MeasuredLog, WhatCannotBeReadIsAFailure) {
