@@ -30,14 +30,14 @@ constexpr auto column_ranges = std::to_array<column_range>({{"T2", 3277, "% of a
                                                             {"T7", 6554, "% of alarm level"},
                                                             {"T8", 6554, "% of alarm level"}});
 
-// Eight characters at once, the first one in the lowest byte.
-static_assert(std::endian::native == std::endian::little);
 constexpr std::uint64_t ones = 0x0101010101010101;
 constexpr std::uint64_t high_bits = 0x8080808080808080;
 
+/// Eight characters at once, the first one in the lowest byte.
 std::uint64_t eight_characters(const char* at) {
     std::uint64_t characters = 0;
     std::memcpy(&characters, at, sizeof characters);
+    if constexpr (std::endian::native == std::endian::big) characters = __builtin_bswap64(characters);
     return characters;
 }
 
