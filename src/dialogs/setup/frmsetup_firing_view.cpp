@@ -16,7 +16,7 @@ constexpr int table_columns = 12;
 constexpr int box_digits = 4; // "A12", "720"
 constexpr int firing_column_gap = 8;
 constexpr int firing_label_gap = 2;
-constexpr int row_gap = 8;
+constexpr int row_gap = 4;
 
 /// How far an arrow key goes in a table that is read row by row; 0 for another key.
 int step_of(int key) {

@@ -12,7 +12,8 @@ namespace tyxo {
 
 namespace {
 
-constexpr int group_gap = 10;
+constexpr int group_gap = 10;     // px, between columns
+constexpr int group_line_gap = 6; // less: a tab is to be seen whole on a screen of 768 lines
 constexpr int sensor_label_gap = 8;
 constexpr int longest_title = 60; // letters of a location, a tool tip has the rest
 
@@ -57,7 +58,7 @@ sensor_page::sensor_page(i16 channel, QWidget* parent)
     Frame_sensor->setObjectName(element("Frame_sensor", channel));
     page->addWidget(Frame_sensor);
     auto* const rows = new QVBoxLayout(Frame_sensor);
-    rows->setSpacing(group_gap);
+    rows->setSpacing(group_line_gap);
 
     auto* const evaluator = new QGroupBox(tr("Evaluator"), Frame_sensor);
     evaluator->setAccessibleName(

@@ -4,6 +4,8 @@
 #include "desktop/setup_window.h"
 
 #include <QAbstractItemView>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include <cmath>
 
@@ -227,6 +229,17 @@ class frmsetup_tabs_test : public QObject {
         check_dialog_size(setup_);
         QVERIFY2(setup_.dialog()->width() <= 1150, qPrintable(QString::number(setup_.dialog()->width())));
         QVERIFY2(setup_.dialog()->height() <= 700, qPrintable(QString::number(setup_.dialog()->height())));
+    }
+
+    void a_sensor_is_seen_whole_on_a_screen_of_768_lines() {
+        setup_.dialog()->resize(1140, 768 - 50 - 40); // less a desktop's panel, a title and a frame
+        for (int tab = 0; tab < 5; ++tab) {
+            setup_.tabs()->setCurrentIndex(tab);
+            QCoreApplication::processEvents();
+            const auto* const page = qobject_cast<QScrollArea*>(setup_.tabs()->widget(tab));
+            QVERIFY(page != nullptr);
+            QVERIFY2(page->verticalScrollBar()->maximum() == 0, qPrintable(QString::number(tab)));
+        }
     }
 
   private:
