@@ -24,8 +24,10 @@ class Desktop(Display):
 
     SIZE = "1600x1200"
 
-    def __init__(self, name, size=SIZE):
-        super().__init__(size)
+    def __init__(self, name, size=SIZE, scale=1, options=()):
+        super().__init__(size, options=options)
+        self.size = [int(side) // scale for side in size.split("x")]
+        self.scale = scale  # of a Wayland compositor; programs for X are told theirs by their environment
         self.environment |= {"HOME": self.runtime, "PULSE_SERVER": "unix:no-sound-server"}
         self.wayland = name == "weston"
         # This one keeps its settings on a bus, which is not the program's.
@@ -55,11 +57,11 @@ class Desktop(Display):
             self.bus.stop()
 
     def compositor(self):
-        width, height = self.SIZE.split("x")
+        width, height = self.size
         settings = pathlib.Path(self.runtime) / "weston.ini"
         settings.write_text("[shell]\npanel-position=none\n[input-method]\npath=\n")  # no keys on the screen
         return ["weston", "--backend=x11-backend.so", "--use-pixman", f"--config={settings}", "--idle-time=0",
-                "--socket=wayland", f"--width={width}", f"--height={height}"]
+                "--socket=wayland", f"--width={width}", f"--height={height}", f"--scale={self.scale}"]
 
     def keys(self, *keys, delay=60):
         self.tool("xdotool", "key", "--delay", str(delay), *keys)
