@@ -106,12 +106,15 @@ void frmscale_polar_view::make_buttons(QVBoxLayout& outer) {
     add_button("cmd_default", frmscale_polar::state.cmd_default, frmscale_polar::cmd_default_click, false,
                *row);
     row->addStretch();
-    add_button("Cmd_ok", frmscale_polar::state.Cmd_ok, frmscale_polar::Cmd_ok_click, true, *row);
+    Cmd_ok = add_button("Cmd_ok", frmscale_polar::state.Cmd_ok, frmscale_polar::Cmd_ok_click, true, *row);
 }
 
 void frmscale_polar_view::show_state() {
-    show_on(*locked_, !frmscale_polar::state.Frame_scale_a.Enabled);
+    const bool locked = !frmscale_polar::state.Frame_scale_a.Enabled;
+    const bool opens = !isVisible();
+    show_on(*locked_, locked);
     modal_dialog::show_state();
+    if (opens && isVisible() && locked) Cmd_ok->setFocus(); // the default settings do nothing now
 }
 
 } // namespace tyxo

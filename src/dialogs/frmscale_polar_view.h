@@ -30,6 +30,7 @@ class frmscale_polar_view : public modal_dialog {
     option_array Opt_logtime;
     std::vector<QLabel*> Lbl_scale; // of both scales, one after the other
     QLabel* locked_ = nullptr;
+    QPushButton* Cmd_ok = nullptr;
 };
 
 } // namespace tyxo

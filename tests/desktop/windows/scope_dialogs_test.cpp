@@ -213,6 +213,18 @@ class scope_dialogs_test : public QObject {
         close_with_escape(scales_);
     }
 
+    void while_measuring_enter_leaves_at_once() {
+        open_scales();
+        option(scales_, "Opt_refr", 0)->setFocus();
+        close_with_escape(scales_);
+        sensor::state.measure_running = true;
+        open_scales();
+        QCOMPARE(scales_->focusWidget()->objectName(), QString("Cmd_ok"));
+        QTest::keyClick(scales_->focusWidget(), Qt::Key_Return);
+        QTRY_VERIFY(!scales_->isVisible());
+        sensor::state.measure_running = false;
+    }
+
     void while_measuring_the_values_can_only_be_looked_at() {
         sensor::state.scale_polar_a = 2;
         sensor::state.measure_running = true;
