@@ -30,6 +30,7 @@ from screen import png  # noqa: E402
 from screen_reader import ScreenReader  # noqa: E402
 
 PASSWORD = "Kessel 7"
+CYCLE = 7  # s until the next curves have come, which diagrams wait for
 # Four engines of four kinds; the last one's Evaluator tells little.
 ENGINES = """
 1 engine inline6-4
@@ -101,11 +102,11 @@ class Tour:
         dump = (self.memory / "Xvfb_screen0").read_bytes()
         (self.folder / f"{name}.png").write_bytes(png(dump))
 
-    def show(self, name, opener, title, button=None):
+    def show(self, name, opener, title, button=None, settle=0.8):
         """Opens a window, takes its picture and leaves it."""
         self.press(*opener)
         window = self.window(title)
-        self.take(name)
+        self.take(name, settle)
         self.leave(title, window, button)
 
     def leave(self, title, window, button=None):
@@ -177,9 +178,20 @@ class Tour:
         self.press("chart", "Chart 1")
 
     def scopes(self):
-        self.show("detailed-display", ("chart", "Polar scope, channel 2"), "Detailed Display")
-        self.show("speed-bars", ("push button", "Speed difference, channel 2"), "Speed")
-        self.show("thermo-bars", ("push button", "Thermosignal difference, channel 2"), "Thermosignal")
+        for name, role, opener, title in [
+                ("detailed-display", "chart", "Polar scope", "Detailed Display"),
+                ("speed-bars", "push button", "Speed difference", "Speed"),
+                ("thermo-bars", "push button", "Thermosignal difference", "Thermosignal")]:
+            self.show(name, (role, f"{opener}, channel 2"), title, settle=CYCLE)
+
+    def status_window(self):
+        if self.desktop.wayland:  # this compositor gives the keyboard to nobody when a window has gone
+            self.desktop.keys("super+Tab")
+        self.reader.find(self.main, "text", "Status text").queryComponent().grabFocus()
+        self.desktop.keys("Return")
+        window = self.window("Status window")
+        self.take("status-window")
+        self.leave("Status window", window)
 
     def dialogs(self):
         for name, entry, title, button in [
@@ -217,6 +229,7 @@ class Tour:
         self.running()
         self.scopes()
         self.dialogs()
+        self.status_window()
         self.setup("setup-measuring")
         self.gateway()
         self.alarms()
