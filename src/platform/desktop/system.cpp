@@ -41,7 +41,8 @@ box_answer message_box(std::string_view text, box_icon icon, box_buttons buttons
     box->setTextFormat(Qt::PlainText);
     box->setText(shown_text(text));
     box->setWindowTitle(shown_text(title));
-    if (box->parentWidget() != nullptr) box->setWindowModality(Qt::WindowModal);
+    // A message box's own `setWindowModality` makes it a sheet, which Wayland shows without a frame.
+    if (box->parentWidget() != nullptr) box->QWidget::setWindowModality(Qt::WindowModal);
     if (icon == box_icon::critical) box->setIcon(QMessageBox::Critical);
     if (icon == box_icon::information) box->setIcon(QMessageBox::Information);
     box->setStandardButtons(QMessageBox::Ok);

@@ -1,10 +1,13 @@
-// Inhibit reset, software info and About with their real widgets, opened as an operator opens them.
+// Inhibit reset, software info, About and messages with their real widgets, opened as an operator opens them.
 
 #include "desktop/desktop_test.h"
 #include "desktop/started_window.h"
 #include "link/channel_rec.h"
 #include "link/indicators.h"
+#include "platform/desktop/handlers.h"
+#include "platform/message_box.h"
 
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 
@@ -165,6 +168,19 @@ class small_dialogs_test : public QObject {
         QVERIFY(dialog->isVisible());
         dialog->close();
         QTRY_VERIFY(!dialog->isVisible());
+    }
+
+    // A message.
+
+    /// As a sheet of the main window, Wayland would show it without a frame, grey on grey.
+    void a_message_is_a_dialog_of_its_own() {
+        desktop::run_handler(desktop::source::device, [] { message_box("told"); });
+        auto* const box = window_.view().findChild<QMessageBox*>("message_box");
+        QVERIFY(box != nullptr);
+        QTRY_VERIFY(box->isVisible());
+        QCOMPARE(box->windowType(), Qt::Dialog);
+        QCOMPARE(box->windowModality(), Qt::WindowModal);
+        close_with_escape(box);
     }
 
     // The picture.
