@@ -36,7 +36,8 @@ class Desktop(Display):
             self.start_manager(self.compositor() if self.wayland else MANAGERS[name])
 
     def start_manager(self, command):
-        bus = {"DBUS_SESSION_BUS_ADDRESS": self.bus.address} if self.bus else {}
+        # With an accessibility bus of its own, a screen reader on this display would listen to that one.
+        bus = {"DBUS_SESSION_BUS_ADDRESS": self.bus.address, "NO_AT_BRIDGE": "1"} if self.bus else {}
         self.manager = subprocess.Popen(command, env=self.environment | bus, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
         if self.wayland:
