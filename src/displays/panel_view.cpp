@@ -300,7 +300,7 @@ void panel_view::show_names() {
         name(button, button->text());
     const QString tip = fills_row(channel_) ? tr("Puts chart %1 beside its neighbour again")
                                             : tr("Gives the whole row to chart %1");
-    cmd_zoom_xy->setToolTip(tool_tip(tip.arg(qt_text(charts.chart[channel_].Title))));
+    show_tool_tip(*cmd_zoom_xy, tip.arg(qt_text(charts.chart[channel_].Title)));
 }
 
 /// What lies under an enlarged chart is no stop of the Tab key.

@@ -24,6 +24,12 @@ inline void show_name(QWidget& widget, const QString& name) {
     if (widget.accessibleName() != name) widget.setAccessibleName(name);
 }
 
+/// A tool tip in lines of a sensible length; what is heard are the words alone.
+inline void show_tool_tip(QWidget& widget, const QString& words) {
+    widget.setToolTip(words.isEmpty() ? QString() : tool_tip(words));
+    if (widget.accessibleDescription() != words) widget.setAccessibleDescription(words);
+}
+
 /// The system's own widgets know how to show their state.
 template <class Widget, class State>
 requires requires(Widget& widget, const State& state) {

@@ -52,6 +52,12 @@ inline QString spoken(QWidget* control) {
     return told == nullptr ? QString() : told->text(QAccessible::Name);
 }
 
+/// What it says behind the name.
+inline QString explained(QWidget* control) {
+    const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(control);
+    return told == nullptr ? QString() : told->text(QAccessible::Description);
+}
+
 /// A listener is told what it is; a plain area is of no use to him.
 inline bool has_role(QWidget* control) {
     const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(control);

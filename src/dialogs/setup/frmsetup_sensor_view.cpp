@@ -133,7 +133,7 @@ void sensor_page::show_state() {
     const QString location = qt_text(tab_.Frame_sensor.Caption);
     Frame_sensor->setTitle(without_mnemonic(front_of(location, longest_title)));
     show_name(*Frame_sensor, location);
-    Frame_sensor->setToolTip(location.size() > longest_title ? tool_tip(location) : QString());
+    show_tool_tip(*Frame_sensor, location.size() > longest_title ? location : QString());
     show_bound();
     Frame_exp->show_state();
     frame_ignit->show_state();

@@ -63,6 +63,15 @@ class accessibility_test : public QObject {
         }
     }
 
+    void no_letters_of_a_markup_are_heard_data() { all_states(); }
+    void no_letters_of_a_markup_are_heard() {
+        const opened_window opened(*this);
+        QVERIFY(visible_controls(opened.widget).size() > 1);
+        for (QWidget* control : visible_controls(opened.widget))
+            QVERIFY2(!explained(control).contains('<'),
+                     qPrintable(described(control) + ": " + explained(control)));
+    }
+
     void controls_of_a_channel_tell_its_number() {
         for (QWidget* control : visible_controls(&window_.view())) {
             if (!is_stop(control) && !is_painted_value(control)) continue;

@@ -1,5 +1,6 @@
 // The tabs of the setup dialog: their captions, and which can be chosen when.
 
+#include "desktop/accessibility.h"
 #include "desktop/desktop_test.h"
 #include "desktop/setup_window.h"
 
@@ -141,7 +142,8 @@ class frmsetup_captions_test : public QObject {
         QVERIFY(setup_.dialog()->minimumSizeHint().width() <= usual.width());
         QVERIFY(setup_.tabs()->tabText(1).startsWith("1 : <i>WWW"));
         QVERIFY(setup_.tabs()->tabToolTip(1).contains("&lt;i&gt;" + QString(197, 'W')));
-        QVERIFY(setup_.find("Frame_sensor(0)")->toolTip().contains(QString(197, 'W')));
+        QVERIFY(setup_.find("Frame_sensor(0)")->toolTip().contains("&lt;i&gt;" + QString(197, 'W')));
+        QCOMPARE(explained(setup_.find("Frame_sensor(0)")), "<i>" + QString(197, 'W'));
         QCOMPARE(setup_.find<QLineEdit>("Text_sensor_loc(0)")->text().size(), 200);
     }
 
