@@ -12,7 +12,6 @@ namespace {
 constexpr int usual_picture_width = 1600;
 constexpr int first_chart_height = 600;
 constexpr int further_chart_height = 450;
-constexpr QSize paper_across(1123, 794); // A4
 
 } // namespace
 
@@ -36,8 +35,9 @@ QString engine_words(const lane& one, std::int64_t ms) {
 }
 
 QSize usual_size_of(std::size_t charts, const std::string& file) {
-    if (xlg::format_told(file) == xlg::picture_format::pdf) return paper_across;
-    return {usual_picture_width, first_chart_height + further_chart_height * (static_cast<int>(charts) - 1)};
+    const int further = static_cast<int>(charts) - 1;
+    return usual_picture_size(file,
+                              {usual_picture_width, first_chart_height + further_chart_height * further});
 }
 
 void paint_lanes(QCPPainter& painter, const picture_place& place, const QString& title,

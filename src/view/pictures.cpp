@@ -19,7 +19,8 @@ namespace tyxo::view {
 
 namespace {
 
-constexpr double picture_margin = 8; // pixels of the layout, like all that follows
+constexpr QSize paper_across(1123, 794); // A4
+constexpr double picture_margin = 8;     // pixels of the layout, like all that follows
 constexpr double title_height = 26;
 constexpr double title_letters = 15;
 constexpr double name_height = 20;
@@ -184,6 +185,10 @@ void paint_widget(QCPPainter& painter, const picture_place& place, const QString
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     widget.render(&painter);
     painter.restore();
+}
+
+QSize usual_picture_size(const std::string& file, const QSize& pixels) {
+    return xlg::format_told(file) == xlg::picture_format::pdf ? paper_across : pixels;
 }
 
 void write_picture(const std::string& file, bool force, const QSize& size, const QString& title,

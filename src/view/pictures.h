@@ -49,6 +49,10 @@ void paint_charts(QCPPainter& painter, const picture_place& place, const QString
 void paint_widget(QCPPainter& painter, const picture_place& place, const QString& title, QWidget& widget,
                   const std::function<void()>& renew);
 
+/// The size of a picture of which none is wanted: a document is paper across, other pictures have so many
+/// pixels. Failure: the ending of the file is none.
+[[nodiscard]] QSize usual_picture_size(const std::string& file, const QSize& pixels);
+
 using picture_painter = std::function<void(QCPPainter&, const picture_place&)>;
 
 /// Paints a picture of this size and writes the file, by its ending, as a whole or not at all. `title` is

@@ -32,8 +32,6 @@ namespace tyxo::view {
 
 namespace {
 
-constexpr QSize paper_across(1123, 794); // A4
-
 std::vector<std::string> files_of(const xlg::arguments& wanted) {
     std::vector<std::string> files = logs_named(wanted.files);
     if (files.empty()) throw failure("there is no log in " + wanted.files.front());
@@ -56,9 +54,8 @@ std::string picture_file(const xlg::arguments& wanted, const std::vector<std::st
     return std::filesystem::path(logs.front()).stem().string() + ".png";
 }
 
-QSize size_of(const xlg::arguments& wanted, const std::string& file, const QSize& usual) {
-    if (wanted.plot.size) return {wanted.plot.size->width, wanted.plot.size->height};
-    return xlg::format_told(file) == xlg::picture_format::pdf ? paper_across : usual;
+QSize size_of(const xlg::arguments& wanted, const QSize& usual) {
+    return wanted.plot.size ? QSize(wanted.plot.size->width, wanted.plot.size->height) : usual;
 }
 
 QString own_title(const xlg::arguments& wanted, const QString& otherwise) {
@@ -110,7 +107,7 @@ bool measured_in(const lane& one, const time_range& range) {
 
 int plot_charts(const xlg::arguments& wanted, const std::string& file, lane_list& lanes) {
     const time_range range = range_wanted(wanted.plot, whole_range(lanes));
-    const QSize size = size_of(wanted, file, usual_size_of(lanes.size(), file));
+    const QSize size = size_of(wanted, usual_size_of(lanes.size(), file));
     if (const int least = least_picture_height(lanes.size()); size.height() < least)
         throw failure("a picture of " + xlg::counted(std::ssize(lanes), "engine", "engines") +
                       " is at least " + std::to_string(least) + " pixels high");
@@ -188,7 +185,7 @@ const char* name_of(xlg::picture_kind kind) {
     }
 }
 
-QSize usual_size(xlg::picture_kind kind) {
+QSize pixels_of(xlg::picture_kind kind) {
     return kind == xlg::picture_kind::scope ? QSize(800, 826) : QSize(1600, 1000);
 }
 
@@ -209,7 +206,7 @@ int plot_cycle(const xlg::arguments& wanted, const std::string& file, const lane
     const cycle_window window = window_of_cycle(kind, one, time * 1000);
     const QString title = own_title(wanted, qt_text(one.line.location()) + ", " +
                                                 moment_text(*latest * 1000) + ": " + name_of(kind));
-    write_picture(file, wanted.force, size_of(wanted, file, usual_size(kind)), title,
+    write_picture(file, wanted.force, size_of(wanted, usual_picture_size(file, pixels_of(kind))), title,
                   [&](QCPPainter& painter, const picture_place& place) {
                       paint_widget(painter, place, title, *window.widget, window.renew);
                   });

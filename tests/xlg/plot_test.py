@@ -68,6 +68,29 @@ class Pictures(unittest.TestCase):
         done = self.xlg("plot", "empty")
         self.assertEqual((done.returncode, done.stderr), (2, b"xlg: there is no log in empty\n"))
 
+    def test_no_picture_takes_the_place_of_a_log(self):
+        (self.folder / "a.png").hardlink_to(self.log)
+        done = self.xlg("plot", "--force", "-o", "a.png", self.log)
+        self.assertEqual((done.returncode, done.stderr), (2, b"xlg: a.png is the log itself\n"))
+        self.assertEqual((self.folder / "a.png").stat().st_nlink, 2)
+
+    def test_a_log_without_a_header_has_charts_and_a_scope_but_no_diagrams(self):
+        self.log.write_bytes(self.log.read_bytes().partition(b"</HEADER>\r\n")[2])
+        self.assertEqual(self.xlg("plot", self.log).returncode, 0)
+        for kind in ("detail", "speed-bars", "thermo-bars"):
+            done = self.xlg("plot", "-o", "a.png", "--cycle", "13:06", "--as", kind, self.log)
+            told = f"xlg: the header of {self.log} tells nothing of the engine\n"
+            self.assertEqual((done.returncode, done.stderr.decode()), (2, told))
+        scope = self.xlg("plot", "-o", "a.png", "--cycle", "13:06", self.log)
+        self.assertEqual((scope.returncode, scope.stderr), (0, b""))
+
+    def test_a_document_is_a_page_of_paper_across(self):
+        for words in ([], ["--cycle", "13:06"]):
+            self.assertEqual(self.xlg("plot", "--force", "-o", "a.pdf", *words, self.log).returncode, 0)
+            about = subprocess.run(["pdfinfo", self.folder / "a.pdf"], capture_output=True, check=True,
+                                   text=True)
+            self.assertRegex(about.stdout, "Page size: +84[0-9.]+ x 59[0-9.]+ pts")
+
     def test_without_the_program_beside_it_the_tool_names_the_package(self):
         alone = self.folder / "bin"
         alone.mkdir()
