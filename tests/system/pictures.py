@@ -77,9 +77,14 @@ class Tour:
         self.evaluators.stdin.write("".join(f"{command}\n" for command in commands))
         self.evaluators.stdin.flush()
 
-    def start_program(self):
+    def start_program(self, picture):
+        """Its windows as they are at once, then without what it said."""
         self.program = self.helper(BUILD / "tyxo", stderr=subprocess.DEVNULL)
         self.told = self.reader.program(self.program.pid)
+        self.reader.listen(2)
+        self.take(picture)
+        self.answer_boxes()
+        self.main = self.window("Tyxo Data Logger")
 
     def window(self, name):
         """A window whose title has the name in it."""
@@ -119,11 +124,7 @@ class Tour:
 
     def first_start(self):
         """Without settings: what the program says, and a start that nothing is set up for."""
-        self.start_program()
-        self.reader.listen(2)
-        self.take("start-without-settings")
-        self.answer_boxes()
-        self.main = self.window("Tyxo Data Logger")
+        self.start_program("start-without-settings")
         self.press("menu item", "Start all channels")
         self.take("box-no-sensor")
         self.program.terminate()
@@ -140,11 +141,7 @@ class Tour:
             self.reader.listen(0.5)
 
     def idle(self):
-        self.start_program()
-        self.reader.listen(2)
-        self.take("start")
-        self.answer_boxes()
-        self.main = self.window("Tyxo Data Logger")
+        self.start_program("start")
         self.take("main-idle")
         self.desktop.keys("alt+f", delay=150)
         for name in ("file", "setup", "start"):
